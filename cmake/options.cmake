@@ -1,0 +1,30 @@
+# SPDX-License-Identifier: Apache-2.0
+# Options, and the warnings and code generation that every component shares.
+include(CMakeDependentOption)
+
+option(BGPDT_HOST "Build the stand-alone host (needs Lua 5.4)" OFF)
+cmake_dependent_option(BGPDT_TOOL "Build the command-line tool (needs CLI11, nlohmann-json)" OFF BGPDT_HOST OFF)
+cmake_dependent_option(BGPDT_TESTS "Build the tests (needs GoogleTest)" OFF BGPDT_HOST OFF)
+option(BGPDT_COVERAGE "Instrument for coverage" OFF)
+set(BGPDT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
+
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release)
+endif()
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(BGPDT_SANITIZE)
+    add_compile_options(-fsanitize=${BGPDT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${BGPDT_SANITIZE})
+endif()
+if(BGPDT_COVERAGE)
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
+endif()

@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Addresses from and to text: IPv4, IPv6 (RFC 4291 in, RFC 5952 out) and MAC.
+#include <arpa/inet.h>
+
+#include <cstring>
+
+#include "host/ascii.hpp"
+#include "host/services.hpp"
+
+using namespace bgpdt::host;
+
+namespace {
+
+constexpr int32_t family_ipv4 = 2;
+constexpr int32_t family_ipv6 = 10;
+constexpr uint32_t ipv6_text_size = 46; // the longest IPv6 text with a dotted tail, and its NUL
+constexpr int group_count = 8;
+
+/// Reads one decimal octet without leading zeros and moves behind it.
+bool read_octet(const char *&at, uint32_t &octet)
+{
+    if (!is_digit(*at)) {
+        return false;
+    }
+    octet = static_cast<uint32_t>(*at++ - '0');
+    while (is_digit(*at)) {
+        if (octet == 0) {
+            return false;
+        }
+        octet = octet * 10 + static_cast<uint32_t>(*at++ - '0');
+        if (octet > 255) {
+            return false;
+        }
+    }
+    return true;
+}
+
+uint32_t read_ipv4(const char *text, uint32_t *address)
+{
+    if (text == nullptr || address == nullptr) {
+        return SYSDT_ERR_NULL_PTR;
+    }
+    uint32_t value = 0;
+    for (int left = 4; left != 0; --left) {
+        uint32_t octet = 0;
+        if (!read_octet(text, octet) || *text++ != (left == 1 ? '\0' : '.')) {
+            return SYSDT_ERR_FAIL;
+        }
+        value = value << 8 | octet;
+    }
+    *address = value;
+    return SYSDT_OK;
+}
+
+uint32_t read_ipv6(const char *text, void *address)
+{
+    if (text == nullptr || address == nullptr) {
+        return SYSDT_ERR_NULL_PTR;
+    }
+    in6_addr value;
+    if (inet_pton(AF_INET6, text, &value) != 1) {
+        return SYSDT_ERR_FAIL;
+    }
+    std::memcpy(address, &value, sizeof value);
+    return SYSDT_OK;
+}
+
+char *write_octet(char *out, uint32_t octet)
+{
+    if (octet >= 100) {
+        *out++ = static_cast<char>('0' + octet / 100);
+    }
+    if (octet >= 10) {
+        *out++ = static_cast<char>('0' + octet / 10 % 10);
+    }
+    *out++ = static_cast<char>('0' + octet % 10);
+    return out;
+}
+
+char *write_ipv4(char *out, uint32_t address)
+{
+    for (int shift = 24; shift > 0; shift -= 8) {
+        out = write_octet(out, address >> shift & 0xFF);
+        *out++ = '.';
+    }
+    return write_octet(out, address & 0xFF);
+}
+
+/// Hexadecimal without leading zeros.
+char *write_group(char *out, uint32_t group)
+{
+    int shift = group > 0xFFF ? 12 : group > 0xFF ? 8 : group > 0xF ? 4 : 0;
+    for (; shift >= 0; shift -= 4) {
+        *out++ = "0123456789abcdef"[group >> shift & 0xF];
+    }
+    return out;
+}
+
+/// A run of zero groups.
+struct Run {
+    int start;
+    int length;
+};
+
+/// The longest run, the first of equal ones.
+Run longest_run(const uint32_t (&groups)[group_count])
+{
+    Run best{0, 0};
+    Run run{0, 0};
+    for (int i = 0; i < group_count; ++i) {
+        run = groups[i] != 0 ? Run{i + 1, 0} : Run{run.start, run.length + 1};
+        if (run.length > best.length) {
+            best = run;
+        }
+    }
+    return best;
+}
+
+/// Writes RFC 5952 text of less than ipv6_text_size characters, NUL-terminated, and returns its end.
+///
+/// The dotted tail (section 5) is for ::ffff:0:0/96 and for what looks like an IPv4-compatible address: six zero
+/// groups and no more, so that "::" and "::1" are none.
+char *write_ipv6(char *out, const uint8_t *address)
+{
+    uint32_t groups[group_count];
+    for (uint32_t &group : groups) {
+        group = static_cast<uint32_t>(address[0] << 8 | address[1]);
+        address += 2;
+    }
+    const Run zeros = longest_run(groups);
+    const bool dotted = zeros.start == 0 && (zeros.length == 6 || (zeros.length == 5 && groups[5] == 0xFFFF));
+    const int end = dotted ? 6 : group_count;
+    bool separated = true; // nothing, or a colon, stands before the next group
+    for (int i = 0; i < end;) {
+        if (i == zeros.start && zeros.length > 1) {
+            *out++ = ':';
+            *out++ = ':';
+            separated = true;
+            i += zeros.length;
+            continue;
+        }
+        if (!separated) {
+            *out++ = ':';
+        }
+        out = write_group(out, groups[i++]);
+        separated = false;
+    }
+    if (dotted) {
+        if (!separated) {
+            *out++ = ':';
+        }
+        out = write_ipv4(out, groups[6] << 16 | groups[7]);
+    }
+    *out = '\0';
+    return out;
+}
+
+/// 1 to 4 hexadecimal digits; moves behind them.
+bool read_group(const char *&at, uint32_t &group)
+{
+    const char *const start = at;
+    for (group = 0; at - start < 4 && digit_value(*at) < 16; ++at) {
+        group = group << 4 | digit_value(*at);
+    }
+    return at != start;
+}
+
+int32_t order(int difference) { return (difference > 0) - (difference < 0); }
+
+/// The 21 bytes of an address field: IPv4 as a number in the processor's order, IPv6, family.
+struct AddressField {
+    static constexpr size_t ipv6_offset = 4;
+    static constexpr size_t family_offset = 20;
+
+    const uint8_t *bytes;
+
+    uint8_t family() const { return bytes[family_offset]; }
+    const uint8_t *ipv6() const { return bytes + ipv6_offset; }
+    uint32_t ipv4() const
+    {
+        uint32_t number;
+        std::memcpy(&number, bytes, sizeof number);
+        return number;
+    }
+};
+
+} // namespace
+
+uint32_t SYSDT_Str2Ipv4(const char *text, uint32_t *address) { return read_ipv4(text, address); }
+
+uint32_t PAL_StrToIpAddr(const char *text, uint32_t *address) { return read_ipv4(text, address); }
+
+uint32_t SYSDT_Str2Ipv6(const char *text, uint8_t address[16]) { return read_ipv6(text, address); }
+
+uint32_t SMP_InetAToN6(const char *text, uint8_t address[16]) { return read_ipv6(text, address); }
+
+uint32_t SMP_InetAToN(int32_t family, const char *text, void *address)
+{
+    if (family == family_ipv6) {
+        return read_ipv6(text, address);
+    }
+    if (family != family_ipv4) {
+        return SYSDT_ERR_UNSUPPORTED;
+    }
+    uint32_t number = 0;
+    const uint32_t status = address == nullptr ? SYSDT_ERR_NULL_PTR : read_ipv4(text, &number);
+    if (status == SYSDT_OK) {
+        number = htonl(number);
+        std::memcpy(address, &number, sizeof number);
+    }
+    return status;
+}
+
+char *PAL_IpAddrToStr(uint32_t address, char *buffer)
+{
+    *write_ipv4(buffer, address) = '\0';
+    return buffer;
+}
+
+char *PAL_Inet_ntoa_b_ipv6(const uint8_t address[16], char *buffer)
+{
+    write_ipv6(buffer, address);
+    return buffer;
+}
+
+const char *inet_ntop6(const uint8_t address[16], char *buffer, uint32_t size)
+{
+    if (size >= ipv6_text_size) {
+        write_ipv6(buffer, address);
+        return buffer;
+    }
+    char text[ipv6_text_size];
+    const auto needed = static_cast<size_t>(write_ipv6(text, address) - text) + 1;
+    if (needed > size) {
+        return nullptr;
+    }
+    std::memcpy(buffer, text, needed);
+    return buffer;
+}
+
+int32_t SYSDT_Ipv4Ipv6Compare(uint32_t, const void *first, const void *second)
+{
+    const AddressField a{static_cast<const uint8_t *>(first)};
+    const AddressField b{static_cast<const uint8_t *>(second)};
+    if (a.family() != b.family()) {
+        return a.family() > b.family() ? 1 : -1;
+    }
+    if (a.family() != 0) {
+        return order(std::memcmp(a.ipv6(), b.ipv6(), sizeof(in6_addr)));
+    }
+    return (a.ipv4() > b.ipv4()) - (a.ipv4() < b.ipv4());
+}
+
+uint32_t SMP_Str2Mac(const char *text, uint8_t mac[6])
+{
+    if (text == nullptr || mac == nullptr) {
+        return SYSDT_ERR_NULL_PTR;
+    }
+    uint8_t value[6];
+    for (int i = 0; i < 6; i += 2) {
+        uint32_t group = 0;
+        if (!read_group(text, group) || *text++ != (i == 4 ? '\0' : '-')) {
+            return SYSDT_ERR_FAIL;
+        }
+        value[i] = static_cast<uint8_t>(group >> 8);
+        value[i + 1] = static_cast<uint8_t>(group);
+    }
+    std::memcpy(mac, value, sizeof value);
+    return SYSDT_OK;
+}

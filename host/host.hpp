@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The stand-alone host: loads the plug-in as a router would and calls its records.
+///
+/// The services that the plug-in imports are defined with C linkage beside this class (host.h tells their contracts).
+/// Everything here is independent of any particular type.
+#ifndef BGPDT_HOST_HOST_HPP
+#define BGPDT_HOST_HOST_HPP
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#pragma GCC visibility push(default)
+#include "bgp_datatype/host.h"
+
+struct lua_State;
+
+namespace bgpdt::host {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// The plug-in cannot be loaded, a names file cannot be read.
+class HostError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// What a conversion answered.
+struct Converted {
+    std::uint32_t status = 0; ///< 0 or a SYSDT_ERR_ code
+    std::uint16_t kind = 0;   ///< the reported kind
+    Bytes data;               ///< the delivered block's reported length; empty when nothing was delivered
+
+    bool ok() const { return status == SYSDT_OK; }
+    /// The text in `data`, without its terminating NUL.
+    std::string_view text() const;
+};
+
+/// One diagnostic raised through KPL_Assert.
+struct Diagnostic {
+    std::string source;
+    std::uint32_t line;
+    std::string message;
+};
+
+/// A loaded plug-in and the records it registered. Only one may live at a time: the services are the process's.
+class Host {
+public:
+    /// Decides whether a record is taken: returns the status that the plug-in sees. The default takes all. What it
+    /// throws comes out of the constructor, after the registration.
+    using Admission = std::function<std::uint32_t(const SYSDT_Record &)>;
+
+    /// Loads the plug-in and lets it register its types.
+    /// @throws HostError with the reason if it cannot be loaded, or another Host lives
+    explicit Host(const std::filesystem::path &plugin, Admission admission = {});
+    ~Host();
+    Host(const Host &) = delete;
+    Host &operator=(const Host &) = delete;
+
+    /// The names behind the name-index types: lines of "INDEX NAME", comments behind '#'. They replace those of a
+    /// file loaded before.
+    /// @throws HostError with file and line; the names are then those from before
+    void load_names(const std::filesystem::path &file);
+
+    /// The registered records in the order of their registration.
+    std::span<const SYSDT_Record *const> types() const;
+    /// The record of that name, or null.
+    const SYSDT_Record *find(std::string_view name) const;
+    /// The diagnostics raised so far.
+    std::span<const Diagnostic> diagnostics() const;
+    /// An exported symbol of the plug-in, or null.
+    void *symbol(const char *name) const;
+
+    // The slot behind an operation must not be null. Values shorter than the type's binary form are handed over with
+    // their own length, but padded with zeros in memory, since types may read the whole form whatever the length says.
+
+    /// The text is handed over as given (a copy; trimming does not reach the caller).
+    Converted parse(const SYSDT_Record &type, std::string_view text, std::uint8_t mode);
+    Converted print(const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode);
+    std::uint32_t check(const SYSDT_Record &type, std::span<const std::uint8_t> value);
+    /// The length handed over is that of the shorter value.
+    std::int32_t compare(const SYSDT_Record &type, std::span<const std::uint8_t> first,
+                         std::span<const std::uint8_t> second);
+    /// Swaps in place. SYSDT_ERR_LENGTH, without a call, for less than the type's binary form.
+    std::uint32_t swap(const SYSDT_Record &type, std::span<std::uint8_t> value);
+    /// The help texts; none when the mode gives none. A failure's status comes back in `status`.
+    std::vector<std::string> help(const SYSDT_Record &type, std::uint8_t mode, std::uint32_t &status);
+
+    /// Calls LuaSet so that the value's script form stands on top of the Lua stack; nothing is pushed on a failure.
+    /// Engine errors raised inside the callback come back in `error`, and the status is then SYSDT_ERR_FAIL.
+    std::uint32_t push_script_value(lua_State *lua, const SYSDT_Record &type, std::span<const std::uint8_t> value,
+                                    std::string &error);
+    /// Calls LuaGet on the script value on top of the Lua stack (left there) into a cleared buffer of `size` bytes.
+    /// Errors come back as from push_script_value.
+    std::uint32_t read_script_value(lua_State *lua, const SYSDT_Record &type, std::size_t size, Bytes &value,
+                                    std::string &error);
+
+private:
+    struct State;
+    State *state_;
+};
+
+/// "SYSDT_ERR_FAIL" and its like; "0x801799" for what has no name.
+std::string status_name(std::uint32_t status);
+
+} // namespace bgpdt::host
+
+#pragma GCC visibility pop
+
+#endif

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What the services share with the living Host.
+#ifndef BGPDT_HOST_REGISTRY_HPP
+#define BGPDT_HOST_REGISTRY_HPP
+
+#include <exception>
+#include <vector>
+
+#include "host/host.hpp"
+#include "host/names.hpp"
+
+namespace bgpdt::host {
+
+struct Registry {
+    /// Owner of the registrations and of the blocks that conversions take.
+    static constexpr std::uint32_t handle = 0xB69D7001;
+
+    Host::Admission admission;
+    std::exception_ptr failure; ///< thrown by the admission; the plug-in's frames must not be unwound
+    std::vector<const SYSDT_Record *> records;
+    std::vector<Diagnostic> diagnostics;
+    Names names;
+};
+
+/// The living Host's registry, or null.
+extern Registry *registry;
+
+} // namespace bgpdt::host
+
+#endif

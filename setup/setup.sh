@@ -1,0 +1,45 @@
+# SPDX-License-Identifier: Apache-2.0
+# What the commands of this project share: they find or install what they need, then build. Source it with $top set to
+# the project's folder. Everything said here goes to stderr, so that the commands' own output stays clean.
+
+say() { printf '%s\n' "$*" >&2; }
+fail() {
+    say "$(basename "$0"): $*"
+    exit 2
+}
+
+tool_packages="g++ cmake ninja-build pkg-config liblua5.4-dev libcli11-dev nlohmann-json3-dev"
+test_packages="$tool_packages libgtest-dev googletest clang-format g++-powerpc-linux-gnu qemu-user dpkg-dev"
+
+# Installs the Debian packages that are missing.
+need_packages() {
+    missing=""
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing="$missing $package"
+    done
+    [ -n "$missing" ] || return 0
+    command -v apt-get >/dev/null || fail "these packages are needed, and there is no apt-get to install them:$missing"
+    if [ "$(id -u)" -eq 0 ]; then
+        as_root=""
+    elif command -v sudo >/dev/null; then
+        as_root="sudo"
+    else
+        fail "these packages are needed; install them as root: apt-get install$missing"
+    fi
+    say "installing$missing"
+    export DEBIAN_FRONTEND=noninteractive
+    # shellcheck disable=SC2086 # both are lists of words
+    { $as_root apt-get -qq update && $as_root apt-get -qq install -y --no-install-recommends $missing; } >&2 ||
+        fail "apt-get could not install$missing"
+}
+
+# configure_and_build PRESET [TARGET...]
+configure_and_build() {
+    preset=$1
+    shift
+    if [ ! -f "$top/build/$preset/build.ninja" ]; then
+        say "configuring $preset"
+        (cd "$top" && cmake --preset "$preset" -G Ninja) >&2 || fail "cmake --preset $preset failed"
+    fi
+    (cd "$top" && cmake --build --preset "$preset" ${1:+--target "$@"}) >&2 || fail "the $preset build failed"
+}

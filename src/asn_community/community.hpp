@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The community's printed form, shared by the single community and the list.
+#pragma once
+
+#include "bgp_datatype/values.h"
+#include "common/print.hpp"
+
+namespace bgpdt {
+
+/// A well-known community (RFC 1997) and its name.
+struct WellKnownCommunity {
+    std::string_view name;
+    u32 community;
+};
+
+/// In the order in which a name is looked up.
+inline constexpr WellKnownCommunity well_known_communities[] = {
+    {"internet", 0},
+    {"no-advertise", 0xFFFFFF02},
+    {"no-export", 0xFFFFFF01},
+    {"no-export-subconfed", 0xFFFFFF03},
+};
+
+/// Prints a community that has no well-known name; false if the notation is unknown, and then nothing is printed.
+inline bool print_community_number(u32 community, u32 notation, Writer &out)
+{
+    switch (notation) {
+    case SYSDT_COMMUNITY_NUMBER: print<"%u">(out, community); return true;
+    case SYSDT_COMMUNITY_PAIR: print<"%u:%u">(out, community >> 16, community & 0xFFFF); return true;
+    default: return false;
+    }
+}
+
+/// Prints a community by its well-known name, else in its notation. False as above.
+inline bool print_community(u32 community, u32 notation, Writer &out)
+{
+    for (const auto &known : well_known_communities) {
+        if (known.community == community) {
+            out.put(known.name);
+            return true;
+        }
+    }
+    return print_community_number(community, notation, out);
+}
+
+} // namespace bgpdt

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// CMNTY_ENHANCE: up to 32 communities (RFC 1997), each in its own notation.
+///
+///      0           4          5           9          10                         160
+///     +-----------+----------+-----------+----------+-- ... 32 entries ... --+
+///     | community | notation | community | notation |
+///     +-----------+----------+-----------+----------+-- ... -----------------+
+///       u32         u8         u32, host order, unaligned
+///
+/// Text: "no-export 65000:100 7", 1 to 392 characters: communities as COMMUNITY takes them, in the order of the text.
+/// Only the blank separates, any number of them.
+///
+/// Irregularities, all deliberate:
+///  (1) Input is parsed in every mode but 4, output printed in modes 1, 2 and 6 alone.
+///  (2) Only the blank separates; other white space is just cut at the ends.
+///  (3) A well-known community prints by its name and 0 as "internet", whatever the notation.
+///  (4) A list may print longer than its text can be; it is cut at 392 characters.
+///  (5) An empty entry is one of notation 2, whatever its community.
+///  (6) An entry of unknown notation prints nothing, but keeps the blank before it; it does not fail the list.
+///  (7) Scripts see all 32 entries. Reading takes what is missing or no number for 0, so never for an empty entry.
+///  (8) The help text promises 3 characters where the parser takes 1.
+///  (9) A host that prepares no help entry is not an error.
+#include "asn_community/community.hpp"
+#include "asn_community/tokens.hpp"
+#include "bgp_datatype/bgp_datatype.h"
+#include "common/callbacks.hpp"
+#include "common/census.hpp"
+
+using namespace bgpdt;
+
+namespace {
+
+u32 parse_token(u32 handle, char *token, SYSDT_CommunityEntry &out)
+{
+    if (Census::of<"0123456789.:">(token).colons() > 1)
+        return SYSDT_ERR_FAIL;
+    SYSDT_Community community{};
+    const u32 status = SYSDT_Str2Community(handle, token, &community);
+    out = {community.community, static_cast<u8>(community.type)};
+    return status;
+}
+
+u32 parse_list(u32 handle, char *text, SYSDT_CommunityList &value)
+{
+    for (auto &entry : value.entry)
+        entry = {0, SYSDT_COMMUNITY_EMPTY};
+    text = SYSDT_BTrim(text);
+    const std::size_t length = std::strlen(text);
+    if (length < 1 || length > 392)
+        return SYSDT_ERR_FAIL;
+    Tokens<SYSDT_COMMUNITY_LIST_ENTRIES, 19> tokens;
+    if (!tokens.split<"0123456789:-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz">(text))
+        return SYSDT_ERR_FAIL;
+    for (u32 i = 0; i < tokens.count; ++i)
+        if (const u32 status = parse_token(handle, tokens.token[i], value.entry[i]); status != SYSDT_OK)
+            return status;
+    return SYSDT_OK;
+}
+
+u32 print_list(const SYSDT_CommunityList &value, u8, Writer &out)
+{
+    bool first = true;
+    for (const auto &entry : value.entry) {
+        if (entry.type == SYSDT_COMMUNITY_EMPTY) // (5)
+            continue;
+        if (!first)
+            out.put(' ');
+        first = false;
+        print_community(entry.community, entry.type, out); // (3) (6)
+    }
+    return SYSDT_OK;
+}
+
+constexpr Type<SYSDT_CommunityList> community_list{
+    .kind = SYSDT_TYPE_CMNTY_ENHANCE,
+    .input = open_screen, // (1)
+    .parse = parse_list,
+    .output = text_only_screen,
+    .block = 393,
+    .limit = 393, // (4)
+    .print = print_list,
+    .help = {.text = "STRING<3-392>", .silent = true}, // (8) (9)
+    .layout = community_list_layout,                   // (7)
+};
+
+} // namespace
+
+BGPDT_FORMAT_IN(SYSDT_CMNTYEnhanceFormatIn, community_list)
+BGPDT_FORMAT_OUT(SYSDT_CMNTYEnhanceFormatOut, community_list)
+BGPDT_CHECK(SYSDT_CMNTYEnhanceCheck, community_list)
+BGPDT_HELP(SYSDT_CMNTYEnhanceHelp, community_list)
+BGPDT_LUA_SET(SYSDT_CmntyEnLuaSet, community_list)
+BGPDT_LUA_GET(SYSDT_CmntyEnLuaGet, community_list)
+BGPDT_ENDIAN(SYSDT_CmntyEnhanceLuaEndian, community_list)

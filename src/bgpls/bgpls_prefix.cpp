@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// BGPLSPREFIX: the key of a BGP-LS object (RFC 9552): a node, a link, a prefix, an SR policy candidate path (RFC 9857)
+/// or an SRv6 SID (RFC 9514).
+///
+///      0            4          8            16                                             224
+///     +------------+----------+------------+---------------------------------------------+
+///     | route type | protocol | identifier | descriptors by the route type, then zero    |
+///     +------------+----------+------------+---------------------------------------------+
+///       u32          u32        u64          packed; numbers in host order
+///
+/// Text: groups in brackets, "[NODE][OSPFv2][IDENTIFIER0][LOCAL[as64496][bgp-ls-identifier192.0.2.1]]"; grammar in
+/// key_groups.cpp and descriptors.cpp, printed form in key_printer.cpp, scripts in key_script.cpp.
+///
+/// Irregularities, all deliberate; those of text, print and scripts are numbered in their files:
+///  (1) Endian reads the route type once it is turned, so it brings values into the processor's own order only: turning
+///      back turns the route type word alone.
+///  (2) Of a route type of 0 or above 6 only that word is turned.
+///  (3) The identifier is turned as one number of 64 bits.
+///  (4) The IPv4 word of a TE policy's address is turned when its family is 0.
+///  (5) Check looks at the length alone; the order is that of the bytes in memory.
+///  (6) The help tells other lengths than the parser's.
+#include "bgp_datatype/bgp_datatype.h"
+#include "bgpls/key_printer.hpp"
+#include "common/bytes.hpp"
+#include "common/callbacks.hpp"
+
+using namespace bgpdt;
+
+namespace {
+
+/// What cannot be printed is empty text.
+u32 print_value(const SYSDT_LsPrefix &value, u8, Writer &out)
+{
+    print_key(value, out);
+    return SYSDT_OK;
+}
+
+constexpr Type<SYSDT_LsPrefix> bgpls_prefix{
+    .kind = SYSDT_TYPE_BGPLSPREFIX,
+    .input = narrow_screen,
+    .parse = [](u32, char *text, SYSDT_LsPrefix &value) { return SYSDT_Str2LSPrefix(text, &value); },
+    .output = open_screen,
+    .mode3 = Mode3::text,
+    .clears_before_output = true,
+    .block = key_text_size,
+    .limit = key_text_size,
+    .reads = Input::passed,
+    .print = print_value,
+    .allocator = Allocator::plain,
+    .help = {.text = "STRING<62-529>", .allocator = Allocator::plain}, // (6)
+};
+
+} // namespace
+
+BGPDT_FORMAT_IN(SYSDT_LSPrefixFormatIn, bgpls_prefix)
+BGPDT_FORMAT_OUT(SYSDT_LSPrefixFormatOut, bgpls_prefix)
+BGPDT_CHECK(SYSDT_LSPrefixCheck, bgpls_prefix) // (5)
+BGPDT_HELP(SYSDT_LSPrefixHelp, bgpls_prefix)
+
+i32 SYSDT_LSPrefixCompare(const void *, u32 length, const void *first, const void *second)
+{
+    if (first == nullptr || second == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    return compare_bytes(length, first, second); // (5)
+}
+
+u32 SYSDT_LSPrefixEndian(void *first, u32, u32, void *data)
+{
+    if (first == nullptr || data == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    auto &record = *static_cast<SYSDT_LsPrefix *>(data);
+    const u32 route_type = byte_swapped(u32{record.head.routeType});          // (1)
+    reverse_numbers(ls_layout_of(route_type), {record.bytes, SYSDT_LS_SIZE}); // (2) (3)
+    if (route_type == SYSDT_LS_TE_POLICY) {
+        for (LsIpAddr *address : {&record.tePolicy.endpoint, &record.tePolicy.originatorAddress})
+            if (address->family != 0)
+                address->ipv4 = byte_swapped(u32{address->ipv4}); // (4) back
+    }
+    return SYSDT_OK;
+}
+
+u32 SYSDT_ipv6AddrUnSpecified(const u8 address[16])
+{
+    return std::all_of(address, address + 16, [](u8 byte) { return byte == 0; }) ? 1 : 0;
+}

@@ -1,0 +1,306 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The groups within LOCAL and REMOTE, LINK, PREFIX, TE and SID of a BGP-LS text, each parsed into its scratch record:
+///
+///     [as64496][bgp-ls-identifier192.0.2.1][ospf-area-id0.0.0.0][igp-router-id192.0.2.2]
+///     [identifier192.0.2.1.192.0.2.2][local2001:db8::1][remote192.0.2.2]
+///     [mt-id0][ospf-route-type1][prefix192.0.2.0/24]
+///     [protocol-origin2][Flag0][endpoint2001:db8::1][color100][originator-as1.0][originator-address192.0.2.1]...
+///     [mt-id0][sid2001:db8::1]
+///
+/// Irregularities, all deliberate, numbered as in key_groups.cpp:
+///  (5) Of a prefix length 32 bits are read and the low 8 kept.
+///  (8) An empty AS is none and does not count as given; a member AS may not be empty; only an originator AS may be 0.
+///  (9) A BGP router identifier may be a decimal number, but not in a TE policy.
+///  (10) An IS-IS router identifier has its digits at fixed places; what stands between and behind them is not looked
+///       at, and each two are read as "%2x": one digit is enough, and a sign is one of the two.
+///  (11) An OSPF router identifier may name the designated router's interface behind '/'; other protocols have none.
+///  (14) if-address and peer-address may be repeated, and share their fields with local and remote: the last one stays.
+///  (18) Under BGP the mt-id of a SID is not looked at, however often it comes.
+#include <cstring>
+#include <iterator>
+
+#include "bgp_datatype/bgp_datatype.h"
+#include "bgpls/groups.hpp"
+#include "common/bytes.hpp"
+#include "common/scan.hpp"
+
+using namespace bgpdt;
+using ParseContext = LsPrefixParseContext;
+
+constinit const LsPrefixPattern g_bgplsPrefixNodeDescPartten[8] = {
+    {"as", node_bit::as, 0, BgpLsParseNodeDescAs},
+    {"bgp-ls-identifier", node_bit::bgp_ls_id, 0, BgpLsParseNodeDescLsId},
+    {"bgp-router-id", node_bit::bgp_router_id, 0, BgpLsParseNodeDescBgpRouterId},
+    {"ospf-area-id", node_bit::ospf_area, 0, BgpLsParseNodeDescOspfAreaId},
+    {"igp-router-id", node_bit::igp_router_id, 0, BgpLsParseNodeDescIgpRouterId},
+    {"member-as", node_bit::member_as, 0, BgpLsParseNodeDescMemberAs},
+    {"ipv4-router-id", node_bit::ipv4_router_id, 0, BgpLsParseNodeDescIpv4RouteId},
+    {"ipv6-router-id", node_bit::ipv6_router_id, 0, BgpLsParseNodeDescIpv6RouteId},
+};
+
+constinit const LsPrefixPattern g_bgplsPrefixLinkPartten[8] = {
+    {"identifier", link_bit::identifier, 0, BgpLsParseLinkIdentifier},
+    {"local", link_bit::local, 0, BgpLsParseLinkLocal},
+    {"remote", link_bit::remote, 0, BgpLsParseLinkRemote},
+    {"link-local-id", link_bit::link_local_id, 0, BgpLsParseLinkLinkLocalId},
+    {"link-remote-id", link_bit::link_remote_id, 0, BgpLsParseLinkLinkRemoteId},
+    {"if-address", link_bit::if_address, 0, BgpLsParseLinkIfAddress},
+    {"peer-address", link_bit::peer_address, 0, BgpLsParseLinkPeerAddress},
+    {"mt-id", link_bit::mt_id, 0, BgpLsParseLinkMtId},
+};
+
+constinit const LsPrefixPattern g_bgplsPrefixPrefixPartten[3] = {
+    {"mt-id", prefix_bit::mt_id, 0, BgpLsParsePrefixMtId},
+    {"ospf-route-type", prefix_bit::ospf_route_type, 0, BgpLsParsePrefixOspfRouteType},
+    {"prefix", prefix_bit::prefix, 0, BgpLsParsePrefixPrefix},
+};
+
+constinit const LsPrefixPattern g_bgplsPrefixTePartten[7] = {
+    {"protocol-origin", te_bit::protocol_origin, 0, BgpLsParseTeProtocolOrigin},
+    {"Flag", te_bit::flag, 0, BgpLsParseTeFlag},
+    {"endpoint", te_bit::endpoint, 0, BgpLsParseTeEndpoint},
+    {"color", te_bit::color, 0, BgpLsParseTeColor},
+    {"originator-as", te_bit::originator_as, 0, BgpLsParseTeOriginatorAs},
+    {"originator-address", te_bit::originator_address, 0, BgpLsParseTeOriginatorAddress},
+    {"discriminator", te_bit::discriminator, 0, BgpLsParseTeDiscriminator},
+};
+
+constinit const LsPrefixPattern g_bgplsPrefixSidPartten[2] = {
+    {"mt-id", sid_bit::mt_id, 0, BgpLsParseSidMtId},
+    {"sid", sid_bit::sid, 0, BgpLsParseSidSid},
+};
+
+namespace {
+
+// The texts of one value each; true when it is one.
+
+bool parse_ipv4(char *text, u32 &address) { return PAL_StrToIpAddr(text, &address) == SYSDT_OK; }
+
+bool parse_ipv6(char *text, u8 (&address)[16]) { return SMP_InetAToN6(text, address) == SYSDT_OK; }
+
+bool is_ipv6(const char *text) { return std::strchr(text, ':') != nullptr; }
+
+bool parse_address(char *text, LsIpAddr &address)
+{
+    address.family = is_ipv6(text) ? 1 : 0;
+    if (address.family != 0)
+        return parse_ipv6(text, address.ipv6);
+    u32 ipv4 = 0;
+    const bool parsed = parse_ipv4(text, ipv4);
+    address.ipv4 = ipv4;
+    return parsed;
+}
+
+bool parse_number(char *text, u32 &number) { return PAL_StrToUint32(text, &number) == SYSDT_OK; }
+
+bool parse_octet(char *text, u8 &octet)
+{
+    u32 number = 0;
+    if (!parse_number(text, number) || number > UINT8_MAX)
+        return false;
+    octet = static_cast<u8>(number);
+    return true;
+}
+
+bool parse_as(char *text, SYSDT_AsNum &as) { return SYSDT_Str2AsNum(text, &as) == SYSDT_OK; }
+
+bool parse_as_or_zero(char *text, SYSDT_AsNum &as) { return SYSDT_Str2AsNumExt(text, &as) == SYSDT_OK; }
+
+/// System identifier and pseudonode, "0000.0000.0001.00". (10)
+bool parse_isis_router_id(const char *text, u8 *router_id)
+{
+    constexpr u32 shortest = 17;
+    constexpr u8 places[] = {0, 2, 5, 7, 10, 12, 15};
+    if (std::strlen(text) < shortest)
+        return false;
+    for (const u8 place : places) {
+        u32 octet = 0;
+        if (scan<"%2x">(text + place, octet) != 1)
+            return false;
+        *router_id++ = static_cast<u8>(octet);
+    }
+    return true;
+}
+
+/// Router, "192.0.2.2", or pseudonode, "192.0.2.2/192.0.2.3". (11)
+bool parse_ospf_router_id(char *text, u8 *router_id)
+{
+    u32 address = 0;
+    if (char *const slash = std::strchr(text, '/'); slash != nullptr) {
+        if (!parse_ipv4(slash + 1, address))
+            return false;
+        store_network(router_id + 4, address);
+        *slash = '\0';
+    }
+    if (!parse_ipv4(text, address))
+        return false;
+    store_network(router_id, address);
+    return true;
+}
+
+bool parse_igp_router_id(char *text, u8 *router_id, u32 protocol)
+{
+    switch (protocol) {
+    case SYSDT_LS_ISIS_LEVEL_1:
+    case SYSDT_LS_ISIS_LEVEL_2: return parse_isis_router_id(text, router_id);
+    case SYSDT_LS_OSPFV2:
+    case SYSDT_LS_OSPFV3: return parse_ospf_router_id(text, router_id);
+    default: return false;
+    }
+}
+
+/// Two IPv4-like identifiers, joined by the fourth of seven dots.
+bool parse_link_identifiers(char *text, LsLinkScratch &link)
+{
+    char *dot = text;
+    for (int i = 0; i < 4; ++i, ++dot) {
+        dot = std::strchr(dot, '.');
+        if (dot == nullptr)
+            return false;
+    }
+    dot[-1] = '\0';
+    return parse_ipv4(text, link.linkLocalId) && parse_ipv4(dot, link.linkRemoteId);
+}
+
+bool parse_prefix(char *text, LsPrefixScratch &prefix, u32 route_type)
+{
+    char *const slash = std::strchr(text, '/');
+    u32 length = 0;
+    if (slash == nullptr || !parse_number(slash + 1, length))
+        return false;
+    *slash = '\0';
+    const bool ipv4 = route_type == SYSDT_LS_IPV4_PREFIX;
+    (ipv4 ? prefix.ipv4Length : prefix.ipv6Length) = static_cast<u8>(length); // (5)
+    return ipv4 ? parse_ipv4(text, prefix.ipv4Prefix) : parse_ipv6(text, prefix.ipv6Prefix);
+}
+
+/// Takes a group that may come once.
+template <class Scratch, class Parse>
+u32 take_once(u32 bit, void *target, Parse parse)
+{
+    auto &scratch = *static_cast<Scratch *>(target);
+    if ((scratch.seen & bit) != 0 || !parse(scratch))
+        return SYSDT_ERR_FAIL;
+    scratch.seen |= bit;
+    return SYSDT_OK;
+}
+
+/// Takes a group that holds the value of one member.
+template <class Scratch, class Member>
+u32 take_member(u32 bit, void *target, char *value, Member Scratch::*member, bool (*parse)(char *, Member &))
+{
+    return take_once<Scratch>(bit, target, [&](Scratch &scratch) { return parse(value, scratch.*member); });
+}
+
+} // namespace
+
+u32 BgpLsParseNodeDesc(const char *text, LsNodeDescScratch *scratch, ParseContext *context)
+{
+    return SYSDT_ParseLsPrefixStr(text, g_bgplsPrefixNodeDescPartten, std::size(g_bgplsPrefixNodeDescPartten), scratch,
+                                  context);
+}
+
+#define BGPDT_LS_MEMBER(name, scratch, member, parse)                                                                  \
+    std::uint32_t name(std::uint32_t bit, char *value, void *target, LsPrefixParseContext *)                           \
+    {                                                                                                                  \
+        return take_member(bit, target, value, &scratch::member, parse);                                               \
+    }
+
+u32 BgpLsParseNodeDescAs(u32 bit, char *value, void *target, ParseContext *)
+{
+    auto &node = *static_cast<LsNodeDescScratch *>(target);
+    if ((node.seen & bit) == 0 && *SYSDT_BTrim(value) == '\0')
+        return SYSDT_OK; // (8)
+    return take_member(bit, target, value, &LsNodeDescScratch::as, parse_as);
+}
+
+u32 BgpLsParseNodeDescBgpRouterId(u32 bit, char *value, void *target, ParseContext *context)
+{
+    return take_once<LsNodeDescScratch>(bit, target, [&](LsNodeDescScratch &node) {
+        return parse_ipv4(value, node.bgpRouterId) ||
+               (context->routeType != SYSDT_LS_TE_POLICY && parse_number(value, node.bgpRouterId)); // (9)
+    });
+}
+
+u32 BgpLsParseNodeDescIgpRouterId(u32 bit, char *value, void *target, ParseContext *context)
+{
+    return take_once<LsNodeDescScratch>(bit, target, [&](LsNodeDescScratch &node) {
+        return parse_igp_router_id(value, node.igpRouterId, context->protocolId);
+    });
+}
+
+BGPDT_LS_MEMBER(BgpLsParseNodeDescLsId, LsNodeDescScratch, bgpLsId, parse_ipv4)
+BGPDT_LS_MEMBER(BgpLsParseNodeDescOspfAreaId, LsNodeDescScratch, ospfArea, parse_ipv4)
+BGPDT_LS_MEMBER(BgpLsParseNodeDescMemberAs, LsNodeDescScratch, memberAs, parse_as) // (8)
+BGPDT_LS_MEMBER(BgpLsParseNodeDescIpv4RouteId, LsNodeDescScratch, ipv4RouterId, parse_ipv4)
+BGPDT_LS_MEMBER(BgpLsParseNodeDescIpv6RouteId, LsNodeDescScratch, ipv6RouterId, parse_ipv6)
+
+namespace {
+
+bool parse_interface(char *text, LsLinkScratch &link)
+{
+    return is_ipv6(text) ? parse_ipv6(text, link.ipv6Interface) : parse_ipv4(text, link.ipv4Interface);
+}
+
+bool parse_neighbor(char *text, LsLinkScratch &link)
+{
+    return is_ipv6(text) ? parse_ipv6(text, link.ipv6Neighbor) : parse_ipv4(text, link.ipv4Neighbor);
+}
+
+/// Takes a group of a link that tells more than one member.
+u32 take_link(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
+{
+    return take_once<LsLinkScratch>(bit, target, [&](LsLinkScratch &link) { return parse(value, link); });
+}
+
+/// The same, however often it comes. (14)
+u32 take_link_again(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
+{
+    static_cast<LsLinkScratch *>(target)->seen &= ~bit;
+    return take_link(bit, target, value, parse);
+}
+
+} // namespace
+
+#define BGPDT_LS_LINK(name, take, parse)                                                                               \
+    std::uint32_t name(std::uint32_t bit, char *value, void *target, LsPrefixParseContext *)                           \
+    {                                                                                                                  \
+        return take(bit, target, value, parse);                                                                        \
+    }
+
+BGPDT_LS_LINK(BgpLsParseLinkIdentifier, take_link, parse_link_identifiers)
+BGPDT_LS_LINK(BgpLsParseLinkLocal, take_link, parse_interface)
+BGPDT_LS_LINK(BgpLsParseLinkRemote, take_link, parse_neighbor)
+BGPDT_LS_LINK(BgpLsParseLinkIfAddress, take_link_again, parse_interface)
+BGPDT_LS_LINK(BgpLsParseLinkPeerAddress, take_link_again, parse_neighbor)
+
+BGPDT_LS_MEMBER(BgpLsParseLinkLinkLocalId, LsLinkScratch, linkLocalId, parse_ipv4)
+BGPDT_LS_MEMBER(BgpLsParseLinkLinkRemoteId, LsLinkScratch, linkRemoteId, parse_ipv4)
+BGPDT_LS_MEMBER(BgpLsParseLinkMtId, LsLinkScratch, mtId, parse_number)
+
+u32 BgpLsParsePrefixPrefix(u32 bit, char *value, void *target, ParseContext *context)
+{
+    return take_once<LsPrefixScratch>(
+        bit, target, [&](LsPrefixScratch &prefix) { return parse_prefix(value, prefix, context->routeType); });
+}
+
+BGPDT_LS_MEMBER(BgpLsParsePrefixMtId, LsPrefixScratch, mtId, parse_number)
+BGPDT_LS_MEMBER(BgpLsParsePrefixOspfRouteType, LsPrefixScratch, ospfRouteType, parse_number)
+
+BGPDT_LS_MEMBER(BgpLsParseTeProtocolOrigin, LsTeScratch, protocolOrigin, parse_octet)
+BGPDT_LS_MEMBER(BgpLsParseTeFlag, LsTeScratch, flags, parse_octet)
+BGPDT_LS_MEMBER(BgpLsParseTeEndpoint, LsTeScratch, endpoint, parse_address)
+BGPDT_LS_MEMBER(BgpLsParseTeColor, LsTeScratch, color, parse_number)
+BGPDT_LS_MEMBER(BgpLsParseTeOriginatorAs, LsTeScratch, originatorAs, parse_as_or_zero) // (8)
+BGPDT_LS_MEMBER(BgpLsParseTeOriginatorAddress, LsTeScratch, originatorAddress, parse_address)
+BGPDT_LS_MEMBER(BgpLsParseTeDiscriminator, LsTeScratch, discriminator, parse_number)
+
+u32 BgpLsParseSidMtId(u32 bit, char *value, void *target, ParseContext *context)
+{
+    if (context->protocolId == SYSDT_LS_BGP)
+        return SYSDT_OK; // (18)
+    return take_member(bit, target, value, &LsSidScratch::mtId, parse_number);
+}
+
+BGPDT_LS_MEMBER(BgpLsParseSidSid, LsSidScratch, sid, parse_ipv6)

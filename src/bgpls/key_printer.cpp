@@ -1,0 +1,315 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The printed form of a BGP-LS key: groups in brackets as the parser takes them, apart from what is told below.
+///
+/// Irregularities, all deliberate; (1) and (14) are FormatOut's:
+///  (2) AS 0 prints as nothing, and a member AS 0 takes its group with it; an originator AS 0 prints as 0.
+///  (3) An IGP router identifier prints as it stands, raw bytes up to the first zero, at most 49 of 50.
+///  (4) Unknown route types and protocols have no name and print as nothing; so has protocol 8, in the middle.
+///  (5) The name is that of the whole route type word, the form that of its low 8 bits.
+///  (6) A route type without a form prints as empty text.
+///  (7) Nodes and prefixes show the IGP form for BGP too.
+///  (8) Links and SIDs of BGP show no MT-ID.
+///  (9) A link with an identifier shows both and no address; without any it shows all four addresses, zero ones too.
+///  (10) A BGP link shows the IPv4 addresses, the IPv6 ones when both IPv4 are zero.
+///  (11) An address with a family other than 0 and 1 prints as nothing.
+///  (12) The identifier prints with all its 64 bits, though 32 can be entered.
+///  (13) The IGP form has no member AS and no BGP router identifier, the BGP form no area and no IGP router identifier.
+///  (15) The text ends with its 512th character.
+#include "bgpls/key_printer.hpp"
+
+#include <cstring>
+#include <span>
+
+#include "asn_community/as_number.hpp"
+#include "bgp_datatype/bgp_datatype.h"
+#include "common/print.hpp"
+
+namespace bgpdt {
+namespace {
+
+constexpr std::string_view route_type_names[] = {"",         "NODE",    "LINK", "IPV4-PREFIX", "IPV6-PREFIX",
+                                                 "TEPOLICY", "SRV6-SID"};
+constexpr std::string_view protocol_names[] = {"",       "ISIS-LEVEL-1", "ISIS-LEVEL-2", "OSPFv2", "DIRECT",
+                                               "STATIC", "OSPFv3",       "BGP",          "",       "SEGMENT-ROUTING"};
+
+constexpr std::string_view name_of(std::span<const std::string_view> names, u32 number) // (4)
+{
+    return number < names.size() ? names[number] : "";
+}
+
+/// A value's text, for use as "%s".
+class Text {
+public:
+    template <class Print>
+    static Text of(Print print_into)
+    {
+        Text text;
+        Writer out(text.characters_, sizeof text.characters_);
+        print_into(out);
+        text.length_ = out.finish();
+        return text;
+    }
+    operator std::string_view() const { return {characters_, length_}; }
+
+private:
+    char characters_[46];
+    u32 length_;
+};
+
+Text as_text(const SYSDT_AsNum &as)
+{
+    return Text::of([&](Writer &out) {
+        if (as.asNumValue != 0) // (2)
+            print_as_number(as.asNumValue, as.asType, out);
+    });
+}
+
+Text member_as_text(const SYSDT_AsNum &as)
+{
+    return Text::of([&](Writer &out) {
+        if (as.asNumValue != 0) // (2)
+            print<"[member-as%s]">(out, as_text(as));
+    });
+}
+
+Text originator_as_text(const SYSDT_AsNum &as)
+{
+    return as.asNumValue != 0 ? as_text(as) : Text::of([](Writer &out) { out.put('0'); }); // (2)
+}
+
+Text ipv4_text(u32 address)
+{
+    return Text::of([&](Writer &out) { print_ipv4_address(address, out); });
+}
+
+Text ipv6_text(const u8 (&address)[16])
+{
+    return Text::of([&](Writer &out) {
+        char text[46];
+        if (inet_ntop6(address, text, sizeof text) != nullptr)
+            out.put(text);
+    });
+}
+
+Text address_text(const LsIpAddr &address)
+{
+    switch (address.family) {
+    case 0: return ipv4_text(address.ipv4);
+    case 1: return ipv6_text(address.ipv6);
+    default: return Text::of([](Writer &) {}); // (11)
+    }
+}
+
+std::string_view router_id_text(const u8 (&router_id)[SYSDT_LS_ROUTER_ID_SIZE]) // (3)
+{
+    const auto *const text = reinterpret_cast<const char *>(router_id);
+    return {text, strnlen(text, sizeof router_id - 1)};
+}
+
+void print_head(const SYSDT_LsHead &head, Writer &out)
+{
+    print<"[%s][%s][IDENTIFIER%llu]">(out, name_of(route_type_names, head.routeType),                  // (5)
+                                      name_of(protocol_names, head.protocolId), u64{head.identifier}); // (12)
+}
+
+/// LOCAL or REMOTE with what an IGP knows of a node. (13)
+template <class Desc>
+void print_igp_node(const char *which, const Desc &node, Writer &out)
+{
+    print<"[%s[as%s][bgp-ls-identifier%s][ospf-area-id%s][igp-router-id%s]]">(
+        out, which, as_text(node.as), ipv4_text(node.bgpLsId), ipv4_text(node.ospfArea),
+        router_id_text(node.igpRouterId));
+}
+
+/// The same with what BGP knows of it. (13)
+void print_bgp_node(const char *which, const SYSDT_LsMemberNodeDesc &node, u32 bgp_router_id, Writer &out)
+{
+    print<"[%s[as%s][bgp-ls-identifier%s][bgp-router-id%s]%s]">(
+        out, which, as_text(node.as), ipv4_text(node.bgpLsId), ipv4_text(bgp_router_id), member_as_text(node.memberAs));
+}
+
+void print_node(const SYSDT_LsPrefix &key, Writer &out)
+{
+    print_head(key.head, out);
+    print_igp_node("LOCAL", key.node.local, out); // (7)
+}
+
+void print_bgp_link(const SYSDT_LsLink &link, Writer &out)
+{
+    const bool ipv6 = link.ipv4Interface == 0 && link.ipv4Neighbor == 0; // (10)
+    print<"[LINK[identifier%s.%s][local%s][remote%s]]">(
+        out, ipv4_text(link.linkLocalId), ipv4_text(link.linkRemoteId),
+        ipv6 ? ipv6_text(link.ipv6Interface) : ipv4_text(link.ipv4Interface),
+        ipv6 ? ipv6_text(link.ipv6Neighbor) : ipv4_text(link.ipv4Neighbor));
+}
+
+void print_igp_link(const SYSDT_LsLink &link, Writer &out)
+{
+    if (link.linkLocalId == 0 && link.linkRemoteId == 0) // (9)
+        print<"[LINK[if-address%s][peer-address%s][if-address%s][peer-address%s]">(
+            out, ipv4_text(link.ipv4Interface), ipv4_text(link.ipv4Neighbor), ipv6_text(link.ipv6Interface),
+            ipv6_text(link.ipv6Neighbor));
+    else
+        print<"[LINK[link-local-id%s][link-remote-id%s]">(out, ipv4_text(link.linkLocalId),
+                                                          ipv4_text(link.linkRemoteId));
+    if (link.mtId != SYSDT_LS_NO_MT_ID)
+        print<"[mt-id%u]">(out, u32{link.mtId});
+    out.put(']');
+}
+
+void print_link(const SYSDT_LsPrefix &key, Writer &out)
+{
+    const auto &link = key.link;
+    print_head(link.head, out);
+    if (link.head.protocolId == SYSDT_LS_BGP) {
+        print_bgp_node("LOCAL", link.local, link.localBgpRouterId, out);
+        print_bgp_node("REMOTE", link.remote, link.remoteBgpRouterId, out);
+        print_bgp_link(link, out); // (8)
+    } else {
+        print_igp_node("LOCAL", link.local, out);
+        print_igp_node("REMOTE", link.remote, out);
+        print_igp_link(link, out);
+    }
+}
+
+template <class Prefix>
+void print_prefix(const Prefix &key, const Text &prefix, Writer &out)
+{
+    print_head(key.head, out);
+    print_igp_node("LOCAL", key.local, out); // (7)
+    out.put("[PREFIX");
+    if (key.mtId != SYSDT_LS_NO_MT_ID)
+        print<"[mt-id%u]">(out, u32{key.mtId});
+    print<"[ospf-route-type%u][prefix%s/%u]]">(out, u32{key.ospfRouteType}, prefix, key.prefixLength);
+}
+
+void print_ipv4_prefix(const SYSDT_LsPrefix &key, Writer &out)
+{
+    print_prefix(key.ipv4Prefix, ipv4_text(key.ipv4Prefix.prefix), out);
+}
+
+void print_ipv6_prefix(const SYSDT_LsPrefix &key, Writer &out)
+{
+    print_prefix(key.ipv6Prefix, ipv6_text(key.ipv6Prefix.prefix), out);
+}
+
+void print_te(const SYSDT_LsPrefix &key, Writer &out)
+{
+    const auto &policy = key.tePolicy;
+    print<"[TE[protocol-origin%u][Flag%u][endpoint%s][color%u][originator-as%s][originator-address%s]"
+          "[discriminator%u]]">(out, policy.protocolOrigin, policy.flags, address_text(policy.endpoint),
+                                u32{policy.color}, originator_as_text(policy.originatorAs),
+                                address_text(policy.originatorAddress), u32{policy.discriminator});
+}
+
+void print_te_policy(const SYSDT_LsPrefix &key, Writer &out)
+{
+    const auto &policy = key.tePolicy;
+    print_head(policy.head, out);
+    print<"[LOCAL[as%s][bgp-ls-identifier%s][bgp-router-id%s][ipv4-router-id%s][ipv6-router-id%s]]">(
+        out, as_text(policy.as), ipv4_text(policy.bgpLsId), ipv4_text(policy.bgpRouterId),
+        ipv4_text(policy.ipv4RouterId), ipv6_text(policy.ipv6RouterId));
+    print_te(key, out);
+}
+
+void print_srv6_sid(const SYSDT_LsPrefix &key, Writer &out)
+{
+    const auto &sid = key.srv6Sid;
+    const bool bgp = sid.head.protocolId == SYSDT_LS_BGP;
+    print_head(sid.head, out);
+    if (bgp)
+        print_bgp_node("LOCAL", sid.local, sid.bgpRouterId, out);
+    else
+        print_igp_node("LOCAL", sid.local, out);
+    out.put("[SID");
+    if (!bgp && sid.mtId != SYSDT_LS_NO_MT_ID) // (8)
+        print<"[mt-id%u]">(out, u32{sid.mtId});
+    print<"[sid%s]]">(out, ipv6_text(sid.sid));
+}
+
+using Printer = void(const SYSDT_LsPrefix &key, Writer &out);
+
+constexpr Printer *printers[SYSDT_LS_ROUTE_TYPES] = {
+    nullptr, print_node, print_link, print_ipv4_prefix, print_ipv6_prefix, print_te_policy, print_srv6_sid,
+};
+
+Printer *printer_of(const SYSDT_LsPrefix &key) // (5)
+{
+    const u32 route_type = key.head.routeType & 0xFF;
+    return route_type < SYSDT_LS_ROUTE_TYPES ? printers[route_type] : nullptr; // (6)
+}
+
+u32 print_alone(Printer &print_into, const SYSDT_LsPrefix *key, char *buffer, u32 size, u32 *length)
+{
+    if (key == nullptr || buffer == nullptr || length == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    if (size == 0)
+        return SYSDT_ERR_FAIL;
+    Writer out(buffer, size);
+    print_into(*key, out);
+    *length += out.finish();
+    return SYSDT_OK;
+}
+
+u32 put_name(std::string_view name, char *buffer, u32 size)
+{
+    if (buffer == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    if (name.empty() || size == 0)
+        return SYSDT_OK;
+    Writer out(buffer, size);
+    out.put(name);
+    out.finish();
+    return SYSDT_OK;
+}
+
+} // namespace
+
+bool print_key(const SYSDT_LsPrefix &key, Writer &out)
+{
+    Printer *const print_into = printer_of(key);
+    if (print_into == nullptr)
+        return false;
+    print_into(key, out);
+    return true;
+}
+
+} // namespace bgpdt
+
+using namespace bgpdt;
+
+u32 SYSDT_LsPrefix2Str(const SYSDT_LsPrefix *record, char *buffer, u32 *lengthOut)
+{
+    if (record == nullptr || buffer == nullptr || lengthOut == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    Printer *const print_into = printer_of(*record);
+    if (print_into == nullptr)
+        return SYSDT_ERR_FAIL;
+    *lengthOut = 0;
+    return print_alone(*print_into, record, buffer, key_text_size, lengthOut); // (15)
+}
+
+#define BGPDT_LS_PRINTER(name, print_into)                                                                             \
+    std::uint32_t name(const SYSDT_LsPrefix *record, char *buffer, std::uint32_t size, std::uint32_t *lengthOut)       \
+    {                                                                                                                  \
+        return print_alone(print_into, record, buffer, size, lengthOut);                                               \
+    }
+
+BGPDT_LS_PRINTER(SYSDT_LS_NodeKeyToStr, print_node)
+BGPDT_LS_PRINTER(SYSDT_LS_LinkKeyToStr, print_link)
+BGPDT_LS_PRINTER(SYSDT_LS_Ipv4PrefixKeyToStr, print_ipv4_prefix)
+BGPDT_LS_PRINTER(SYSDT_LS_Ipv6PrefixKeyToStr, print_ipv6_prefix)
+BGPDT_LS_PRINTER(SYSDT_LS_TePolicyKeyToStr, print_te_policy)
+BGPDT_LS_PRINTER(SYSDT_LS_Srv6SidKeyToStr, print_srv6_sid)
+BGPDT_LS_PRINTER(SYSDT_LS_TePolicy_TeKeyToStr, print_te)
+
+u32 SYSDT_LS_RouteTypeEnum2Str(u32 type, char *buffer, u32 size)
+{
+    return put_name(name_of(route_type_names, type), buffer, size);
+}
+
+u32 SYSDT_LS_ProtclTypeEnum2Str(u32 protocol, char *buffer, u32 size)
+{
+    return put_name(name_of(protocol_names, protocol), buffer, size);
+}

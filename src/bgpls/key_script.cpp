@@ -1,0 +1,255 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// A BGP-LS key as a script table, whose fields depend on the route type. The field tables of fields.hpp tell their
+/// names and the order in which they are set; the order in which they are read stands here. IPv4 addresses, areas and
+/// router identifiers of BGP are numbers, IPv6 addresses and SIDs arrays of 16 numbers, AS numbers, addresses of either
+/// family, the identifier and the prefix tables of their own, IGP router identifiers strings.
+///
+/// Irregularities, all deliberate:
+///  (1) Scripts always see eight bytes of an IGP router identifier; its told length is 8 for IS-IS, for any other
+///      protocol 8 or 4, by whether the last four bytes are zero.
+///  (2) When read, the told length is not used: the string has its own, up to 50 bytes.
+///  (3) A field that a node, a link or an IPv4 prefix lacks ends the reading; what was read stays.
+///  (4) Of these, a bad AS is passed over, and so is a node's bad identifier.
+///  (5) An IPv6 prefix, a TE policy and a SID are always read with success; a number that is missing or no number
+///      becomes the status for it, 0x801707, its low byte in a byte.
+///  (6) Of these, a bad array, string or table within ends the reading; what was read stays.
+///  (7) A route type of 0 or above 6 has nothing but its route type, both ways.
+///  (8) Prefix length, protocol origin, flags and family keep their low 8 bits.
+///  (9) The names differ: uiLocIgpRtIdLen and uiRmtIgpRtIdLen, uiLocOspfAreaId and uiRemOspfAreaId.
+///  (10) A link's and a SID's tables are made for fewer fields than they get.
+#include <array>
+#include <string_view>
+
+#include "bgp_datatype/bgp_datatype.h"
+#include "bgp_datatype/fields.hpp"
+#include "common/bytes.hpp"
+#include "common/script.hpp"
+
+using namespace bgpdt;
+using script::Table;
+
+namespace {
+
+/// What scripts see as one: a field, or all fields of a table.
+using Rows = std::span<const Field>;
+
+constexpr bool stands_in(const Field &field, std::string_view table)
+{
+    return field.table != nullptr && field.table == table;
+}
+
+/// The first field, with it those of its table.
+constexpr Rows first_rows(Rows fields)
+{
+    std::size_t count = 1;
+    while (count < fields.size() && fields[0].table != nullptr && stands_in(fields[count], fields[0].table))
+        ++count;
+    return fields.first(count);
+}
+
+/// The kinds of rows that are not plain numbers and arrays.
+constexpr bool is_identifier(const Field &field) { return field.width == sizeof(u64); }
+constexpr bool is_router_id(const Field &field) { return field.form == Form::bytes; }
+constexpr bool is_router_id_length(const Field &field) { return field.count == 0; }
+constexpr bool is_plain_number(const Field &field) { return field.count == 1 && !is_identifier(field); }
+constexpr bool is_as(Rows rows) { return std::string_view(rows.back().key) == "asType"; }
+
+/// The rows under a name: a table's, or the field's. With an unknown one it runs past the end, and the build stops.
+consteval Rows rows_of(Rows fields, std::string_view name)
+{
+    for (;; fields = fields.subspan(1)) {
+        if (stands_in(fields[0], name))
+            return first_rows(fields);
+        if (name == fields[0].key)
+            return fields.first(1);
+    }
+}
+
+template <std::size_t Count>
+consteval auto reading_order(Rows fields, const char *const (&names)[Count])
+{
+    std::array<Rows, Count> order;
+    for (std::size_t i = 0; i < Count; ++i)
+        order[i] = rows_of(fields, names[i]);
+    return order;
+}
+
+constexpr auto node_order =
+    reading_order(ls_node_fields, {"uiProtocolId", "uiLocIgpRtIdLen", "stLocIgpRtId", "uiLocOspfAreaId",
+                                   "stLocalBgpLsId", "stLocalAs", "uiIdentifier"});
+constexpr auto link_order = reading_order(
+    ls_link_fields,
+    {"uiProtocolId",    "uiMtId",         "stIpv6PeerAddr",  "stIpv6IntfAddr",  "stIpv4PeerAddr",  "stIpv4IntfAddr",
+     "uiLinkRemId",     "uiLinkLocId",    "uiRmtIgpRtIdLen", "stRemIgpRtId",    "uiRemOspfAreaId", "uiRemoteBgpRtId",
+     "stRemoteBgpLsId", "stRemoteAs",     "remoteMemberAs",  "uiLocIgpRtIdLen", "stLocIgpRtId",    "uiLocOspfAreaId",
+     "uiLocalBgpRtId",  "stLocalBgpLsId", "stLocalAs",       "localMemberAs",   "uiIdentifier"});
+constexpr auto ipv4_prefix_order = reading_order(
+    ls_ipv4_prefix_fields, {"uiProtocolId", "uiPrefixLen", "stIpv4Prefix", "uiOspfRtType", "uiMtId", "uiLocIgpRtIdLen",
+                            "stLocIgpRtId", "uiLocOspfAreaId", "stLocalBgpLsId", "stLocalAs", "uiIdentifier"});
+constexpr auto ipv6_prefix_order = reading_order(
+    ls_ipv6_prefix_fields, {"uiProtocolId", "uiPrefixLen", "stIpv6Prefix", "uiOspfRtType", "uiMtId", "uiLocIgpRtIdLen",
+                            "stLocIgpRtId", "uiLocOspfAreaId", "stLocalBgpLsId", "stLocalAs", "uiIdentifier"});
+constexpr auto te_policy_order = reading_order(
+    ls_te_policy_fields,
+    {"uiProtocolId", "stLocalBgpLsId", "uiLocalBgpRtId", "teRouterId", "ipv6TeRouterId", "protocolOrigin", "flags",
+     "endpoint", "color", "originatorAs", "originatorAddr", "discriminator", "stLocalAs", "uiIdentifier"});
+constexpr auto srv6_sid_order = reading_order(
+    ls_srv6_sid_fields, {"uiProtocolId", "srv6SidInfo", "uiMtId", "uiLocIgpRtIdLen", "stLocIgpRtId", "uiLocOspfAreaId",
+                         "uiLocalBgpRtId", "stLocalBgpLsId", "stLocalAs", "localMemberAs", "uiIdentifier"});
+
+/// How scripts and a route type go together.
+struct RouteTypeScript {
+    i32 slots; ///< what the table is made for
+    std::span<const Rows> order;
+    bool lenient = false;           ///< (5) (6)
+    bool passes_identifier = false; ///< (4)
+};
+
+constexpr RouteTypeScript route_types[SYSDT_LS_ROUTE_TYPES] = {
+    {1, {}}, // (7)
+    {.slots = 8, .order = node_order, .passes_identifier = true},
+    {.slots = 22, .order = link_order}, // (10)
+    {.slots = 11, .order = ipv4_prefix_order},
+    {.slots = 11, .order = ipv6_prefix_order, .lenient = true},
+    {.slots = 15, .order = te_policy_order, .lenient = true},
+    {.slots = 11, .order = srv6_sid_order, .lenient = true}, // (10)
+};
+
+const RouteTypeScript &script_of(u32 route_type)
+{
+    return route_types[route_type < SYSDT_LS_ROUTE_TYPES ? route_type : 0];
+}
+
+u32 told_router_id_length(const SYSDT_LsPrefix &key, const u8 *router_id) // (1)
+{
+    const u32 protocol = key.head.protocolId;
+    const bool isis = protocol == SYSDT_LS_ISIS_LEVEL_1 || protocol == SYSDT_LS_ISIS_LEVEL_2;
+    return isis || load<u32>(router_id + 4) != 0 ? 8 : 4;
+}
+
+void set_rows(void *state, const Table &out, Rows rows, const SYSDT_LsPrefix &key)
+{
+    const Field &field = rows[0];
+    const u8 *const at = key.bytes + field.offset;
+    if (is_router_id(field)) {
+        out.set_octets(field.key, {at, 8}); // (1)
+    } else if (is_router_id_length(field)) {
+        out.set_number(field.key, told_router_id_length(key, at));
+    } else if (is_identifier(field)) {
+        const auto words = Table::create(state, 0, 2);
+        words.set_number("hUint32", static_cast<u32>(load<u64>(at) >> 32));
+        words.set_number("lUint32", static_cast<u32>(load<u64>(at)));
+        out.set(field.key);
+    } else if (field.table != nullptr) {
+        Table::create(state, 0, static_cast<i32>(rows.size())).set_fields(rows, key.bytes);
+        out.set(field.table);
+    } else {
+        out.set_fields(rows, key.bytes);
+    }
+}
+
+u32 get_router_id(const Table &source, const Field &field, u8 *at) // (2)
+{
+    u8 router_id[SYSDT_LS_ROUTER_ID_SIZE]{};
+    const u32 status = source.get_octets(field.key, router_id);
+    if (status == SYSDT_OK)
+        std::memcpy(at, router_id, sizeof router_id);
+    return status;
+}
+
+u32 get_identifier(const Table &words, u8 *at)
+{
+    u32 word = 0;
+    if (!words.is_table() || !words.get_number("hUint32", word))
+        return SYSDT_ERR_PARAM;
+    store(at, u64{word} << 32 | static_cast<u32>(load<u64>(at)));
+    if (!words.get_number("lUint32", word))
+        return SYSDT_ERR_PARAM;
+    store(at, load<u64>(at) >> 32 << 32 | word);
+    return SYSDT_OK;
+}
+
+/// Stores the status in the place of a number that is none. (5)
+void store_no_number(const Field &field, u8 *at)
+{
+    if (field.width == 1)
+        *at = static_cast<u8>(SYSDT_ERR_PARAM);
+    else
+        store(at, u32{SYSDT_ERR_PARAM});
+}
+
+u32 get_rows(const Table &source, Rows rows, SYSDT_LsPrefix &key, bool lenient)
+{
+    const Field &field = rows[0];
+    u8 *const at = key.bytes + field.offset;
+    u32 number = 0;
+    if (is_router_id(field))
+        return get_router_id(source, field, at);
+    if (is_router_id_length(field))
+        return source.get_number(field.key, number) || lenient ? SYSDT_OK : SYSDT_ERR_PARAM; // (2)
+    if (is_identifier(field))
+        return get_identifier(source.field(field.key), at);
+    const Table holder = field.table != nullptr ? source.field(field.table) : source;
+    if (!holder.is_table())
+        return SYSDT_ERR_PARAM;
+    const u32 status = holder.get_fields(rows, key.bytes);
+    if (status == SYSDT_OK || !lenient || rows.size() > 1 || !is_plain_number(field))
+        return status;
+    store_no_number(field, at);
+    return SYSDT_OK;
+}
+
+/// Whether a failure does not matter. (4)
+bool passes(const RouteTypeScript &type, Rows rows)
+{
+    return (is_as(rows) && !type.lenient) || (is_identifier(rows[0]) && type.passes_identifier);
+}
+
+u32 get_key(void *state, const Table &source, SYSDT_LsPrefix &key)
+{
+    u32 route_type = 0;
+    if (!source.is_table() || !source.get_number("uiRouteType", route_type))
+        return SYSDT_ERR_PARAM;
+    key.head.routeType = route_type;
+    const RouteTypeScript &type = script_of(route_type);
+    for (const Rows rows : type.order) {
+        const u32 status = get_rows(source, rows, key, type.lenient);
+        script::pop_to(state, source.index());
+        if (status != SYSDT_OK && !passes(type, rows))
+            return type.lenient ? SYSDT_OK : status; // (3) (6)
+    }
+    return SYSDT_OK;
+}
+
+} // namespace
+
+u32 SYSDT_LSPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 length, const void *data)
+{
+    if (state == nullptr || name == nullptr || data == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    if (length < SYSDT_LS_SIZE)
+        return SYSDT_ERR_PARAM;
+    const auto &key = *static_cast<const SYSDT_LsPrefix *>(data);
+    table = script::absolute(state, table);
+    const auto out = Table::create(state, 0, script_of(key.head.routeType).slots);
+    for (Rows fields = ls_layout_of(key.head.routeType).fields; !fields.empty();) {
+        const Rows rows = first_rows(fields);
+        set_rows(state, out, rows, key);
+        fields = fields.subspan(rows.size());
+    }
+    SYSDT_SPTI_SetField(state, table, name);
+    return SYSDT_OK;
+}
+
+u32 SYSDT_LSPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 length, void *data)
+{
+    if (state == nullptr || name == nullptr || data == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    if (length < SYSDT_LS_SIZE)
+        return SYSDT_ERR_PARAM;
+    const i32 top = SYSDT_SPTI_GetTop(state);
+    const u32 status = get_key(state, Table::field(state, table, name), *static_cast<SYSDT_LsPrefix *>(data));
+    script::pop_to(state, top);
+    return status;
+}

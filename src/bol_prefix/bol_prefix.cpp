@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// BOLPREFIX: one of seventeen kinds of route key behind a sub-kind word.
+///
+///      0          4                                                    89
+///     +----------+----------------------------------------------------+
+///     | sub-kind | key, laid out by its kind; unused bytes are zero    |   sub-kind u32 in host order
+///     +----------+----------------------------------------------------+
+///
+/// The two tables are the only place where the kinds are told; nothing else here knows any of them.
+///
+/// Irregularities, all deliberate:
+///  (1) A text goes to the rows in their order, and the first that takes it wins. A row that trims it cuts its trailing
+///      blanks for the rows behind.
+///  (2) Whatever a row answers but 0 becomes SYSDT_ERR_INVALID_VALUE, a mode that it does not support too.
+///  (3) Check, Help and Compare ask the rows in order too, whatever the sub-kind: a value is sound when any row says
+///  so,
+///      and equal when any row says so; there is no order.
+///  (4) Scripts are read by the second table, not by the rows' own LuaGet. The sub-kind is stored first and stays.
+///  (5) Row 0 is called "IPV4" but has the VPLS names; the names mix "_" and "-"; kind 13 stands behind "RPD"; rows 9
+///  to
+///      11 take no text, rows 14 to 16 have no LuaGet, and several rows borrow the callbacks of others.
+#include <cstring>
+
+#include "bol_prefix/bol_row.hpp"
+#include "common/bytes.hpp"
+#include "common/dispatch.hpp"
+
+using namespace bgpdt;
+
+constinit const SYSDT_DispatchRow g_astBOL_PREFIX_ProcTable[SYSDT_BOL_KINDS] = {
+    {0, "IPV4", SYSDT_VplsAdPrefixFormatIn, SYSDT_VplsAdPrefixFormatOut, SYSDT_VplsAdPrefixCheck,
+     SYSDT_VplsAdPrefixHelp, SYSDT_VplsAdPrefixCompare, SYSDT_VplsAdPrefixLuaSet, SYSDT_VplsAdPrefixLuaGet},
+    {1, "EVN", SYSDT_EVNPrefixFormatIn, SYSDT_EVNPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_EVNPrefixLuaSet, SYSDT_EVNPrefixLuaGet},
+    {2, "NG_TYPE_2", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix2LuaSet, SYSDT_EVNPrefixLuaGet},
+    {3, "NG_TYPE_3", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix3LuaSet, SYSDT_EVNPrefixLuaGet},
+    {4, "NG_TYPE_4_2", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix42LuaSet, SYSDT_EVNPrefixLuaGet},
+    {5, "NG_TYPE_4-3", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix43LuaSet, SYSDT_EVNPrefixLuaGet},
+    {6, "NG_TYPE_5", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix5LuaSet, SYSDT_EVNPrefixLuaGet},
+    {7, "NG_TYPE_6", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix6LuaSet, SYSDT_EVNPrefixLuaGet},
+    {8, "VRFRTEXT", SYSDT_VrfRtExtFormatIn, SYSDT_VrfRtExtFormatOut, SYSDT_EVNPrefixCheck, SYSDT_VrfRtHelp,
+     SYSDT_VrfRtCompare, SYSDT_VrfRtExtLuaSet, SYSDT_VrfRtExtLuaGet},
+    {9, "L2VPN", nullptr, SYSDT_L2VPNPrefixFormatOut, SYSDT_VplsAdPrefixCheck, SYSDT_VplsAdPrefixHelp,
+     SYSDT_VplsAdPrefixCompare, SYSDT_L2VPNPrefixLuaSet, SYSDT_L2VPNPrefixLuaGet},
+    {10, "VPNV4MCAST", nullptr, SYSDT_VPNV4MCASTPrefixFormatOut, SYSDT_VPNV4MCASTPrefixCheck,
+     SYSDT_VPNV4MCASTPrefixHelp, SYSDT_VPNV4MCASTPrefixCompare, SYSDT_VPNV4MCASTPrefixLuaSet,
+     SYSDT_VPNV4MCASTPrefixLuaGet},
+    {11, "MDT", nullptr, SYSDT_MdtPrefixFormatOut, SYSDT_MdtPrefixCheck, SYSDT_MdtPrefixHelp, SYSDT_MdtPrefixCompare,
+     SYSDT_MdtPrefixLuaSet, SYSDT_MdtPrefixLuaGet},
+    {12, "RPD", SYSDT_RpdPrefixFormatIn, SYSDT_RpdPrefixFormatOut, SYSDT_RpdPrefixCheck, SYSDT_RpdPrefixHelp,
+     SYSDT_RpdPrefixCompare, SYSDT_RpdPrefixLuaSet, SYSDT_RpdPrefixLuaGet},
+    {13, "NG_TYPE_4-1", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix41LuaSet, SYSDT_EVNPrefixLuaGet},
+    {14, "SRPOLICY", SYSDT_SrPolicyPrefixFormatIn, SYSDT_SrPolicyPrefixFormatOut, SYSDT_SrPolicyPrefixCheck,
+     SYSDT_SrPolicyPrefixHelp, SYSDT_SrPolicyPrefixCompare, SYSDT_SrPolicyPrefixLuaSet, nullptr},
+    {15, "IPV6", SYSDT_Ipv6BolPrefixFormatIn, SYSDT_Ipv6BolPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
+     SYSDT_EVNPrefixCompare, SYSDT_Ipv6BolPrefixLuaSet, nullptr},
+    {16, "SD-WAN", SYSDT_SdwanPrefixFormatIn, SYSDT_SdwanPrefixFormatOut, SYSDT_SdwanPrefixCheck, SYSDT_SdwanPrefixHelp,
+     SYSDT_SdwanPrefixCompare, SYSDT_SdwanPrefixLuaSet, nullptr},
+};
+
+constinit const SYSDT_ScriptReadRow g_astBOL_PREFIX_LuaGetTable[SYSDT_BOL_KINDS] = {
+    {0, SYSDT_VplsAdPrefixNewLuaGet},   {1, SYSDT_EVNPrefixNewLuaGet},         {2, SYSDT_NGPrefix2NewLuaGet},
+    {3, SYSDT_NGPrefix3NewLuaGet},      {4, SYSDT_NGPrefix42NewLuaGet},        {5, SYSDT_NGPrefix43NewLuaGet},
+    {6, SYSDT_NGPrefix5NewLuaGet},      {7, SYSDT_NGPrefix6NewLuaGet},         {8, SSYSDT_VrfRtExtNewLuaGet},
+    {9, SYSDT_L2VPNPrefixNewLuaGet},    {10, SYSDT_VPNV4MCASTPrefixNewLuaGet}, {11, SYSDT_MdtPrefixNewLuaGet},
+    {12, SYSDT_RpdPrefixNewLuaGet},     {13, SYSDT_NGPrefix41NewLuaGet},       {14, SYSDT_SrPolicyPrefixNewLuaGet},
+    {15, SYSDT_Ipv6BolPrefixNewLuaGet}, {16, SYSDT_SdwanPrefixNewLuaGet},
+};
+
+namespace {
+
+constexpr DispatchTable rows{g_astBOL_PREFIX_ProcTable};
+
+/// The sub-kind word of a value that may be shorter than it.
+u32 sub_kind(u32 length, const void *value)
+{
+    u8 word[sizeof(u32)]{};
+    std::memcpy(word, value, std::min<std::size_t>(length, sizeof word));
+    return load<u32>(word);
+}
+
+} // namespace
+
+u32 SYSDT_BolPrefixFormatIn(Context *context, u32 unused, u32 textLength, char *text, u16 *kind, u16 *length,
+                            void **data)
+{
+    if (context == nullptr || text == nullptr || !Output{kind, length, data}.complete())
+        return SYSDT_ERR_NULL_PTR;
+    return offer<&SYSDT_DispatchRow::formatIn>(rows, context, unused, textLength, text, kind, length, data); // (1) (2)
+}
+
+u32 SYSDT_BolPrefixFormatOut(Context *context, u32 type, u32 size, const void *value, u16 *kind, u16 *length,
+                             void **data)
+{
+    if (context == nullptr || value == nullptr || !Output{kind, length, data}.complete())
+        return SYSDT_ERR_NULL_PTR;
+    return offer<&SYSDT_DispatchRow::formatOut>(row_of(rows, sub_kind(size, value)), context, type, size, value, kind,
+                                                length, data);
+}
+
+u32 SYSDT_BolPrefixCheck(const void *first, u32 unused, u32 length, const void *data)
+{
+    if (first == nullptr || data == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    return offer<&SYSDT_DispatchRow::check>(rows, first, unused, length, data); // (3)
+}
+
+u32 SYSDT_BolPrefixHelp(Context *context, u32 unused2, u32 unused3, const void *fourth, const HelpRequest *request,
+                        HelpInfo *info)
+{
+    if (context == nullptr || fourth == nullptr || request == nullptr || info == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    return offer<&SYSDT_DispatchRow::help>(rows, context, unused2, unused3, fourth, request, info); // (3)
+}
+
+i32 SYSDT_BolPrefixCompare(const void *unused, u32 length, const void *first, const void *second)
+{
+    if (first == nullptr || second == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    return static_cast<i32>(offer<&SYSDT_DispatchRow::compare>(rows, unused, length, first, second)); // (3)
+}
+
+u32 SYSDT_BolPrefixLuaSet(void *state, i32 table, const char *name, u32 unused, u32 length, const void *data)
+{
+    if (state == nullptr || name == nullptr || data == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    if (length < SYSDT_BOL_SIZE)
+        return SYSDT_ERR_INVALID_VALUE;
+    return offer<&SYSDT_DispatchRow::luaSet>(row_of(rows, load<u32>(data)), state, table, name, unused, length, data);
+}
+
+u32 SYSDT_BolPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 length, void *data)
+{
+    if (state == nullptr || name == nullptr || data == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    if (length < SYSDT_BOL_SIZE)
+        return SYSDT_ERR_PARAM;
+    const auto value = script::Table::field(state, table, name);
+    u32 kind = 0;
+    if (!value.is_table() || !value.get_number("bolType", kind))
+        return SYSDT_ERR_PARAM;
+    if (kind >= SYSDT_BOL_KINDS || g_astBOL_PREFIX_LuaGetTable[kind].reader == nullptr)
+        return SYSDT_ERR_INVALID_VALUE;
+    store(data, kind); // (4)
+    const u32 status = g_astBOL_PREFIX_LuaGetTable[kind].reader(state, data, value.index());
+    return status == SYSDT_OK ? SYSDT_OK : SYSDT_ERR_INVALID_VALUE;
+}
+
+u32 SYSDT_BolPrefixLuaParseToIPv4IPv6(void *state, u32 addressType, SYSDT_ScriptAddress *destination)
+{
+    if (state == nullptr || destination == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    switch (addressType) {
+    case 0:
+        if (SYSDT_SPTI_IsNumber(state, -1) == 0)
+            return SYSDT_ERR_PARAM;
+        destination->ipv4 = SYSDT_SPTI_ToUInt(state, -1);
+        break;
+    case 1:
+        if (const u32 status = script::Table::top(state).get_bytes(destination->ipv6); status != SYSDT_OK)
+            return status;
+        SYSDT_SPTI_Pop(state, 1);
+        break;
+    default: return SYSDT_OK;
+    }
+    destination->family = addressType;
+    return SYSDT_OK;
+}
+
+namespace bgpdt {
+
+u32 get_bol_row(void *state, i32 table, const char *name, u32 length, void *data, const Layout &layout, u32 kind)
+{
+    if (state == nullptr || name == nullptr || data == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    if (length < SYSDT_BOL_SIZE)
+        return SYSDT_ERR_PARAM;
+    u8 *const value = static_cast<u8 *>(data);
+    const auto source = script::Table::field(state, table, name);
+    if (!source.is_table())
+        return SYSDT_ERR_PARAM;
+    if (const u32 status = source.get_fields(layout.fields.first(1), value); status != SYSDT_OK)
+        return status;
+    return load<u32>(value) == kind ? source.get_fields(key_fields(layout), value) : SYSDT_ERR_FAIL;
+}
+
+u32 read_bol_fields(void *state, void *value, i32 table, std::span<const Field> fields)
+{
+    if (state == nullptr || value == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    return script::Table::at(state, table).get_fields(fields, static_cast<u8 *>(value));
+}
+
+} // namespace bgpdt

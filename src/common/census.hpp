@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// A census of a text's characters in one pass: the grammars choose their form by how many separators there are.
+#pragma once
+
+#include <array>
+
+#include "common/format.hpp"
+
+namespace bgpdt {
+
+/// What a text of at most 255 characters is made of.
+class Census {
+public:
+    constexpr u32 dots() const { return counts_ & 0xFF; }
+    constexpr u32 colons() const { return counts_ >> 8 & 0xFF; }
+    /// The grammar's third separator: hyphens or stars.
+    constexpr u32 marks() const { return counts_ >> 16 & 0xFF; }
+    /// Characters that the grammar does not know.
+    constexpr u32 strangers() const { return counts_ >> 24; }
+
+    /// Counts the characters; those not in Known are strangers.
+    template <FixedString Known>
+    static constexpr Census of(const char *text)
+    {
+        Census census;
+        for (; *text != '\0'; ++text)
+            census.counts_ += weight<Known>[static_cast<u8>(*text)];
+        return census;
+    }
+
+private:
+    /// What each character adds to the four counters, a byte each.
+    template <FixedString Known>
+    static constexpr std::array<u32, 256> weight = [] {
+        std::array<u32, 256> table{};
+        table.fill(1U << 24);
+        for (std::size_t i = 0; i < Known.length; ++i) {
+            const char character = Known.text[i];
+            table[static_cast<u8>(character)] = character == '.'                       ? 1U
+                                                : character == ':'                     ? 1U << 8
+                                                : character == '-' || character == '*' ? 1U << 16
+                                                                                       : 0U;
+        }
+        return table;
+    }();
+
+    u32 counts_ = 0;
+};
+
+} // namespace bgpdt

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Numbers to digits, without a division that the target's processor lacks: the 64-bit form works in 16-bit limbs.
+#pragma once
+
+#include "common/types.hpp"
+
+namespace bgpdt {
+
+namespace digits {
+
+inline constexpr auto pairs = [] {
+    struct {
+        char text[200];
+    } table{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        table.text[2 * i] = static_cast<char>('0' + i / 10);
+        table.text[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return table;
+}();
+
+constexpr int count(u32 number)
+{
+    int digits = 1;
+    for (u32 limit = 10; digits < 10 && number >= limit; limit *= 10)
+        ++digits;
+    return digits;
+}
+
+constexpr void put_pair(char *to, u32 number)
+{
+    const char *const pair = pairs.text + std::size_t{2} * number;
+    to[0] = pair[0];
+    to[1] = pair[1];
+}
+
+/// Writes exactly four digits.
+constexpr char *write_four(char *to, u32 number)
+{
+    put_pair(to, number / 100);
+    put_pair(to + 2, number % 100);
+    return to + 4;
+}
+
+} // namespace digits
+
+inline constexpr std::size_t most_u32_digits = 10;
+inline constexpr std::size_t most_u64_digits = 20;
+inline constexpr std::size_t most_hex_digits = 8;
+
+/// Writes a number in decimal and returns the end.
+[[gnu::noinline]] constexpr char *write_decimal(char *to, u32 number)
+{
+    char *const end = to + digits::count(number);
+    char *at = end;
+    for (; number >= 100; number /= 100)
+        digits::put_pair(at -= 2, number % 100);
+    if (number >= 10)
+        digits::put_pair(at - 2, number);
+    else
+        at[-1] = static_cast<char>('0' + number);
+    return end;
+}
+
+[[gnu::noinline]] constexpr char *write_decimal(char *to, u64 number)
+{
+    if (number <= UINT32_MAX)
+        return write_decimal(to, static_cast<u32>(number));
+    // Long division by 10000, high limb first, gives the number's groups of four digits from the last to the first.
+    u32 limb[4] = {static_cast<u32>(number >> 48), static_cast<u32>(number >> 32) & 0xFFFF,
+                   static_cast<u32>(number >> 16) & 0xFFFF, static_cast<u32>(number) & 0xFFFF};
+    u32 group[5]{};
+    for (int i = 4; i >= 0; --i) {
+        u32 rest = 0;
+        for (u32 &part : limb) {
+            const u32 dividend = rest << 16 | part;
+            part = dividend / 10000;
+            rest = dividend % 10000;
+        }
+        group[i] = rest;
+    }
+    int first = 0;
+    while (group[first] == 0)
+        ++first;
+    to = write_decimal(to, group[first]);
+    for (int i = first + 1; i < 5; ++i)
+        to = digits::write_four(to, group[i]);
+    return to;
+}
+
+/// Writes a number in lower-case hexadecimal with at least so many digits and returns the end.
+[[gnu::noinline]] constexpr char *write_hex(char *to, u32 number, int fewest = 1)
+{
+    int count = fewest;
+    while (count < 8 && number >> (4 * count) != 0)
+        ++count;
+    for (int shift = 4 * (count - 1); shift >= 0; shift -= 4)
+        *to++ = "0123456789abcdef"[number >> shift & 0xF];
+    return to;
+}
+
+} // namespace bgpdt

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// print<"%u.%u:%u">(out, a, b, c): snprintf with a format that the compiler reads, into a bounded writer.
+#pragma once
+
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "common/digits.hpp"
+#include "common/format.hpp"
+#include "common/writer.hpp"
+
+namespace bgpdt {
+namespace format {
+
+/// The most characters that a piece writes; strings have no such limit.
+constexpr std::size_t most_characters(const Piece &piece)
+{
+    switch (piece.conversion) {
+    case Conversion::literal: return piece.length;
+    case Conversion::unsigned_: return piece.bits == 64 ? most_u64_digits : most_u32_digits;
+    case Conversion::signed_: return 1 + most_u32_digits;
+    case Conversion::hex: return most_hex_digits;
+    default: return 1;
+    }
+}
+
+/// Writes what takes at most most_characters() and returns the end.
+template <Piece piece, class Argument>
+constexpr char *write_argument(char *to, const Argument &argument)
+{
+    if constexpr (piece.conversion == Conversion::character) {
+        *to = argument;
+        return to + 1;
+    } else if constexpr (piece.conversion == Conversion::signed_) {
+        static_assert(std::is_integral_v<Argument> && (sizeof(Argument) < 4 || std::is_signed_v<Argument>));
+        const i32 number = argument;
+        if (number < 0)
+            *to++ = '-';
+        return write_decimal(to, number < 0 ? 0U - static_cast<u32>(number) : static_cast<u32>(number));
+    } else if constexpr (piece.bits == 64) {
+        static_assert(std::is_same_v<Argument, u64>);
+        return write_decimal(to, argument);
+    } else {
+        static_assert(std::is_unsigned_v<Argument> && sizeof(Argument) <= 4);
+        const u32 number = piece.bits == 8 ? argument & 0xFFU : piece.bits == 16 ? argument & 0xFFFFU : u32{argument};
+        if constexpr (piece.conversion == Conversion::hex)
+            return write_hex(to, number, piece.width == 0 ? 1 : piece.width);
+        else
+            return write_decimal(to, number);
+    }
+}
+
+template <FixedString Format, Piece piece, class Arguments>
+constexpr char *write_piece(char *to, const Arguments &arguments)
+{
+    if constexpr (piece.conversion == Conversion::literal)
+        return std::copy_n(Format.text + piece.begin, piece.length, to);
+    else
+        return write_argument<piece>(to, std::get<piece.argument>(arguments));
+}
+
+/// Prints the pieces from `First` on: what stands before the next string with one look at the room, the string, the
+/// rest.
+template <FixedString Format, std::size_t First, class Arguments>
+constexpr void print_from(Writer &out, const Arguments &arguments)
+{
+    constexpr auto pieces = parse<Format>();
+    constexpr std::size_t next = [&] {
+        std::size_t at = First;
+        while (at != pieces.count && pieces.piece[at].conversion != Conversion::string)
+            ++at;
+        return at;
+    }();
+    if constexpr (next != First) {
+        [&]<std::size_t... I>(std::index_sequence<I...>)
+        {
+            out.put_at_most<(0 + ... + most_characters(pieces.piece[First + I]))>([&](char *to) {
+                ((to = write_piece<Format, pieces.piece[First + I]>(to, arguments)), ...);
+                return to;
+            });
+        }
+        (std::make_index_sequence<next - First>{});
+    }
+    if constexpr (next != pieces.count) {
+        out.put(std::string_view(std::get<pieces.piece[next].argument>(arguments)));
+        print_from<Format, next + 1>(out, arguments);
+    }
+}
+
+} // namespace format
+
+/// Writes the arguments by the format.
+///
+/// @param out        takes the text; it is not terminated here
+/// @param arguments  one for each conversion: unsigned numbers of at most 32 bits, u64 for "%llu", anything that a
+///                   std::string_view is made of for "%s"
+template <FixedString Format, class... Arguments>
+constexpr void print(Writer &out, const Arguments &...arguments)
+{
+    static_assert(format::parse<Format>().arguments == sizeof...(Arguments), "one argument for each conversion");
+    format::print_from<Format, 0>(out, std::tie(arguments...));
+}
+
+/// Prints an IPv4 address kept as a number, first octet in the top byte.
+constexpr void print_ipv4_address(u32 address, Writer &out)
+{
+    print<"%u.%u.%u.%u">(out, address >> 24, address >> 16 & 0xFF, address >> 8 & 0xFF, address & 0xFF);
+}
+
+} // namespace bgpdt

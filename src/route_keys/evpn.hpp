@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What the files of the EVPN route key share.
+#pragma once
+
+#include "bgp_datatype/bgp_datatype.h"
+#include "common/writer.hpp"
+
+namespace bgpdt::evpn {
+
+/// No field but the last of a text is longer, and no IPv6 address.
+inline constexpr std::size_t longest_field = 49;
+
+using FieldText = char[longest_field + 1];
+
+/// Takes a field off a text and moves to its end: up to the next colon, or all the rest if it is the last.
+///
+/// @param most  how many characters it may have
+/// @param copy  receives a field that is not the last
+/// @return the field as a text of its own; null if it is empty or too long, or no colon follows
+const char *take_field(char *&at, bool last, std::size_t most, FieldText &copy);
+
+/// Reads an IPv4 address that is a text of its own; there may be none (null).
+u32 read_ipv4(const char *text, SYSDT_EvpnAddress &out);
+
+/// Reads an IPv6 address in brackets and moves behind them.
+u32 read_bracketed(char *&at, SYSDT_EvpnAddress &out);
+
+/// Prints the key as one of the route type. SYSDT_ERR_FAIL if there is no such type.
+u32 print_key(u32 route_type, const SYSDT_EvpnKey &key, Writer &out);
+
+} // namespace bgpdt::evpn

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The route keys of RPD, SR policy and SD-WAN: numbers and an address, which a text holds only if it is as long as
+/// what they print as.
+#pragma once
+
+#include "bol_prefix/bol_row.hpp"
+#include "common/print.hpp"
+#include "common/scan.hpp"
+#include "common/trimmed.hpp"
+
+namespace bgpdt {
+
+/// Whether the items print as a text of the same length. The characters are not compared.
+template <FixedString Format, class... Items>
+bool prints_as_long(const char *text, const Items &...items)
+{
+    char printed[257];
+    Writer out(printed, sizeof printed);
+    print<Format>(out, items...);
+    return out.finish() == std::strlen(text);
+}
+
+/// Reads the numbers of a text and an IPv4 address among them, of which `octet` is one part each.
+///
+/// @return whether all are there, the octets fit, and the text is as long as what it prints as
+template <FixedString Format, class... Numbers>
+bool scan_back(const char *text, const u32 (&octet)[4], Numbers &...numbers)
+{
+    return scan<Format>(text, numbers...) == int{sizeof...(numbers)} &&
+           (octet[0] | octet[1] | octet[2] | octet[3]) <= UINT8_MAX && prints_as_long<Format>(text, numbers...);
+}
+
+constexpr u32 joined(const u32 (&octet)[4]) { return octet[0] << 24 | octet[1] << 16 | octet[2] << 8 | octet[3]; }
+
+/// The lengths that a text may have.
+struct Lengths {
+    std::size_t shortest;
+    std::size_t longest;
+
+    bool admit(const char *text) const
+    {
+        const std::size_t length = std::strlen(text);
+        return length >= shortest && length <= longest;
+    }
+};
+
+// What follows serves the keys with an address of either family. How one is written, a structure `Text` tells:
+//
+//     Key, Numbers                what it is, and the types of the numbers in front of the address
+//     numbers_of, store           these numbers from a key, and into one
+//     ipv4_form, ipv6_form        the formats for both directions
+//     ipv4_lengths, ipv6_lengths  of the texts
+//     dropped                     how many characters at the end of an IPv6 text are not its address's
+
+template <class Text>
+u32 parse_ipv4_form(const char *text, typename Text::Key &key)
+{
+    typename Text::Numbers numbers;
+    u32 o[4]{};
+    const auto read = [&](auto &...number) {
+        return scan_back<Text::ipv4_form>(text, o, number..., o[0], o[1], o[2], o[3]);
+    };
+    if (!Text::ipv4_lengths.admit(text) || !std::apply(read, numbers))
+        return SYSDT_ERR_FAIL;
+    Text::store(key, numbers);
+    key.ipv4 = joined(o);
+    return SYSDT_OK;
+}
+
+template <class Text>
+u32 parse_ipv6_form(const char *text, typename Text::Key &key)
+{
+    constexpr i32 family_ipv6 = 10;
+
+    typename Text::Numbers numbers;
+    char address[Text::ipv6_lengths.longest + 1];
+    const auto read = [&](auto &...number) {
+        return scan<Text::ipv6_form>(text, number..., std::span(address)) == int{sizeof...(number)} + 1;
+    };
+    if (!Text::ipv6_lengths.admit(text) || !std::apply(read, numbers))
+        return SYSDT_ERR_FAIL;
+    address[std::strlen(address) - Text::dropped] = '\0';
+    if (SMP_InetAToN(family_ipv6, address, key.ipv6) != SYSDT_OK)
+        return SYSDT_ERR_PARAM;
+    PAL_Inet_ntoa_b_ipv6(key.ipv6, address);
+    const auto as_long = [&](auto... number) { return prints_as_long<Text::ipv6_form>(text, number..., address); };
+    if (!std::apply(as_long, numbers))
+        return SYSDT_ERR_FAIL;
+    Text::store(key, numbers);
+    key.family = 1;
+    return SYSDT_OK;
+}
+
+/// Any dot makes a text the IPv4 form.
+template <class Text>
+u32 parse_either_form(char *text, typename Text::Key &key)
+{
+    text = trimmed(text, 0, SIZE_MAX);
+    if (text == nullptr)
+        return SYSDT_ERR_FAIL;
+    return std::strchr(text, '.') != nullptr ? parse_ipv4_form<Text>(text, key) : parse_ipv6_form<Text>(text, key);
+}
+
+template <class Text>
+void print_ipv4_form(const typename Text::Key &key, Writer &out)
+{
+    const u32 address = key.ipv4;
+    std::apply(
+        [&](auto... number) {
+            print<Text::ipv4_form>(out, number..., address >> 24, address >> 16 & 0xFF, address >> 8 & 0xFF,
+                                   address & 0xFF);
+        },
+        Text::numbers_of(key));
+}
+
+template <class Text>
+void print_ipv6_form(const typename Text::Key &key, Writer &out)
+{
+    char address[46];
+    PAL_Inet_ntoa_b_ipv6(key.ipv6, address);
+    std::apply([&](auto... number) { print<Text::ipv6_form>(out, number..., address); }, Text::numbers_of(key));
+}
+
+template <class Text>
+void print_either_form(const typename Text::Key &key, Writer &out)
+{
+    (key.family == 0 ? print_ipv4_form<Text> : print_ipv6_form<Text>)(key, out);
+}
+
+/// An exported printer.
+template <class Key>
+u32 print_key(void (*print)(const Key &, Writer &), const Key *key, char *buffer, u32 *length)
+{
+    if (key == nullptr || buffer == nullptr || length == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    Writer out(buffer, 256);
+    print(*key, out);
+    *length = out.finish();
+    return SYSDT_OK;
+}
+
+/// The declaration of a kind: a value of another kind does not print and takes the block with it, the caller's too.
+template <class Value, u32 kind, auto print_text>
+constexpr Type<Value> policy_row(std::string_view help, const Layout &layout)
+{
+    auto type = bol_row<Value>();
+    type.print = [](const Value &value, u8, Writer &out) {
+        if (value.subKind != kind)
+            return SYSDT_ERR_FAIL;
+        print_text(value.key, out);
+        return SYSDT_OK;
+    };
+    type.on_print_failure = OnPrintFailure::release;
+    type.help = {.text = help, .allocator = Allocator::plain};
+    type.layout = layout;
+    return type;
+}
+
+inline i32 compare_policy(u32 length, const void *first, const void *second)
+{
+    return first == nullptr || second == nullptr ? static_cast<i32>(SYSDT_ERR_NULL_PTR)
+                                                 : compare_bytes(length, first, second);
+}
+
+/// Endian works on the bare key: it swaps the numbers, and the IPv4 address unless the family is another.
+template <class Key>
+u32 swap_key(const void *first, void *data, const Layout &layout)
+{
+    if (first == nullptr || data == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    bool ipv4 = true;
+    if constexpr (requires(Key key) { key.family; })
+        ipv4 = static_cast<const Key *>(data)->family == 0;
+    for (const Field &field : key_fields(layout)) {
+        u8 *const at = static_cast<u8 *>(data) + field.offset - sizeof(u32);
+        if (field.form == Form::number || (field.form == Form::ipv4 && ipv4))
+            std::reverse(at, at + field.width);
+    }
+    return SYSDT_OK;
+}
+
+} // namespace bgpdt

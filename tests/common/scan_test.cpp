@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// scan: proved while this file is compiled, and compared with the C library where C defines the result.
+#include "common/scan.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cinttypes>
+#include <cstdio>
+#include <random>
+#include <string>
+
+using namespace bgpdt;
+
+namespace {
+
+template <FixedString Format, class Number>
+struct One {
+    int converted;
+    Number number;
+    bool operator==(const One &) const = default;
+};
+
+template <FixedString Format, class Number = u32>
+constexpr auto one(const char *text)
+{
+    One<Format, Number> result{};
+    result.converted = scan<Format>(text, result.number);
+    return result;
+}
+
+template <FixedString Format, class Number = u32>
+constexpr bool gives(const char *text, Number number)
+{
+    return one<Format, Number>(text) == One<Format, Number>{1, number};
+}
+
+template <FixedString Format, class Number = u32>
+constexpr bool fails(const char *text)
+{
+    return one<Format, Number>(text).converted == 0;
+}
+
+// Digits, leading zeros, what follows.
+static_assert(gives<"%u">("0", 0U) && gives<"%u">("007", 7U) && gives<"%u">("12ab", 12U));
+static_assert(fails<"%u">("") && fails<"%u">("ab") && fails<"%u">(".1"));
+// White space before a number is skipped, all six kinds of it; a sign is taken, one of them.
+static_assert(gives<"%u">(" \t\n\v\f\r5", 5U) && gives<"%u">("+5", 5U) && fails<"%u">("+-5") && fails<"%u">("+ 5"));
+// A negative unsigned number wraps.
+static_assert(gives<"%u">("-1", 4294967295U) && gives<"%u">("-4294967295", 1U) && gives<"%u">("-0", 0U));
+static_assert(gives<"%llu", u64>("-1", UINT64_MAX) && gives<"%hu", u16>("-1", u16{65535}));
+// What does not fit does not convert.
+static_assert(gives<"%u">("4294967295", 4294967295U) && fails<"%u">("4294967296") && fails<"%u">("-4294967296"));
+static_assert(gives<"%u">("00000000004294967295", 4294967295U) && fails<"%u">("18446744073709551617"));
+static_assert(gives<"%hu", u16>("65535", u16{65535}) && fails<"%hu", u16>("65536") && fails<"%hu", u16>("-65536"));
+static_assert(gives<"%llu", u64>("18446744073709551615", UINT64_MAX) && fails<"%llu", u64>("18446744073709551616"));
+static_assert(gives<"%d", i32>("2147483647", INT32_MAX) && fails<"%d", i32>("2147483648"));
+static_assert(gives<"%d", i32>("-2147483648", INT32_MIN) && fails<"%d", i32>("-2147483649"));
+// Hexadecimal: both cases, a prefix that needs a digit behind it, a width that counts sign and prefix.
+static_assert(gives<"%x">("fF", 255U) && gives<"%x">("0x1f", 31U) && fails<"%x">("0x") && fails<"%x">("0xg"));
+static_assert(gives<"%llx", u64>("ffffffffffffffff", UINT64_MAX) && fails<"%llx", u64>("10000000000000000"));
+static_assert(gives<"%2x">("123", 0x12U) && gives<"%2x">("1g", 1U) && gives<"%2x">("-1", 0xFFFFFFFFU));
+static_assert(fails<"%2x">("g1") && fails<"%2x">(".1") && fails<"%2x">("0x1") && fails<"%2x">("-"));
+
+constexpr bool counts_what_was_converted()
+{
+    u32 a = 0;
+    u32 b = 0;
+    u32 c = 9;
+    return scan<"%u.%u:%u">("1.2", a, b, c) == 2 && a == 1 && b == 2 && c == 9 &&
+           scan<"%u.%u:%u">("1.2:3", a, b, c) == 3 && c == 3 && scan<"%u.%u:%u">("x", a, b, c) == 0;
+}
+static_assert(counts_what_was_converted());
+
+constexpr bool reads_groups_of_two()
+{
+    u16 a = 0;
+    u16 b = 0;
+    return scan<"%02hx%02hx-">("aabb-", a, b) == 2 && a == 0xAA && b == 0xBB;
+}
+static_assert(reads_groups_of_two());
+
+constexpr bool reads_strings_and_characters()
+{
+    u32 number = 0;
+    char character = 0;
+    char room[5]{};
+    return scan<"%u:%c">("7:*x", number, character) == 2 && character == '*' &&
+           scan<"%u:%c">("7:", number, character) == 1 && scan<"[%u][%s">("[1][abc] d", number, room) == 2 &&
+           std::string_view(room) == "abc]" && scan<"%s">("abcde", room) == 0 && scan<"%s">("  ", room) == 0;
+}
+static_assert(reads_strings_and_characters());
+
+/// Texts in which every short shape of number and punctuation turns up.
+std::string random_text(std::mt19937 &random)
+{
+    static constexpr std::string_view alphabet = "0123456789999+-.: \tx/abf";
+    std::string text;
+    for (std::size_t i = random() % 14; i > 0; --i)
+        text += alphabet[random() % alphabet.size()];
+    return text;
+}
+
+TEST(Scan, agrees_with_the_c_library_where_c_defines_the_result)
+{
+    std::mt19937 random(4711);
+    for (int i = 0; i < 200000; ++i) {
+        const std::string text = random_text(random);
+        u32 ours[3]{};
+        unsigned theirs[3]{};
+        // Nine characters fit every conversion, so C leaves nothing here to the library.
+        const int expected = std::sscanf(text.c_str(), "%9u.%9u:%9u", &theirs[0], &theirs[1], &theirs[2]);
+        const int converted = scan<"%9u.%9u:%9u">(text.c_str(), ours[0], ours[1], ours[2]);
+        ASSERT_EQ(converted, std::max(expected, 0)) << '"' << text << '"';
+        for (int n = 0; n < converted; ++n)
+            ASSERT_EQ(ours[n], theirs[n]) << '"' << text << '"';
+    }
+}
+
+TEST(Scan, reads_back_every_kind_of_64_bit_number)
+{
+    std::mt19937_64 random(4711);
+    for (int i = 0; i < 100000; ++i) {
+        const u64 number = random() >> (random() % 64);
+        char text[32];
+        std::snprintf(text, sizeof text, "%" PRIu64, number);
+        u64 decimal = 0;
+        ASSERT_EQ(scan<"%llu">(text, decimal), 1);
+        ASSERT_EQ(decimal, number);
+        std::snprintf(text, sizeof text, "%" PRIx64, number);
+        u64 hex = 0;
+        ASSERT_EQ(scan<"%llx">(text, hex), 1);
+        ASSERT_EQ(hex, number);
+    }
+}
+
+} // namespace

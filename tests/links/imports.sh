@@ -1,0 +1,11 @@
+#!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
+# imports.sh NM PLUGIN SERVICES LIBC: the plug-in imports exactly the host services of the first list, and beside them
+# only names of the second one, the C library's.
+set -eu
+nm=$1 plugin=$2 services=$3 libc=$4
+. "$(dirname -- "$0")/compare.sh"
+allowed=$(mktemp)
+names_of "$libc" >"$allowed"
+"$nm" --dynamic --undefined-only --format=posix "$plugin" | cut -d' ' -f1 | sed 's/@.*//' |
+    grep -v -x -F -f "$allowed" | { rm -f "$allowed"; compare "$services" "imported"; }

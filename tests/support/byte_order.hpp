@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The vectors' big-endian values for the processor at hand, and back: whatever the fields of their layouts tell.
+#ifndef BGPDT_TESTS_BYTE_ORDER_HPP
+#define BGPDT_TESTS_BYTE_ORDER_HPP
+
+#include <cstdint>
+#include <optional>
+
+#include "words.hpp"
+
+namespace bgpdt::test {
+
+/// What tells a value's layout.
+struct Form {
+    std::uint16_t kind;
+    std::optional<std::uint32_t> sub_kind; ///< instead of the value's own: a row takes every value for one of its own
+};
+
+Bytes to_native(const Form &form, const Bytes &value);
+Bytes to_target(const Form &form, const Bytes &value);
+
+/// Both with one layout, the one of whichever value has any: a swapped value need not tell its own.
+void to_native(const Form &form, Bytes &first, Bytes &second);
+
+/// What FormatOut is handed; an attribute bitmap comes in a display record, a client VRF name with its number.
+Bytes shown_to_native(const Form &form, const Bytes &data);
+
+/// What FormatOut copies; a client VRF name's is a sequence of items.
+Bytes copy_to_native(const Form &form, const Bytes &copy);
+
+} // namespace bgpdt::test
+
+#endif

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What is found wrong about one fact.
+#ifndef BGPDT_TESTS_REPORT_HPP
+#define BGPDT_TESTS_REPORT_HPP
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "guarded.hpp"
+
+namespace bgpdt::test {
+
+/// "0000fbf0_00000000", as the vectors write bytes.
+std::string show(const Bytes &bytes);
+std::string show(const std::string &text);
+std::string show(std::uint32_t number);
+std::string show(const void *address);
+
+class Report {
+public:
+    /// What is being done now; it stands before every problem found from here on.
+    void situation(std::string text) { situation_ = std::move(text); }
+    void fail(std::string_view problem);
+    void fail(const std::vector<std::string> &problems);
+    bool require(bool holds, std::string_view problem)
+    {
+        if (!holds) {
+            fail(problem);
+        }
+        return holds;
+    }
+
+    template <class Value>
+    bool same(std::string_view what, const Value &expected, const Value &actual)
+    {
+        return require(expected == actual, std::string(what) + " is " + show(actual) + ", not " + show(expected));
+    }
+    bool same_status(std::uint32_t expected, std::uint32_t actual);
+
+    const std::vector<std::string> &problems() const { return problems_; }
+
+private:
+    std::string situation_;
+    std::vector<std::string> problems_;
+};
+
+} // namespace bgpdt::test
+
+#endif

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The operations of a type, as commands and scripts use them: values are in the machine's byte order, and whatever
+/// the type refuses is thrown as a Refusal with a sentence that says why.
+#ifndef BGPDT_TOOL_CONVERSIONS_HPP
+#define BGPDT_TOOL_CONVERSIONS_HPP
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bytes.hpp"
+#include "session.hpp"
+
+struct lua_State;
+
+namespace bgpdt::tool {
+
+/// What a type printed: text, or bytes in the modes that copy the value or build another form.
+struct Printed {
+    std::uint16_t kind;
+    std::optional<std::string> text;
+    Bytes bytes;
+};
+
+host::Converted parse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode);
+Printed print_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode);
+void check_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value);
+/// 1, 0 or -1.
+int compare_values(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> first,
+                   std::span<const std::uint8_t> second);
+void swap_value(Session &session, const SYSDT_Record &type, std::span<std::uint8_t> value);
+/// Pushes the script form.
+void push_table(Session &session, lua_State *lua, const SYSDT_Record &type, std::span<const std::uint8_t> value);
+/// Reads the script form on top of the stack.
+Bytes read_table(Session &session, lua_State *lua, const SYSDT_Record &type);
+
+/// The texts that the type gives for its input; none when it has no help.
+std::vector<std::string> help_texts(Session &session, const SYSDT_Record &type);
+/// The operations whose slots are filled, by the words that this program uses for them.
+std::vector<std::string> operations(const SYSDT_Record &type);
+
+/// @throws Refusal if the value has not the given length
+void require_size(const SYSDT_Record &type, std::span<const std::uint8_t> value, std::size_t size);
+
+/// In double quotes, as Lua reads it; what cannot be shown is escaped.
+std::string lua_quoted(std::string_view text);
+
+} // namespace bgpdt::tool
+
+#endif

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <iostream>
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+#include "commands.hpp"
+#include "errors.hpp"
+#include "host/host.hpp"
+#include "options.hpp"
+#include "session.hpp"
+
+namespace {
+
+using namespace bgpdt::tool;
+using nlohmann::ordered_json;
+
+/// JSON text; bytes that are no UTF-8 become U+FFFD.
+std::string json_line(const ordered_json &json)
+{
+    return json.dump(-1, ' ', false, ordered_json::error_handler_t::replace) + "\n";
+}
+
+/// Writes, and makes sure that everything written so far has arrived.
+void deliver(const std::string &text)
+{
+    // A reader that has gone is a write error like any other; but it ends a script that goes on writing.
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (!written || std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        throw UsageError(std::string("the output cannot be written: ") + std::strerror(errno));
+    }
+}
+
+void run(int argc, const char *const *argv)
+{
+    const Options options = read_options(argc, argv);
+    if (!options.page.empty()) {
+        deliver(options.page);
+        return;
+    }
+    const Command &command = find_command(options);
+    Session session(options);
+    const Answer answer = command.run(session, options.arguments);
+    deliver(options.json && !answer.json.is_null() ? json_line(answer.json) : answer.text);
+}
+
+/// Tells what went wrong, in JSON on standard output or as a sentence on standard error.
+int fail(bool json, const std::exception &error, Exit exit, std::uint32_t status = 0)
+{
+    ordered_json answer = {{"error", error.what()}, {"exit", exit}};
+    if (status != 0) {
+        answer["status"] = bgpdt::host::status_name(status);
+    }
+    try {
+        if (json) {
+            deliver(json_line(answer));
+            return exit;
+        }
+    } catch (const UsageError &unwritten) {
+        std::cerr << "bgpdt: " << unwritten.what() << '\n';
+        exit = exit_usage;
+    }
+    std::cerr << "bgpdt: " << error.what() << '\n';
+    return exit;
+}
+
+int exit_status(int argc, const char *const *argv)
+{
+    const bool json = asks_for_json(argc, argv);
+    try {
+        run(argc, argv);
+        return exit_done;
+    } catch (const Refusal &refusal) {
+        return fail(json, refusal, exit_refused, refusal.status());
+    } catch (const std::exception &error) {
+        return fail(json, error, exit_usage);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return exit_status(argc, argv);
+    } catch (...) { // memory is out even for the sentence
+        return exit_usage;
+    }
+}

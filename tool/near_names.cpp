@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "near_names.hpp"
+
+#include <algorithm>
+#include <cctype>
+#include <numeric>
+#include <vector>
+
+namespace bgpdt::tool {
+namespace {
+
+std::string lower(std::string_view text)
+{
+    std::string result(text);
+    std::ranges::transform(result, result.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return result;
+}
+
+/// The Levenshtein distance, one row of its matrix at a time.
+std::size_t distance(std::string_view first, std::string_view second)
+{
+    std::vector<std::size_t> row(second.size() + 1);
+    std::iota(row.begin(), row.end(), 0);
+    for (const char letter : first) {
+        std::size_t diagonal = row[0]++;
+        for (std::size_t j = 0; j < second.size(); ++j) {
+            const std::size_t replaced = diagonal + (letter == second[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
+        }
+    }
+    return row.back();
+}
+
+} // namespace
+
+std::string did_you_mean(std::string_view name, std::span<const std::string> known)
+{
+    constexpr std::size_t longest = 64;
+    const std::string wanted = lower(name.substr(0, longest));
+    std::string names;
+    for (const std::string &candidate : known) {
+        const std::string other = lower(candidate);
+        const bool part = wanted.size() > 2 && other.find(wanted) != std::string::npos;
+        if (part || distance(wanted, other) <= 2) {
+            names += (names.empty() ? "" : ", ") + candidate;
+        }
+    }
+    return names.empty() ? "" : " (did you mean " + names + "?)";
+}
+
+} // namespace bgpdt::tool

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "options.hpp"
+
+#include <algorithm>
+#include <span>
+
+#include <CLI/CLI.hpp>
+
+#include "commands.hpp"
+#include "errors.hpp"
+#include "near_names.hpp"
+
+namespace bgpdt::tool {
+namespace {
+
+constexpr const char *notes = R"(
+VALUE is text, or bytes in hexadecimal behind 0x. HEX is bytes, with or without 0x; blanks, ':', '_' and '-' may stand
+between them. Numbers in them are in the byte order of the target (big-endian) unless --native is given.
+Behind "--" everything is an argument, whatever it begins with.
+
+Exit status: 0 done, 1 value refused, 2 usage, input or output.
+)";
+
+std::string help_page(const CLI::App &app)
+{
+    std::string page = "bgpdt: BGP data types, through the plug-in that a router loads\n\n"
+                       "Usage: bgpdt COMMAND [ARGUMENTS] [OPTIONS]\n\nCommands:\n";
+    for (const Command &command : commands()) {
+        std::string call = "  " + std::string(command.name) + " " + std::string(command.arguments);
+        call.resize(std::max<std::size_t>(call.size() + 2, 30), ' ');
+        page += call + std::string(command.summary) + "\n";
+    }
+    page += "\nOptions:\n";
+    for (const CLI::Option *option : app.get_options()) {
+        std::string form = "  " + option->get_name();
+        form += option->get_type_name().empty() ? "" : " " + option->get_type_name();
+        form.resize(std::max<std::size_t>(form.size() + 2, 30), ' ');
+        page += form + option->get_description() + "\n";
+    }
+    return page + notes;
+}
+
+void declare(CLI::App &app, Options &options)
+{
+    app.allow_extras();
+    app.set_help_flag("--help", "This page");
+    app.set_version_flag("--version", "bgpdt " BGPDT_VERSION "\n");
+    app.get_option("--version")->description("The version");
+    app.add_flag("--json", options.json, "Answer in JSON, refusals included");
+    app.add_flag("--native", options.native, "Bytes are in this machine's order");
+    app.add_flag("--record", options.record, "print: HEX is a display record of any length, in this machine's order");
+    app.add_option("--mode", options.mode, "Conversion mode; without it the one in which text goes both ways")
+        ->type_name("N")
+        ->check(CLI::Range(0, 255).description(""));
+    app.add_option("--names", options.names, "Names behind the indexes: lines of INDEX NAME")->type_name("FILE");
+    app.add_option("--plugin", options.plugin,
+                   "The plug-in; else $BGPDT_PLUGIN, else beside bgpdt, in ../lib or ../src")
+        ->type_name("FILE");
+}
+
+/// Takes the arguments out of what is no known option. A single '-' may begin a text; a long option must be known.
+std::vector<std::string> arguments_of(const CLI::App &app)
+{
+    std::vector<std::string> arguments;
+    bool all = false;
+    for (const std::string &word : app.remaining()) {
+        if (!all && word == "--") {
+            all = true;
+        } else if (!all && word.starts_with("--")) {
+            std::vector<std::string> names;
+            for (const CLI::Option *option : app.get_options()) {
+                names.push_back(option->get_name());
+            }
+            throw UsageError("there is no option " + word + did_you_mean(word, names) +
+                             "; a text that begins with '--' stands behind '--'. 'bgpdt --help' lists the options");
+        } else {
+            arguments.push_back(word);
+        }
+    }
+    return arguments;
+}
+
+} // namespace
+
+Options read_options(int argc, const char *const *argv)
+{
+    Options options;
+    CLI::App app;
+    declare(app, options);
+    try {
+        app.parse(argc, argv);
+        options.arguments = arguments_of(app);
+    } catch (const CLI::CallForHelp &) {
+        options.page = help_page(app);
+        return options;
+    } catch (const CLI::CallForVersion &) {
+        options.page = app.version();
+        return options;
+    } catch (const CLI::ParseError &error) {
+        throw UsageError(std::string(error.what()) + ". 'bgpdt --help' lists the options");
+    }
+    if (options.arguments.empty()) {
+        throw UsageError("a command is missing; 'bgpdt --help' lists them");
+    }
+    options.command = options.arguments.front();
+    options.arguments.erase(options.arguments.begin());
+    return options;
+}
+
+bool asks_for_json(int argc, const char *const *argv)
+{
+    const std::span words(argv, static_cast<std::size_t>(argc));
+    const auto end = std::ranges::find(words, std::string_view("--"));
+    return std::find(words.begin(), end, std::string_view("--json")) != end;
+}
+
+} // namespace bgpdt::tool

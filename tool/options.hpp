@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What the command line says.
+#ifndef BGPDT_TOOL_OPTIONS_HPP
+#define BGPDT_TOOL_OPTIONS_HPP
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace bgpdt::tool {
+
+struct Options {
+    std::string command;
+    std::vector<std::string> arguments;
+    bool json = false;
+    bool native = false; ///< bytes are in the machine's order, not in the target's
+    bool record = false; ///< print: the bytes are a display record, not a value
+    std::optional<std::uint8_t> mode;
+    std::string names;
+    std::string plugin;
+    std::string page; ///< help or version, asked for instead of a command
+};
+
+/// @throws UsageError
+Options read_options(int argc, const char *const *argv);
+
+/// Whether --json is given, also on a command line that is wrong otherwise.
+bool asks_for_json(int argc, const char *const *argv);
+
+} // namespace bgpdt::tool
+
+#endif

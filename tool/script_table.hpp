@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Script tables as JSON and as text, in an order that does not change: arrays by index, fields by name.
+#ifndef BGPDT_TOOL_SCRIPT_TABLE_HPP
+#define BGPDT_TOOL_SCRIPT_TABLE_HPP
+
+#include <memory>
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+struct lua_State;
+
+namespace bgpdt::tool {
+
+using LuaState = std::unique_ptr<lua_State, void (*)(lua_State *)>;
+
+/// A fresh engine without libraries.
+LuaState new_lua_state();
+
+/// The value at the index; the stack is left as it was.
+nlohmann::ordered_json script_json(lua_State *lua, int index);
+
+/// As Lua reads it, "{ asNumValue = 100, asType = 0 }"; what does not fit a line stands one entry a line.
+std::string script_text(const nlohmann::ordered_json &value);
+
+} // namespace bgpdt::tool
+
+#endif

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "session.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <vector>
+
+#include "errors.hpp"
+#include "near_names.hpp"
+
+namespace bgpdt::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path find_plugin(const Options &options)
+{
+    if (!options.plugin.empty()) {
+        return fs::absolute(options.plugin); // the loader looks a bare name up elsewhere
+    }
+    if (const char *named = std::getenv("BGPDT_PLUGIN"); named != nullptr && *named != '\0') {
+        return fs::absolute(named);
+    }
+    const fs::path here = fs::read_symlink("/proc/self/exe").parent_path();
+    for (const fs::path &folder : {here, here / "../lib", here / "../src"}) {
+        fs::path candidate = folder / "libbgp_datatype.so";
+        if (fs::exists(candidate)) {
+            return candidate;
+        }
+    }
+    throw UsageError("libbgp_datatype.so stands neither in " + here.string() +
+                     " nor in ../lib or ../src beside it; name the plug-in with --plugin FILE or BGPDT_PLUGIN");
+}
+
+} // namespace
+
+Session::Session(const Options &options) : options_(options), host_(find_plugin(options))
+{
+    if (!options.names.empty()) {
+        host_.load_names(options.names);
+    }
+}
+
+const SYSDT_Record &Session::type(std::string_view name) const
+{
+    if (const SYSDT_Record *record = host_.find(name)) {
+        return *record;
+    }
+    std::vector<std::string> names;
+    std::ranges::transform(host_.types(), std::back_inserter(names), [](const auto *type) { return name_of(*type); });
+    throw UsageError("there is no type " + std::string(name) + did_you_mean(name, names) +
+                     "; 'bgpdt types' lists the types");
+}
+
+std::uint8_t Session::mode_for(const SYSDT_Record &type) const
+{
+    const bool printed_only = type.formatIn == nullptr;
+    const bool host_string = type.baseKind == SYSDT_KIND_STRING;
+    return options_.mode.value_or(printed_only || host_string ? 1 : 2);
+}
+
+std::string name_of(const SYSDT_Record &type)
+{
+    const auto *end = std::find(std::begin(type.name), std::end(type.name), '\0');
+    return {std::begin(type.name), end};
+}
+
+} // namespace bgpdt::tool
