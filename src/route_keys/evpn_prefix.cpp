@@ -31,8 +31,7 @@
 ///  (22) An ESI does not count in the order of the route type 1; in route type 4, and in those that are none, nothing
 ///       does.
 ///  (23) Nor does the address in the route types 2, 3 and 5, though the host is asked for the order; in 3 about the
-///  place
-///       where 2 has its address.
+///       place where 2 has its address.
 ///  (24) In the route types 6 to 8 addresses count, in the order that the host gives them.
 ///  (25) A script sees the printed text, the sub-kind and the route type; a key that does not print has an empty text.
 ///  (26) A script's ESI has type 00 or 01, in an auto-discovery route 00 to 05; BOL prefixes read any.

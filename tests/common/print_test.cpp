@@ -27,7 +27,8 @@ static_assert(prints<"%u">("0", 0U) && prints<"%u">("10", 10U) && prints<"%u">("
 static_assert(prints<"%u.%u:%u">("1.2:3", 1U, 2U, 3U));
 static_assert(prints<"%hhu">("44", 300U) && prints<"%hu">("1", 65537U));
 static_assert(prints<"%llu">("0", u64{0}) && prints<"%llu">("4294967296", u64{4294967296}));
-static_assert(prints<"%llu">("18446744073709551615", UINT64_MAX) && prints<"%llu">("10000000000000", u64{10000000000000}));
+static_assert(prints<"%llu">("18446744073709551615", UINT64_MAX) &&
+              prints<"%llu">("10000000000000", u64{10000000000000}));
 static_assert(prints<"%d">("-2147483648", INT32_MIN) && prints<"%d">("7", i32{7}));
 static_assert(prints<"%x:%x">("0:1a2b", 0U, 0x1A2BU) && prints<"%x">("ffffffff", 0xFFFFFFFFU));
 static_assert(prints<"%02hx%.2x">("0aff", u16{10}, 0xFFU) && prints<"%02x">("100", 0x100U));

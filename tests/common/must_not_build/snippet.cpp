@@ -13,23 +13,23 @@ using namespace bgpdt;
 #if SNIPPET == 0
     scan<"%u:%hu:%d">(text, number, half, sign);
     print<"%u:%hu:%d">(out, number, half, sign);
-#elif SNIPPET == 1 // an unknown letter
+#elif SNIPPET == 1  // an unknown letter
     scan<"%q">(text, number);
-#elif SNIPPET == 2 // too few arguments
+#elif SNIPPET == 2  // too few arguments
     scan<"%u:%u">(text, number);
-#elif SNIPPET == 3 // too many
+#elif SNIPPET == 3  // too many
     scan<"%u">(text, number, half);
-#elif SNIPPET == 4 // another size
+#elif SNIPPET == 4  // another size
     scan<"%u">(text, half);
-#elif SNIPPET == 5 // another sign
+#elif SNIPPET == 5  // another sign
     scan<"%u">(text, sign);
-#elif SNIPPET == 6 // a percent sign at the end
+#elif SNIPPET == 6  // a percent sign at the end
     print<"%u%">(out, number);
-#elif SNIPPET == 7 // too few arguments
+#elif SNIPPET == 7  // too few arguments
     print<"%u:%u">(out, number);
-#elif SNIPPET == 8 // a signed number as unsigned
+#elif SNIPPET == 8  // a signed number as unsigned
     print<"%u">(out, sign);
-#elif SNIPPET == 9 // 64 bits as 32
+#elif SNIPPET == 9  // 64 bits as 32
     print<"%u">(out, u64{1});
 #elif SNIPPET == 10 // a number as text
     print<"%s">(out, number);
