@@ -24,7 +24,7 @@ uint32_t BGP_RegisterDataType(uint32_t handle);
 /** Registers the types with callbacks of their own. Always 0. */
 uint32_t BGP_RegisterExtendDataType(uint32_t handle);
 
-#define SYSDT_EXTEND_TYPE_COUNT 21
+#define SYSDT_EXTEND_TYPE_COUNT 25
 #define SYSDT_NAME_INDEX_TYPE_COUNT 8
 extern const SYSDT_Record g_astBgpDataTypeExtendDefineTbl[SYSDT_EXTEND_TYPE_COUNT];
 extern const SYSDT_Record g_astBgpDataTypeNameIndexDefineTbl[SYSDT_NAME_INDEX_TYPE_COUNT];
@@ -837,6 +837,87 @@ uint32_t SYSDT_LS_TePolicy_TeKeyToStr(const SYSDT_LsPrefix *record, char *buffer
  */
 uint32_t SYSDT_LS_RouteTypeEnum2Str(uint32_t type, char *buffer, uint32_t size);
 uint32_t SYSDT_LS_ProtclTypeEnum2Str(uint32_t protocol, char *buffer, uint32_t size);
+
+/* ------------------------------------------------------------------------------------------------ attributes */
+
+/**
+ * Parses a duration, "1d2h3m4s".
+ *
+ * @param text     NUL-terminated; white space at its ends is cut off and letters become small, in place
+ * @param seconds  0 after a failure
+ * @return 0, SYSDT_ERR_NULL_PTR or SYSDT_ERR_FAIL
+ */
+uint32_t SYSDT_Str2TimeRange(char *text, uint32_t *seconds);
+SYSDT_FormatIn SYSDT_TimeRangeFormatIn;
+SYSDT_Help SYSDT_TimeRangeHelp;
+/** As every LuaSet, but for a bare number: without a field name it is left on the stack. */
+SYSDT_LuaSet SYSDT_TimeRangeLuaSet;
+/** As every LuaGet, but for a bare number: without a field name it is the one at the index. */
+SYSDT_LuaGet SYSDT_TimeRangeLuaGet;
+
+/** Prints the structure into 256 characters. 0 or SYSDT_ERR_NULL_PTR. */
+uint32_t SYSDT_PrefixSidStruct2Str(const SYSDT_SidStructure *value, char *buffer, uint32_t *characters);
+SYSDT_FormatOut SYSDT_PrefixSidStructureFormatOut;
+SYSDT_LuaSet SYSDT_PrefixSidStructureLuaSet;
+
+/**
+ * Builds the structured form of a client VRF's name: number and name as items of kind (u16), length with NUL (u16),
+ * text and NUL.
+ *
+ * @param length  receives how many bytes were written
+ * @param buffer  holds 257 bytes
+ * @return 0, SYSDT_ERR_NULL_PTR, or SYSDT_ERR_FAIL when the host cannot write the number
+ */
+uint32_t SYS_DT_CVrfName_Str2Cplx(const SYSDT_CVrfName *record, uint16_t *length, char *buffer);
+SYSDT_FormatOut SYS_DT_APPCVRFNAME_FormatOut;
+
+/*
+ * Attribute bitmaps are listed from a display record: an entry count (u16) at byte 24, and from byte 44 on the entries,
+ * each of kind (u16), length (u16) and so many bytes: a line template, the bitmap, and the values that fill the
+ * template.
+ */
+SYSDT_FormatOut SYSDT_AttrIdBitmapFormatOut;
+SYSDT_Check SYSDT_AttrIdBitmapCheck;
+SYSDT_Help SYSDT_AttrIdBitmapHelp;
+SYSDT_Compare SYSDT_AttrIdBitmapCompare;
+SYSDT_LuaSet SYSDT_AttrIdBitmapLuaSet;
+SYSDT_LuaGet SYSDT_AttrIdBitmapLuaGet;
+SYSDT_Endian SYSDT_AttrIdBitmapEndian;
+/**
+ * Fills the template and lists the bitmap.
+ *
+ * @param record   reaches as far as its entries tell
+ * @param output   holds 4096 characters
+ * @param variant  changes nothing
+ * @return 0, 1 for a record that cannot be listed, SYSDT_ERR_NO_MEMORY, SYSDT_ERR_NULL_PTR
+ */
+uint32_t SYSDT_AttrIdBitmap_BuildRun(uint32_t handle, const void *record, char *output, uint32_t variant);
+/**
+ * Prints a value into the template's next placeholder and takes that piece off the template.
+ *
+ * @param kind          what the value is: 2, 4, 6 numbers, 21, 22, 38 addresses, 25 text; any other prints nothing
+ * @param length        of the value in bytes
+ * @param lineTemplate  at most 299 characters
+ * @param limit         size of what is left at the position
+ * @return how many characters were written; 0 too when the placeholder does not fit the value or memory is out
+ */
+uint32_t SYSDT_AttrIdDataTypeFormat(uint32_t handle, uint32_t kind, uint32_t length, char *position, char *lineTemplate,
+                                    const void *data, uint32_t limit);
+/** Splits a template in front of its second "%"; without one, both parts are all of it. 0 or SYSDT_ERR_NULL_PTR. */
+uint32_t SYSDT_FormatAttrIdStrFind(const char *lineTemplate, char *head, char *rest, uint32_t limit);
+/** Lists the bitmap behind the label: 0, 1 for an empty bitmap, SYSDT_ERR_NO_MEMORY, SYSDT_ERR_NULL_PTR. */
+uint32_t SYSDT_AttrIdBitmapToStr(uint32_t handle, const SYSDT_AttrIdBitmap *bitmap, char *output, char *label,
+                                 uint32_t variant);
+/** Finds the runs of identifiers, from index 1 on; a run of one has the end 0. Returns how many there are. */
+uint32_t SYSDT_AttrIdBitmap_GetPairs(const SYSDT_AttrIdBitmap *bitmap, uint16_t starts[129], uint16_t ends[129]);
+/** Lists runs into 4096 characters, ten a line: 0, SYSDT_ERR_NO_MEMORY, SYSDT_ERR_NULL_PTR. */
+uint32_t SYSDT_AttrIdToStrOut(uint32_t handle, uint32_t runCount, const uint16_t *starts, const uint16_t *ends,
+                              char *label, char *output);
+/**
+ * Cuts a label at the marker, and then at its last blank; what stands behind the marker goes to the tail, which is
+ * empty without one. 0 or SYSDT_ERR_NULL_PTR.
+ */
+uint32_t SYSDT_AttrIdStrCut_New(char *label, char *tail, const char *marker, uint32_t limit);
 
 #pragma GCC visibility pop
 

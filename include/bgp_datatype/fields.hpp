@@ -6,6 +6,7 @@
 #define BGP_DATATYPE_FIELDS_HPP
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -32,7 +33,7 @@ struct Field {
     const char *key{};          ///< the script field; null when scripts do not see it
     std::uint16_t offset{};     ///< from the start of the value, in bytes
     std::uint8_t width{};       ///< size of one element in bytes: 1, 2, 4 or 8
-    std::uint8_t count{};       ///< number of elements; an array stands as a table in scripts, 0 only there
+    std::uint8_t count{};       ///< number of elements; an array is a table in scripts; 0: known to scripts alone
     Form form{};                ///< how it is read
     std::uint8_t script_bits{}; ///< how many low bits of a script's number are kept
     const char *table{};        ///< the script table within the value's own that holds the field, if any
@@ -66,18 +67,51 @@ constexpr Field field(const char *name, std::size_t offset, Form form, const cha
 #define BGPDT_FIELD(structure, member, name, ...)                                                                      \
     ::bgpdt::field<decltype(structure::member)>(name, offsetof(structure, member), __VA_ARGS__)
 
-/// The row of a field that scripts see in a table of its own or with others.
-constexpr Field within(const char *table, Field row)
+/// The row of a field in a script table of its own or with others, moved by the offset of the part that it is of.
+constexpr Field within(const char *table, Field row, std::size_t offset = 0)
 {
     row.table = table;
+    row.offset = static_cast<std::uint16_t>(row.offset + offset);
     return row;
 }
 
+/// Rows that go together are made by functions: join() puts them and single rows into one table.
+template <std::size_t Count>
+using Rows = std::array<Field, Count>;
+
+template <class Part>
+inline constexpr std::size_t row_count = 1;
+template <std::size_t Count>
+inline constexpr std::size_t row_count<Rows<Count>> = Count;
+
+constexpr Field *copy_rows(Field *to, const Field &row)
+{
+    *to = row;
+    return to + 1;
+}
+
+template <std::size_t Count>
+constexpr Field *copy_rows(Field *to, const Rows<Count> &rows)
+{
+    return std::copy(rows.begin(), rows.end(), to);
+}
+
+template <class... Parts>
+constexpr auto join(const Parts &...parts)
+{
+    Rows<(0 + ... + row_count<Parts>)> rows{};
+    Field *to = rows.data();
+    ((to = copy_rows(to, parts)), ...);
+    return rows;
+}
+
 /// The rows of an address that is kept in both families (SYSDT_EvpnAddress). Scripts see it in a form of its own.
+// NOLINTBEGIN(bugprone-macro-parentheses): a member's name cannot stand in any
 #define BGPDT_ADDRESS_FIELDS(structure, member, name)                                                                  \
     BGPDT_FIELD(structure, member.ipv4, name " IPv4", Form::ipv4, nullptr),                                            \
         BGPDT_FIELD(structure, member.ipv6, name " IPv6", Form::ipv6, nullptr),                                        \
         BGPDT_FIELD(structure, member.family, name " family", Form::number, nullptr)
+// NOLINTEND(bugprone-macro-parentheses)
 
 inline constexpr Field as_number_fields[] = {
     BGPDT_FIELD(SYSDT_AsNum, asNumValue, "AS number", Form::number, "asNumValue"),
@@ -272,6 +306,7 @@ inline constexpr Field bol_fields[] = {
     BGPDT_FIELD(SYSDT_BolEvpn, subKind, "sub-kind", Form::number, "bolType"),                                          \
         BGPDT_FIELD(SYSDT_BolEvpn, key.routeType, "route type", Form::number, "bolPrefixRtType")
 
+// NOLINTBEGIN(bugprone-macro-parentheses): a member's name cannot stand in any
 #define BGPDT_EVPN_FIELD(member, name, form) BGPDT_FIELD(SYSDT_BolEvpn, key.member, name, form, nullptr)
 
 #define BGPDT_EVPN_ADDRESS_FIELDS(member, name)                                                                        \
@@ -281,6 +316,7 @@ inline constexpr Field bol_fields[] = {
 #define BGPDT_EVPN_MEMBERSHIP_FIELDS(member)                                                                           \
     BGPDT_EVPN_FIELD(member.tag, "Ethernet tag", Form::number), BGPDT_EVPN_ADDRESS_FIELDS(member.source, "source"),    \
         BGPDT_EVPN_ADDRESS_FIELDS(member.group, "group"), BGPDT_EVPN_ADDRESS_FIELDS(member.originator, "originator")
+// NOLINTEND(bugprone-macro-parentheses)
 
 inline constexpr Field evpn_fields[] = {BGPDT_EVPN_HEAD_FIELDS};
 
@@ -346,6 +382,26 @@ inline constexpr Field mdt_fields[] = {
     BGPDT_FIELD(SYSDT_Mdt, maskLength, "mask length", Form::number, nullptr),
 };
 
+inline constexpr Field time_range_fields[] = {
+    BGPDT_FIELD(SYSDT_TimeRange, seconds, "seconds", Form::number, nullptr),
+};
+
+inline constexpr Field attr_bitmap_fields[] = {
+    BGPDT_FIELD(SYSDT_AttrIdBitmap, bits, "identifiers", Form::bytes, nullptr),
+};
+
+/// A value is the name alone; the number stands behind it where it is displayed.
+inline constexpr Field client_vrf_name_fields[] = {
+    BGPDT_FIELD(SYSDT_CVrfName, name, "name", Form::bytes, nullptr),
+    BGPDT_FIELD(SYSDT_CVrfName, number, "number", Form::number, nullptr),
+    BGPDT_FIELD(SYSDT_CVrfName, hasNumber, "has a number", Form::number, nullptr),
+};
+
+inline constexpr Field sid_structure_fields[] = {
+    BGPDT_FIELD(SYSDT_SidStructure, field, "lengths and offset", Form::number, nullptr),
+    BGPDT_FIELD(SYSDT_SidStructure, exists, "exists", Form::number, "strcExist"),
+};
+
 inline constexpr Layout as_number_layout{as_number_fields, sizeof(SYSDT_AsNum)};
 inline constexpr Layout as_list_layout{as_list_entry_fields, sizeof(SYSDT_AsNumEntry), SYSDT_AS_LIST_ENTRIES,
                                        "stAsNum"};
@@ -368,6 +424,11 @@ inline constexpr Layout bol_route_target_layout{bol_route_target_fields, SYSDT_B
 inline constexpr Layout bol_l2vpn_layout{bol_l2vpn_fields, SYSDT_BOL_SIZE};
 inline constexpr Layout bol_vpnv4_mcast_layout{bol_vpnv4_mcast_fields, SYSDT_BOL_SIZE};
 inline constexpr Layout bol_mdt_layout{bol_mdt_fields, SYSDT_BOL_SIZE};
+inline constexpr Layout time_range_layout{time_range_fields, sizeof(SYSDT_TimeRange)};
+inline constexpr Layout attr_bitmap_layout{attr_bitmap_fields, sizeof(SYSDT_AttrIdBitmap)};
+inline constexpr Layout client_vrf_name_layout{std::span(client_vrf_name_fields).first(1), SYSDT_CVRF_NAME_SIZE};
+inline constexpr Layout displayed_client_vrf_layout{client_vrf_name_fields, sizeof(SYSDT_CVrfName)};
+inline constexpr Layout sid_structure_layout{sid_structure_fields, sizeof(SYSDT_SidStructure)};
 inline constexpr Layout bol_rpd_layout{bol_rpd_fields, SYSDT_BOL_SIZE};
 inline constexpr Layout bol_sr_policy_layout{bol_sr_policy_fields, SYSDT_BOL_SIZE};
 inline constexpr Layout bol_sdwan_layout{bol_sdwan_fields, SYSDT_BOL_SIZE};
@@ -426,21 +487,25 @@ constexpr Layout bol_layout_of(std::uint32_t sub_kind, std::span<const std::uint
 
 // BGP-LS keys. Rows with the same table stand together.
 
-#define BGPDT_LS_AS(structure, member, name, table)                                                                    \
-    within(table, BGPDT_FIELD(structure, member.asNumValue, name, Form::number, "asNumValue")),                        \
-        within(table, BGPDT_FIELD(structure, member.asType, name " notation", Form::number, "asType"))
+constexpr Rows<2> ls_as(const char *name, std::size_t offset, const char *table)
+{
+    return {within(table, BGPDT_FIELD(SYSDT_AsNum, asNumValue, name, Form::number, "asNumValue"), offset),
+            within(table, BGPDT_FIELD(SYSDT_AsNum, asType, "notation", Form::number, "asType"), offset)};
+}
 
-#define BGPDT_LS_ADDRESS(structure, member, name, table)                                                               \
-    within(table, BGPDT_FIELD(structure, member.ipv4, name " IPv4", Form::ipv4, "ipv4Addr")),                          \
-        within(table, BGPDT_FIELD(structure, member.ipv6, name " IPv6", Form::ipv6, "ipv6Addr")),                      \
-        within(table, BGPDT_FIELD(structure, member.family, name " family", Form::number, "flag"))
+constexpr Rows<3> ls_address(const char *name, std::size_t offset, const char *table)
+{
+    return {within(table, BGPDT_FIELD(LsIpAddr, ipv4, name, Form::ipv4, "ipv4Addr"), offset),
+            within(table, BGPDT_FIELD(LsIpAddr, ipv6, name, Form::ipv6, "ipv6Addr"), offset),
+            within(table, BGPDT_FIELD(LsIpAddr, family, "family", Form::number, "flag"), offset)};
+}
 
 /// Scripts see the identifier as a string, and beside it a length that is worked out from it.
-#define BGPDT_LS_ROUTER_ID(structure, member, name, key, length_key)                                                   \
-    BGPDT_FIELD(structure, member, name, Form::bytes, key), Field                                                      \
-    {                                                                                                                  \
-        nullptr, length_key, offsetof(structure, member), 1, 0, Form::number, 8                                        \
-    }
+constexpr Rows<2> ls_router_id(const char *name, std::size_t offset, const char *key, const char *length_key)
+{
+    Field length{.key = length_key, .offset = static_cast<std::uint16_t>(offset), .width = 1, .script_bits = 8};
+    return {field<std::uint8_t[SYSDT_LS_ROUTER_ID_SIZE]>(name, offset, Form::bytes, key), length};
+}
 
 /// Scripts see the identifier as a table of its high and its low 32 bits.
 inline constexpr Field ls_identifier =
@@ -450,108 +515,78 @@ inline constexpr Field ls_route_type = BGPDT_FIELD(SYSDT_LsHead, routeType, "rou
 
 inline constexpr Field ls_unknown_fields[] = {ls_route_type};
 
-inline constexpr Field ls_node_fields[] = {
-    ls_identifier,
-    BGPDT_LS_AS(SYSDT_LsNode, local.as, "AS", "stLocalAs"),
-    BGPDT_FIELD(SYSDT_LsNode, local.bgpLsId, "BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"),
-    BGPDT_FIELD(SYSDT_LsNode, local.ospfArea, "OSPF area", Form::ipv4, "uiLocOspfAreaId"),
-    BGPDT_LS_ROUTER_ID(SYSDT_LsNode, local.igpRouterId, "IGP router identifier", "stLocIgpRtId", "uiLocIgpRtIdLen"),
-    ls_protocol,
-    ls_route_type,
-};
+/// What nodes and prefixes begin with, for scripts as in the key.
+inline constexpr auto ls_plain_node_fields =
+    join(ls_identifier, ls_as("AS", offsetof(SYSDT_LsNode, local.as), "stLocalAs"),
+         BGPDT_FIELD(SYSDT_LsNode, local.bgpLsId, "BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"),
+         BGPDT_FIELD(SYSDT_LsNode, local.ospfArea, "OSPF area", Form::ipv4, "uiLocOspfAreaId"),
+         ls_router_id("IGP router identifier", offsetof(SYSDT_LsNode, local.igpRouterId), "stLocIgpRtId",
+                      "uiLocIgpRtIdLen"));
 
-inline constexpr Field ls_link_fields[] = {
-    ls_identifier,
-    BGPDT_LS_AS(SYSDT_LsLink, local.as, "local AS", "stLocalAs"),
-    BGPDT_FIELD(SYSDT_LsLink, local.bgpLsId, "local BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"),
-    BGPDT_FIELD(SYSDT_LsLink, localBgpRouterId, "local BGP router identifier", Form::ipv4, "uiLocalBgpRtId"),
-    BGPDT_FIELD(SYSDT_LsLink, local.ospfArea, "local OSPF area", Form::ipv4, "uiLocOspfAreaId"),
-    BGPDT_LS_ROUTER_ID(SYSDT_LsLink, local.igpRouterId, "local IGP router identifier", "stLocIgpRtId",
-                       "uiLocIgpRtIdLen"),
-    BGPDT_LS_AS(SYSDT_LsLink, local.memberAs, "local member AS", "localMemberAs"),
-    BGPDT_LS_AS(SYSDT_LsLink, remote.as, "remote AS", "stRemoteAs"),
-    BGPDT_FIELD(SYSDT_LsLink, remote.bgpLsId, "remote BGP-LS identifier", Form::ipv4, "stRemoteBgpLsId"),
-    BGPDT_FIELD(SYSDT_LsLink, remoteBgpRouterId, "remote BGP router identifier", Form::ipv4, "uiRemoteBgpRtId"),
-    BGPDT_FIELD(SYSDT_LsLink, remote.ospfArea, "remote OSPF area", Form::ipv4, "uiRemOspfAreaId"),
-    BGPDT_LS_ROUTER_ID(SYSDT_LsLink, remote.igpRouterId, "remote IGP router identifier", "stRemIgpRtId",
-                       "uiRmtIgpRtIdLen"),
-    BGPDT_LS_AS(SYSDT_LsLink, remote.memberAs, "remote member AS", "remoteMemberAs"),
-    BGPDT_FIELD(SYSDT_LsLink, linkLocalId, "link local identifier", Form::ipv4, "uiLinkLocId"),
-    BGPDT_FIELD(SYSDT_LsLink, linkRemoteId, "link remote identifier", Form::ipv4, "uiLinkRemId"),
-    BGPDT_FIELD(SYSDT_LsLink, ipv4Interface, "IPv4 interface", Form::ipv4, "stIpv4IntfAddr"),
-    BGPDT_FIELD(SYSDT_LsLink, ipv4Neighbor, "IPv4 neighbor", Form::ipv4, "stIpv4PeerAddr"),
-    BGPDT_FIELD(SYSDT_LsLink, ipv6Interface, "IPv6 interface", Form::ipv6, "stIpv6IntfAddr"),
-    BGPDT_FIELD(SYSDT_LsLink, ipv6Neighbor, "IPv6 neighbor", Form::ipv6, "stIpv6PeerAddr"),
-    BGPDT_FIELD(SYSDT_LsLink, mtId, "MT-ID", Form::number, "uiMtId"),
-    ls_protocol,
-    ls_route_type,
-};
+inline constexpr auto ls_node_fields = join(ls_plain_node_fields, ls_protocol, ls_route_type);
 
-inline constexpr Field ls_ipv4_prefix_fields[] = {
-    ls_identifier,
-    BGPDT_LS_AS(SYSDT_LsIpv4Prefix, local.as, "AS", "stLocalAs"),
-    BGPDT_FIELD(SYSDT_LsIpv4Prefix, local.bgpLsId, "BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"),
-    BGPDT_FIELD(SYSDT_LsIpv4Prefix, local.ospfArea, "OSPF area", Form::ipv4, "uiLocOspfAreaId"),
-    BGPDT_LS_ROUTER_ID(SYSDT_LsIpv4Prefix, local.igpRouterId, "IGP router identifier", "stLocIgpRtId",
-                       "uiLocIgpRtIdLen"),
-    BGPDT_FIELD(SYSDT_LsIpv4Prefix, mtId, "MT-ID", Form::number, "uiMtId"),
-    BGPDT_FIELD(SYSDT_LsIpv4Prefix, ospfRouteType, "OSPF route type", Form::number, "uiOspfRtType"),
-    within("Prefix", BGPDT_FIELD(SYSDT_LsIpv4Prefix, prefix, "IPv4 prefix", Form::ipv4, "stIpv4Prefix")),
-    within("Prefix", BGPDT_FIELD(SYSDT_LsIpv4Prefix, prefixLength, "prefix length", Form::number, "uiPrefixLen")),
-    ls_protocol,
-    ls_route_type,
-};
+inline constexpr auto ls_link_fields =
+    join(ls_identifier, ls_as("local AS", offsetof(SYSDT_LsLink, local.as), "stLocalAs"),
+         BGPDT_FIELD(SYSDT_LsLink, local.bgpLsId, "local BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"),
+         BGPDT_FIELD(SYSDT_LsLink, localBgpRouterId, "local BGP router identifier", Form::ipv4, "uiLocalBgpRtId"),
+         BGPDT_FIELD(SYSDT_LsLink, local.ospfArea, "local OSPF area", Form::ipv4, "uiLocOspfAreaId"),
+         ls_router_id("local IGP router identifier", offsetof(SYSDT_LsLink, local.igpRouterId), "stLocIgpRtId",
+                      "uiLocIgpRtIdLen"),
+         ls_as("local member AS", offsetof(SYSDT_LsLink, local.memberAs), "localMemberAs"),
+         ls_as("remote AS", offsetof(SYSDT_LsLink, remote.as), "stRemoteAs"),
+         BGPDT_FIELD(SYSDT_LsLink, remote.bgpLsId, "remote BGP-LS identifier", Form::ipv4, "stRemoteBgpLsId"),
+         BGPDT_FIELD(SYSDT_LsLink, remoteBgpRouterId, "remote BGP router identifier", Form::ipv4, "uiRemoteBgpRtId"),
+         BGPDT_FIELD(SYSDT_LsLink, remote.ospfArea, "remote OSPF area", Form::ipv4, "uiRemOspfAreaId"),
+         ls_router_id("remote IGP router identifier", offsetof(SYSDT_LsLink, remote.igpRouterId), "stRemIgpRtId",
+                      "uiRmtIgpRtIdLen"),
+         ls_as("remote member AS", offsetof(SYSDT_LsLink, remote.memberAs), "remoteMemberAs"),
+         BGPDT_FIELD(SYSDT_LsLink, linkLocalId, "link local identifier", Form::ipv4, "uiLinkLocId"),
+         BGPDT_FIELD(SYSDT_LsLink, linkRemoteId, "link remote identifier", Form::ipv4, "uiLinkRemId"),
+         BGPDT_FIELD(SYSDT_LsLink, ipv4Interface, "IPv4 interface", Form::ipv4, "stIpv4IntfAddr"),
+         BGPDT_FIELD(SYSDT_LsLink, ipv4Neighbor, "IPv4 neighbor", Form::ipv4, "stIpv4PeerAddr"),
+         BGPDT_FIELD(SYSDT_LsLink, ipv6Interface, "IPv6 interface", Form::ipv6, "stIpv6IntfAddr"),
+         BGPDT_FIELD(SYSDT_LsLink, ipv6Neighbor, "IPv6 neighbor", Form::ipv6, "stIpv6PeerAddr"),
+         BGPDT_FIELD(SYSDT_LsLink, mtId, "MT-ID", Form::number, "uiMtId"), ls_protocol, ls_route_type);
 
-inline constexpr Field ls_ipv6_prefix_fields[] = {
-    ls_identifier,
-    BGPDT_LS_AS(SYSDT_LsIpv6Prefix, local.as, "AS", "stLocalAs"),
-    BGPDT_FIELD(SYSDT_LsIpv6Prefix, local.bgpLsId, "BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"),
-    BGPDT_FIELD(SYSDT_LsIpv6Prefix, local.ospfArea, "OSPF area", Form::ipv4, "uiLocOspfAreaId"),
-    BGPDT_LS_ROUTER_ID(SYSDT_LsIpv6Prefix, local.igpRouterId, "IGP router identifier", "stLocIgpRtId",
-                       "uiLocIgpRtIdLen"),
-    BGPDT_FIELD(SYSDT_LsIpv6Prefix, mtId, "MT-ID", Form::number, "uiMtId"),
-    BGPDT_FIELD(SYSDT_LsIpv6Prefix, ospfRouteType, "OSPF route type", Form::number, "uiOspfRtType"),
-    within("Prefix", BGPDT_FIELD(SYSDT_LsIpv6Prefix, prefix, "IPv6 prefix", Form::ipv6, "stIpv6Prefix")),
-    within("Prefix", BGPDT_FIELD(SYSDT_LsIpv6Prefix, prefixLength, "prefix length", Form::number, "uiPrefixLen")),
-    ls_protocol,
-    ls_route_type,
-};
+inline constexpr auto ls_ipv4_prefix_fields =
+    join(ls_plain_node_fields, BGPDT_FIELD(SYSDT_LsIpv4Prefix, mtId, "MT-ID", Form::number, "uiMtId"),
+         BGPDT_FIELD(SYSDT_LsIpv4Prefix, ospfRouteType, "OSPF route type", Form::number, "uiOspfRtType"),
+         within("Prefix", BGPDT_FIELD(SYSDT_LsIpv4Prefix, prefix, "IPv4 prefix", Form::ipv4, "stIpv4Prefix")),
+         within("Prefix", BGPDT_FIELD(SYSDT_LsIpv4Prefix, prefixLength, "prefix length", Form::number, "uiPrefixLen")),
+         ls_protocol, ls_route_type);
 
-inline constexpr Field ls_te_policy_fields[] = {
-    ls_identifier,
-    BGPDT_LS_AS(SYSDT_LsTePolicy, as, "AS", "stLocalAs"),
-    BGPDT_FIELD(SYSDT_LsTePolicy, discriminator, "discriminator", Form::number, "discriminator"),
-    BGPDT_LS_ADDRESS(SYSDT_LsTePolicy, originatorAddress, "originator", "originatorAddr"),
-    BGPDT_LS_AS(SYSDT_LsTePolicy, originatorAs, "originator AS", "originatorAs"),
-    BGPDT_FIELD(SYSDT_LsTePolicy, color, "color", Form::number, "color"),
-    BGPDT_LS_ADDRESS(SYSDT_LsTePolicy, endpoint, "endpoint", "endpoint"),
-    BGPDT_FIELD(SYSDT_LsTePolicy, flags, "flags", Form::number, "flags"),
-    BGPDT_FIELD(SYSDT_LsTePolicy, protocolOrigin, "protocol origin", Form::number, "protocolOrigin"),
-    BGPDT_FIELD(SYSDT_LsTePolicy, ipv6RouterId, "IPv6 router identifier", Form::ipv6, "ipv6TeRouterId"),
-    BGPDT_FIELD(SYSDT_LsTePolicy, ipv4RouterId, "IPv4 router identifier", Form::ipv4, "teRouterId"),
-    BGPDT_FIELD(SYSDT_LsTePolicy, bgpRouterId, "BGP router identifier", Form::ipv4, "uiLocalBgpRtId"),
-    BGPDT_FIELD(SYSDT_LsTePolicy, bgpLsId, "BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"),
-    ls_protocol,
-    ls_route_type,
-};
+inline constexpr auto ls_ipv6_prefix_fields =
+    join(ls_plain_node_fields, BGPDT_FIELD(SYSDT_LsIpv6Prefix, mtId, "MT-ID", Form::number, "uiMtId"),
+         BGPDT_FIELD(SYSDT_LsIpv6Prefix, ospfRouteType, "OSPF route type", Form::number, "uiOspfRtType"),
+         within("Prefix", BGPDT_FIELD(SYSDT_LsIpv6Prefix, prefix, "IPv6 prefix", Form::ipv6, "stIpv6Prefix")),
+         within("Prefix", BGPDT_FIELD(SYSDT_LsIpv6Prefix, prefixLength, "prefix length", Form::number, "uiPrefixLen")),
+         ls_protocol, ls_route_type);
 
-inline constexpr Field ls_srv6_sid_fields[] = {
-    ls_identifier,
-    BGPDT_LS_AS(SYSDT_LsSrv6Sid, local.as, "AS", "stLocalAs"),
-    BGPDT_FIELD(SYSDT_LsSrv6Sid, local.bgpLsId, "BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"),
-    BGPDT_FIELD(SYSDT_LsSrv6Sid, bgpRouterId, "BGP router identifier", Form::ipv4, "uiLocalBgpRtId"),
-    BGPDT_FIELD(SYSDT_LsSrv6Sid, local.ospfArea, "OSPF area", Form::ipv4, "uiLocOspfAreaId"),
-    BGPDT_LS_AS(SYSDT_LsSrv6Sid, local.memberAs, "member AS", "localMemberAs"),
-    BGPDT_LS_ROUTER_ID(SYSDT_LsSrv6Sid, local.igpRouterId, "IGP router identifier", "stLocIgpRtId", "uiLocIgpRtIdLen"),
-    BGPDT_FIELD(SYSDT_LsSrv6Sid, mtId, "MT-ID", Form::number, "uiMtId"),
-    BGPDT_FIELD(SYSDT_LsSrv6Sid, sid, "SID", Form::ipv6, "srv6SidInfo"),
-    ls_protocol,
-    ls_route_type,
-};
+inline constexpr auto ls_te_policy_fields =
+    join(ls_identifier, ls_as("AS", offsetof(SYSDT_LsTePolicy, as), "stLocalAs"),
+         BGPDT_FIELD(SYSDT_LsTePolicy, discriminator, "discriminator", Form::number, "discriminator"),
+         ls_address("originator", offsetof(SYSDT_LsTePolicy, originatorAddress), "originatorAddr"),
+         ls_as("originator AS", offsetof(SYSDT_LsTePolicy, originatorAs), "originatorAs"),
+         BGPDT_FIELD(SYSDT_LsTePolicy, color, "color", Form::number, "color"),
+         ls_address("endpoint", offsetof(SYSDT_LsTePolicy, endpoint), "endpoint"),
+         BGPDT_FIELD(SYSDT_LsTePolicy, flags, "flags", Form::number, "flags"),
+         BGPDT_FIELD(SYSDT_LsTePolicy, protocolOrigin, "protocol origin", Form::number, "protocolOrigin"),
+         BGPDT_FIELD(SYSDT_LsTePolicy, ipv6RouterId, "IPv6 router identifier", Form::ipv6, "ipv6TeRouterId"),
+         BGPDT_FIELD(SYSDT_LsTePolicy, ipv4RouterId, "IPv4 router identifier", Form::ipv4, "teRouterId"),
+         BGPDT_FIELD(SYSDT_LsTePolicy, bgpRouterId, "BGP router identifier", Form::ipv4, "uiLocalBgpRtId"),
+         BGPDT_FIELD(SYSDT_LsTePolicy, bgpLsId, "BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"), ls_protocol,
+         ls_route_type);
 
-#undef BGPDT_LS_AS
-#undef BGPDT_LS_ADDRESS
-#undef BGPDT_LS_ROUTER_ID
+inline constexpr auto ls_srv6_sid_fields =
+    join(ls_identifier, ls_as("AS", offsetof(SYSDT_LsSrv6Sid, local.as), "stLocalAs"),
+         BGPDT_FIELD(SYSDT_LsSrv6Sid, local.bgpLsId, "BGP-LS identifier", Form::ipv4, "stLocalBgpLsId"),
+         BGPDT_FIELD(SYSDT_LsSrv6Sid, bgpRouterId, "BGP router identifier", Form::ipv4, "uiLocalBgpRtId"),
+         BGPDT_FIELD(SYSDT_LsSrv6Sid, local.ospfArea, "OSPF area", Form::ipv4, "uiLocOspfAreaId"),
+         ls_as("member AS", offsetof(SYSDT_LsSrv6Sid, local.memberAs), "localMemberAs"),
+         ls_router_id("IGP router identifier", offsetof(SYSDT_LsSrv6Sid, local.igpRouterId), "stLocIgpRtId",
+                      "uiLocIgpRtIdLen"),
+         BGPDT_FIELD(SYSDT_LsSrv6Sid, mtId, "MT-ID", Form::number, "uiMtId"),
+         BGPDT_FIELD(SYSDT_LsSrv6Sid, sid, "SID", Form::ipv6, "srv6SidInfo"), ls_protocol, ls_route_type);
 
 /// By the route type.
 inline constexpr Layout ls_layouts[SYSDT_LS_ROUTE_TYPES] = {
@@ -607,6 +642,11 @@ inline Layout layout_of(std::uint16_t type_id, std::span<const std::uint8_t> val
     case SYSDT_TYPE_VPNV4MCPREFIX:
         return value.size() == sizeof(SYSDT_Vpnv4Mcast) ? vpnv4_mcast_layout : bol_vpnv4_mcast_layout;
     case SYSDT_TYPE_MDTPREFIX: return value.size() == sizeof(SYSDT_Mdt) ? mdt_layout : bol_mdt_layout;
+    case SYSDT_TYPE_TIME_RANGE: return time_range_layout;
+    case SYSDT_TYPE_ATTRIDBITMAP: return attr_bitmap_layout;
+    case SYSDT_TYPE_CVRFNAME:
+        return value.size() > SYSDT_CVRF_NAME_SIZE ? displayed_client_vrf_layout : client_vrf_name_layout;
+    case SYSDT_TYPE_SID_STRUCTURE: return sid_structure_layout;
     case SYSDT_TYPE_BOLPREFIX: return bol_layout_of(selecting_word(value, order), value);
     case SYSDT_TYPE_BGPLSPREFIX: return ls_layout_of(selecting_word(value, order) & 0xFF); // as it prints
     default: return {};

@@ -25,7 +25,10 @@
 #define SYSDT_TYPE_BOLPREFIX 0x0117u
 #define SYSDT_TYPE_BOLRD 0x0118u
 #define SYSDT_TYPE_EVNPREFIX 0x0119u
+#define SYSDT_TYPE_TIME_RANGE 0x011Cu
 #define SYSDT_TYPE_ASNUMEXT 0x011Du
+#define SYSDT_TYPE_ATTRIDBITMAP 0x0122u
+#define SYSDT_TYPE_CVRFNAME 0x0124u
 #define SYSDT_TYPE_L2VPNPREFIX 0x0126u
 #define SYSDT_TYPE_VPNV4MCPREFIX 0x0127u
 #define SYSDT_TYPE_MDTPREFIX 0x0128u
@@ -34,6 +37,7 @@
 #define SYSDT_TYPE_LARGECOMMUNITY 0x0141u
 #define SYSDT_TYPE_ASNUM_ENHANCE 0x0145u
 #define SYSDT_TYPE_CMNTY_ENHANCE 0x0146u
+#define SYSDT_TYPE_SID_STRUCTURE 0x0148u
 #define SYSDT_TYPE_EXTCOMMUNITY_BW 0x0149u
 #define SYSDT_TYPE_BGPLSPREFIX 0x0513u
 
@@ -545,6 +549,33 @@ typedef union SYSDT_LsPrefix {
     SYSDT_LsSrv6Sid srv6Sid;
 } SYSDT_LsPrefix;
 
+/* ------------------------------------------------------------------------------------------------ attributes */
+
+/** A duration. 4 bytes. */
+typedef struct SYSDT_PACKED SYSDT_TimeRange {
+    uint32_t seconds;
+} SYSDT_TimeRange;
+
+/** A set of attribute identifiers: identifier n is bit n mod 8, the least significant first, of byte n div 8. */
+typedef struct SYSDT_PACKED SYSDT_AttrIdBitmap {
+    uint8_t bits[32];
+} SYSDT_AttrIdBitmap;
+
+#define SYSDT_CVRF_NAME_SIZE 32
+
+/** A client VRF as its name is displayed. 40 bytes; the value itself is the name alone. */
+typedef struct SYSDT_PACKED SYSDT_CVrfName {
+    char name[SYSDT_CVRF_NAME_SIZE]; /**< NUL-terminated unless it fills the field; empty: no name. */
+    uint32_t number;
+    uint32_t hasNumber; /**< 1: the number counts. */
+} SYSDT_CVrfName;
+
+/** The structure of an SRv6 SID (RFC 9252): the fields of its sub-sub-TLV. 7 bytes. */
+typedef struct SYSDT_PACKED SYSDT_SidStructure {
+    uint8_t field[6]; /**< Lengths of locator block, locator node, function, argument; transposition length, offset. */
+    uint8_t exists;   /**< 1: there is a structure. */
+} SYSDT_SidStructure;
+
 #ifdef __cplusplus
 static_assert(sizeof(SYSDT_AsNum) == 8 && offsetof(SYSDT_AsNum, asType) == 4);
 static_assert(sizeof(SYSDT_AsNumList) == 1280 && offsetof(SYSDT_AsNumEntry, asType) == 4);
@@ -574,6 +605,8 @@ static_assert(sizeof(SYSDT_BolValue) == SYSDT_BOL_SIZE && sizeof(SYSDT_BolIpv4) 
               sizeof(SYSDT_BolIpv6) == SYSDT_BOL_SIZE && sizeof(SYSDT_BolRouteTarget) == SYSDT_BOL_SIZE &&
               sizeof(SYSDT_BolL2Vpn) == SYSDT_BOL_SIZE && sizeof(SYSDT_BolVpnv4Mcast) == SYSDT_BOL_SIZE &&
               sizeof(SYSDT_BolMdt) == SYSDT_BOL_SIZE);
+static_assert(sizeof(SYSDT_TimeRange) == 4 && sizeof(SYSDT_AttrIdBitmap) == 32 && sizeof(SYSDT_SidStructure) == 7);
+static_assert(sizeof(SYSDT_CVrfName) == 40 && offsetof(SYSDT_CVrfName, hasNumber) == 36);
 static_assert(sizeof(SYSDT_BolRpd) == SYSDT_BOL_SIZE && sizeof(SYSDT_Rpd) == 27 && offsetof(SYSDT_Rpd, peer) == 6);
 static_assert(sizeof(SYSDT_BolSrPolicy) == SYSDT_BOL_SIZE && sizeof(SYSDT_SrPolicy) == 29 &&
               offsetof(SYSDT_SrPolicy, family) == 28);

@@ -12,8 +12,7 @@
 ///
 /// Irregularities, all deliberate:
 ///  (1) ASNUM: number 0 means "none": no text gives it, it prints as nothing whatever its notation, and Check rejects
-///  it.
-///      ASNUMEXT: 0 is read when plain, prints, and passes Check.
+///      it. ASNUMEXT: 0 is read when plain, prints, and passes Check.
 ///  (2) Every notation but 0 prints dotted; nothing but the printer looks at it, so scripts may store what they like.
 ///  (3) A dotted text needs a high part from 1, though a small number stored as dotted prints with high part 0.
 ///  (4) The order is that of the numbers alone (the host's SYSDT_Uint32Compare); the notation does not count.

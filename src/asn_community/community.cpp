@@ -13,8 +13,7 @@
 /// Irregularities, all deliberate:
 ///  (1) A well-known community prints by its name, however it was written, and loses its notation.
 ///  (2) Community 0 is "internet", also when written as a number or a pair; in an empty list entry (notation 2) it
-///  prints
-///      as nothing.
+///      prints as nothing.
 ///  (3) A notation that cannot be shown is a failure that hands the block back.
 ///  (4) The help text promises less than the parser takes.
 ///  (5) A name is looked up in a copy of the text taken from the host, so that a text with letters in it may fail for

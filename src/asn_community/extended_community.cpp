@@ -27,7 +27,7 @@
 ///  (8) Scripts keep the low 8 bits of the form, and see the bandwidth as a signed number.
 ///  (9) What is printed with a word or a bracket cannot be entered.
 ///  (10) EXTCOMMUNITY_BW: a bandwidth of 0 prints as nothing; the type is neither printed nor checked; help tells of a
-///       text though none is taken.
+///      text though none is taken.
 #include <span>
 
 #include "bgp_datatype/bgp_datatype.h"
@@ -159,18 +159,6 @@ constexpr Type<SYSDT_ExtCommunityBw> bandwidth_community{
     .layout = bandwidth_community_layout,
 };
 
-/// A printer of one type by itself.
-template <auto print_one>
-u32 print_alone(const SYSDT_Octets *value, u32 *length, char *buffer, const char *label)
-{
-    if (value == nullptr || length == nullptr || buffer == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    Writer out(buffer, extended_community.limit);
-    print_one(*value, label, out);
-    *length = out.finish();
-    return SYSDT_OK;
-}
-
 } // namespace
 
 u32 SYSDT_Str2ExtCommunity(char *text, SYSDT_Octets *value)
@@ -182,12 +170,20 @@ u32 SYSDT_Str2ExtCommunity(char *text, SYSDT_Octets *value)
 
 u32 SYSDT_ExtCommunity2StrRT4AS(const SYSDT_Octets *value, u32 *length, char *buffer)
 {
-    return print_alone<print_as4>(value, length, buffer, nullptr);
+    return print_to_buffer<extended_community.limit>(value, buffer, length,
+                                                     [](const SYSDT_Octets &octets, Writer &out) {
+                                                         print_as4(octets, nullptr, out);
+                                                         return u32{SYSDT_OK};
+                                                     });
 }
 
 u32 SYSDT_ExtCommunity2StrBW(const SYSDT_Octets *value, u32 *length, char *buffer)
 {
-    return print_alone<print_bandwidth>(value, length, buffer, trans);
+    return print_to_buffer<extended_community.limit>(value, buffer, length,
+                                                     [](const SYSDT_Octets &octets, Writer &out) {
+                                                         print_bandwidth(octets, trans, out);
+                                                         return u32{SYSDT_OK};
+                                                     });
 }
 
 BGPDT_FORMAT_IN(SYSDT_ExtCommunityFormatIn, extended_community)

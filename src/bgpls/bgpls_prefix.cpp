@@ -12,14 +12,18 @@
 /// Text: groups in brackets, "[NODE][OSPFv2][IDENTIFIER0][LOCAL[as64496][bgp-ls-identifier192.0.2.1]]"; grammar in
 /// key_groups.cpp and descriptors.cpp, printed form in key_printer.cpp, scripts in key_script.cpp.
 ///
-/// Irregularities, all deliberate; those of text, print and scripts are numbered in their files:
+/// Irregularities, all deliberate; those of text, print and scripts are numbered in those files:
 ///  (1) Endian reads the route type once it is turned, so it brings values into the processor's own order only: turning
 ///      back turns the route type word alone.
 ///  (2) Of a route type of 0 or above 6 only that word is turned.
 ///  (3) The identifier is turned as one number of 64 bits.
 ///  (4) The IPv4 word of a TE policy's address is turned when its family is 0.
 ///  (5) Check looks at the length alone; the order is that of the bytes in memory.
-///  (6) The help tells other lengths than the parser's.
+///  (6) The help tells other lengths than the parser's. text (1) Texts are read in modes 1 and 2 only; mode 6 is
+///      refused. print (1) Mode 3 prints too; there is no binary copy. print (14) A shorter value is filled up with
+///      zeros, a longer one is cut.
+#include <algorithm>
+
 #include "bgp_datatype/bgp_datatype.h"
 #include "bgpls/key_printer.hpp"
 #include "common/bytes.hpp"
@@ -38,14 +42,14 @@ u32 print_value(const SYSDT_LsPrefix &value, u8, Writer &out)
 
 constexpr Type<SYSDT_LsPrefix> bgpls_prefix{
     .kind = SYSDT_TYPE_BGPLSPREFIX,
-    .input = narrow_screen,
+    .input = narrow_screen, // text (1)
     .parse = [](u32, char *text, SYSDT_LsPrefix &value) { return SYSDT_Str2LSPrefix(text, &value); },
     .output = open_screen,
-    .mode3 = Mode3::text,
+    .mode3 = Mode3::text, // print (1)
     .clears_before_output = true,
     .block = key_text_size,
     .limit = key_text_size,
-    .reads = Input::passed,
+    .reads = Input::passed, // print (14)
     .print = print_value,
     .allocator = Allocator::plain,
     .help = {.text = "STRING<62-529>", .allocator = Allocator::plain}, // (6)

@@ -13,7 +13,7 @@
 ///  (8) An empty AS is none and does not count as given; a member AS may not be empty; only an originator AS may be 0.
 ///  (9) A BGP router identifier may be a decimal number, but not in a TE policy.
 ///  (10) An IS-IS router identifier has its digits at fixed places; what stands between and behind them is not looked
-///       at, and each two are read as "%2x": one digit is enough, and a sign is one of the two.
+///      at, and each two are read as "%2x": one digit is enough, and a sign is one of the two.
 ///  (11) An OSPF router identifier may name the designated router's interface behind '/'; other protocols have none.
 ///  (14) if-address and peer-address may be repeated, and share their fields with local and remote: the last one stays.
 ///  (18) Under BGP the mt-id of a SID is not looked at, however often it comes.
@@ -90,6 +90,16 @@ bool parse_address(char *text, LsIpAddr &address)
     const bool parsed = parse_ipv4(text, ipv4);
     address.ipv4 = ipv4;
     return parsed;
+}
+
+bool parse_interface(char *text, LsLinkScratch &link)
+{
+    return is_ipv6(text) ? parse_ipv6(text, link.ipv6Interface) : parse_ipv4(text, link.ipv4Interface);
+}
+
+bool parse_neighbor(char *text, LsLinkScratch &link)
+{
+    return is_ipv6(text) ? parse_ipv6(text, link.ipv6Neighbor) : parse_ipv4(text, link.ipv4Neighbor);
 }
 
 bool parse_number(char *text, u32 &number) { return PAL_StrToUint32(text, &number) == SYSDT_OK; }
@@ -193,6 +203,19 @@ u32 take_member(u32 bit, void *target, char *value, Member Scratch::*member, boo
     return take_once<Scratch>(bit, target, [&](Scratch &scratch) { return parse(value, scratch.*member); });
 }
 
+/// Takes a group of a link that tells more than one member.
+u32 take_link(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
+{
+    return take_once<LsLinkScratch>(bit, target, [&](LsLinkScratch &link) { return parse(value, link); });
+}
+
+/// The same, however often it comes. (14)
+u32 take_link_again(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
+{
+    static_cast<LsLinkScratch *>(target)->seen &= ~bit;
+    return take_link(bit, target, value, parse);
+}
+
 } // namespace
 
 u32 BgpLsParseNodeDesc(const char *text, LsNodeDescScratch *scratch, ParseContext *context)
@@ -235,33 +258,6 @@ BGPDT_LS_MEMBER(BgpLsParseNodeDescOspfAreaId, LsNodeDescScratch, ospfArea, parse
 BGPDT_LS_MEMBER(BgpLsParseNodeDescMemberAs, LsNodeDescScratch, memberAs, parse_as) // (8)
 BGPDT_LS_MEMBER(BgpLsParseNodeDescIpv4RouteId, LsNodeDescScratch, ipv4RouterId, parse_ipv4)
 BGPDT_LS_MEMBER(BgpLsParseNodeDescIpv6RouteId, LsNodeDescScratch, ipv6RouterId, parse_ipv6)
-
-namespace {
-
-bool parse_interface(char *text, LsLinkScratch &link)
-{
-    return is_ipv6(text) ? parse_ipv6(text, link.ipv6Interface) : parse_ipv4(text, link.ipv4Interface);
-}
-
-bool parse_neighbor(char *text, LsLinkScratch &link)
-{
-    return is_ipv6(text) ? parse_ipv6(text, link.ipv6Neighbor) : parse_ipv4(text, link.ipv4Neighbor);
-}
-
-/// Takes a group of a link that tells more than one member.
-u32 take_link(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
-{
-    return take_once<LsLinkScratch>(bit, target, [&](LsLinkScratch &link) { return parse(value, link); });
-}
-
-/// The same, however often it comes. (14)
-u32 take_link_again(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
-{
-    static_cast<LsLinkScratch *>(target)->seen &= ~bit;
-    return take_link(bit, target, value, parse);
-}
-
-} // namespace
 
 #define BGPDT_LS_LINK(name, take, parse)                                                                               \
     std::uint32_t name(std::uint32_t bit, char *value, void *target, LsPrefixParseContext *)                           \

@@ -4,7 +4,6 @@
 /// keyword it begins with. What a keyword means is told in key_groups.cpp, and one level deeper in descriptors.cpp.
 #include <cstring>
 #include <iterator>
-#include <string_view>
 
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/trimmed.hpp"
@@ -16,9 +15,10 @@ namespace {
 constexpr std::size_t longest_text = 500;
 constexpr u32 group_buffer = 500;
 
-bool matches(const LsPrefixPattern &pattern, std::string_view group)
+bool matches(const LsPrefixPattern &pattern, const char *group)
 {
-    return pattern.exact != 0 ? group == pattern.keyword : group.starts_with(pattern.keyword);
+    const std::size_t length = std::strlen(pattern.keyword);
+    return std::strncmp(group, pattern.keyword, length) == 0 && (pattern.exact == 0 || group[length] == '\0');
 }
 
 /// The bracket that closes the one the text begins with; null without either.

@@ -4,13 +4,15 @@
 /// others are parsed into a scratch record (descriptors.cpp), from which the route type fills the key
 /// (route_types.cpp).
 ///
-/// Irregularities, all deliberate, numbered through the three files:
+/// Irregularities, all deliberate, numbered through the three files; (1) is FormatIn's:
 ///  (2) Only the route type has its place, ahead of all; what depends on the protocol uses the one read by then, or 0.
 ///  (3) [LINK] is the route type, [LINK[...]] the link descriptor; so a descriptor that says nothing cannot be written.
 ///  (4) Of an identifier 64 bits are read and the low 32 kept.
 ///  (6) RSVP-TE is a known word without a number: it is refused.
 ///  (7) UNKNOWN and index groups are dropped whatever they hold; each may come once.
 ///  (15) Without mt-id the MT-ID is SYSDT_LS_NO_MT_ID, in a BGP link 0.
+///  (19) A router identifier prints as raw bytes, so only TE policies and the links and SIDs of BGP can be entered as
+///      they print; of these, what the printed form has no place for is lost.
 #include <iterator>
 
 #include "bgp_datatype/bgp_datatype.h"

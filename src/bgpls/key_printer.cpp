@@ -23,6 +23,7 @@
 
 #include "asn_community/as_number.hpp"
 #include "bgp_datatype/bgp_datatype.h"
+#include "common/ipv4.hpp"
 #include "common/print.hpp"
 
 namespace bgpdt {
@@ -38,73 +39,62 @@ constexpr std::string_view name_of(std::span<const std::string_view> names, u32 
     return number < names.size() ? names[number] : "";
 }
 
-/// A value's text, for use as "%s".
-class Text {
-public:
-    template <class Print>
-    static Text of(Print print_into)
-    {
-        Text text;
-        Writer out(text.characters_, sizeof text.characters_);
-        print_into(out);
-        text.length_ = out.finish();
-        return text;
-    }
-    operator std::string_view() const { return {characters_, length_}; }
+// What a value prints as, for use as "%s".
 
-private:
-    char characters_[46];
-    u32 length_;
-};
-
-Text as_text(const SYSDT_AsNum &as)
+auto as_number(const SYSDT_AsNum &as)
 {
-    return Text::of([&](Writer &out) {
+    return [&as](Writer &out) {
         if (as.asNumValue != 0) // (2)
             print_as_number(as.asNumValue, as.asType, out);
-    });
+    };
 }
 
-Text member_as_text(const SYSDT_AsNum &as)
+auto member_as(const SYSDT_AsNum &as)
 {
-    return Text::of([&](Writer &out) {
+    return [&as](Writer &out) {
         if (as.asNumValue != 0) // (2)
-            print<"[member-as%s]">(out, as_text(as));
-    });
+            print<"[member-as%s]">(out, as_number(as));
+    };
 }
 
-Text originator_as_text(const SYSDT_AsNum &as)
+auto originator_as(const SYSDT_AsNum &as)
 {
-    return as.asNumValue != 0 ? as_text(as) : Text::of([](Writer &out) { out.put('0'); }); // (2)
+    return [&as](Writer &out) {
+        if (as.asNumValue == 0) // (2)
+            out.put('0');
+        else
+            print_as_number(as.asNumValue, as.asType, out);
+    };
 }
 
-Text ipv4_text(u32 address)
+auto ipv4(u32 address)
 {
-    return Text::of([&](Writer &out) { print_ipv4_address(address, out); });
+    return [address](Writer &out) { print_ipv4_address(address, out); };
 }
 
-Text ipv6_text(const u8 (&address)[16])
+auto ipv6(const u8 (&address)[16])
 {
-    return Text::of([&](Writer &out) {
+    return [&address](Writer &out) {
         char text[46];
         if (inet_ntop6(address, text, sizeof text) != nullptr)
             out.put(text);
-    });
+    };
 }
 
-Text address_text(const LsIpAddr &address)
+auto address_of(const LsIpAddr &address) // (11)
 {
-    switch (address.family) {
-    case 0: return ipv4_text(address.ipv4);
-    case 1: return ipv6_text(address.ipv6);
-    default: return Text::of([](Writer &) {}); // (11)
-    }
+    return [&address](Writer &out) {
+        if (address.family == 0)
+            ipv4(address.ipv4)(out);
+        else if (address.family == 1)
+            ipv6(address.ipv6)(out);
+    };
 }
 
-std::string_view router_id_text(const u8 (&router_id)[SYSDT_LS_ROUTER_ID_SIZE]) // (3)
+std::string_view router_id(const u8 (&octets)[SYSDT_LS_ROUTER_ID_SIZE]) // (3), text (19)
 {
-    const auto *const text = reinterpret_cast<const char *>(router_id);
-    return {text, strnlen(text, sizeof router_id - 1)};
+    const auto *const text = reinterpret_cast<const char *>(octets);
+    return {text, strnlen(text, sizeof octets - 1)};
 }
 
 void print_head(const SYSDT_LsHead &head, Writer &out)
@@ -118,15 +108,14 @@ template <class Desc>
 void print_igp_node(const char *which, const Desc &node, Writer &out)
 {
     print<"[%s[as%s][bgp-ls-identifier%s][ospf-area-id%s][igp-router-id%s]]">(
-        out, which, as_text(node.as), ipv4_text(node.bgpLsId), ipv4_text(node.ospfArea),
-        router_id_text(node.igpRouterId));
+        out, which, as_number(node.as), ipv4(node.bgpLsId), ipv4(node.ospfArea), router_id(node.igpRouterId));
 }
 
 /// The same with what BGP knows of it. (13)
 void print_bgp_node(const char *which, const SYSDT_LsMemberNodeDesc &node, u32 bgp_router_id, Writer &out)
 {
-    print<"[%s[as%s][bgp-ls-identifier%s][bgp-router-id%s]%s]">(
-        out, which, as_text(node.as), ipv4_text(node.bgpLsId), ipv4_text(bgp_router_id), member_as_text(node.memberAs));
+    print<"[%s[as%s][bgp-ls-identifier%s][bgp-router-id%s]%s]">(out, which, as_number(node.as), ipv4(node.bgpLsId),
+                                                                ipv4(bgp_router_id), member_as(node.memberAs));
 }
 
 void print_node(const SYSDT_LsPrefix &key, Writer &out)
@@ -137,22 +126,21 @@ void print_node(const SYSDT_LsPrefix &key, Writer &out)
 
 void print_bgp_link(const SYSDT_LsLink &link, Writer &out)
 {
-    const bool ipv6 = link.ipv4Interface == 0 && link.ipv4Neighbor == 0; // (10)
-    print<"[LINK[identifier%s.%s][local%s][remote%s]]">(
-        out, ipv4_text(link.linkLocalId), ipv4_text(link.linkRemoteId),
-        ipv6 ? ipv6_text(link.ipv6Interface) : ipv4_text(link.ipv4Interface),
-        ipv6 ? ipv6_text(link.ipv6Neighbor) : ipv4_text(link.ipv4Neighbor));
+    print<"[LINK[identifier%s.%s]">(out, ipv4(link.linkLocalId), ipv4(link.linkRemoteId));
+    if (link.ipv4Interface == 0 && link.ipv4Neighbor == 0) // (10)
+        print<"[local%s][remote%s]]">(out, ipv6(link.ipv6Interface), ipv6(link.ipv6Neighbor));
+    else
+        print<"[local%s][remote%s]]">(out, ipv4(link.ipv4Interface), ipv4(link.ipv4Neighbor));
 }
 
 void print_igp_link(const SYSDT_LsLink &link, Writer &out)
 {
-    if (link.linkLocalId == 0 && link.linkRemoteId == 0) // (9)
-        print<"[LINK[if-address%s][peer-address%s][if-address%s][peer-address%s]">(
-            out, ipv4_text(link.ipv4Interface), ipv4_text(link.ipv4Neighbor), ipv6_text(link.ipv6Interface),
-            ipv6_text(link.ipv6Neighbor));
-    else
-        print<"[LINK[link-local-id%s][link-remote-id%s]">(out, ipv4_text(link.linkLocalId),
-                                                          ipv4_text(link.linkRemoteId));
+    if (link.linkLocalId == 0 && link.linkRemoteId == 0) { // (9)
+        print<"[LINK[if-address%s][peer-address%s]">(out, ipv4(link.ipv4Interface), ipv4(link.ipv4Neighbor));
+        print<"[if-address%s][peer-address%s]">(out, ipv6(link.ipv6Interface), ipv6(link.ipv6Neighbor));
+    } else {
+        print<"[LINK[link-local-id%s][link-remote-id%s]">(out, ipv4(link.linkLocalId), ipv4(link.linkRemoteId));
+    }
     if (link.mtId != SYSDT_LS_NO_MT_ID)
         print<"[mt-id%u]">(out, u32{link.mtId});
     out.put(']');
@@ -173,34 +161,34 @@ void print_link(const SYSDT_LsPrefix &key, Writer &out)
     }
 }
 
-template <class Prefix>
-void print_prefix(const Prefix &key, const Text &prefix, Writer &out)
+template <class Prefix, class Address>
+void print_prefix(const Prefix &key, const Address &address, Writer &out)
 {
     print_head(key.head, out);
     print_igp_node("LOCAL", key.local, out); // (7)
     out.put("[PREFIX");
     if (key.mtId != SYSDT_LS_NO_MT_ID)
         print<"[mt-id%u]">(out, u32{key.mtId});
-    print<"[ospf-route-type%u][prefix%s/%u]]">(out, u32{key.ospfRouteType}, prefix, key.prefixLength);
+    print<"[ospf-route-type%u][prefix%s/%u]]">(out, u32{key.ospfRouteType}, address, key.prefixLength);
 }
 
 void print_ipv4_prefix(const SYSDT_LsPrefix &key, Writer &out)
 {
-    print_prefix(key.ipv4Prefix, ipv4_text(key.ipv4Prefix.prefix), out);
+    print_prefix(key.ipv4Prefix, ipv4(key.ipv4Prefix.prefix), out);
 }
 
 void print_ipv6_prefix(const SYSDT_LsPrefix &key, Writer &out)
 {
-    print_prefix(key.ipv6Prefix, ipv6_text(key.ipv6Prefix.prefix), out);
+    print_prefix(key.ipv6Prefix, ipv6(key.ipv6Prefix.prefix), out);
 }
 
 void print_te(const SYSDT_LsPrefix &key, Writer &out)
 {
     const auto &policy = key.tePolicy;
     print<"[TE[protocol-origin%u][Flag%u][endpoint%s][color%u][originator-as%s][originator-address%s]"
-          "[discriminator%u]]">(out, policy.protocolOrigin, policy.flags, address_text(policy.endpoint),
-                                u32{policy.color}, originator_as_text(policy.originatorAs),
-                                address_text(policy.originatorAddress), u32{policy.discriminator});
+          "[discriminator%u]]">(out, policy.protocolOrigin, policy.flags, address_of(policy.endpoint),
+                                u32{policy.color}, originator_as(policy.originatorAs),
+                                address_of(policy.originatorAddress), u32{policy.discriminator});
 }
 
 void print_te_policy(const SYSDT_LsPrefix &key, Writer &out)
@@ -208,8 +196,8 @@ void print_te_policy(const SYSDT_LsPrefix &key, Writer &out)
     const auto &policy = key.tePolicy;
     print_head(policy.head, out);
     print<"[LOCAL[as%s][bgp-ls-identifier%s][bgp-router-id%s][ipv4-router-id%s][ipv6-router-id%s]]">(
-        out, as_text(policy.as), ipv4_text(policy.bgpLsId), ipv4_text(policy.bgpRouterId),
-        ipv4_text(policy.ipv4RouterId), ipv6_text(policy.ipv6RouterId));
+        out, as_number(policy.as), ipv4(policy.bgpLsId), ipv4(policy.bgpRouterId), ipv4(policy.ipv4RouterId),
+        ipv6(policy.ipv6RouterId));
     print_te(key, out);
 }
 
@@ -225,7 +213,7 @@ void print_srv6_sid(const SYSDT_LsPrefix &key, Writer &out)
     out.put("[SID");
     if (!bgp && sid.mtId != SYSDT_LS_NO_MT_ID) // (8)
         print<"[mt-id%u]">(out, u32{sid.mtId});
-    print<"[sid%s]]">(out, ipv6_text(sid.sid));
+    print<"[sid%s]]">(out, ipv6(sid.sid));
 }
 
 using Printer = void(const SYSDT_LsPrefix &key, Writer &out);

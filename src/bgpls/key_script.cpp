@@ -17,8 +17,8 @@
 ///  (7) A route type of 0 or above 6 has nothing but its route type, both ways.
 ///  (8) Prefix length, protocol origin, flags and family keep their low 8 bits.
 ///  (9) The names differ: uiLocIgpRtIdLen and uiRmtIgpRtIdLen, uiLocOspfAreaId and uiRemOspfAreaId.
-///  (10) A link's and a SID's tables are made for fewer fields than they get.
 #include <array>
+#include <cstring>
 #include <string_view>
 
 #include "bgp_datatype/bgp_datatype.h"
@@ -32,7 +32,7 @@ using script::Table;
 namespace {
 
 /// What scripts see as one: a field, or all fields of a table.
-using Rows = std::span<const Field>;
+using Group = std::span<const Field>;
 
 constexpr bool stands_in(const Field &field, std::string_view table)
 {
@@ -40,7 +40,7 @@ constexpr bool stands_in(const Field &field, std::string_view table)
 }
 
 /// The first field, with it those of its table.
-constexpr Rows first_rows(Rows fields)
+constexpr Group first_group(Group fields)
 {
     std::size_t count = 1;
     while (count < fields.size() && fields[0].table != nullptr && stands_in(fields[count], fields[0].table))
@@ -48,30 +48,30 @@ constexpr Rows first_rows(Rows fields)
     return fields.first(count);
 }
 
-/// The kinds of rows that are not plain numbers and arrays.
+/// The kinds of group that are not plain numbers and arrays.
 constexpr bool is_identifier(const Field &field) { return field.width == sizeof(u64); }
 constexpr bool is_router_id(const Field &field) { return field.form == Form::bytes; }
 constexpr bool is_router_id_length(const Field &field) { return field.count == 0; }
 constexpr bool is_plain_number(const Field &field) { return field.count == 1 && !is_identifier(field); }
-constexpr bool is_as(Rows rows) { return std::string_view(rows.back().key) == "asType"; }
+constexpr bool is_as(Group group) { return std::string_view(group.back().key) == "asType"; }
 
-/// The rows under a name: a table's, or the field's. With an unknown one it runs past the end, and the build stops.
-consteval Rows rows_of(Rows fields, std::string_view name)
+/// The group under a name: a table's, or the field's. With an unknown one it runs past the end, and the build stops.
+consteval Group group_named(Group fields, std::string_view name)
 {
     for (;; fields = fields.subspan(1)) {
         if (stands_in(fields[0], name))
-            return first_rows(fields);
+            return first_group(fields);
         if (name == fields[0].key)
             return fields.first(1);
     }
 }
 
 template <std::size_t Count>
-consteval auto reading_order(Rows fields, const char *const (&names)[Count])
+consteval auto reading_order(Group fields, const char *const (&names)[Count])
 {
-    std::array<Rows, Count> order;
+    std::array<Group, Count> order;
     for (std::size_t i = 0; i < Count; ++i)
-        order[i] = rows_of(fields, names[i]);
+        order[i] = group_named(fields, names[i]);
     return order;
 }
 
@@ -98,22 +98,36 @@ constexpr auto srv6_sid_order = reading_order(
     ls_srv6_sid_fields, {"uiProtocolId", "srv6SidInfo", "uiMtId", "uiLocIgpRtIdLen", "stLocIgpRtId", "uiLocOspfAreaId",
                          "uiLocalBgpRtId", "stLocalBgpLsId", "stLocalAs", "localMemberAs", "uiIdentifier"});
 
+/// Whether a reading order has all fields but the route type, which is read ahead of it.
+constexpr bool complete(std::span<const Group> order, Group fields)
+{
+    std::size_t count = 1;
+    for (const Group group : order)
+        count += group.size();
+    return count == fields.size();
+}
+
+static_assert(complete(node_order, ls_node_fields) && complete(link_order, ls_link_fields) &&
+              complete(ipv4_prefix_order, ls_ipv4_prefix_fields) &&
+              complete(ipv6_prefix_order, ls_ipv6_prefix_fields) && complete(te_policy_order, ls_te_policy_fields) &&
+              complete(srv6_sid_order, ls_srv6_sid_fields));
+
 /// How scripts and a route type go together.
 struct RouteTypeScript {
-    i32 slots; ///< what the table is made for
-    std::span<const Rows> order;
+    std::span<const Group> order{};
+    i32 slots;                      ///< what the table is made for; a link's and a SID's get more
     bool lenient = false;           ///< (5) (6)
     bool passes_identifier = false; ///< (4)
 };
 
 constexpr RouteTypeScript route_types[SYSDT_LS_ROUTE_TYPES] = {
-    {1, {}}, // (7)
-    {.slots = 8, .order = node_order, .passes_identifier = true},
-    {.slots = 22, .order = link_order}, // (10)
-    {.slots = 11, .order = ipv4_prefix_order},
-    {.slots = 11, .order = ipv6_prefix_order, .lenient = true},
-    {.slots = 15, .order = te_policy_order, .lenient = true},
-    {.slots = 11, .order = srv6_sid_order, .lenient = true}, // (10)
+    {.slots = 1}, // (7)
+    {.order = node_order, .slots = 8, .passes_identifier = true},
+    {.order = link_order, .slots = 22},
+    {.order = ipv4_prefix_order, .slots = 11},
+    {.order = ipv6_prefix_order, .slots = 11, .lenient = true},
+    {.order = te_policy_order, .slots = 15, .lenient = true},
+    {.order = srv6_sid_order, .slots = 11, .lenient = true},
 };
 
 const RouteTypeScript &script_of(u32 route_type)
@@ -128,9 +142,9 @@ u32 told_router_id_length(const SYSDT_LsPrefix &key, const u8 *router_id) // (1)
     return isis || load<u32>(router_id + 4) != 0 ? 8 : 4;
 }
 
-void set_rows(void *state, const Table &out, Rows rows, const SYSDT_LsPrefix &key)
+void set_group(void *state, const Table &out, Group group, const SYSDT_LsPrefix &key)
 {
-    const Field &field = rows[0];
+    const Field &field = group[0];
     const u8 *const at = key.bytes + field.offset;
     if (is_router_id(field)) {
         out.set_octets(field.key, {at, 8}); // (1)
@@ -138,14 +152,14 @@ void set_rows(void *state, const Table &out, Rows rows, const SYSDT_LsPrefix &ke
         out.set_number(field.key, told_router_id_length(key, at));
     } else if (is_identifier(field)) {
         const auto words = Table::create(state, 0, 2);
-        words.set_number("hUint32", static_cast<u32>(load<u64>(at) >> 32));
-        words.set_number("lUint32", static_cast<u32>(load<u64>(at)));
+        words.set_number("hUint32", static_cast<u32>(key.head.identifier >> 32));
+        words.set_number("lUint32", static_cast<u32>(key.head.identifier));
         out.set(field.key);
     } else if (field.table != nullptr) {
-        Table::create(state, 0, static_cast<i32>(rows.size())).set_fields(rows, key.bytes);
+        Table::create(state, 0, static_cast<i32>(group.size())).set_fields(group, key.bytes);
         out.set(field.table);
     } else {
-        out.set_fields(rows, key.bytes);
+        out.set_fields(group, key.bytes);
     }
 }
 
@@ -158,15 +172,15 @@ u32 get_router_id(const Table &source, const Field &field, u8 *at) // (2)
     return status;
 }
 
-u32 get_identifier(const Table &words, u8 *at)
+u32 get_identifier(const Table &words, SYSDT_LsHead &head)
 {
     u32 word = 0;
     if (!words.is_table() || !words.get_number("hUint32", word))
         return SYSDT_ERR_PARAM;
-    store(at, u64{word} << 32 | static_cast<u32>(load<u64>(at)));
+    head.identifier = u64{word} << 32 | static_cast<u32>(head.identifier);
     if (!words.get_number("lUint32", word))
         return SYSDT_ERR_PARAM;
-    store(at, load<u64>(at) >> 32 << 32 | word);
+    head.identifier = head.identifier >> 32 << 32 | word;
     return SYSDT_OK;
 }
 
@@ -179,9 +193,9 @@ void store_no_number(const Field &field, u8 *at)
         store(at, u32{SYSDT_ERR_PARAM});
 }
 
-u32 get_rows(const Table &source, Rows rows, SYSDT_LsPrefix &key, bool lenient)
+u32 get_group(const Table &source, Group group, SYSDT_LsPrefix &key, bool lenient)
 {
-    const Field &field = rows[0];
+    const Field &field = group[0];
     u8 *const at = key.bytes + field.offset;
     u32 number = 0;
     if (is_router_id(field))
@@ -189,21 +203,21 @@ u32 get_rows(const Table &source, Rows rows, SYSDT_LsPrefix &key, bool lenient)
     if (is_router_id_length(field))
         return source.get_number(field.key, number) || lenient ? SYSDT_OK : SYSDT_ERR_PARAM; // (2)
     if (is_identifier(field))
-        return get_identifier(source.field(field.key), at);
+        return get_identifier(source.field(field.key), key.head);
     const Table holder = field.table != nullptr ? source.field(field.table) : source;
     if (!holder.is_table())
         return SYSDT_ERR_PARAM;
-    const u32 status = holder.get_fields(rows, key.bytes);
-    if (status == SYSDT_OK || !lenient || rows.size() > 1 || !is_plain_number(field))
+    const u32 status = holder.get_fields(group, key.bytes);
+    if (status == SYSDT_OK || !lenient || group.size() > 1 || !is_plain_number(field))
         return status;
     store_no_number(field, at);
     return SYSDT_OK;
 }
 
 /// Whether a failure does not matter. (4)
-bool passes(const RouteTypeScript &type, Rows rows)
+bool passes(const RouteTypeScript &type, Group group)
 {
-    return (is_as(rows) && !type.lenient) || (is_identifier(rows[0]) && type.passes_identifier);
+    return (is_as(group) && !type.lenient) || (is_identifier(group[0]) && type.passes_identifier);
 }
 
 u32 get_key(void *state, const Table &source, SYSDT_LsPrefix &key)
@@ -213,10 +227,10 @@ u32 get_key(void *state, const Table &source, SYSDT_LsPrefix &key)
         return SYSDT_ERR_PARAM;
     key.head.routeType = route_type;
     const RouteTypeScript &type = script_of(route_type);
-    for (const Rows rows : type.order) {
-        const u32 status = get_rows(source, rows, key, type.lenient);
+    for (const Group group : type.order) {
+        const u32 status = get_group(source, group, key, type.lenient);
         script::pop_to(state, source.index());
-        if (status != SYSDT_OK && !passes(type, rows))
+        if (status != SYSDT_OK && !passes(type, group))
             return type.lenient ? SYSDT_OK : status; // (3) (6)
     }
     return SYSDT_OK;
@@ -233,10 +247,10 @@ u32 SYSDT_LSPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 leng
     const auto &key = *static_cast<const SYSDT_LsPrefix *>(data);
     table = script::absolute(state, table);
     const auto out = Table::create(state, 0, script_of(key.head.routeType).slots);
-    for (Rows fields = ls_layout_of(key.head.routeType).fields; !fields.empty();) {
-        const Rows rows = first_rows(fields);
-        set_rows(state, out, rows, key);
-        fields = fields.subspan(rows.size());
+    for (Group fields = ls_layout_of(key.head.routeType).fields; !fields.empty();) {
+        const Group group = first_group(fields);
+        set_group(state, out, group, key);
+        fields = fields.subspan(group.size());
     }
     SYSDT_SPTI_SetField(state, table, name);
     return SYSDT_OK;

@@ -14,12 +14,10 @@
 ///      blanks for the rows behind.
 ///  (2) Whatever a row answers but 0 becomes SYSDT_ERR_INVALID_VALUE, a mode that it does not support too.
 ///  (3) Check, Help and Compare ask the rows in order too, whatever the sub-kind: a value is sound when any row says
-///  so,
-///      and equal when any row says so; there is no order.
+///      so, and equal when any row says so; there is no order.
 ///  (4) Scripts are read by the second table, not by the rows' own LuaGet. The sub-kind is stored first and stays.
 ///  (5) Row 0 is called "IPV4" but has the VPLS names; the names mix "_" and "-"; kind 13 stands behind "RPD"; rows 9
-///  to
-///      11 take no text, rows 14 to 16 have no LuaGet, and several rows borrow the callbacks of others.
+///      to 11 take no text, rows 14 to 16 have no LuaGet, and several rows borrow the callbacks of others.
 #include <cstring>
 
 #include "bol_prefix/bol_row.hpp"

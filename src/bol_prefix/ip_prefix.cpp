@@ -12,14 +12,14 @@
 ///
 /// Irregularities, all deliberate:
 ///  (1) The IPv4 row clears kind and length before it looks at the mode, for input as for output. The IPv6 row does
-///  not. (2) IPv4 printing does not look at the sub-kind. (3) Compare orders two IPv4 values and answers SYSDT_ERR_FAIL
-///  if either is of another kind. (4) Help asks the platform's symbol check first, whose refusal is returned. (5) The
-///  IPv4 LuaGet stores the sub-kind before it refuses one that is not 0. (6) The IPv6 row has no LuaGet of its own, and
-///  borrows Check, Help and Compare.
+///      not. (2) IPv4 printing does not look at the sub-kind. (3) Compare orders two IPv4 values and answers
+///      SYSDT_ERR_FAIL if either is of another kind. (4) Help asks the platform's symbol check first, whose refusal is
+///      returned. (5) The IPv4 LuaGet stores the sub-kind before it refuses one that is not 0. (6) The IPv6 row has no
+///      LuaGet of its own, and borrows Check, Help and Compare.
 #include <cstring>
 
 #include "bol_prefix/bol_row.hpp"
-#include "common/print.hpp"
+#include "common/ipv4.hpp"
 
 using namespace bgpdt;
 
@@ -103,12 +103,8 @@ i32 SYSDT_VplsAdPrefixCompare(const void *, u32 length, const void *first, const
 
 u32 SYSDT_Ipv6Prefix2Str(const SYSDT_BolIpv6 *value, char *buffer, u32 *outputLength)
 {
-    if (value == nullptr || buffer == nullptr || outputLength == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    Writer out(buffer, ipv6_prefix.limit);
-    const u32 status = print_ipv6(*value, 0, out);
-    *outputLength = out.finish();
-    return status;
+    return print_to_buffer<ipv6_prefix.limit>(
+        value, buffer, outputLength, [](const SYSDT_BolIpv6 &key, Writer &out) { return print_ipv6(key, 0, out); });
 }
 
 BGPDT_FORMAT_IN(SYSDT_Ipv6BolPrefixFormatIn, ipv6_prefix)

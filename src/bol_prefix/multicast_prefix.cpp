@@ -20,7 +20,7 @@
 ///  (6) MDT takes its memory from the plain allocator.
 #include "bol_prefix/bol_row.hpp"
 #include "common/bytes.hpp"
-#include "common/print.hpp"
+#include "common/ipv4.hpp"
 #include "common/scan.hpp"
 #include "common/trimmed.hpp"
 
@@ -34,9 +34,9 @@ u32 parse_prefix(char *text, std::size_t shortest, std::size_t longest, u32 &add
     u32 octet[4]{};
     if (text == nullptr || scan<"%u.%u.%u.%u/%u">(text, octet[0], octet[1], octet[2], octet[3], mask_length) != 5)
         return SYSDT_ERR_FAIL;
-    if ((octet[0] | octet[1] | octet[2] | octet[3]) > UINT8_MAX || mask_length > 32)
+    if (!are_octets(octet) || mask_length > 32)
         return SYSDT_ERR_FAIL;
-    address = octet[0] << 24 | octet[1] << 16 | octet[2] << 8 | octet[3];
+    address = joined(octet);
     return SYSDT_OK;
 }
 

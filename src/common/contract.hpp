@@ -148,6 +148,18 @@ ValueOf<type> read_value(u32 length, const void *data)
     return value;
 }
 
+/// A printer that is exported by itself: the text goes into a buffer of the caller's, its length is told.
+template <std::size_t size, class Value, class Print>
+u32 print_to_buffer(const Value *value, char *buffer, u32 *length, Print print)
+{
+    if (value == nullptr || buffer == nullptr || length == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    Writer out(buffer, size);
+    const u32 status = print(*value, out);
+    *length = out.finish();
+    return status;
+}
+
 /// Prints the value into the caller's block or one of its own: FormatOut behind its screen.
 template <const auto &type>
 u32 print_out(const Context &context, u32 length, const void *data, Output out)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/octets.hpp"
+#include "common/ipv4.hpp"
 
 #include "common/census.hpp"
 #include "common/scan.hpp"
@@ -13,9 +14,9 @@ u32 parse_ipv4_form(const char *text, const OctetCodes &codes, SYSDT_Octets &out
     u32 number = 0;
     if (scan<"%u.%u.%u.%u:%u">(text, octet[0], octet[1], octet[2], octet[3], number) != 5 || number > UINT16_MAX)
         return SYSDT_ERR_FAIL;
-    if ((octet[0] | octet[1] | octet[2] | octet[3]) > UINT8_MAX)
+    if (!are_octets(octet))
         return SYSDT_ERR_FAIL;
-    store_ipv4_form(out, codes, octet[0] << 24 | octet[1] << 16 | octet[2] << 8 | octet[3], number);
+    store_ipv4_form(out, codes, joined(octet), number);
     return SYSDT_OK;
 }
 

@@ -61,6 +61,15 @@ constexpr char *write_piece(char *to, const Arguments &arguments)
         return write_argument<piece>(to, std::get<piece.argument>(arguments));
 }
 
+template <class Argument>
+constexpr void put_string(Writer &out, const Argument &argument)
+{
+    if constexpr (std::is_invocable_v<const Argument &, Writer &>)
+        argument(out);
+    else
+        out.put(std::string_view(argument));
+}
+
 /// Prints the pieces from `First` on: what stands before the next string with one look at the room, the string, the
 /// rest.
 template <FixedString Format, std::size_t First, class Arguments>
@@ -84,7 +93,7 @@ constexpr void print_from(Writer &out, const Arguments &arguments)
         (std::make_index_sequence<next - First>{});
     }
     if constexpr (next != pieces.count) {
-        out.put(std::string_view(std::get<pieces.piece[next].argument>(arguments)));
+        put_string(out, std::get<pieces.piece[next].argument>(arguments));
         print_from<Format, next + 1>(out, arguments);
     }
 }
@@ -94,19 +103,13 @@ constexpr void print_from(Writer &out, const Arguments &arguments)
 /// Writes the arguments by the format.
 ///
 /// @param out        takes the text; it is not terminated here
-/// @param arguments  one for each conversion: unsigned numbers of at most 32 bits, u64 for "%llu", anything that a
-///                   std::string_view is made of for "%s"
+/// @param arguments  one for each conversion: unsigned numbers of at most 32 bits, u64 for "%llu", for "%s" anything
+///                   that a std::string_view is made of, or a callable that writes to the Writer it is given
 template <FixedString Format, class... Arguments>
 constexpr void print(Writer &out, const Arguments &...arguments)
 {
     static_assert(format::parse<Format>().arguments == sizeof...(Arguments), "one argument for each conversion");
     format::print_from<Format, 0>(out, std::tie(arguments...));
-}
-
-/// Prints an IPv4 address kept as a number, first octet in the top byte.
-constexpr void print_ipv4_address(u32 address, Writer &out)
-{
-    print<"%u.%u.%u.%u">(out, address >> 24, address >> 16 & 0xFF, address >> 8 & 0xFF, address & 0xFF);
 }
 
 } // namespace bgpdt

@@ -145,10 +145,14 @@ bool Table::get_number(const char *key, u32 &number) const
 
 u32 Table::get_text(const char *key, std::span<char> text) const
 {
+    return get_octets(key, {reinterpret_cast<u8 *>(text.data()), text.size() - 1});
+}
+
+u32 Table::get_octets(const char *key, std::span<u8> octets) const
+{
     push(key);
-    const u32 status = copy_string(state_, text.data(), text.size() - 1);
-    if (status != SYSDT_ERR_TOO_LONG)
-        SYSDT_SPTI_Pop(state_, 1);
+    const u32 status = copy_string(state_, octets.data(), octets.size());
+    SYSDT_SPTI_Pop(state_, 1);
     return status;
 }
 
@@ -169,14 +173,6 @@ void Table::set_number(const char *key, u32 number) const
 {
     SYSDT_SPTI_PushUInt(state_, number);
     set(key);
-}
-
-u32 Table::get_octets(const char *key, std::span<u8> octets) const
-{
-    push(key);
-    const u32 status = copy_string(state_, octets.data(), octets.size());
-    SYSDT_SPTI_Pop(state_, 1);
-    return status;
 }
 
 void Table::set_list(const Layout &layout, const u8 *value) const

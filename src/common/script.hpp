@@ -18,6 +18,13 @@ inline i32 absolute(void *state, i32 index) { return index < 0 ? SYSDT_SPTI_GetT
 /// Pops all above the value of that index.
 inline void pop_to(void *state, i32 index) { SYSDT_SPTI_Pop(state, SYSDT_SPTI_GetTop(state) - index); }
 
+/// The field under another key: for a value that is no table of its own but stands under the name that the host gives.
+inline Field under(const char *key, Field field)
+{
+    field.key = key;
+    return field;
+}
+
 /// A table on the script stack, by its absolute index.
 class Table {
 public:
@@ -49,12 +56,11 @@ public:
     u32 get_bytes(std::span<u8> bytes) const;
     /// Reads a number and leaves the stack as it was; false if there is none under the key.
     bool get_number(const char *key, u32 &number) const;
-    /// Reads a string into cleared space and leaves the stack as it was. SYSDT_ERR_PARAM if there is none under the
-    /// key; SYSDT_ERR_TOO_LONG, the string still on the stack, if it and its NUL do not fit.
-    u32 get_text(const char *key, std::span<char> text) const;
-    /// Reads a string as bytes. SYSDT_ERR_PARAM if there is none, SYSDT_ERR_TOO_LONG if it does not fit: nothing is
-    /// copied then. The stack is left as it was.
+    /// Reads a string's bytes and leaves the stack as it was. SYSDT_ERR_PARAM if there is none under the key,
+    /// SYSDT_ERR_TOO_LONG if it does not fit; nothing is copied then.
     u32 get_octets(const char *key, std::span<u8> octets) const;
+    /// The same into cleared space, where its NUL must fit too.
+    u32 get_text(const char *key, std::span<char> text) const;
 
     /// Pushes an array with a table for each entry, and stores it under the layout's key.
     void set_list(const Layout &layout, const u8 *value) const;

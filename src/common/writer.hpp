@@ -48,9 +48,10 @@ public:
         return static_cast<u32>(at_ - begin_);
     }
 
-private:
+    /// How many characters still fit.
     constexpr std::size_t room() const { return static_cast<std::size_t>(last_ - at_); }
 
+private:
     char *begin_;
     char *at_;
     char *last_; ///< the terminator's last possible place

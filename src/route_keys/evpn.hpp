@@ -26,6 +26,9 @@ u32 read_ipv4(const char *text, SYSDT_EvpnAddress &out);
 /// Reads an IPv6 address in brackets and moves behind them.
 u32 read_bracketed(char *&at, SYSDT_EvpnAddress &out);
 
+/// Reads an Ethernet segment route that is an ESI alone.
+u32 read_segment_alone(char *text, SYSDT_BolEvpn *value, u32 lenient);
+
 /// Prints the key as one of the route type. SYSDT_ERR_FAIL if there is no such type.
 u32 print_key(u32 route_type, const SYSDT_EvpnKey &key, Writer &out);
 

@@ -16,8 +16,8 @@
 ///     +---+---+--------------------------------------------------------------------------------------------------
 ///
 /// The sub-kind, the Ethernet tag and the sequence number are u32 in host order, lengths are bytes, and an address is
-/// 21 bytes: IPv4 as u32 in host order, IPv6, family (0 or 1). What a route type does not use is zero. How its text is
-/// written is told with the parser, in evpn_text.cpp.
+/// 21 bytes: IPv4 as u32 in host order, IPv6, family (0 or 1). What a route type does not use is zero. How each
+/// is written is told in evpn_routes.cpp.
 ///
 /// Irregularities, all deliberate; the numbers run through the files of the type:
 ///  (1) What is handed back is a BOL prefix value: kind 0x0117, 89 bytes, though the type is 0x0119 with 85.
@@ -26,17 +26,17 @@
 ///  (18) The sub-kind does not matter to printing, and a short value prints as if zeros followed it.
 ///  (19) A value is 89 bytes long to Check too.
 ///  (20) The help text knows neither IPv6 addresses nor IP prefixes nor the route types 6 to 8; a host that prepares no
-///       entry for it is no failure.
+///      entry for it is no failure.
 ///  (21) Where either is no EVPN key, or the route types differ, Compare answers a status in place of an order.
 ///  (22) An ESI does not count in the order of the route type 1; in route type 4, and in those that are none, nothing
-///       does.
+///      does.
 ///  (23) Nor does the address in the route types 2, 3 and 5, though the host is asked for the order; in 3 about the
-///       place where 2 has its address.
+///      place where 2 has its address.
 ///  (24) In the route types 6 to 8 addresses count, in the order that the host gives them.
 ///  (25) A script sees the printed text, the sub-kind and the route type; a key that does not print has an empty text.
 ///  (26) A script's ESI has type 00 or 01, in an auto-discovery route 00 to 05; BOL prefixes read any.
 ///  (27) A script's text that does not parse is no failure, and what is no string is as good as an empty one; BOL
-///       prefixes refuse both.
+///      prefixes refuse both.
 ///  (28) The route type is the script's number, cut to 8 bits, whatever the text is.
 ///  (29) A script's sub-kind other than 1 is stored, and fails then.
 ///  (30) 183 bytes of a script's text are read, though what prints may be longer.

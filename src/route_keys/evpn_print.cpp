@@ -4,10 +4,11 @@
 ///
 /// Irregularities, all deliberate; the numbers run through the files of the type:
 ///  (14) An address prints with its length by its family; one of a family other than 0 and 1 prints not at all, with no
-///       length either, and is no failure.
+///      length either, and is no failure.
 ///  (15) An ESI alone prints as with length 0 and address 0.0.0.0, and one of zeros prints too.
 ///  (16) An IPv6 source or group, and the IPv6 originator of a leave, print in brackets, where no text may have them.
 ///  (17) No number is refused: lengths up to 255 everywhere, 0 for a group or an originator.
+#include "common/ipv4.hpp"
 #include "common/print.hpp"
 #include "route_keys/evpn.hpp"
 

@@ -1,15 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The text of an EVPN route key: which route type it is of, and its fields.
-///
-///     1  auto-discovery       ESI:tag                       0011.2233.4455.6677.8899:100
-///     2  MAC/IP               tag:length:MAC:length:IP      100:48:0000-5e00-5301:32:192.0.2.1
-///     3  inclusive multicast  tag:length:IP                 100:128:[2001:db8::1]
-///     4  Ethernet segment     ESI:length:IP, or ESI alone   0011.2233.4455.6677.8899:32:192.0.2.1
-///     5  IP prefix            tag:IP:length                 100:192.0.2.0:24
-///     6  selective multicast  tag, then length:IP of source, group and originator
-///     7  join                 ESI, then as 6
-///     8  leave                as 7, then a sequence number
+/// Which route type the text of an EVPN route key is of.
 ///
 /// 1 to 183 characters: hexadecimal digits, dots, colons, hyphens, and brackets around IPv6 addresses. White space at
 /// the ends is cut off.
@@ -17,227 +8,13 @@
 /// Irregularities, all deliberate; the numbers run through the files of the type:
 ///  (3) Nothing in a text names its route type: its separators are counted, and of the texts with two colons and no
 ///      bracket the one with a dot ahead of the second colon is an IP prefix.
-///  (4) A lenient reader takes an ESI of any type, but never in the route types 7 and 8.
-///  (5) In an auto-discovery route an ESI of zeros is read, wherever among its twenty zeros the four dots stand.
-///  (6) An ESI alone is an Ethernet segment route with length 0 and address 0.0.0.0.
-///  (7) A length ahead of an IPv4 address goes up to 255, but in the route types 6 to 8 up to 128; that of an IP prefix
-///      goes up to 255 for both families, and a MAC length too.
-///  (8) An IP prefix has its length behind the address, with any number of leading zeros.
-///  (9) One character behind the bracket of an IPv6 prefix is skipped, whatever it is.
-///  (10) The route types 6 to 8 read an IPv6 address in their last field only.
-///  (11) What follows the bracket there is not looked at.
-///  (12) The length of a source may be 0, that of a group or an originator not.
-#include <algorithm>
-#include <array>
-#include <cstring>
-#include <span>
-
-#include "common/bytes.hpp"
 #include "common/scan.hpp"
 #include "common/trimmed.hpp"
 #include "route_keys/evpn.hpp"
 
 using namespace bgpdt;
-using namespace bgpdt::evpn;
 
 namespace {
-
-// ------------------------------------------------------------------------------------------------ the fields
-
-/// Where a text is being read.
-struct Reading {
-    char *at;
-    bool last; ///< the field is the text's last
-    u32 lenient;
-};
-
-/// One field of a text.
-struct Piece {
-    /// Reads the field at the cursor and leaves the cursor at the separator behind it.
-    u32 (*read)(Reading &in, const Piece &piece, u8 *to);
-    std::size_t offset; ///< in the 89 bytes
-    u32 most = 0;       ///< characters
-    u32 lowest = 0;
-    u32 highest = 0;
-};
-
-template <class Number>
-u32 read_number(Reading &in, const Piece &piece, u8 *to)
-{
-    u32 number = 0;
-    const u32 status = SYSDT_Str2EvpnUintNum(&in.at, &number, piece.most, piece.lowest, piece.highest, in.last);
-    store(to, static_cast<Number>(number));
-    return status;
-}
-
-u32 read_mac(Reading &in, const Piece &piece, u8 *to)
-{
-    FieldText copy;
-    const char *const text = take_field(in.at, in.last, piece.most, copy);
-    return text == nullptr ? SYSDT_ERR_FAIL : SMP_Str2Mac(text, to);
-}
-
-u32 read_esi(Reading &in, const Piece &piece, u8 *to)
-{
-    FieldText copy;
-    return SYSDT_Str2EsiBas(take_field(in.at, in.last, piece.most, copy), to, 1, in.lenient);
-}
-
-u32 read_auto_discovery_esi(Reading &in, const Piece &piece, u8 *to)
-{
-    FieldText copy;
-    const char *const text = take_field(in.at, in.last, piece.most, copy);
-    if (text == nullptr)
-        return SYSDT_ERR_FAIL;
-    if (std::count(text, text + std::strlen(text), '0') != 20)
-        return SYSDT_Str2EsiForAd(text, to, 1, in.lenient);
-    std::memset(to, 0, sizeof(SYSDT_EvpnAutoDiscovery::esi)); // (5)
-    return SYSDT_OK;
-}
-
-u32 read_strict_esi(Reading &in, const Piece &, u8 *to) { return SYSDT_Str2EvpnEsi(&in.at, to, in.last, 0); } // (4)
-
-u32 read_address(Reading &in, const Piece &, u8 *to)
-{
-    const u32 status = SYSDT_Str2EvpnIpAddr(&in.at, reinterpret_cast<SYSDT_EvpnAddress *>(to), in.last); // (11)
-    return status == SYSDT_OK && !in.last && *in.at != ':' ? SYSDT_ERR_FAIL : status;                    // (10)
-}
-
-/// An IPv6 prefix's address; it is not the last field, but the character behind it is not looked at. (9)
-u32 read_prefix_address(Reading &in, const Piece &, u8 *to)
-{
-    const u32 status = read_bracketed(in.at, *reinterpret_cast<SYSDT_EvpnAddress *>(to));
-    return status == SYSDT_OK && *in.at == '\0' ? SYSDT_ERR_FAIL : status;
-}
-
-u32 read_sized_ipv4(char *text, SYSDT_EvpnSizedAddress &out)
-{
-    u32 length = 0;
-    if (SYSDT_Str2EvpnUintNum(&text, &length, 3, 0, UINT8_MAX, 0) != SYSDT_OK) // (7)
-        return SYSDT_ERR_FAIL;
-    out.length = static_cast<u8>(length);
-    return read_ipv4(text + 1, out.address);
-}
-
-u32 read_sized_ipv6(char *text, SYSDT_EvpnSizedAddress &out)
-{
-    u32 length = 0;
-    if (SYSDT_Str2EvpnIpv6(text, out.address.ipv6, &length) != SYSDT_OK)
-        return SYSDT_ERR_FAIL;
-    out.length = static_cast<u8>(length);
-    out.address.family = 1;
-    return SYSDT_OK;
-}
-
-bool has_ipv6(const char *text) { return std::strchr(text, '[') != nullptr; }
-
-/// A length and an address, all the rest of the text.
-u32 read_sized_address(Reading &in, const Piece &, u8 *to)
-{
-    return (has_ipv6(in.at) ? read_sized_ipv6 : read_sized_ipv4)(in.at,
-                                                                 *reinterpret_cast<SYSDT_EvpnSizedAddress *>(to));
-}
-
-// ------------------------------------------------------------------------------------------------ the route types
-
-#define AT(member) offsetof(SYSDT_BolEvpn, key.member)
-
-constexpr Piece number(std::size_t offset) { return {read_number<u32>, offset, 10, 0, UINT32_MAX}; }
-
-constexpr Piece length(std::size_t offset, u32 lowest, u32 highest)
-{
-    return {read_number<u8>, offset, 3, lowest, highest};
-}
-
-constexpr Piece prefix_length{read_number<u8>, AT(prefix.ip.length), UINT32_MAX, 0, UINT8_MAX}; // (7) (8)
-
-constexpr Piece auto_discovery[] = {
-    {read_auto_discovery_esi, AT(autoDiscovery.esi), 24},
-    number(AT(autoDiscovery.tag)),
-};
-
-constexpr Piece mac_ip[] = {
-    number(AT(macIp.tag)),
-    length(AT(macIp.macLength), 0, UINT8_MAX), // (7)
-    {read_mac, AT(macIp.mac), 14},
-    {read_sized_address, AT(macIp.ip)},
-};
-
-constexpr Piece inclusive[] = {
-    number(AT(inclusive.tag)),
-    {read_sized_address, AT(inclusive.ip)},
-};
-
-constexpr Piece segment[] = {
-    {read_esi, AT(segment.esi), 24},
-    {read_sized_address, AT(segment.ip)},
-};
-
-constexpr Piece ipv4_prefix[] = {
-    number(AT(prefix.tag)),
-    {read_address, AT(prefix.ip.address)},
-    prefix_length,
-};
-
-constexpr Piece ipv6_prefix[] = {
-    number(AT(prefix.tag)),
-    {read_prefix_address, AT(prefix.ip.address)},
-    prefix_length,
-};
-
-/// Tag, source, group and originator. (7) (12)
-constexpr std::array<Piece, 7> membership(std::size_t base)
-{
-    return {
-        number(base + offsetof(SYSDT_EvpnMembership, tag)),
-        length(base + offsetof(SYSDT_EvpnMembership, source.length), 0, 128),
-        {read_address, base + offsetof(SYSDT_EvpnMembership, source.address)},
-        length(base + offsetof(SYSDT_EvpnMembership, group.length), 1, 128),
-        {read_address, base + offsetof(SYSDT_EvpnMembership, group.address)},
-        length(base + offsetof(SYSDT_EvpnMembership, originator.length), 1, 128),
-        {read_address, base + offsetof(SYSDT_EvpnMembership, originator.address)},
-    };
-}
-
-constexpr auto selective = membership(AT(selective));
-
-constexpr auto leave = [] {
-    std::array<Piece, 9> pieces{{{read_strict_esi, AT(sync.esi)}}};
-    std::ranges::copy(membership(AT(sync.membership)), pieces.begin() + 1);
-    pieces.back() = number(AT(sync.sequence));
-    return pieces;
-}();
-
-constexpr auto join = std::span(leave).first<8>();
-
-#undef AT
-
-/// Reads a text field by field, and stores the route type.
-u32 read_key(u32 route_type, std::span<const Piece> pieces, char *text, SYSDT_BolEvpn *value, u32 lenient = 0)
-{
-    if (text == nullptr || value == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    Reading in{text, false, lenient};
-    for (const Piece &piece : pieces) {
-        in.last = &piece == &pieces.back();
-        if (piece.read(in, piece, reinterpret_cast<u8 *>(value) + piece.offset) != SYSDT_OK)
-            return SYSDT_ERR_FAIL;
-        if (!in.last)
-            ++in.at;
-    }
-    value->key.routeType = static_cast<u8>(route_type);
-    return SYSDT_OK;
-}
-
-/// As read_key, of a text with an IPv6 address.
-u32 read_ipv6_key(u32 route_type, std::span<const Piece> pieces, char *text, SYSDT_BolEvpn *value, u32 lenient = 0)
-{
-    if (text != nullptr && !has_ipv6(text))
-        return SYSDT_ERR_FAIL;
-    return read_key(route_type, pieces, text, value, lenient);
-}
-
-// ------------------------------------------------------------------------------------------------ recognition
 
 /// What a text is made of.
 struct Shape {
@@ -319,7 +96,7 @@ u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 leni
     if (shape.dashes == 0 && shape.colons == 2)
         return shape.dots == 3 ? SYSDT_Str2IpPrefix(text, value) : SYSDT_ERR_FAIL;
     if (shape.colons == 0 && shape.dots == 4)
-        return read_key(SYSDT_EVPN_SEGMENT, std::span(segment).first(1), text, value, lenient); // (6)
+        return evpn::read_segment_alone(text, value, lenient);
     if (shape.colons == 1 && shape.dots == 4)
         return SYSDT_Str2Ad(text, value, lenient);
     return shape.colons == 4 ? SYSDT_Str2EvnMac(text, value) : SYSDT_ERR_FAIL;
@@ -336,74 +113,10 @@ u32 SYSDT_Str2EvnPrefix(char *text, SYSDT_BolEvpn *value, u32 lenient)
     return text != nullptr && shape.count(text) ? read_by_shape(shape, text, value, lenient) : SYSDT_ERR_FAIL;
 }
 
-u32 SYSDT_Str2Ad(char *text, SYSDT_BolEvpn *value, u32 lenient)
-{
-    return read_key(SYSDT_EVPN_AUTO_DISCOVERY, auto_discovery, text, value, lenient);
-}
-
-u32 SYSDT_Str2EvnMac(char *text, SYSDT_BolEvpn *value) { return read_key(SYSDT_EVPN_MAC_IP, mac_ip, text, value); }
-
-u32 SYSDT_Str2Ipv6EvnMac(char *text, SYSDT_BolEvpn *value)
-{
-    return read_ipv6_key(SYSDT_EVPN_MAC_IP, mac_ip, text, value);
-}
-
-u32 SYSDT_Str2Ipv6EvnMacFillPrefix(char *text, SYSDT_BolEvpn *value)
-{
-    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR : read_sized_ipv6(text, value->key.macIp.ip);
-}
-
-u32 SYSDT_Str2Inclusive(char *text, SYSDT_BolEvpn *value)
-{
-    return read_key(SYSDT_EVPN_INCLUSIVE, inclusive, text, value);
-}
-
-u32 SYSDT_Str2Ipv6EvnInc(char *text, SYSDT_BolEvpn *value)
-{
-    return read_ipv6_key(SYSDT_EVPN_INCLUSIVE, inclusive, text, value);
-}
-
-u32 SYSDT_Str2Es(char *text, SYSDT_BolEvpn *value, u32 lenient)
-{
-    return read_key(SYSDT_EVPN_SEGMENT, segment, text, value, lenient);
-}
-
-u32 SYSDT_Str2Ipv6EvpnEs(char *text, SYSDT_BolEvpn *value, u32 lenient)
-{
-    return read_ipv6_key(SYSDT_EVPN_SEGMENT, segment, text, value, lenient);
-}
-
-u32 SYSDT_Str2EsDetail(char *text, SYSDT_BolEvpn *value)
-{
-    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR : read_sized_ipv4(text, value->key.segment.ip);
-}
-
-u32 SYSDT_Str2IpPrefix(char *text, SYSDT_BolEvpn *value)
-{
-    return read_key(SYSDT_EVPN_IP_PREFIX, ipv4_prefix, text, value);
-}
-
-u32 SYSDT_Str2Ipv6Prefix(char *text, SYSDT_BolEvpn *value)
-{
-    return read_key(SYSDT_EVPN_IP_PREFIX, ipv6_prefix, text, value);
-}
-
 u32 SYSDT_Str2EvpnMcRoute(char *text, SYSDT_BolEvpn *value)
 {
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
     Shape shape;
     return shape.count(text) ? read_by_outer_colons(shape.outer_colons, text, value) : SYSDT_ERR_FAIL;
-}
-
-u32 SYSDT_Str2EvpnSmetRoute(char *text, SYSDT_BolEvpn *value)
-{
-    return read_key(SYSDT_EVPN_SELECTIVE, selective, text, value);
-}
-
-u32 SYSDT_Str2EvpnJoinRoute(char *text, SYSDT_BolEvpn *value) { return read_key(SYSDT_EVPN_JOIN, join, text, value); }
-
-u32 SYSDT_Str2EvpnLeaveRoute(char *text, SYSDT_BolEvpn *value)
-{
-    return read_key(SYSDT_EVPN_LEAVE, leave, text, value);
 }

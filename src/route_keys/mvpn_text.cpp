@@ -20,8 +20,7 @@
 ///  (2) A hyphen anywhere makes hyphens the separators, else it is colons; hyphens separate IPv4 addresses too.
 ///  (3) The number of separators and dots decides what is read; the group is looked at only in a pair of addresses.
 ///  (4) One colon and six dots is never refused: reading ends at the first bad address, what was read before it stays,
-///  and
-///      the sub-kind is 0.
+///      and the sub-kind is 0.
 ///  (5) A source AS with a source and a group takes both from one family: IPv4 with colons, IPv6 with hyphens.
 ///  (6) Four sections with hyphens take no IPv4 address or two of them; an IPv4 tail in IPv6 counts like one.
 ///  (7) In a pair with a hyphen the second is IPv6.
@@ -29,8 +28,8 @@
 /// Irregularities of printing, likewise:
 ///  (9) The group's family decides how the source prints too; the source's own family does not matter.
 ///  (10) A deciding family byte other than 0 and 1 prints as empty text, and so do two originators of different
-///  families;
-///       behind an IPv4 group such originators are reported with the length of the group's text, over zero bytes.
+///      families; behind an IPv4 group such originators are reported with the length of the group's text, over zero
+///      bytes.
 ///  (11) An AS number up to 65535 prints plain whatever its notation.
 #include "route_keys/mvpn.hpp"
 
@@ -38,7 +37,9 @@
 #include "bol_prefix/bol_row.hpp"
 #include "common/bytes.hpp"
 #include "common/census.hpp"
+#include "common/ipv4.hpp"
 #include "common/trimmed.hpp"
+#include "route_keys/evpn.hpp"
 
 using namespace bgpdt;
 using namespace bgpdt::mvpn;
@@ -53,16 +54,6 @@ constexpr u8 family_ipv6 = 1;
 /// Reads an address of one of the families into the field.
 using ReadAddress = u32(const char *text, SYSDT_EvpnAddress &field);
 
-u32 read_ipv4(const char *text, SYSDT_EvpnAddress &field)
-{
-    u32 address = 0;
-    if (SYSDT_Str2Ipv4(text, &address) != SYSDT_OK)
-        return SYSDT_ERR_FAIL;
-    field.ipv4 = address;
-    field.family = family_ipv4;
-    return SYSDT_OK;
-}
-
 u32 read_ipv6(const char *text, SYSDT_EvpnAddress &field)
 {
     if (SYSDT_Str2Ipv6(text, field.ipv6) != SYSDT_OK)
@@ -73,7 +64,7 @@ u32 read_ipv6(const char *text, SYSDT_EvpnAddress &field)
 
 u32 read_either(const char *text, SYSDT_EvpnAddress &field)
 {
-    return (std::strchr(text, ':') != nullptr ? read_ipv6 : read_ipv4)(text, field);
+    return (std::strchr(text, ':') != nullptr ? read_ipv6 : evpn::read_ipv4)(text, field);
 }
 
 /// Where the sections of a text begin. The first begins at its start.
@@ -120,7 +111,7 @@ constexpr bool is_ipv4_multicast(u32 address) { return address >> 28 == 0xE; }
 /// Two addresses: a source and a group, or two originators. Never refused. (4)
 void read_ipv4_pair(const Split &split, SYSDT_BolValue &value)
 {
-    if (read_sections(kind<SYSDT_BOL_NG_TYPE_5>, split, read_ipv4, value) != SYSDT_OK)
+    if (read_sections(kind<SYSDT_BOL_NG_TYPE_5>, split, evpn::read_ipv4, value) != SYSDT_OK)
         value.subKind = SYSDT_BOL_IPV4;
     else if (!is_ipv4_multicast(load<u32>(value.key + 21)))
         value.subKind = SYSDT_BOL_NG_TYPE_4_1;
@@ -151,16 +142,16 @@ u32 parse_with_colons(const char *text, SYSDT_BolValue &value)
     case 0:
         if (census.dots() == 3)
             return read_ipv4_alone(copy, value); // (1)
-        return read_sections(kind<SYSDT_BOL_NG_TYPE_2>, split, read_ipv4, value);
+        return read_sections(kind<SYSDT_BOL_NG_TYPE_2>, split, evpn::read_ipv4, value);
     case 1:
         if (census.dots() != 6)
-            return read_sections(kind<SYSDT_BOL_NG_TYPE_4_2>, split, read_ipv4, value);
+            return read_sections(kind<SYSDT_BOL_NG_TYPE_4_2>, split, evpn::read_ipv4, value);
         read_ipv4_pair(split, value);
         return SYSDT_OK;
     case 2:
         return read_sections(census.dots() == 9 ? kind<SYSDT_BOL_NG_TYPE_3> : kind<SYSDT_BOL_NG_TYPE_6>, split,
-                             read_ipv4, value);
-    default: return read_sections(kind<SYSDT_BOL_NG_TYPE_4_3>, split, read_ipv4, value);
+                             evpn::read_ipv4, value);
+    default: return read_sections(kind<SYSDT_BOL_NG_TYPE_4_3>, split, evpn::read_ipv4, value);
     }
 }
 
@@ -353,7 +344,7 @@ u32 SYSDT_Str2NGIpv6Prefix(char *text, SYSDT_BolValue *value)
     switch (split.separators) {
     case 1: return SYSDT_Str2NGIpv6Prefix_Type5_41_42(copy, value, split.positions);
     case 2:
-        if (std::string_view(copy).substr(0, looked_at).find(':') != std::string_view::npos || census.dots() >= 3)
+        if (std::memchr(copy, ':', strnlen(copy, looked_at)) != nullptr || census.dots() >= 3)
             return SYSDT_Str2NGIpv6Prefix_Type3(copy, value, split.positions);
         return SYSDT_Str2NGIpv6Prefix_Type6_7(copy, value, split.positions);
     case 3:
@@ -377,12 +368,8 @@ u32 SYSDT_Str2NGPrefix(char *text, SYSDT_BolValue *value)
 
 u32 SYSDT_NGPrefix2Str(const SYSDT_BolValue *value, char *buffer, u32 *length)
 {
-    if (value == nullptr || buffer == nullptr || length == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    Writer out(buffer, mvpn_prefix.limit);
-    const u32 status = print_value(*value, 0, out);
-    *length = out.finish();
-    return status;
+    return print_to_buffer<mvpn_prefix.limit>(
+        value, buffer, length, [](const SYSDT_BolValue &key, Writer &out) { return print_value(key, 0, out); });
 }
 
 BGPDT_FORMAT_IN(SYSDT_NGPrefixFormatIn, mvpn_prefix)

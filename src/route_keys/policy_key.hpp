@@ -5,6 +5,7 @@
 #pragma once
 
 #include "bol_prefix/bol_row.hpp"
+#include "common/ipv4.hpp"
 #include "common/print.hpp"
 #include "common/scan.hpp"
 #include "common/trimmed.hpp"
@@ -27,11 +28,9 @@ bool prints_as_long(const char *text, const Items &...items)
 template <FixedString Format, class... Numbers>
 bool scan_back(const char *text, const u32 (&octet)[4], Numbers &...numbers)
 {
-    return scan<Format>(text, numbers...) == int{sizeof...(numbers)} &&
-           (octet[0] | octet[1] | octet[2] | octet[3]) <= UINT8_MAX && prints_as_long<Format>(text, numbers...);
+    return scan<Format>(text, numbers...) == int{sizeof...(numbers)} && are_octets(octet) &&
+           prints_as_long<Format>(text, numbers...);
 }
-
-constexpr u32 joined(const u32 (&octet)[4]) { return octet[0] << 24 | octet[1] << 16 | octet[2] << 8 | octet[3]; }
 
 /// The lengths that a text may have.
 struct Lengths {
@@ -132,12 +131,10 @@ void print_either_form(const typename Text::Key &key, Writer &out)
 template <class Key>
 u32 print_key(void (*print)(const Key &, Writer &), const Key *key, char *buffer, u32 *length)
 {
-    if (key == nullptr || buffer == nullptr || length == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    Writer out(buffer, 256);
-    print(*key, out);
-    *length = out.finish();
-    return SYSDT_OK;
+    return print_to_buffer<256>(key, buffer, length, [print](const Key &value, Writer &out) {
+        print(value, out);
+        return u32{SYSDT_OK};
+    });
 }
 
 /// The declaration of a kind: a value of another kind does not print and takes the block with it, the caller's too.

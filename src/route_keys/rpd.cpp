@@ -20,6 +20,7 @@
 ///  (7) LuaGet wants "bolType" 12; what it stored before a failure stays, a wrong sub-kind too.
 ///  (8) A script's policy type keeps its low 8 bits.
 ///  (9) Scripts do not see the bytes that no field names.
+#include "common/ipv4.hpp"
 #include "route_keys/policy_key.hpp"
 
 using namespace bgpdt;

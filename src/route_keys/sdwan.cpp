@@ -13,8 +13,8 @@
 ///  (1) Of the text and what it prints as, only the lengths are compared: a text of the same length is read whatever
 ///      its characters; a negative number, which counts modulo 2^16 or 2^32, prints longer and makes up for leading
 ///      zeros and trailing characters.
-///  (2) Any dot makes it the IPv4 form, the one in an IPv6 address too: an address that prints with a dotted tail
-///      (RFC 5952, section 5) is read only from hexadecimal digits of just that length, and does not read back.
+///  (2) Any dot makes it the IPv4 form, the one in an IPv6 address too: an address that prints with a dotted tail (RFC
+///      5952, section 5) is read only from hexadecimal digits of just that length, and does not read back.
 ///  (3) An IPv6 address that is none has a status of its own in the parser.
 ///  (4) Every family byte but 0 prints the IPv6 address; the other address does not matter.
 ///  (5) A value of another sub-kind takes the output block with it, the caller's too.

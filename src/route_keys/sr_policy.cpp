@@ -99,7 +99,7 @@ u32 SYSDT_Ipv6AddrNtoH(const SYSDT_SrPolicy *key, u16 groups[8])
 {
     if (key == nullptr || groups == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    for (u32 i = 0; i < 8; ++i)
+    for (std::size_t i = 0; i < 8; ++i)
         groups[i] = load_network<u16>(key->ipv6 + 2 * i);
     return SYSDT_OK;
 }

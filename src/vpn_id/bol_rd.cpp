@@ -17,14 +17,12 @@
 ///  (4) Mode 3 gives the text without terminator, no copy of the value.
 ///  (5) An unset one (eight zero octets behind the sub-kind) prints as empty text in mode 2 only.
 ///  (6) A sub-kind other than 0 does not print, though Check, Compare and scripts take it; the row's own callbacks
-///  never
-///      look at it.
+///      never look at it.
 ///  (7) The all-zero value is refused as 0:0 and 0.0:0, but accepted as 0.0.0.0:0.
 ///  (8) The form decides how the octets are split when printed; a pair without a format prints as empty text.
 ///  (9) A type above 2 fails, yet the block is handed back.
 ///  (10) "RdType" and "RdValue" stand at both levels of the script form: outside the sub-kind and the distinguisher,
-///  inside
-///       the form and the eight octets; when read the sub-kind comes last.
+///      inside the form and the eight octets; when read the sub-kind comes last.
 ///  (11) A script's numbers are cut to their low 8 bits, the two words' too, and no value is refused.
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/callbacks.hpp"

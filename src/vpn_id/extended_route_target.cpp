@@ -21,8 +21,7 @@
 ///      dotted AS one.
 ///  (6) Modes 1, 3 and 6 print decorated, which is no text to parse; mode 2 prints plain.
 ///  (7) An unset one (eight zero octets, whatever the form) prints as empty text in mode 2 only; elsewhere code 0
-///  prints as
-///      2-octet AS and number, and so does any value of that code in every mode.
+///      prints as 2-octet AS and number, and so does any value of that code in every mode.
 ///  (8) With AS codes the form decides how the octets are split; one without a format prints as empty text.
 ///  (9) An unknown code prints as "Unknow", so spelt, and succeeds.
 ///  (10) Mode 3 gives the text without terminator, no copy of the value.

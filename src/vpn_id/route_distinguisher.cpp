@@ -75,13 +75,9 @@ u32 SYSDT_Str2VrfRd(char *text, SYSDT_Octets *output) { return parse_rd(text, ro
 
 u32 SYSDT_VrfRd2Str(const SYSDT_Octets *input, u32 *outputLength, char *buffer)
 {
-    if (input == nullptr || outputLength == nullptr || buffer == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    Writer out(buffer, route_distinguisher.limit);
-    const u32 status = print_rd(*input, route_distinguisher_codes, out);
-    if (status == SYSDT_OK)
-        *outputLength = out.finish();
-    return status;
+    return print_to_buffer<route_distinguisher.limit>(
+        input, buffer, outputLength,
+        [](const SYSDT_Octets &value, Writer &out) { return print_rd(value, route_distinguisher_codes, out); });
 }
 
 BGPDT_FORMAT_IN(SYSDT_VrfRdFormatIn, route_distinguisher)

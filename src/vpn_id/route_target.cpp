@@ -13,8 +13,7 @@
 /// What differs, all deliberate:
 ///  (3) VRFRT: mode 3 gives the text without terminator. SOO: mode 3 gives the text as every other mode does.
 ///  (4) VRFRT: eight zero octets print as empty text in mode 2 only; elsewhere their code 0 is an unknown one. SOO:
-///  twelve
-///      zero bytes print as empty text in every mode; with a form set the eight zero octets are an unknown code.
+///      twelve zero bytes print as empty text in every mode; with a form set the eight zero octets are an unknown code.
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/callbacks.hpp"
 #include "vpn_id/rd_text.hpp"

@@ -17,14 +17,14 @@
 ///      looked at.
 ///  (4) Mode 3 is refused on output too.
 ///  (5) Every pair of type and form but the four that parsing gives prints as empty text, the IPv4 type with another
-///  form
-///      too; so an unset one prints as empty text in every mode.
+///      form too; so an unset one prints as empty text in every mode.
 ///  (6) A type above 2 fails, yet the block is handed back.
 ///  (7) The star byte is a wildcard when it is 1, a number else; the number octets of a wildcard do not show.
 ///  (8) A script's numbers are cut to their low 8 bits, and no value is refused.
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/callbacks.hpp"
 #include "common/census.hpp"
+#include "common/ipv4.hpp"
 #include "common/scan.hpp"
 #include "common/trimmed.hpp"
 #include "vpn_id/rd_text.hpp"
@@ -41,10 +41,9 @@ u32 parse_wildcard(const char *text, u32 dots, SYSDT_Octets &out)
     char any = 0;
     if (dots == 3) {
         u32 octet[4]{};
-        if (scan<"%u.%u.%u.%u:%c">(text, octet[0], octet[1], octet[2], octet[3], any) != 5 ||
-            (octet[0] | octet[1] | octet[2] | octet[3]) > UINT8_MAX)
+        if (scan<"%u.%u.%u.%u:%c">(text, octet[0], octet[1], octet[2], octet[3], any) != 5 || !are_octets(octet))
             return SYSDT_ERR_FAIL;
-        store_ipv4_form(out, codes, octet[0] << 24 | octet[1] << 16 | octet[2] << 8 | octet[3], 0);
+        store_ipv4_form(out, codes, joined(octet), 0);
     } else if (dots == 1) {
         u32 high = 0;
         u32 low = 0;
@@ -140,15 +139,10 @@ u32 SYSDT_Str2RtpRd(char *text, SYSDT_RtpRd *output)
     return SYSDT_OK;
 }
 
-u32 SYSDT_RtpRd2Str(const SYSDT_RtpRd *input, u32 *outputLength, char *buffer, u32 mode)
+u32 SYSDT_RtpRd2Str(const SYSDT_RtpRd *input, u32 *outputLength, char *buffer, u32)
 {
-    if (input == nullptr || outputLength == nullptr || buffer == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    Writer out(buffer, rtp_rd.limit);
-    const u32 status = print_value(*input, static_cast<u8>(mode), out);
-    if (status == SYSDT_OK)
-        *outputLength = out.finish();
-    return status;
+    return print_to_buffer<rtp_rd.limit>(
+        input, buffer, outputLength, [](const SYSDT_RtpRd &value, Writer &out) { return print_value(value, 0, out); });
 }
 
 BGPDT_FORMAT_IN(SYSDT_RtpRdFormatIn, rtp_rd)

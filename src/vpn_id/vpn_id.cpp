@@ -70,12 +70,8 @@ u32 SYSDT_Str2VpnId(char *text, SYSDT_VpnId *output)
 
 u32 SYSDT_VpnId2Str(const SYSDT_VpnId *input, u32 *outputLength, char *buffer)
 {
-    if (input == nullptr || outputLength == nullptr || buffer == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    Writer out(buffer, vpn_id.limit);
-    print_value(*input, 0, out);
-    *outputLength = out.finish();
-    return SYSDT_OK;
+    return print_to_buffer<vpn_id.limit>(
+        input, buffer, outputLength, [](const SYSDT_VpnId &value, Writer &out) { return print_value(value, 0, out); });
 }
 
 i32 SYSDT_VpnIdCompare(const void *, u32, const void *first, const void *second)

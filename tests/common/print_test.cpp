@@ -33,6 +33,8 @@ static_assert(prints<"%d">("-2147483648", INT32_MIN) && prints<"%d">("7", i32{7}
 static_assert(prints<"%x:%x">("0:1a2b", 0U, 0x1A2BU) && prints<"%x">("ffffffff", 0xFFFFFFFFU));
 static_assert(prints<"%02hx%.2x">("0aff", u16{10}, 0xFFU) && prints<"%02x">("100", 0x100U));
 static_assert(prints<"%s <%u : %c>">("SoO <1 : *>", "SoO", 1U, '*') && prints<"%s">("", ""));
+static_assert(prints<"[%s%s]">(
+    "[64496]", [](Writer &out) { print<"%u">(out, 64496U); }, [](Writer &) {}));
 
 /// Every size from the terminator alone up: what fits is written, the rest is cut, nothing behind the end is touched.
 TEST(Print, is_cut_at_the_writers_end)

@@ -6,6 +6,7 @@ set -eu
 nm=$1 plugin=$2 services=$3 libc=$4
 . "$(dirname -- "$0")/compare.sh"
 allowed=$(mktemp)
+trap 'rm -f "$allowed"' EXIT
 names_of "$libc" >"$allowed"
 "$nm" --dynamic --undefined-only --format=posix "$plugin" | cut -d' ' -f1 | sed 's/@.*//' |
-    grep -v -x -F -f "$allowed" | { rm -f "$allowed"; compare "$services" "imported"; }
+    grep -v -x -F -f "$allowed" | compare "$services" "imported"
