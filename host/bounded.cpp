@@ -64,6 +64,7 @@ int print(char *destination, size_t size, const char *format, va_list arguments)
         return -1;
     }
     const bool allowed = format != nullptr && !has_percent_n(format);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): every caller has started it
     const int length = allowed ? std::vsnprintf(destination, size, format, arguments) : -1;
     if (length < 0) {
         *destination = '\0';

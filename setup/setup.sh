@@ -9,7 +9,7 @@ fail() {
 }
 
 tool_packages="g++ cmake ninja-build pkg-config liblua5.4-dev libcli11-dev nlohmann-json3-dev"
-test_packages="$tool_packages libgtest-dev googletest clang-format g++-powerpc-linux-gnu qemu-user dpkg-dev"
+test_packages="$tool_packages libgtest-dev googletest clang-format clang-tidy g++-powerpc-linux-gnu qemu-user dpkg-dev"
 
 # Installs the Debian packages that are missing.
 need_packages() {
@@ -33,13 +33,16 @@ need_packages() {
         fail "apt-get could not install$missing"
 }
 
-# configure_and_build PRESET [TARGET...]
-configure_and_build() {
+# configure PRESET
+configure() {
+    [ ! -f "$top/build/$1/build.ninja" ] || return 0
+    say "configuring $1"
+    (cd "$top" && cmake --preset "$1" -G Ninja) >&2 || fail "cmake --preset $1 failed"
+}
+
+# build PRESET [TARGET...]
+build() {
     preset=$1
     shift
-    if [ ! -f "$top/build/$preset/build.ninja" ]; then
-        say "configuring $preset"
-        (cd "$top" && cmake --preset "$preset" -G Ninja) >&2 || fail "cmake --preset $preset failed"
-    fi
     (cd "$top" && cmake --build --preset "$preset" ${1:+--target "$@"}) >&2 || fail "the $preset build failed"
 }

@@ -3,9 +3,8 @@
 /// The listings of attribute bitmaps. Their display records mix numbers and text as no value does, so they are built
 /// here in this processor's order.
 #include <algorithm>
+#include <array>
 #include <cstring>
-#include <functional>
-#include <numeric>
 #include <optional>
 #include <set>
 #include <string>
@@ -71,14 +70,22 @@ Entry u8(std::uint8_t number) { return {number8, bytes_of(number)}; }
 Entry u16(std::uint16_t number) { return {number16, bytes_of(number)}; }
 Entry u32(std::uint32_t number) { return {number32, bytes_of(number)}; }
 
-const Bytes documentation_ipv6{0x20, 0x01, 0x0D, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1};
+constexpr std::array<std::uint8_t, 16> documentation_ipv6{0x20, 0x01, 0x0D, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1};
+
+Entry ipv6_entry() { return {ipv6, {documentation_ipv6.begin(), documentation_ipv6.end()}}; }
 
 Entry address(std::uint8_t family)
 {
-    Bytes bytes = bytes_of(std::uint32_t{0xC0000201});
-    bytes.insert(bytes.end(), documentation_ipv6.begin(), documentation_ipv6.end());
-    bytes.push_back(family);
+    Bytes bytes(21, family);
+    std::ranges::copy(bytes_of(std::uint32_t{0xC0000201}), bytes.begin());
+    std::ranges::copy(documentation_ipv6, bytes.begin() + 4);
     return {either_address, bytes};
+}
+
+/// Puts a text in front of the rest of the bytes.
+void put(Guarded &bytes, const std::string &characters)
+{
+    std::copy_n(characters.c_str(), characters.size() + 1, bytes.data());
 }
 
 /// The record of the entries; the bytes that are the host's are rubbish.
@@ -261,7 +268,7 @@ TEST_F(AttrBitmapTest, Values)
     expect_line("<4294967295> 1", "<%u>", {u32(4294967295)});
     expect_line("<16909060> 1", "<%u>", {u32(16909060)});
     expect_line("<192.0.2.1> 1", "<%s>", {{ipv4, bytes_of(std::uint32_t{0xC0000201})}});
-    expect_line("<2001:db8::1> 1", "<%s>", {{ipv6, documentation_ipv6}});
+    expect_line("<2001:db8::1> 1", "<%s>", {ipv6_entry()});
     expect_line("<192.0.2.1> 1", "<%s>", {address(0)});
     expect_line("<2001:db8::1> 1", "<%s>", {address(1)});
     expect_line("<text> 1", "<%s>", {text("text")});
@@ -278,6 +285,7 @@ TEST_F(AttrBitmapTest, Values)
     expect_line("<2001:db8::1> 1", "<%s>", {{either_address, long_address}});
 }
 
+// (8)
 TEST_F(AttrBitmapTest, EachValueUsesUpAPieceOfTheTemplate)
 {
     expect_line("A 1 B  1", "A %u B %u C", {u8(1)});
@@ -291,6 +299,7 @@ TEST_F(AttrBitmapTest, EachValueUsesUpAPieceOfTheTemplate)
     expect_line(" 1", "", {u8(7)});
 }
 
+// (7)
 TEST_F(AttrBitmapTest, ValuesThatPrintNothing)
 {
     for (const Entry &silent : {Entry{99, {1, 2, 3}}, Entry{99, {}}, Entry{0, {}}, Entry{3, {1}},
@@ -386,8 +395,8 @@ TEST_F(AttrBitmapTest, ConversionsThatDoNotFit)
     for (const char *conversion :
          {"%",   "%%",   "%n", "%d", "%u", "%i",  "%o",   "%x",   "%X",   "%hd", "%hhu", "%hs", "%hhs",
           "%ls", "%lls", "%S", "%c", "%p", "%*s", "%.*s", "%-*s", "%1$s", "%'s", "%5",   "%.3", "%f"}) {
-        for (const Entry &value : {text("t"), text(""), address(0), address(1), Entry{ipv6, documentation_ipv6},
-                                   Entry{ipv4, bytes_of(std::uint32_t{1})}}) {
+        for (const Entry &value :
+             {text("t"), text(""), address(0), address(1), ipv6_entry(), Entry{ipv4, bytes_of(std::uint32_t{1})}}) {
             expect_no_line("<" + std::string(conversion), {value});
         }
     }
@@ -483,12 +492,8 @@ TEST_F(AttrBitmapTest, ValuesShorterThanTheirKind)
 
 TEST_F(AttrBitmapTest, NothingBehindTheRecordIsRead)
 {
-    const Bytes whole = record({text("%s and %s and %u and %s:"),
-                                bitmap({1, 2}),
-                                text("text"),
-                                address(1),
-                                u32(7),
-                                {ipv6, documentation_ipv6}});
+    const Bytes whole =
+        record({text("%s and %s and %u and %s:"), bitmap({1, 2}), text("text"), address(1), u32(7), ipv6_entry()});
     const std::string listing = "text and 2001:db8::1 and 7 and 2001:db8::1: 1 to 2\r\n";
     for (std::size_t length = 0; length < whole.size(); ++length) {
         EXPECT_EQ(std::nullopt, list(whole, length)) << length;
@@ -522,6 +527,7 @@ TEST_F(AttrBitmapTest, MemoryOutAnywhere)
     }
 }
 
+// (9)
 TEST_F(AttrBitmapTest, TheOutputVariantHasNoEffect)
 {
     auto *format_out = exported<SYSDT_FormatOut>("SYSDT_AttrIdBitmapFormatOut");
@@ -583,8 +589,8 @@ TEST_F(AttrBitmapTest, OneValue)
                                Failing failing = {}) {
         Guarded blank(300);
         Guarded output(300);
-        std::strcpy(reinterpret_cast<char *>(output.data()), "before");
-        std::strcpy(reinterpret_cast<char *>(blank.data()), line_template.c_str());
+        put(output, "before");
+        put(blank, line_template);
         const Guarded data(entry.data);
         services_.begin(failing);
         const std::uint32_t characters = format(owner_handle, entry.kind, static_cast<std::uint32_t>(entry.data.size()),
@@ -676,16 +682,16 @@ TEST_F(AttrBitmapTest, Pairs)
 
 TEST_F(AttrBitmapTest, ListingRuns)
 {
-    auto *put = exported<decltype(SYSDT_AttrIdToStrOut)>("SYSDT_AttrIdToStrOut");
+    auto *list_runs = exported<decltype(SYSDT_AttrIdToStrOut)>("SYSDT_AttrIdToStrOut");
     const std::uint16_t starts[] = {9, 1, 5};
     const std::uint16_t ends[] = {9, 3, 0};
     const auto listed = [&](Failing failing = {}) {
         Guarded output(block_size);
         Guarded label(300);
-        std::strcpy(reinterpret_cast<char *>(label.data()), "A B###t");
+        put(label, "A B###t");
         services_.begin(failing);
-        const std::uint32_t status = put(owner_handle, 2, starts, ends, reinterpret_cast<char *>(label.data()),
-                                         reinterpret_cast<char *>(output.data()));
+        const std::uint32_t status = list_runs(owner_handle, 2, starts, ends, reinterpret_cast<char *>(label.data()),
+                                               reinterpret_cast<char *>(output.data()));
         EXPECT_EQ(std::vector<std::string>{}, services_.settle());
         EXPECT_TRUE(output.intact() && label.intact());
         return std::pair(status, status == 0 ? std::string(reinterpret_cast<char *>(output.data())) : std::string());

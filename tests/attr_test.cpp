@@ -8,9 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "bgp_datatype/bgp_datatype.h"
-#include "host/host.hpp"
 #include "support/conversion.hpp"
-#include "support/setting.hpp"
+#include "support/plugin_test.hpp"
 
 namespace bgpdt::test {
 
@@ -18,20 +17,11 @@ namespace {
 
 bool numbers_fail = false; ///< PAL_Uint32ToStr writes nothing then
 
-class AttrTest : public testing::Test {
+class AttrTest : public PluginTest {
 protected:
-    host::Host host_{plugin_path()};
     AttackHost &services_ = AttackHost::instance();
     SYSDT_FormatOut *format_out_ = exported<SYSDT_FormatOut>("SYS_DT_APPCVRFNAME_FormatOut");
     const SYSDT_CVrfName red_{"red", 7, 1};
-
-    template <class Function>
-    Function *exported(const char *name) const
-    {
-        auto *function = reinterpret_cast<Function *>(host_.symbol(name));
-        EXPECT_NE(nullptr, function) << name;
-        return function;
-    }
 
     Converted call(std::uint8_t mode, std::uint32_t type, std::uint32_t size, void *block = nullptr)
     {

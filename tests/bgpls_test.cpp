@@ -4,29 +4,36 @@
 #include <cstring>
 #include <initializer_list>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "bgp_datatype/bgp_datatype.h"
-#include "host/host.hpp"
+#include "support/attack_host.hpp"
 #include "support/guarded.hpp"
-#include "support/setting.hpp"
+#include "support/plugin_test.hpp"
 
 namespace bgpdt::test {
 
 namespace {
 
-class BgpLsTest : public testing::Test {
-protected:
-    host::Host host_{plugin_path()};
-
-    template <class Symbol>
-    Symbol *exported(const char *name) const
+/// A text that ends at an inaccessible page.
+class Text {
+public:
+    explicit Text(const std::string &text)
+        : page_({reinterpret_cast<const std::uint8_t *>(text.c_str()), text.size() + 1})
     {
-        auto *symbol = reinterpret_cast<Symbol *>(host_.symbol(name));
-        EXPECT_NE(nullptr, symbol) << name;
-        return symbol;
     }
+    const char *constant() const { return reinterpret_cast<const char *>(page_.constant()); }
+    char *get() { return reinterpret_cast<char *>(page_.data()); }
+
+private:
+    Guarded page_;
+};
+
+class BgpLsTest : public PluginTest {
+protected:
+    AttackHost &services_ = AttackHost::instance();
 
     struct Row {
         const char *keyword;
@@ -198,30 +205,46 @@ TEST_F(BgpLsTest, SlotsTakeTheirNumberByAddress)
 
 TEST_F(BgpLsTest, AGroupIsCutOutOfItsBrackets)
 {
-    auto *cut =
-        exported<std::uint32_t(const char *, char *, std::uint32_t, std::uint32_t *)>("SYSDT_GetLsPrefixSubString");
-    const auto expect = [&](const char *text, std::uint32_t size, const char *group) {
+    auto *cut = exported<decltype(SYSDT_GetLsPrefixSubString)>("SYSDT_GetLsPrefixSubString");
+    const auto result = [&](const std::string &text, std::uint32_t size, const std::string &group) {
+        const Text page(text);
         Guarded buffer(size);
         auto *out = reinterpret_cast<char *>(buffer.data());
-        std::uint32_t length = 77;
-        EXPECT_EQ(group == nullptr ? SYSDT_ERR_FAIL : SYSDT_OK, cut(text, out, size, &length)) << text;
-        EXPECT_TRUE(buffer.intact());
-        if (group != nullptr) {
-            EXPECT_STREQ(group, out);
-            EXPECT_EQ(std::strlen(group), length);
+        std::uint32_t length = 777;
+        const std::uint32_t status = cut(page.constant(), out, size, &length);
+        EXPECT_TRUE(buffer.intact()) << text;
+        if (status == SYSDT_OK) {
+            EXPECT_STREQ(group.c_str(), out) << text;
+            EXPECT_EQ(group.size(), length) << text;
         }
+        return status;
     };
-    expect("[abc]", 8, "abc");
-    expect("[abc][def]", 8, "abc");
-    expect("[a[b]c]d", 8, "a[b]c");
-    expect("[]", 2, "");
-    expect("[abc]", 5, "abc");
-    expect("[abc]", 4, nullptr);
-    expect("[]", 1, nullptr);
-    expect("", 8, nullptr);
-    expect("abc]", 8, nullptr);
-    expect("[abc", 8, nullptr);
-    expect("[a[b]", 8, nullptr);
+    EXPECT_EQ(SYSDT_OK, result("[abc]", 8, "abc"));
+    EXPECT_EQ(SYSDT_OK, result("[abc][def]", 8, "abc"));
+    EXPECT_EQ(SYSDT_OK, result("[a[b]c]d", 8, "a[b]c"));
+    EXPECT_EQ(SYSDT_OK, result("[abc]]", 8, "abc"));
+    for (const char *text : {"", "abc]", "a[bc]", "]", "[", "[abc", "[a[b]", "[[abc]", "[a[]"}) {
+        EXPECT_EQ(SYSDT_ERR_FAIL, result(text, 8, "")) << text;
+    }
+    // The group needs its NUL and one byte more.
+    EXPECT_EQ(SYSDT_OK, result("[]", 2, ""));
+    EXPECT_EQ(SYSDT_ERR_FAIL, result("[]", 1, ""));
+    EXPECT_EQ(SYSDT_ERR_FAIL, result("[]", 0, ""));
+    EXPECT_EQ(SYSDT_OK, result("[abc]", 5, "abc"));
+    EXPECT_EQ(SYSDT_ERR_FAIL, result("[abc]", 4, ""));
+    const std::string longest(498, 'a');
+    EXPECT_EQ(SYSDT_OK, result("[" + longest + "]", 500, longest));
+    EXPECT_EQ(SYSDT_ERR_FAIL, result("[" + longest + "a]", 500, ""));
+    EXPECT_EQ(SYSDT_ERR_FAIL, result("[" + longest + "]", 499, ""));
+    const std::string deep = std::string(200, '[') + std::string(200, ']');
+    EXPECT_EQ(SYSDT_OK, result("[" + deep + "]x", 500, deep));
+    EXPECT_EQ(SYSDT_ERR_FAIL, result("[" + deep, 500, ""));
+
+    char buffer[8];
+    std::uint32_t length = 0;
+    EXPECT_EQ(SYSDT_ERR_NULL_PTR, cut(nullptr, buffer, sizeof buffer, &length));
+    EXPECT_EQ(SYSDT_ERR_NULL_PTR, cut("[a]", nullptr, sizeof buffer, &length));
+    EXPECT_EQ(SYSDT_ERR_NULL_PTR, cut("[a]", buffer, sizeof buffer, nullptr));
 }
 
 TEST_F(BgpLsTest, TheFirstRowThatMatchesWins)
@@ -238,6 +261,508 @@ TEST_F(BgpLsTest, TheFirstRowThatMatchesWins)
     EXPECT_EQ(patterns + 22, find("TEPOLICY1", patterns, 24));
 }
 
+TEST_F(BgpLsTest, KeywordsOfAKey)
+{
+    auto *find = exported<decltype(SYSDT_ParseLsPrefixFindPattern)>("SYSDT_ParseLsPrefixFindPattern");
+    const auto *patterns = exported<const LsPrefixPattern>("g_bgplsPrefixPattern");
+    for (std::uint32_t i = 0; i < 24; ++i) {
+        const std::string keyword = patterns[i].keyword;
+        const bool link_descriptor = i == 18; // begins with LINK, but is not just that
+        EXPECT_EQ(patterns + (link_descriptor ? 1 : i), find(Text(keyword).constant(), patterns, 24)) << keyword;
+        const LsPrefixPattern *longer = patterns[i].exact == 0 ? patterns + i : nullptr;
+        if (keyword == "LINK" || keyword == "TEPOLICY") {
+            longer = patterns + (keyword == "LINK" ? 18 : 22);
+        }
+        EXPECT_EQ(longer, find(Text(keyword + "#").constant(), patterns, 24)) << keyword;
+        EXPECT_EQ(longer, find(Text(keyword + keyword).constant(), patterns, 24)) << keyword;
+        EXPECT_EQ(nullptr, find(Text("#" + keyword).constant(), patterns, 24)) << keyword;
+        EXPECT_EQ(nullptr, find(Text(keyword.substr(1)).constant(), patterns, 24)) << keyword;
+    }
+    for (const char *group : {"node", "Link", "ospfv2", "OSPFV2", "local[", "Index", "IPV4_PREFIX"}) {
+        EXPECT_EQ(nullptr, find(group, patterns, 24)) << group;
+    }
+}
+
+/// A call of a handler of this file.
+struct Call {
+    std::uint32_t bit;
+    std::string value;
+    void *target;
+    LsPrefixParseContext *context;
+
+    bool operator==(const Call &) const = default;
+};
+std::vector<Call> calls;
+constexpr std::uint32_t refusing_bit = 4;
+constexpr std::uint32_t refusal = 0x12345;
+
+std::uint32_t note(std::uint32_t bit, char *value, void *target, LsPrefixParseContext *context)
+{
+    calls.push_back({bit, value, target, context});
+    return bit == refusing_bit ? refusal : SYSDT_OK;
+}
+
+TEST_F(BgpLsTest, GroupsGoToTheHandlersOfTheirRows)
+{
+    auto *parse = exported<decltype(SYSDT_ParseLsPrefixStr)>("SYSDT_ParseLsPrefixStr");
+    const LsPrefixPattern table[] = {
+        {"a", 1, 0, note}, {"ab", 2, 0, note},    {"refused", refusing_bit, 0, note},
+        {"x", 8, 1, note}, {"n", 16, 0, nullptr},
+    };
+    int target = 0;
+    LsPrefixParseContext context{};
+    const auto expect = [&](std::uint32_t status, const std::string &text,
+                            std::vector<std::pair<std::uint32_t, std::string>> wanted) {
+        calls.clear();
+        EXPECT_EQ(status, parse(Text(text).constant(), table, 5, &target, &context)) << text;
+        std::vector<Call> all;
+        for (const auto &[bit, value] : wanted) {
+            all.push_back({bit, value, &target, &context});
+        }
+        EXPECT_TRUE(all == calls) << text;
+    };
+    expect(SYSDT_OK, "[a]", {{1, ""}});
+    expect(SYSDT_OK, "[ab1][x][a[b][c]]", {{1, "b1"}, {8, ""}, {1, "[b][c]"}});
+    expect(SYSDT_OK, "[a1][a2][a1]", {{1, "1"}, {1, "2"}, {1, "1"}});
+    expect(refusal, "[a][refused!][x]", {{1, ""}, {refusing_bit, "!"}});
+    expect(SYSDT_ERR_FAIL, "", {});
+    expect(SYSDT_ERR_FAIL, "a", {});
+    expect(SYSDT_ERR_FAIL, "[]", {});
+    expect(SYSDT_ERR_FAIL, "[n]", {}); // no handler
+    expect(SYSDT_ERR_FAIL, "[y]", {});
+    expect(SYSDT_ERR_FAIL, "[x1]", {});
+    expect(SYSDT_ERR_FAIL, "[a", {});
+    expect(SYSDT_ERR_FAIL, "[a]-[a]", {{1, ""}});
+    expect(SYSDT_ERR_FAIL, "[a]]", {{1, ""}});
+    expect(SYSDT_ERR_FAIL, "[a][", {{1, ""}});
+    expect(SYSDT_ERR_FAIL, "[a][y][a]", {{1, ""}});
+    const std::string deep = std::string(200, '[') + std::string(200, ']');
+    expect(SYSDT_OK, "[a" + deep + "][x]", {{1, deep}, {8, ""}});
+    expect(SYSDT_ERR_FAIL, "[a" + deep + "[x]", {});
+    const std::string longest(497, 'b');
+    expect(SYSDT_OK, "[a" + longest + "][x]", {{1, longest}, {8, ""}});
+    expect(SYSDT_ERR_FAIL, "[a" + longest + "b][x]", {});
+    expect(SYSDT_ERR_FAIL, std::string(600, '['), {});
+
+    EXPECT_EQ(SYSDT_ERR_FAIL, parse("[a]", table, 0, &target, &context));
+    EXPECT_EQ(SYSDT_ERR_NULL_PTR, parse(nullptr, table, 5, &target, &context));
+    EXPECT_EQ(SYSDT_ERR_NULL_PTR, parse("[a]", nullptr, 5, &target, &context));
+}
+
+TEST_F(BgpLsTest, AllThatARouteTypeRequiresMustHaveBeenSeen)
+{
+    auto *check = exported<decltype(SYSDT_Str2LsPrefixPostCheck)>("SYSDT_Str2LsPrefixPostCheck");
+    const auto *rows = exported<const LsPrefixNlriParser>("g_bgplsPrefixParsers");
+    const SYSDT_LsPrefix key{};
+    LsPrefixParseContext context{};
+    for (std::uint32_t type = 1; type < SYSDT_LS_ROUTE_TYPES; ++type) {
+        context.row = rows + type;
+        for (const std::uint32_t seen : {context.row->required, context.row->required | 0x0C0, 0xFFFFFFFF}) {
+            context.seen = seen;
+            EXPECT_EQ(SYSDT_OK, check(&key, &context)) << type;
+        }
+        for (std::uint32_t bit = 1; bit <= context.row->required; bit <<= 1) {
+            context.seen = ~bit;
+            EXPECT_EQ((context.row->required & bit) == 0 ? SYSDT_OK : SYSDT_ERR_FAIL, check(&key, &context))
+                << type << " without " << bit;
+        }
+    }
+}
+
+TEST_F(BgpLsTest, ContextsAreBlocksOfThePlainAllocator)
+{
+    auto *create = exported<decltype(SYSDT_CreateLsPrefixParseContext)>("SYSDT_CreateLsPrefixParseContext");
+    const auto *rows = exported<const LsPrefixNlriParser>("g_bgplsPrefixParsers");
+    SYSDT_LsPrefix key{};
+    services_.begin();
+    Text text(" \t[NODE] \n");
+    LsPrefixParseContext *context = create(text.get(), &key, rows, SYSDT_LS_ROUTE_TYPES);
+    ASSERT_NE(nullptr, context);
+    const Block *block = services_.find(context);
+    ASSERT_NE(nullptr, block);
+    EXPECT_FALSE(block->handle.has_value());
+    EXPECT_STREQ("[NODE]", context->text);
+    EXPECT_EQ(6U, context->length);
+    EXPECT_EQ(0U, context->seen);
+    EXPECT_EQ(&key, context->output);
+    EXPECT_EQ(0U, context->routeType);
+    EXPECT_EQ(0U, context->protocolId);
+    EXPECT_EQ(nullptr, context->row);
+    EXPECT_EQ(rows, context->parsers);
+    EXPECT_EQ(7U, context->rowCount);
+    services_.release(context);
+
+    const auto is_created = [&](const std::string &content) {
+        Text page(content);
+        void *created = create(page.get(), &key, rows, SYSDT_LS_ROUTE_TYPES);
+        services_.release(created);
+        return created != nullptr;
+    };
+    const std::string longest(500, 'a');
+    EXPECT_TRUE(is_created(longest));
+    EXPECT_TRUE(is_created("  " + longest + "  "));
+    EXPECT_TRUE(is_created("a"));
+    EXPECT_FALSE(is_created(longest + "a"));
+    EXPECT_FALSE(is_created(""));
+    EXPECT_FALSE(is_created(" \t "));
+    for (const char blank : std::string(" \t\n\v\f\r")) {
+        EXPECT_FALSE(is_created(std::string("a") + blank + "b"));
+    }
+    EXPECT_EQ(nullptr, create(nullptr, &key, rows, SYSDT_LS_ROUTE_TYPES));
+    EXPECT_EQ(nullptr, create(text.get(), nullptr, rows, SYSDT_LS_ROUTE_TYPES));
+    EXPECT_EQ(nullptr, create(text.get(), &key, nullptr, SYSDT_LS_ROUTE_TYPES));
+    EXPECT_EQ(0U, services_.live());
+    EXPECT_EQ(std::vector<std::string>{}, services_.settle());
+    services_.begin({1, true});
+    EXPECT_FALSE(is_created("[NODE]"));
+}
+
+TEST_F(BgpLsTest, NoBlockIsLeftBehindWhateverTheText)
+{
+    auto *parse = exported<decltype(SYSDT_Str2LSPrefix)>("SYSDT_Str2LSPrefix");
+    const auto status_of = [&](const std::string &content, Failing failing = {}) {
+        Text text(content);
+        Guarded key(SYSDT_LS_SIZE);
+        services_.begin(failing);
+        const std::uint32_t status = parse(text.get(), reinterpret_cast<SYSDT_LsPrefix *>(key.data()));
+        EXPECT_TRUE(key.intact()) << content;
+        EXPECT_EQ(0U, services_.live()) << content;
+        EXPECT_EQ(std::vector<std::string>{}, services_.settle()) << content;
+        return status;
+    };
+    const std::string head = "[OSPFv2][IDENTIFIER0]";
+    const std::string local = "[LOCAL[bgp-ls-identifier192.0.2.1]]";
+    const std::string deep = std::string(200, '[') + std::string(200, ']');
+    EXPECT_EQ(SYSDT_OK, status_of("[NODE]" + head + local));
+    EXPECT_EQ(SYSDT_ERR_FAIL, status_of("[NODE]" + head + local, {1, true}));
+    EXPECT_EQ(SYSDT_OK, status_of("[NODE]" + head + local + "[UNKNOWN" + deep + "]"));
+    EXPECT_EQ(SYSDT_OK, status_of("[NODE]" + head + "[index" + deep + "]" + local));
+    const std::string link_ids = "[LINK[link-local-id0.0.0.1][link-remote-id0.0.0.2]]";
+    EXPECT_EQ(SYSDT_OK, status_of("[LINK]" + head +
+                                  "[LOCAL[bgp-ls-identifier192.0.2.1][ospf-area-id0.0.0.0]]"
+                                  "[REMOTE[bgp-ls-identifier192.0.2.2]]" +
+                                  link_ids));
+    for (const std::string &text : {std::string(),
+                                    std::string("["),
+                                    std::string("]"),
+                                    std::string("NODE"),
+                                    std::string("[NODE"),
+                                    std::string("[NODE]"),
+                                    std::string("[OSPFv2][NODE]"),
+                                    std::string("[NODE][NODE]"),
+                                    "[NODE]" + head + head + local,
+                                    "[NODE][RSVP-TE][IDENTIFIER0]" + local,
+                                    "[NODE]" + head + local + "]",
+                                    "[NODE]" + head + local + "[",
+                                    "[NODE]" + head + "[LOCAL[as64496]]",
+                                    "[NODE]" + head + "[LOCAL]",
+                                    "[NODE]" + head + "[LOCAL[as0][bgp-ls-identifier192.0.2.1]]",
+                                    "[NODE]" + head + "[LOCAL[bgp-ls-identifier192.0.2.1][igp-router-idx]]",
+                                    "[NODE]" + head + "[REMOTE]" + local,
+                                    "[NODE]" + head + "[LOCAL" + deep + "]",
+                                    "[NODE]" + head + local + "[UNKNOWN" + deep + "[]",
+                                    "[NODE] " + head + local,
+                                    "[NODE]" + head + local + "[UNKNOWN" + std::string(430, 'a') + "]",
+                                    std::string(500, '['),
+                                    std::string(501, '['),
+                                    "[LINK]" + head + local + link_ids,
+                                    "[LINK]" + head + "[LINK[mt-idx]]",
+                                    "[IPV4-PREFIX]" + head + "[PREFIX[prefix192.0.2.0]]",
+                                    "[IPV6-PREFIX]" + head + "[PREFIX[prefix192.0.2.0/24]]",
+                                    "[TEPOLICY]" + head + "[TE[Flag256]]",
+                                    "[TEPOLICY]" + head + local + "[TE[Flag1]]",
+                                    "[SRV6-SID]" + head + "[SID[sid192.0.2.1]]",
+                                    "[SRV6-SID]" + head + "[SID[mt-id1]]"}) {
+        EXPECT_EQ(SYSDT_ERR_FAIL, status_of(text)) << text;
+    }
+}
+
+TEST_F(BgpLsTest, FieldsOfANode)
+{
+    auto *parse = exported<decltype(BgpLsParseNodeDesc)>("BgpLsParseNodeDesc");
+    const auto parsed = [&](const std::string &text, LsNodeDescScratch &scratch, std::uint32_t route_type,
+                            std::uint32_t protocol) {
+        LsPrefixParseContext context{};
+        context.seen = 0x003;
+        context.routeType = route_type;
+        context.protocolId = protocol;
+        scratch = {};
+        return parse(Text(text).constant(), &scratch, &context);
+    };
+    LsNodeDescScratch scratch;
+    EXPECT_EQ(SYSDT_OK, parsed("[ipv6-router-id2001:db8::1][ipv4-router-id192.0.2.4][member-as1.2][bgp-router-id100]"
+                               "[igp-router-id192.0.2.2/192.0.2.3][ospf-area-id0.0.0.1][bgp-ls-identifier192.0.2.1]"
+                               "[as64496]",
+                               scratch, SYSDT_LS_LINK, SYSDT_LS_OSPFV2));
+    EXPECT_EQ(0xFFU, scratch.seen);
+    EXPECT_EQ(64496U, std::uint32_t{scratch.as.asNumValue});
+    EXPECT_EQ(0U, std::uint32_t{scratch.as.asType});
+    EXPECT_EQ(0xC0000201U, scratch.bgpLsId);
+    EXPECT_EQ(0x00010002U, std::uint32_t{scratch.memberAs.asNumValue});
+    EXPECT_EQ(1U, std::uint32_t{scratch.memberAs.asType});
+    EXPECT_EQ(100U, scratch.bgpRouterId);
+    EXPECT_EQ(1U, scratch.ospfArea);
+    EXPECT_EQ(0xC0000204U, scratch.ipv4RouterId);
+    const std::uint8_t ipv6[16] = {0x20, 0x01, 0x0D, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1};
+    EXPECT_EQ(0, std::memcmp(ipv6, scratch.ipv6RouterId, sizeof ipv6));
+    const std::uint8_t ospf_router[SYSDT_LS_ROUTER_ID_SIZE] = {192, 0, 2, 2, 192, 0, 2, 3};
+    EXPECT_EQ(0, std::memcmp(ospf_router, scratch.igpRouterId, sizeof ospf_router));
+
+    EXPECT_EQ(SYSDT_OK, parsed("[igp-router-id0000.5E00.5301.02]", scratch, SYSDT_LS_NODE, SYSDT_LS_ISIS_LEVEL_2));
+    const std::uint8_t isis_router[SYSDT_LS_ROUTER_ID_SIZE] = {0x00, 0x00, 0x5E, 0x00, 0x53, 0x01, 0x02};
+    EXPECT_EQ(0, std::memcmp(isis_router, scratch.igpRouterId, sizeof isis_router));
+    EXPECT_EQ(0x08U, scratch.seen);
+
+    EXPECT_EQ(SYSDT_OK, parsed("[bgp-router-id192.0.2.1][as]", scratch, SYSDT_LS_TE_POLICY, SYSDT_LS_BGP));
+    EXPECT_EQ(0xC0000201U, scratch.bgpRouterId);
+    EXPECT_EQ(0x10U, scratch.seen); // an empty AS number is as none
+    EXPECT_EQ(SYSDT_ERR_FAIL, parsed("[bgp-router-id100]", scratch, SYSDT_LS_TE_POLICY, SYSDT_LS_BGP));
+    EXPECT_EQ(SYSDT_ERR_FAIL, parsed("[igp-router-id192.0.2.2]", scratch, SYSDT_LS_LINK, SYSDT_LS_BGP));
+    EXPECT_EQ(SYSDT_ERR_FAIL, parsed("[as1][as1]", scratch, SYSDT_LS_LINK, SYSDT_LS_BGP));
+    EXPECT_EQ(SYSDT_ERR_FAIL, parsed("[as1][AS1]", scratch, SYSDT_LS_LINK, SYSDT_LS_BGP));
+}
+
+/// A key whose every text is as long as it gets.
+template <class Part>
+SYSDT_LsPrefix key_of(std::uint32_t route_type, std::uint32_t protocol, Part part)
+{
+    part.head = {route_type, protocol, 0xFFFFFFFFFFFFFFFF};
+    SYSDT_LsPrefix key{};
+    std::memcpy(&key, &part, sizeof part);
+    return key;
+}
+
+constexpr SYSDT_AsNum dotted_as{0xFBF0FBFF, 1};
+constexpr SYSDT_AsNum plain_as{64496, 0};
+
+SYSDT_LsNodeDesc full_node()
+{
+    SYSDT_LsNodeDesc node{dotted_as, 0xC0000201, 0xFFFFFFFF, {}};
+    std::memset(node.igpRouterId, 'r', sizeof node.igpRouterId);
+    return node;
+}
+
+SYSDT_LsMemberNodeDesc full_member_node(std::uint32_t bgp_ls_id)
+{
+    SYSDT_LsMemberNodeDesc node{dotted_as, bgp_ls_id, plain_as, 0xFFFFFFFF, {}};
+    std::memset(node.igpRouterId, 'r', sizeof node.igpRouterId);
+    return node;
+}
+
+const std::string igp_fields =
+    "[as64496.64511][bgp-ls-identifier192.0.2.1][ospf-area-id255.255.255.255][igp-router-id" + std::string(49, 'r') +
+    "]]";
+const std::string identifier = "[IDENTIFIER18446744073709551615]";
+constexpr std::uint8_t long_ipv6[16] = {0x20, 0x01, 0x0D, 0xB8, 0x11, 0x11, 0x22, 0x22,
+                                        0x33, 0x33, 0x44, 0x44, 0x55, 0x55, 0x66, 0x66};
+const std::string long_ipv6_text = "2001:db8:1111:2222:3333:4444:5555:6666";
+
+class BgpLsPrintTest : public BgpLsTest {
+protected:
+    /// In every size, the text as far as it fits with its NUL.
+    void expect_in_every_size(const char *printer, const SYSDT_LsPrefix &key, const std::string &text) const
+    {
+        ASSERT_LT(text.size(), 600U);
+        for (std::size_t size = 1; size <= 600; ++size) {
+            EXPECT_EQ(text.substr(0, size - 1), printed(printer, key, size)) << printer << " in " << size;
+        }
+    }
+};
+
+TEST_F(BgpLsPrintTest, Nodes)
+{
+    const std::string fields = identifier + "[LOCAL" + igp_fields;
+    for (const auto &[protocol, name] : {std::pair(SYSDT_LS_SEGMENT_ROUTING, "[NODE][SEGMENT-ROUTING]"),
+                                         std::pair(SYSDT_LS_BGP, "[NODE][BGP]"), std::pair(8U, "[NODE][]")}) {
+        expect_in_every_size("SYSDT_LS_NodeKeyToStr", key_of(1, protocol, SYSDT_LsNode{{}, full_node()}),
+                             name + fields);
+    }
+}
+
+TEST_F(BgpLsPrintTest, Prefixes)
+{
+    const std::string fields = "[BGP]" + identifier + "[LOCAL" + igp_fields;
+    SYSDT_LsIpv4Prefix ipv4{{}, full_node(), 5, 0xFFFFFFFF, 0xC6336400, 255};
+    expect_in_every_size("SYSDT_LS_Ipv4PrefixKeyToStr", key_of(3, SYSDT_LS_BGP, ipv4),
+                         "[IPV4-PREFIX]" + fields +
+                             "[PREFIX[mt-id5][ospf-route-type4294967295][prefix198.51.100.0/255]]");
+    ipv4.mtId = SYSDT_LS_NO_MT_ID;
+    ipv4.prefixLength = 0;
+    expect_in_every_size("SYSDT_LS_Ipv4PrefixKeyToStr", key_of(3, SYSDT_LS_BGP, ipv4),
+                         "[IPV4-PREFIX]" + fields + "[PREFIX[ospf-route-type4294967295][prefix198.51.100.0/0]]");
+
+    SYSDT_LsIpv6Prefix ipv6{{}, full_node(), 0, 1, {}, 128};
+    std::memcpy(ipv6.prefix, long_ipv6, sizeof long_ipv6);
+    expect_in_every_size("SYSDT_LS_Ipv6PrefixKeyToStr", key_of(4, SYSDT_LS_BGP, ipv6),
+                         "[IPV6-PREFIX]" + fields + "[PREFIX[mt-id0][ospf-route-type1][prefix" + long_ipv6_text +
+                             "/128]]");
+    ipv6.mtId = SYSDT_LS_NO_MT_ID;
+    expect_in_every_size("SYSDT_LS_Ipv6PrefixKeyToStr", key_of(4, SYSDT_LS_BGP, ipv6),
+                         "[IPV6-PREFIX]" + fields + "[PREFIX[ospf-route-type1][prefix" + long_ipv6_text + "/128]]");
+}
+
+SYSDT_LsLink full_link()
+{
+    SYSDT_LsLink link{};
+    link.local = full_member_node(0xC0000201);
+    link.remote = full_member_node(0xC0000201);
+    link.ipv4Interface = 0xC6336401;
+    link.ipv4Neighbor = 0xC6336402;
+    std::memcpy(link.ipv6Interface, long_ipv6, sizeof long_ipv6);
+    link.ipv6Neighbor[15] = 1;
+    link.mtId = 0xFFFFFFFE;
+    link.localBgpRouterId = 0xCB007101;
+    link.remoteBgpRouterId = 0xCB007102;
+    return link;
+}
+
+TEST_F(BgpLsPrintTest, LinksOfAnIgp)
+{
+    constexpr const char *printer = "SYSDT_LS_LinkKeyToStr";
+    const std::string nodes = "[LINK][OSPFv3]" + identifier + "[LOCAL" + igp_fields + "[REMOTE" + igp_fields;
+    const std::string addresses =
+        "[LINK[if-address198.51.100.1][peer-address198.51.100.2][if-address" + long_ipv6_text + "][peer-address::1]";
+    SYSDT_LsLink link = full_link();
+    expect_in_every_size(printer, key_of(2, SYSDT_LS_OSPFV3, link), nodes + addresses + "[mt-id4294967294]]");
+    link.mtId = SYSDT_LS_NO_MT_ID;
+    expect_in_every_size(printer, key_of(2, SYSDT_LS_OSPFV3, link), nodes + addresses + "]");
+    link.linkRemoteId = 2;
+    expect_in_every_size(printer, key_of(2, SYSDT_LS_OSPFV3, link),
+                         nodes + "[LINK[link-local-id0.0.0.0][link-remote-id0.0.0.2]]");
+    link.linkLocalId = 0xFFFFFFFF;
+    link.linkRemoteId = 0;
+    link.mtId = 0;
+    expect_in_every_size(printer, key_of(2, SYSDT_LS_OSPFV3, link),
+                         nodes + "[LINK[link-local-id255.255.255.255][link-remote-id0.0.0.0][mt-id0]]");
+}
+
+TEST_F(BgpLsPrintTest, LinksOfBgp)
+{
+    constexpr const char *printer = "SYSDT_LS_LinkKeyToStr";
+    const std::string node = "[as64496.64511][bgp-ls-identifier192.0.2.1][bgp-router-id203.0.113.";
+    const std::string begin = "[LINK][BGP]" + identifier + "[LOCAL" + node;
+    SYSDT_LsLink link = full_link();
+    link.linkLocalId = 1;
+    expect_in_every_size(
+        printer, key_of(2, SYSDT_LS_BGP, link),
+        begin + "1][member-as64496]][REMOTE" + node +
+            "2][member-as64496]][LINK[identifier0.0.0.1.0.0.0.0][local198.51.100.1][remote198.51.100.2]]");
+    link.ipv4Interface = 0;
+    link.remote.memberAs = dotted_as;
+    link.local.memberAs = {0, 1};
+    expect_in_every_size(printer, key_of(2, SYSDT_LS_BGP, link),
+                         begin + "1]][REMOTE" + node +
+                             "2][member-as64496.64511]][LINK[identifier0.0.0.1.0.0.0.0][local0.0.0.0]"
+                             "[remote198.51.100.2]]");
+    link.ipv4Neighbor = 0;
+    expect_in_every_size(printer, key_of(2, SYSDT_LS_BGP, link),
+                         begin + "1]][REMOTE" + node +
+                             "2][member-as64496.64511]][LINK[identifier0.0.0.1.0.0.0.0][local" + long_ipv6_text +
+                             "][remote::1]]");
+}
+
+TEST_F(BgpLsPrintTest, TePolicies)
+{
+    SYSDT_LsTePolicy policy{{},  plain_as, 0xC0000201,          0xCB007101, 0xCB007102, {},
+                            255, 128,      {0xC6336401, {}, 0}, 0xFFFFFFFF, dotted_as,  {0xC6336402, {}, 1},
+                            7};
+    std::memcpy(policy.ipv6RouterId, long_ipv6, sizeof long_ipv6);
+    std::memcpy(policy.originatorAddress.ipv6, long_ipv6, sizeof long_ipv6);
+    const std::string local = "[TEPOLICY][SEGMENT-ROUTING]" + identifier +
+                              "[LOCAL[as64496][bgp-ls-identifier192.0.2.1][bgp-router-id203.0.113.1]"
+                              "[ipv4-router-id203.0.113.2][ipv6-router-id" +
+                              long_ipv6_text + "]]";
+    const std::string te = "[TE[protocol-origin255][Flag128][endpoint198.51.100.1][color4294967295]"
+                           "[originator-as64496.64511][originator-address" +
+                           long_ipv6_text + "][discriminator7]]";
+    SYSDT_LsPrefix key = key_of(5, SYSDT_LS_SEGMENT_ROUTING, policy);
+    expect_in_every_size("SYSDT_LS_TePolicyKeyToStr", key, local + te);
+    expect_in_every_size("SYSDT_LS_TePolicy_TeKeyToStr", key, te);
+
+    key.tePolicy.endpoint.family = 1;
+    key.tePolicy.originatorAddress.family = 2;
+    key.tePolicy.originatorAs = {0, 1};
+    const std::string other = "[TE[protocol-origin255][Flag128][endpoint::][color4294967295]"
+                              "[originator-as0][originator-address][discriminator7]]";
+    expect_in_every_size("SYSDT_LS_TePolicyKeyToStr", key, local + other);
+    expect_in_every_size("SYSDT_LS_TePolicy_TeKeyToStr", key, other);
+}
+
+TEST_F(BgpLsPrintTest, Srv6Sids)
+{
+    constexpr const char *printer = "SYSDT_LS_Srv6SidKeyToStr";
+    SYSDT_LsSrv6Sid sid{{}, full_member_node(0xC0000201), 5, {}, 0xCB007101};
+    std::memcpy(sid.sid, long_ipv6, sizeof long_ipv6);
+    const std::string igp = "[SRV6-SID][ISIS-LEVEL-1]" + identifier + "[LOCAL" + igp_fields;
+    const std::string bgp =
+        "[SRV6-SID][BGP]" + identifier + "[LOCAL[as64496.64511][bgp-ls-identifier192.0.2.1][bgp-router-id203.0.113.1]";
+    const std::string text = "[sid" + long_ipv6_text + "]]";
+    expect_in_every_size(printer, key_of(6, SYSDT_LS_ISIS_LEVEL_1, sid), igp + "[SID[mt-id5]" + text);
+    expect_in_every_size(printer, key_of(6, SYSDT_LS_BGP, sid), bgp + "[member-as64496]][SID" + text);
+    sid.mtId = SYSDT_LS_NO_MT_ID;
+    sid.local.memberAs = {};
+    expect_in_every_size(printer, key_of(6, SYSDT_LS_ISIS_LEVEL_1, sid), igp + "[SID" + text);
+    expect_in_every_size(printer, key_of(6, SYSDT_LS_BGP, sid), bgp + "][SID" + text);
+}
+
+TEST_F(BgpLsPrintTest, WholeKeysAreCutTo512Characters)
+{
+    auto *print = exported<decltype(SYSDT_LsPrefix2Str)>("SYSDT_LsPrefix2Str");
+    SYSDT_LsLink link = full_link();
+    link.local.bgpLsId = link.remote.bgpLsId = 0xFFFFFFFF;
+    link.ipv4Interface = link.ipv4Neighbor = 0xFFFFFFFF;
+    std::memcpy(link.ipv6Neighbor, long_ipv6, sizeof long_ipv6);
+    const SYSDT_LsPrefix key = key_of(2, SYSDT_LS_SEGMENT_ROUTING, link);
+    const std::string node = "[as64496.64511][bgp-ls-identifier255.255.255.255][ospf-area-id255.255.255.255]"
+                             "[igp-router-id" +
+                             std::string(49, 'r') + "]]";
+    const std::string text = "[LINK][SEGMENT-ROUTING]" + identifier + "[LOCAL" + node + "[REMOTE" + node +
+                             "[LINK[if-address255.255.255.255][peer-address255.255.255.255][if-address" +
+                             long_ipv6_text + "][peer-address" + long_ipv6_text + "][mt-id4294967294]]";
+    ASSERT_GT(text.size(), 512U);
+    Guarded buffer(513);
+    auto *out = reinterpret_cast<char *>(buffer.data());
+    std::uint32_t length = 0;
+    EXPECT_EQ(SYSDT_OK, print(&key, out, &length));
+    EXPECT_EQ(text.substr(0, 512), out);
+    EXPECT_EQ(512U, length);
+    EXPECT_TRUE(buffer.intact());
+    EXPECT_EQ(text, printed("SYSDT_LS_LinkKeyToStr", key, 768));
+}
+
+TEST_F(BgpLsPrintTest, TheLowByteOfTheRouteTypeTellsThePrinter)
+{
+    auto *print = exported<decltype(SYSDT_LsPrefix2Str)>("SYSDT_LsPrefix2Str");
+    const char *const own_groups[] = {"",
+                                      "",
+                                      "[REMOTE",
+                                      "[PREFIX[mt-id0][ospf-route-type0][prefix0.0.0.0/0]]",
+                                      "[PREFIX[mt-id0][ospf-route-type0][prefix::/0]]",
+                                      "[TE[",
+                                      "[SID[mt-id0][sid::]]"};
+    const char *const names[] = {
+        "", "[NODE][]", "[LINK][]", "[IPV4-PREFIX][]", "[IPV6-PREFIX][]", "[TEPOLICY][]", "[SRV6-SID][]"};
+    for (const std::uint32_t above : {0U, 0x100U, 0xFFFFFF00U}) {
+        for (std::uint32_t type = 0; type < 256; ++type) {
+            SYSDT_LsPrefix key{};
+            key.head.routeType = type | above;
+            char text[513] = "unchanged";
+            std::uint32_t length = 0;
+            if (type == 0 || type > 6) {
+                EXPECT_EQ(SYSDT_ERR_FAIL, print(&key, text, &length)) << type;
+                EXPECT_STREQ("unchanged", text) << type;
+                EXPECT_EQ(0U, length) << type;
+                continue;
+            }
+            EXPECT_EQ(SYSDT_OK, print(&key, text, &length)) << type;
+            const std::string begin = above == 0 ? names[type] : "[][]";
+            EXPECT_EQ(begin + "[IDENTIFIER0][LOCAL[as]", std::string(text).substr(0, begin.size() + 23)) << type;
+            EXPECT_NE(nullptr, std::strstr(text, own_groups[type])) << text;
+            EXPECT_EQ(std::strlen(text), length) << type;
+        }
+    }
+}
+
 TEST_F(BgpLsTest, PrintersStayInTheirBuffer)
 {
     SYSDT_LsPrefix key{};
@@ -248,7 +773,7 @@ TEST_F(BgpLsTest, PrintersStayInTheirBuffer)
     const std::string whole = "[TEPOLICY][][IDENTIFIER0][LOCAL[as][bgp-ls-identifier0.0.0.0][bgp-router-id0.0.0.0]"
                               "[ipv4-router-id0.0.0.0][ipv6-router-id::]]" +
                               te;
-    for (const std::size_t size : {1, 2, 13, 100, 768}) {
+    for (const std::size_t size : {1U, 2U, 13U, 100U, 768U}) {
         EXPECT_EQ(whole.substr(0, size - 1), printed("SYSDT_LS_TePolicyKeyToStr", key, size));
     }
     for (const char *name : {"SYSDT_LS_NodeKeyToStr", "SYSDT_LS_LinkKeyToStr", "SYSDT_LS_Ipv4PrefixKeyToStr",
@@ -270,7 +795,7 @@ TEST_F(BgpLsTest, WholeKeysArePrintedByTheirRouteType)
     SYSDT_LsPrefix key{};
     key.head.routeType = 9;
     char text[513] = "x";
-    std::uint32_t length = 77;
+    std::uint32_t length = 0;
     EXPECT_EQ(SYSDT_ERR_FAIL, print(&key, text, &length));
     EXPECT_STREQ("x", text);
     key.head.routeType = SYSDT_LS_NODE;
@@ -304,8 +829,19 @@ TEST_F(BgpLsTest, NamesAreCutToTheirBuffer)
     for (std::uint32_t i = 0; i < std::size(protocols); ++i) {
         expect(protocol, i, 32, protocols[i]);
     }
-    expect(protocol, 9, 8, "SEGMENT");
-    expect(route_type, 5, 1, "");
+    for (std::uint32_t size = 1; size <= 20; ++size) {
+        Guarded buffer(size);
+        auto *text = reinterpret_cast<char *>(buffer.data());
+        EXPECT_EQ(SYSDT_OK, protocol(9, text, size));
+        EXPECT_EQ(std::string("SEGMENT-ROUTING").substr(0, size - 1), text);
+        EXPECT_EQ(SYSDT_OK, route_type(4, text, size));
+        EXPECT_EQ(std::string("IPV6-PREFIX").substr(0, size - 1), text);
+        EXPECT_TRUE(buffer.intact());
+    }
+    Guarded nothing(0);
+    protocol(9, reinterpret_cast<char *>(nothing.data()), 0);
+    route_type(4, reinterpret_cast<char *>(nothing.data()), 0);
+    EXPECT_TRUE(nothing.intact());
     EXPECT_EQ(SYSDT_ERR_NULL_PTR, protocol(1, nullptr, 32));
     EXPECT_EQ(SYSDT_ERR_NULL_PTR, route_type(9, nullptr, 32));
 }

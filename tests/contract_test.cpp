@@ -8,9 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "bgp_datatype/bgp_datatype.h"
-#include "host/host.hpp"
 #include "support/guarded.hpp"
-#include "support/setting.hpp"
+#include "support/plugin_test.hpp"
 
 namespace bgpdt::test {
 
@@ -18,18 +17,7 @@ namespace {
 
 constexpr std::uint32_t untouched = 0xA5A5A5A5;
 
-class ContractTest : public testing::Test {
-protected:
-    host::Host host_{plugin_path()};
-
-    template <class Function>
-    Function *exported(const char *name) const
-    {
-        auto *function = reinterpret_cast<Function *>(host_.symbol(name));
-        EXPECT_NE(nullptr, function) << name;
-        return function;
-    }
-};
+using ContractTest = PluginTest;
 
 /// The text flush against an inaccessible page.
 Guarded guarded_text(const std::string &text)

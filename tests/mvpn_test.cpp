@@ -11,26 +11,16 @@
 #include <lua.hpp>
 
 #include "bgp_datatype/bgp_datatype.h"
-#include "host/host.hpp"
-#include "support/setting.hpp"
+#include "support/plugin_test.hpp"
 
 namespace bgpdt::test {
 
 namespace {
 
-class MvpnTest : public testing::Test {
+class MvpnTest : public PluginTest {
 protected:
     ~MvpnTest() override { lua_close(lua_); }
 
-    template <class Function>
-    Function *exported(const char *name) const
-    {
-        auto *function = reinterpret_cast<Function *>(host_.symbol(name));
-        EXPECT_NE(nullptr, function) << name;
-        return function;
-    }
-
-    host::Host host_{plugin_path()};
     lua_State *lua_ = luaL_newstate();
 };
 

@@ -9,26 +9,15 @@
 #include <gtest/gtest.h>
 
 #include "bgp_datatype/bgp_datatype.h"
-#include "host/host.hpp"
 #include "support/guarded.hpp"
-#include "support/setting.hpp"
+#include "support/plugin_test.hpp"
 
 namespace bgpdt::test {
 
 namespace {
 
-class PolicyKeyTest : public testing::Test {
+class PolicyKeyTest : public PluginTest {
 protected:
-    host::Host host_{plugin_path()};
-
-    template <class Function>
-    Function *exported(const char *name) const
-    {
-        auto *function = reinterpret_cast<Function *>(host_.symbol(name));
-        EXPECT_NE(nullptr, function) << name;
-        return function;
-    }
-
     /// Prints into a buffer of the promised 256 characters that ends at an inaccessible page.
     template <class Key>
     std::string printed(const char *printer, const Key &key) const

@@ -5,25 +5,20 @@
 #include <iterator>
 
 #include "conversions.hpp"
+#include "display_record.hpp"
 #include "errors.hpp"
+#include "kinds.hpp"
 #include "lua_module.hpp"
 #include "near_names.hpp"
+#include "samples.hpp"
 #include "script_table.hpp"
+#include "words.hpp"
 
 namespace bgpdt::tool {
 namespace {
 
 using Arguments = std::span<const std::string>;
 using nlohmann::ordered_json;
-
-std::string joined(const std::vector<std::string> &words, const char *separator)
-{
-    std::string line;
-    for (const std::string &word : words) {
-        line.append(line.empty() ? "" : separator).append(word);
-    }
-    return line;
-}
 
 std::string id_text(std::uint16_t id)
 {
@@ -41,13 +36,19 @@ Bytes read_bytes(const Session &session, const SYSDT_Record &type, std::string_v
     return value;
 }
 
-/// As read_bytes, but of the type's length; a host's string is filled up with NUL.
-Bytes read_value(const Session &session, const SYSDT_Record &type, std::string_view hex)
+/// Fills a host's string up with NUL.
+Bytes filled_up(const SYSDT_Record &type, Bytes value)
 {
-    Bytes value = read_bytes(session, type, hex);
     if (type.baseKind == SYSDT_KIND_STRING && value.size() < value_size(type)) {
         value.resize(value_size(type));
     }
+    return value;
+}
+
+/// As read_bytes, but of the type's length.
+Bytes read_value(const Session &session, const SYSDT_Record &type, std::string_view hex)
+{
+    Bytes value = filled_up(type, read_bytes(session, type, hex));
     require_size(type, value, value_size(type));
     return value;
 }
@@ -58,7 +59,7 @@ Bytes read_text_or_value(Session &session, const SYSDT_Record &type, std::string
     if (argument.starts_with("0x") || argument.starts_with("0X")) {
         return read_value(session, type, argument);
     }
-    return parse_text(session, type, argument, session.mode_for(type)).data;
+    return filled_up(type, parse_text(session, type, argument, session.mode_for(type)).data);
 }
 
 std::string shown(const Session &session, const SYSDT_Record &type, Bytes value)
@@ -73,14 +74,12 @@ Answer types(Session &session, Arguments)
 {
     Answer answer{{}, ordered_json::array()};
     for (const SYSDT_Record *type : session.host().types()) {
-        std::string name = name_of(*type);
         const std::vector<std::string> words = operations(*type);
         answer.json.push_back(
-            {{"name", name}, {"id", type->typeId}, {"size", value_size(*type)}, {"operations", words}});
-        name.resize(20, ' ');
+            {{"name", name_of(*type)}, {"id", type->typeId}, {"size", value_size(*type)}, {"operations", words}});
         std::string size = std::to_string(value_size(*type));
         size.insert(0, 6 - std::min<std::size_t>(size.size(), 6), ' ');
-        answer.text.append(name).append(id_text(type->typeId)).append(size).append("  ");
+        answer.text.append(padded(name_of(*type), 20)).append(id_text(type->typeId)).append(size).append("  ");
         answer.text.append(joined(words, " ")).append("\n");
     }
     return answer;
@@ -101,18 +100,48 @@ Answer parse(Session &session, Arguments arguments)
              {"hex", hex}}};
 }
 
+bool is_bitmap(const SYSDT_Record &type) { return type.typeId == SYSDT_TYPE_ATTRIDBITMAP; }
+
+/// The display record that a router would make of the bitmap.
+Bytes listed_bitmap(const Options &options, std::span<const std::uint8_t> bitmap)
+{
+    std::vector<DisplayValue> values;
+    std::ranges::transform(options.values, std::back_inserter(values), read_display_value);
+    if (std::ranges::all_of(bitmap, [](std::uint8_t byte) { return byte == 0; })) {
+        throw Refusal("the bitmap is empty: there is nothing to list");
+    }
+    return bitmap_record(bitmap, options.line_template.value_or(std::string(default_template)), values);
+}
+
+/// What the type is given to print.
+Bytes read_printable(const Session &session, const SYSDT_Record &type, std::string_view hex)
+{
+    const Options &options = session.options();
+    if ((options.line_template || !options.values.empty()) && (options.record || !is_bitmap(type))) {
+        throw UsageError(options.record ? "--template and --value make the display record that --record gives as it is"
+                                        : "--template and --value are for ATTRIDBITMAP, not for " + name_of(type));
+    }
+    if (!options.record) {
+        Bytes value = read_value(session, type, hex);
+        return is_bitmap(type) ? listed_bitmap(options, value) : value;
+    }
+    Bytes record = from_hex(hex);
+    if (record.size() < value_size(type)) {
+        require_size(type, record, value_size(type));
+    }
+    return record;
+}
+
 Answer print(Session &session, Arguments arguments)
 {
     const SYSDT_Record &type = session.type(arguments[0]);
     const std::uint8_t mode = session.mode_for(type);
-    const Bytes value = session.options().record ? from_hex(arguments[1]) : read_value(session, type, arguments[1]);
-    if (value.size() < value_size(type)) {
-        require_size(type, value, value_size(type));
-    }
-    const Printed printed = print_value(session, type, value, mode);
+    const Bytes value = read_printable(session, type, arguments[1]);
+    const bool by_template = !session.options().values.empty() && !session.options().mode;
+    const Printed printed = print_value(session, type, value, mode, by_template ? placeholder_rule : "");
     Answer answer{{}, {{"type", name_of(type)}, {"mode", mode}, {"kind", printed.kind}}};
     if (printed.text) {
-        answer.text = *printed.text + "\n";
+        answer.text = *printed.text + (printed.text->ends_with('\n') ? "" : "\n");
         answer.json["text"] = *printed.text;
     } else {
         const bool copy = printed.bytes == value;
@@ -139,11 +168,20 @@ Answer compare(Session &session, Arguments arguments)
     return {std::to_string(order) + "\n", {{"type", name_of(type)}, {"order", order}}};
 }
 
+/// Endian works on the registered form.
+bool swaps_short_form(const SYSDT_Record &type)
+{
+    return type.endian != nullptr && type.dataLength != value_size(type);
+}
+
 Answer swap_bytes(Session &session, Arguments arguments)
 {
     const SYSDT_Record &type = session.type(arguments[0]);
     Bytes value = read_bytes(session, type, arguments[1]);
-    require_size(type, value, type.dataLength); // Endian works on the registered form
+    if (type.endian != nullptr) {
+        require_size(type, value, type.dataLength,
+                     swaps_short_form(type) ? "swaps a short form of its values" : "has values of another length");
+    }
     swap_value(session, type, value);
     if (!session.options().native) {
         turn_to_native(type, value); // what was in the machine's order is now in the other
@@ -152,25 +190,69 @@ Answer swap_bytes(Session &session, Arguments arguments)
     return {hex + "\n", {{"type", name_of(type)}, {"hex", hex}}};
 }
 
+/// A line of a description; none without a text.
+std::string fact(const char *name, const std::string &text)
+{
+    return text.empty() ? "" : padded(std::string("  ") + name, 14) + text + "\n";
+}
+
+const char *storage(const SYSDT_Record &type)
+{
+    switch (type.baseKind) {
+    case SYSDT_KIND_BINARY: return "binary";
+    case SYSDT_KIND_STRING: return "string";
+    default: return "structured";
+    }
+}
+
+std::string kinds_text(const std::vector<Kind> &kinds)
+{
+    std::string text = kinds.empty() ? "" : "  kinds\n";
+    for (const Kind &kind : kinds) {
+        const std::string number = std::to_string(kind.number);
+        const std::string words = joined(kind.operations, " ");
+        text.append(6 - std::min<std::size_t>(number.size(), 5), ' ').append(number).append("  ");
+        text.append(padded(kind.name, 13)).append(padded(words, kind.form.empty() ? 0 : 26)).append(kind.form);
+        text.append("\n");
+    }
+    return text;
+}
+
+ordered_json kinds_json(const std::vector<Kind> &kinds)
+{
+    ordered_json array = ordered_json::array();
+    for (const Kind &kind : kinds) {
+        ordered_json &entry = array.emplace_back(
+            ordered_json{{"number", kind.number}, {"name", kind.name}, {"operations", kind.operations}});
+        if (!kind.form.empty()) {
+            entry["form"] = kind.form;
+        }
+    }
+    return array;
+}
+
 Answer describe(Session &session, Arguments arguments)
 {
     const SYSDT_Record &type = session.type(arguments[0]);
-    const std::vector<std::string> takes = help_texts(session, type);
+    const Sample sample = sample_of(type.typeId);
+    const std::vector<Kind> all_kinds = kinds(session, type);
+    // The help of a type with kinds is that of its first kind.
+    const std::vector<std::string> takes = all_kinds.empty() ? help_texts(session, type) : std::vector<std::string>{};
     const std::vector<std::string> words = operations(type);
-    const char *kind = type.baseKind == SYSDT_KIND_BINARY   ? "binary"
-                       : type.baseKind == SYSDT_KIND_STRING ? "string"
-                                                            : "structured";
-    const std::size_t size = value_size(type);
-    return {name_of(type) + "\n  id          " + id_text(type.typeId) + "\n  kind        " + kind + "\n  size        " +
-                std::to_string(size) + (size == 1 ? " byte\n" : " bytes\n") +
-                (takes.empty() ? "" : "  takes       " + joined(takes, " or ") + "\n") + "  operations  " +
-                joined(words, " ") + "\n",
-            {{"name", name_of(type)},
-             {"id", type.typeId},
-             {"kind", kind},
-             {"size", size},
-             {"takes", takes},
-             {"operations", words}}};
+    const std::string swaps = swaps_short_form(type) ? counted(type.dataLength, "byte") + ", a short form" : "";
+
+    Answer answer;
+    answer.text = name_of(type) + "\n" + fact("about", sample.about) + fact("id", id_text(type.typeId)) +
+                  fact("kind", storage(type)) + fact("size", counted(value_size(type), "byte")) + fact("swaps", swaps) +
+                  fact("takes", joined(takes, " or ")) + fact("for example", joined(sample.texts, ", ")) +
+                  fact("operations", joined(words, " ")) + kinds_text(all_kinds);
+    answer.json = {{"name", name_of(type)},    {"about", sample.about},    {"id", type.typeId},
+                   {"kind", storage(type)},    {"size", value_size(type)}, {"takes", takes},
+                   {"examples", sample.texts}, {"operations", words}};
+    if (!all_kinds.empty()) {
+        answer.json["kinds"] = kinds_json(all_kinds);
+    }
+    return answer;
 }
 
 Answer table(Session &session, Arguments arguments)
@@ -190,43 +272,85 @@ Answer lua(Session &session, Arguments arguments)
 }
 
 constexpr Command table_of_commands[] = {
-    {"types", "", "The registered types: name, id, size in bytes, operations", types},
-    {"describe", "TYPE", "What the type is and takes", describe},
-    {"parse", "TYPE TEXT", "Text to bytes", parse},
-    {"print", "TYPE HEX", "Bytes to text", print},
-    {"check", "TYPE HEX", "Whether the bytes are a value of the type", check},
-    {"compare", "TYPE VALUE VALUE", "The order of two values on this machine: -1, 0 or 1", compare},
-    {"swap", "TYPE HEX", "The bytes with their numbers in the other byte order", swap_bytes},
-    {"table", "TYPE VALUE", "The value as scripts see it", table},
-    {"lua", "FILE [ARGS]", "Runs a Lua script with the module 'bgp'", lua},
+    {"types", "", "The registered types: name, id, size in bytes, operations", "", "bgpdt types", types},
+    {"describe", "TYPE", "What the type is and takes", "", "bgpdt describe VRFRD", describe},
+    {"parse", "TYPE TEXT", "Text to bytes", "--mode --native", "bgpdt parse CMNTY_ENHANCE 'no-export 64496:1'", parse},
+    {"print", "TYPE HEX", "Bytes to text", "--mode --native --record --template --value",
+     "bgpdt print COMMUNITY 0xffffff0100000000", print},
+    {"check", "TYPE HEX", "Whether the bytes are a value of the type", "--native",
+     "bgpdt check ASNUM 0x0000fbf000000000", check},
+    {"compare", "TYPE VALUE VALUE", "The order of two values on this machine: -1, 0 or 1", "--mode --native",
+     "bgpdt compare ASNUM 64496 0x0000fbf100000000", compare},
+    {"swap", "TYPE HEX", "The bytes with their numbers in the other byte order", "--native",
+     "bgpdt swap ASNUM 0x0000fbf000000000", swap_bytes},
+    {"table", "TYPE VALUE", "The value as scripts see it", "--mode --native", "bgpdt table VRFRD 64496:100", table},
+    {"lua", "FILE [ARGS]", "Runs a Lua script with the module 'bgp'", "--mode", "bgpdt lua script.lua 64496", lua},
 };
+
+/// The names of the commands that pass.
+template <class Passes>
+std::vector<std::string> names_of_commands(Passes passes)
+{
+    std::vector<std::string> names;
+    for (const Command &command : table_of_commands) {
+        if (passes(command)) {
+            names.emplace_back(command.name);
+        }
+    }
+    return names;
+}
+
+constexpr std::string_view special_options[] = {"--mode", "--native", "--record", "--template", "--value"};
+
+void require_options(const Command &command, const Options &options)
+{
+    for (const std::string &option : options.given) {
+        if (!has_option(command, option)) {
+            const auto passes = [&option](const Command &other) { return has_option(other, option); };
+            throw UsageError(option + " means nothing to " + std::string(command.name) + ", only to " +
+                             joined(names_of_commands(passes), ", "));
+        }
+    }
+}
 
 } // namespace
 
 std::span<const Command> commands() { return table_of_commands; }
 
-const Command &find_command(const Options &options)
+bool has_option(const Command &command, std::string_view option)
 {
-    const auto found = std::ranges::find(table_of_commands, options.command, &Command::name);
+    return std::ranges::find(special_options, option) == std::end(special_options) ||
+           (std::string(command.options) + " ").find(std::string(option) + " ") != std::string::npos;
+}
+
+const Command &find_command(const std::string &name)
+{
+    const auto *const found = std::ranges::find(table_of_commands, name, &Command::name);
     if (found == std::end(table_of_commands)) {
-        std::vector<std::string> names;
-        std::ranges::transform(table_of_commands, std::back_inserter(names),
-                               [](const Command &command) { return std::string(command.name); });
-        throw UsageError("there is no command " + options.command + did_you_mean(options.command, names) +
+        const std::vector<std::string> names = names_of_commands([](const Command &) { return true; });
+        throw UsageError("there is no command " + name + did_you_mean(name, names) +
                          "; 'bgpdt --help' lists the commands");
     }
-    const bool open = found->arguments.ends_with("]");
-    const auto blanks = static_cast<std::size_t>(std::ranges::count(found->arguments, ' '));
-    const std::size_t wanted = found->arguments.empty() ? 0 : blanks + (open ? 0 : 1);
+    return *found;
+}
+
+const Command &find_command(const Options &options)
+{
+    const Command &command = find_command(options.command);
+    const bool open = command.arguments.ends_with("]");
+    const auto blanks = static_cast<std::size_t>(std::ranges::count(command.arguments, ' '));
+    const std::size_t wanted = command.arguments.empty() ? 0 : blanks + (open ? 0 : 1);
     const std::size_t given = options.arguments.size();
     if (given < wanted || (given > wanted && !open)) {
-        throw UsageError(options.command + " takes " + (wanted == 0 ? "no arguments" : std::string(found->arguments)) +
+        throw UsageError(options.command + " takes " + (wanted == 0 ? "no arguments" : std::string(command.arguments)) +
                          ", given " +
                          (given == 0   ? "none"
                           : given == 1 ? "one argument"
-                                       : std::to_string(given) + " arguments"));
+                                       : std::to_string(given) + " arguments") +
+                         (wanted == 0 ? "" : "; for example " + std::string(command.example)));
     }
-    return *found;
+    require_options(command, options);
+    return command;
 }
 
 } // namespace bgpdt::tool

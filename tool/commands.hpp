@@ -24,12 +24,19 @@ struct Command {
     std::string_view name;
     std::string_view arguments; ///< their names; "[ARGS]" stands for any number
     std::string_view summary;
+    std::string_view options; ///< those that not every command has
+    std::string_view example;
     Answer (*run)(Session &session, std::span<const std::string> arguments);
 };
 
 std::span<const Command> commands();
 
-/// The command that the options name, with the right number of arguments.
+/// Whether the option means anything to the command.
+bool has_option(const Command &command, std::string_view option);
+
+/// @throws UsageError with names like it
+const Command &find_command(const std::string &name);
+/// The command that the options name, with the right number of arguments and options that mean something to it.
 /// @throws UsageError
 const Command &find_command(const Options &options);
 

@@ -4,34 +4,34 @@
 #include <utility>
 
 #include "errors.hpp"
+#include "kinds.hpp"
+#include "samples.hpp"
+#include "words.hpp"
 
 namespace bgpdt::tool {
 namespace {
 
-const char *meaning(std::uint32_t status)
+/// What the type's answer means where the operation gives it no meaning of its own.
+std::string meaning(std::uint32_t status)
 {
     switch (status) {
-    case SYSDT_ERR_FAIL: return "it does not parse, is out of range, or the mode is refused";
     case SYSDT_ERR_NULL_PTR: return "something required is missing";
     case SYSDT_ERR_NO_MEMORY: return "memory is out";
-    case SYSDT_ERR_PARAM: return "it does not parse, a field is missing or of another kind, or the length is short";
-    case SYSDT_ERR_UNSUPPORTED: return "the mode is not supported, or not for this form";
+    case SYSDT_ERR_UNSUPPORTED: return "the type does not do that in this mode";
     case SYSDT_ERR_LENGTH: return "the length is not the type's";
-    case SYSDT_ERR_INVALID_VALUE: return "the value is not allowed or cannot be shown";
-    case SYSDT_ERR_MISMATCH: return "the structured form demands another type or length";
-    case SYSDT_ERR_OUTPUT: return "the structured form could not be built";
+    case SYSDT_ERR_MISMATCH: return "this mode takes a display record of another length (--record)";
+    case SYSDT_ERR_OUTPUT: return "the structured form cannot be built";
     case SYSDT_ERR_TOO_LONG: return "a string is longer than its field";
-    default: return "a status without a meaning of its own";
+    default: return "the value is not allowed";
     }
 }
 
-/// "... refuses WHAT: SYSDT_ERR_X (meaning)REST"
+/// "TYPE refuses WHAT: REASON (SYSDT_ERR_X)REST"
 [[noreturn]] void refuse(const SYSDT_Record &type, const std::string &what, std::uint32_t status,
-                         const std::string &rest = {})
+                         const std::string &reason, const std::string &rest = {}, std::vector<KindForm> forms = {})
 {
-    throw Refusal(name_of(type) + " refuses " + what + ": " + host::status_name(status) + " (" + meaning(status) + ")" +
-                      rest,
-                  status);
+    throw Refusal(name_of(type) + " refuses " + what + ": " + reason + " (" + host::status_name(status) + ")" + rest,
+                  status, std::move(forms));
 }
 
 template <class Slot>
@@ -42,50 +42,93 @@ void require(Slot *slot, const SYSDT_Record &type, const char *sentence)
     }
 }
 
-std::string in_mode(std::uint8_t mode) { return " in mode " + std::to_string(mode); }
-
-std::string what_it_takes(Session &session, const SYSDT_Record &type)
+/// The mode, where it is not the one that goes without saying.
+std::string in_mode(const Session &session, const SYSDT_Record &type, std::uint8_t mode)
 {
-    std::string forms;
-    for (const std::string &text : help_texts(session, type)) {
-        forms += (forms.empty() ? "" : " or ") + text;
-    }
-    return forms.empty() ? "" : "; it takes " + forms;
+    const bool said = session.options().mode || mode != session.mode_for(type);
+    return said ? " in mode " + std::to_string(mode) : "";
 }
 
 std::string lengths(std::size_t is, std::size_t must_be)
 {
-    return std::to_string(is) + (is == 1 ? " byte" : " bytes") + ", must be " + std::to_string(must_be);
+    return counted(is, "byte") + ", must be " + std::to_string(must_be);
+}
+
+/// What the type takes, behind the sentence about a text that it refuses.
+std::string advice(Session &session, const SYSDT_Record &type, bool by_kind)
+{
+    const std::string samples = joined(sample_of(type.typeId).texts, ", ");
+    const std::string help = by_kind ? "the forms of its kinds" : joined(help_texts(session, type), " or ");
+    if (samples.empty()) {
+        return help.empty() ? "" : "; it takes " + help;
+    }
+    return "; it takes texts such as " + samples + (help.empty() || by_kind ? "" : " (its help says " + help + ")");
+}
+
+[[noreturn]] void refuse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode,
+                              std::uint32_t status)
+{
+    const std::string said_mode = in_mode(session, type, mode);
+    const std::string what = "the text " + lua_quoted(text) + said_mode;
+    if (status == SYSDT_ERR_FAIL) {
+        refuse(type, what, status, "it takes no text in this mode");
+    }
+    if (status == SYSDT_ERR_UNSUPPORTED) {
+        refuse(type, what, status, "it takes no text in this mode, or not as it is written");
+    }
+    if (status != SYSDT_ERR_INVALID_VALUE && status != SYSDT_ERR_PARAM) {
+        refuse(type, what, status, meaning(status));
+    }
+    const std::string about = sample_of(type.typeId).about;
+    std::vector<KindForm> forms;
+    for (const Kind &kind : kinds(session, type)) {
+        if (kind.takes_text) {
+            forms.push_back({kind.name, kind.form});
+        }
+    }
+    const std::string rest = advice(session, type, !forms.empty());
+    refuse(type, what, status,
+           "it is no " + (about.empty() ? "text of the type" : about) +
+               (said_mode.empty() ? "" : ", or not in this mode"),
+           rest, std::move(forms));
 }
 
 } // namespace
 
 host::Converted parse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode)
 {
-    require(type.formatIn, type, "takes no text; its values are given in hexadecimal behind 0x");
+    require(type.formatIn, type, "takes no text; the other commands take its values in hexadecimal");
     if (text.find('\0') != std::string_view::npos) {
         throw Refusal("the text " + lua_quoted(text) + " holds a NUL, where texts end");
     }
     host::Converted converted = session.host().parse(type, text, mode);
     if (!converted.ok()) {
-        refuse(type, "the text " + lua_quoted(text) + in_mode(mode), converted.status, what_it_takes(session, type));
+        refuse_text(session, type, text, mode, converted.status);
     }
     if (converted.data.empty()) {
-        throw Refusal(name_of(type) + " makes no value of text" + in_mode(mode) +
-                      "; its values are given in hexadecimal behind 0x");
+        throw Refusal(name_of(type) + " makes no value of text" + in_mode(session, type, mode) +
+                      "; the other commands take its values in hexadecimal");
+    }
+    if (type.baseKind == SYSDT_KIND_STRING && converted.data.size() > value_size(type)) {
+        throw Refusal(name_of(type) + " has room for " + counted(value_size(type) - 1, "character") +
+                      ", the text has " + std::to_string(converted.data.size() - 1));
     }
     return converted;
 }
 
-Printed print_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode)
+Printed print_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode,
+                    const std::string &nothing)
 {
     require(type.formatOut, type, "prints no text");
     host::Converted converted = session.host().print(type, value, mode);
+    const std::string said_mode = in_mode(session, type, mode);
     if (!converted.ok()) {
-        refuse(type, "to print the value" + in_mode(mode), converted.status);
+        const bool cannot = converted.status == SYSDT_ERR_FAIL || converted.status == SYSDT_ERR_INVALID_VALUE;
+        const std::string reason = said_mode.empty() ? "it cannot be shown" : "it cannot be shown, or not in this mode";
+        refuse(type, "to print the value" + said_mode, converted.status, cannot ? reason : meaning(converted.status));
     }
     if (converted.data.empty()) {
-        throw Refusal(name_of(type) + " prints nothing for this value" + in_mode(mode));
+        throw Refusal(name_of(type) + " prints nothing for this value" + said_mode + nothing);
     }
     if (converted.kind == SYSDT_KIND_STRING) {
         return {converted.kind, std::string(converted.text()), {}};
@@ -97,11 +140,9 @@ void check_value(Session &session, const SYSDT_Record &type, std::span<const std
 {
     require(type.check, type, "checks no values");
     const std::uint32_t status = session.host().check(type, value);
-    if (status == SYSDT_ERR_LENGTH) {
-        refuse(type, "the value", status, ": " + lengths(value.size(), value_size(type)));
-    }
     if (status != SYSDT_OK) {
-        refuse(type, "the value", status);
+        const bool long_enough = value.size() == value_size(type);
+        refuse(type, "the value", status, long_enough ? meaning(status) : lengths(value.size(), value_size(type)));
     }
 }
 
@@ -111,11 +152,13 @@ int compare_values(Session &session, const SYSDT_Record &type, std::span<const s
     require(type.compare, type, "compares no values");
     if (first.size() != second.size()) {
         throw Refusal(name_of(type) + " compares values of one length only: the first has " +
-                      std::to_string(first.size()) + " bytes, the second " + std::to_string(second.size()));
+                      counted(first.size(), "byte") + ", the second " + std::to_string(second.size()));
     }
     const std::int32_t result = session.host().compare(type, first, second);
     if (result < -1 || result > 1) {
-        refuse(type, "to compare the values", static_cast<std::uint32_t>(result));
+        const auto status = static_cast<std::uint32_t>(result);
+        const bool unordered = status == SYSDT_ERR_FAIL || status == SYSDT_ERR_INVALID_VALUE;
+        refuse(type, "to compare the values", status, unordered ? "it has no order for them" : meaning(status));
     }
     return result;
 }
@@ -125,7 +168,7 @@ void swap_value(Session &session, const SYSDT_Record &type, std::span<std::uint8
     require(type.endian, type, "swaps no values");
     const std::uint32_t status = session.host().swap(type, value);
     if (status != SYSDT_OK) {
-        refuse(type, "to swap the value", status);
+        refuse(type, "to swap the value", status, meaning(status));
     }
 }
 
@@ -135,7 +178,7 @@ void push_table(Session &session, lua_State *lua, const SYSDT_Record &type, std:
     std::string error;
     const std::uint32_t status = session.host().push_script_value(lua, type, value, error);
     if (status != SYSDT_OK) {
-        refuse(type, "to make a script table of the value", status, error.empty() ? "" : ": " + error);
+        refuse(type, "to make a script table of the value", status, error.empty() ? meaning(status) : error);
     }
 }
 
@@ -146,7 +189,10 @@ Bytes read_table(Session &session, lua_State *lua, const SYSDT_Record &type)
     std::string error;
     const std::uint32_t status = session.host().read_script_value(lua, type, value_size(type), value, error);
     if (status != SYSDT_OK) {
-        refuse(type, "the script table", status, error.empty() ? "" : ": " + error);
+        const char *reason = "a field is missing, of another kind or not allowed";
+        const bool of_field =
+            status == SYSDT_ERR_PARAM || status == SYSDT_ERR_FAIL || status == SYSDT_ERR_INVALID_VALUE;
+        refuse(type, "the script table", status, !error.empty() ? error : of_field ? reason : meaning(status));
     }
     return value;
 }
@@ -174,10 +220,10 @@ std::vector<std::string> operations(const SYSDT_Record &type)
     return words;
 }
 
-void require_size(const SYSDT_Record &type, std::span<const std::uint8_t> value, std::size_t size)
+void require_size(const SYSDT_Record &type, std::span<const std::uint8_t> value, std::size_t size, const char *what)
 {
     if (value.size() != size) {
-        throw Refusal(name_of(type) + " has values of another length: " + lengths(value.size(), size));
+        throw Refusal(name_of(type) + " " + what + ": " + lengths(value.size(), size));
     }
 }
 

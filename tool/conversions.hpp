@@ -26,7 +26,9 @@ struct Printed {
 };
 
 host::Converted parse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode);
-Printed print_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode);
+/// @param nothing  goes on with the sentence about a value for which the type prints nothing
+Printed print_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode,
+                    const std::string &nothing = {});
 void check_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value);
 /// 1, 0 or -1.
 int compare_values(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> first,
@@ -42,8 +44,10 @@ std::vector<std::string> help_texts(Session &session, const SYSDT_Record &type);
 /// The operations whose slots are filled, by the words that this program uses for them.
 std::vector<std::string> operations(const SYSDT_Record &type);
 
+/// @param what  what it has that has that length
 /// @throws Refusal if the value has not the given length
-void require_size(const SYSDT_Record &type, std::span<const std::uint8_t> value, std::size_t size);
+void require_size(const SYSDT_Record &type, std::span<const std::uint8_t> value, std::size_t size,
+                  const char *what = "has values of another length");
 
 /// In double quotes, as Lua reads it; what cannot be shown is escaped.
 std::string lua_quoted(std::string_view text);

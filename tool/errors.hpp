@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace bgpdt::tool {
 
@@ -18,18 +20,27 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// A kind of value, and the form of its text if its help tells one.
+struct KindForm {
+    std::string kind;
+    std::string form;
+};
+
 /// A value that is none of the type's, or an operation that the type does not offer.
 class Refusal : public std::runtime_error {
 public:
-    explicit Refusal(const std::string &sentence, std::uint32_t status = 0)
-        : std::runtime_error(sentence), status_(status)
+    explicit Refusal(const std::string &sentence, std::uint32_t status = 0, std::vector<KindForm> forms = {})
+        : std::runtime_error(sentence), status_(status), forms_(std::move(forms))
     {
     }
     /// The type's own answer; 0 when the value did not get as far as the type.
     std::uint32_t status() const { return status_; }
+    /// What the type would have taken, by kind; none for a type without kinds.
+    const std::vector<KindForm> &forms() const { return forms_; }
 
 private:
     std::uint32_t status_;
+    std::vector<KindForm> forms_;
 };
 
 } // namespace bgpdt::tool

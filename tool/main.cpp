@@ -6,6 +6,7 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -14,6 +15,7 @@
 #include "host/host.hpp"
 #include "options.hpp"
 #include "session.hpp"
+#include "words.hpp"
 
 namespace {
 
@@ -50,15 +52,30 @@ void run(int argc, const char *const *argv)
     deliver(options.json && !answer.json.is_null() ? json_line(answer.json) : answer.text);
 }
 
-/// Tells what went wrong, in JSON on standard output or as a sentence on standard error.
-int fail(bool json, const std::exception &error, Exit exit, std::uint32_t status = 0)
+/// What else is known of a refusal.
+ordered_json details(const Refusal &refusal)
 {
-    ordered_json answer = {{"error", error.what()}, {"exit", exit}};
-    if (status != 0) {
-        answer["status"] = bgpdt::host::status_name(status);
+    ordered_json members = ordered_json::object();
+    if (refusal.status() != 0) {
+        members["status"] = bgpdt::host::status_name(refusal.status());
     }
+    for (const KindForm &form : refusal.forms()) {
+        ordered_json &entry = members["forms"].emplace_back(ordered_json{{"kind", form.kind}});
+        if (!form.form.empty()) {
+            entry["form"] = form.form;
+        }
+    }
+    return members;
+}
+
+/// Tells what went wrong, in JSON on standard output or as a sentence on standard error.
+int fail(bool json, const std::exception &error, Exit exit)
+{
+    const auto *refusal = dynamic_cast<const Refusal *>(&error);
     try {
         if (json) {
+            ordered_json answer = {{"error", error.what()}, {"exit", exit}};
+            answer.update(refusal != nullptr ? details(*refusal) : ordered_json::object());
             deliver(json_line(answer));
             return exit;
         }
@@ -67,6 +84,9 @@ int fail(bool json, const std::exception &error, Exit exit, std::uint32_t status
         exit = exit_usage;
     }
     std::cerr << "bgpdt: " << error.what() << '\n';
+    for (const KindForm &form : refusal != nullptr ? refusal->forms() : std::vector<KindForm>{}) {
+        std::cerr << padded("  " + form.kind, form.form.empty() ? 0 : 16) << form.form << '\n';
+    }
     return exit;
 }
 
@@ -77,7 +97,7 @@ int exit_status(int argc, const char *const *argv)
         run(argc, argv);
         return exit_done;
     } catch (const Refusal &refusal) {
-        return fail(json, refusal, exit_refused, refusal.status());
+        return fail(json, refusal, exit_refused);
     } catch (const std::exception &error) {
         return fail(json, error, exit_usage);
     }

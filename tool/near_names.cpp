@@ -9,13 +9,6 @@
 namespace bgpdt::tool {
 namespace {
 
-std::string lower(std::string_view text)
-{
-    std::string result(text);
-    std::ranges::transform(result, result.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return result;
-}
-
 /// The Levenshtein distance, one row of its matrix at a time.
 std::size_t distance(std::string_view first, std::string_view second)
 {
@@ -34,6 +27,13 @@ std::size_t distance(std::string_view first, std::string_view second)
 
 } // namespace
 
+std::string lower(std::string_view text)
+{
+    std::string result(text);
+    std::ranges::transform(result, result.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return result;
+}
+
 std::string did_you_mean(std::string_view name, std::span<const std::string> known)
 {
     constexpr std::size_t longest = 64;
@@ -41,7 +41,7 @@ std::string did_you_mean(std::string_view name, std::span<const std::string> kno
     std::string names;
     for (const std::string &candidate : known) {
         const std::string other = lower(candidate);
-        const bool part = wanted.size() > 2 && other.find(wanted) != std::string::npos;
+        const bool part = wanted.size() > 1 && other.find(wanted) != std::string::npos;
         if (part || distance(wanted, other) <= 2) {
             names += (names.empty() ? "" : ", ") + candidate;
         }

@@ -7,48 +7,90 @@
 #include <CLI/CLI.hpp>
 
 #include "commands.hpp"
+#include "display_record.hpp"
 #include "errors.hpp"
 #include "near_names.hpp"
+#include "words.hpp"
 
 namespace bgpdt::tool {
 namespace {
 
-constexpr const char *notes = R"(
+constexpr const char *value_notes = R"(
 VALUE is text, or bytes in hexadecimal behind 0x. HEX is bytes, with or without 0x; blanks, ':', '_' and '-' may stand
 between them. Numbers in them are in the byte order of the target (big-endian) unless --native is given.
+)";
+
+constexpr const char *notes = R"(
 Behind "--" everything is an argument, whatever it begins with.
 
 Exit status: 0 done, 1 value refused, 2 usage, input or output.
 )";
+
+std::string row(const std::string &what, std::string_view meaning)
+{
+    return padded("  " + what, 32) + std::string(meaning) + "\n";
+}
+
+std::string call_of(const Command &command)
+{
+    return std::string(command.name) + (command.arguments.empty() ? "" : " ") + std::string(command.arguments);
+}
+
+/// The options of the command, of every one if there is none.
+std::string option_rows(const CLI::App &app, const Command *command)
+{
+    std::string rows = "\nOptions:\n";
+    for (const CLI::Option *option : app.get_options()) {
+        if (command == nullptr || has_option(*command, option->get_name())) {
+            const std::string value = option->get_type_name();
+            rows += row(option->get_name(false, true) + (value.empty() ? "" : " ") + value, option->get_description());
+        }
+    }
+    return rows;
+}
+
+/// What stands below the options of the command, or of every one if there is none.
+std::string notes_for(const Command *command)
+{
+    const auto has = [command](const char *option) { return command == nullptr || has_option(*command, option); };
+    return (has("--value") ? "\nKIND is " + display_kinds() + ".\nNumbers fill %u and its like, the others %s.\n"
+                           : "") +
+           (has("--native") ? value_notes : "") + notes;
+}
 
 std::string help_page(const CLI::App &app)
 {
     std::string page = "bgpdt: BGP data types, through the plug-in that a router loads\n\n"
                        "Usage: bgpdt COMMAND [ARGUMENTS] [OPTIONS]\n\nCommands:\n";
     for (const Command &command : commands()) {
-        std::string call = "  " + std::string(command.name) + " " + std::string(command.arguments);
-        call.resize(std::max<std::size_t>(call.size() + 2, 30), ' ');
-        page += call + std::string(command.summary) + "\n";
+        page += row(call_of(command), command.summary);
     }
-    page += "\nOptions:\n";
-    for (const CLI::Option *option : app.get_options()) {
-        std::string form = "  " + option->get_name();
-        form += option->get_type_name().empty() ? "" : " " + option->get_type_name();
-        form.resize(std::max<std::size_t>(form.size() + 2, 30), ' ');
-        page += form + option->get_description() + "\n";
-    }
-    return page + notes;
+    return page + "\n'bgpdt COMMAND --help' tells more of a command.\n" + option_rows(app, nullptr) +
+           notes_for(nullptr);
+}
+
+std::string help_page(const CLI::App &app, const Command &command)
+{
+    return "Usage: bgpdt " + call_of(command) + " [OPTIONS]\n\n" + std::string(command.summary) +
+           ", for example\n\n  " + std::string(command.example) + "\n" + option_rows(app, &command) +
+           notes_for(&command);
 }
 
 void declare(CLI::App &app, Options &options)
 {
     app.allow_extras();
-    app.set_help_flag("--help", "This page");
+    app.set_help_flag("-h,--help", "This page");
     app.set_version_flag("--version", "bgpdt " BGPDT_VERSION "\n");
     app.get_option("--version")->description("The version");
     app.add_flag("--json", options.json, "Answer in JSON, refusals included");
     app.add_flag("--native", options.native, "Bytes are in this machine's order");
-    app.add_flag("--record", options.record, "print: HEX is a display record of any length, in this machine's order");
+    app.add_flag("--record", options.record, "HEX is a display record of any length, in this machine's order");
+    app.add_option("--template", options.line_template,
+                   "ATTRIDBITMAP: what begins every line, as '" + std::string(default_template) + "'")
+        ->type_name("TEXT");
+    app.add_option("--value", options.values, "ATTRIDBITMAP: fills the template's next placeholder; any number of them")
+        ->type_name("KIND=VALUE")
+        ->allow_extra_args(false);
     app.add_option("--mode", options.mode, "Conversion mode; without it the one in which text goes both ways")
         ->type_name("N")
         ->check(CLI::Range(0, 255).description(""));
@@ -91,7 +133,8 @@ Options read_options(int argc, const char *const *argv)
         app.parse(argc, argv);
         options.arguments = arguments_of(app);
     } catch (const CLI::CallForHelp &) {
-        options.page = help_page(app);
+        const std::vector<std::string> words = app.remaining();
+        options.page = words.empty() ? help_page(app) : help_page(app, find_command(words.front()));
         return options;
     } catch (const CLI::CallForVersion &) {
         options.page = app.version();
@@ -101,6 +144,11 @@ Options read_options(int argc, const char *const *argv)
     }
     if (options.arguments.empty()) {
         throw UsageError("a command is missing; 'bgpdt --help' lists them");
+    }
+    for (const CLI::Option *option : app.get_options()) {
+        if (option->count() != 0) {
+            options.given.push_back(option->get_name());
+        }
     }
     options.command = options.arguments.front();
     options.arguments.erase(options.arguments.begin());

@@ -18,9 +18,12 @@ struct Options {
     bool native = false; ///< bytes are in the machine's order, not in the target's
     bool record = false; ///< print: the bytes are a display record, not a value
     std::optional<std::uint8_t> mode;
+    std::optional<std::string> line_template; ///< print: of an attribute bitmap's display record
+    std::vector<std::string> values;          ///< print: what fills the template, "KIND=VALUE"
     std::string names;
     std::string plugin;
-    std::string page; ///< help or version, asked for instead of a command
+    std::vector<std::string> given; ///< the names of the options that are given
+    std::string page;               ///< help or version, asked for instead of a command
 };
 
 /// @throws UsageError

@@ -8,6 +8,7 @@
 #include <lua.hpp>
 
 #include "conversions.hpp"
+#include "words.hpp"
 
 namespace bgpdt::tool {
 namespace {
@@ -69,15 +70,6 @@ std::vector<std::string> entry_texts(const ordered_json &table, std::size_t inde
         entries.push_back((table.is_object() ? key_text(key) + " = " : "") + text_at(entry, indent));
     }
     return entries;
-}
-
-std::string joined(const std::vector<std::string> &entries, const std::string &separator)
-{
-    std::string text;
-    for (const std::string &entry : entries) {
-        text.append(text.empty() ? "" : separator).append(entry);
-    }
-    return text;
 }
 
 std::string text_at(const ordered_json &value, std::size_t indent)

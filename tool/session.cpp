@@ -47,8 +47,13 @@ const SYSDT_Record &Session::type(std::string_view name) const
     if (const SYSDT_Record *record = host_.find(name)) {
         return *record;
     }
+    const auto has_name = [&name](const SYSDT_Record *type) { return lower(name_of(*type)) == lower(name); };
+    const auto types = host_.types();
+    if (const auto found = std::ranges::find_if(types, has_name); found != types.end()) {
+        return **found;
+    }
     std::vector<std::string> names;
-    std::ranges::transform(host_.types(), std::back_inserter(names), [](const auto *type) { return name_of(*type); });
+    std::ranges::transform(types, std::back_inserter(names), [](const auto *type) { return name_of(*type); });
     throw UsageError("there is no type " + std::string(name) + did_you_mean(name, names) +
                      "; 'bgpdt types' lists the types");
 }

@@ -23,7 +23,7 @@ public:
     host::Host &host() { return host_; }
     const Options &options() const { return options_; }
 
-    /// The record of that name.
+    /// The record of that name, in any case.
     /// @throws UsageError with names like it
     const SYSDT_Record &type(std::string_view name) const;
     /// The mode asked for, else the one in which the type's text goes both ways: 2; but 1 for what is only printed,

@@ -46,7 +46,7 @@ constexpr u32 unlistable = 1;
 
 constexpr std::size_t listing_block = 4096;
 constexpr std::size_t text_block = 300; ///< label, template, and the parts of both
-constexpr u32 longest_piece = 298;
+constexpr u32 piece_limit = 299;        ///< of one filled piece, its NUL included
 constexpr u32 most_runs = 128;
 constexpr u32 runs_per_line = 10;
 
@@ -218,7 +218,7 @@ u32 list_record(u32 handle, Entries &entries, char *line_template, char *label, 
         u32 characters = 0;
         if (!entries.next(entry))
             return unlistable;
-        const u32 limit = std::min(longest_piece + 1, static_cast<u32>(text_block) - filled);
+        const u32 limit = std::min(piece_limit, static_cast<u32>(text_block) - filled);
         if (const u32 status = fill_piece(handle, entry, line_template, label + filled, limit, characters);
             status != SYSDT_OK)
             return status;
@@ -376,8 +376,7 @@ u32 SYSDT_AttrIdBitmapLuaSet(void *state, i32 table, const char *name, u32, u32 
         return SYSDT_ERR_NULL_PTR;
     if (length < sizeof(SYSDT_AttrIdBitmap))
         return SYSDT_ERR_PARAM;
-    const Field bits[] = {script::under(name, attr_bitmap_fields[0])}; // (4)
-    script::Table::at(state, table).set_fields(bits, static_cast<const u8 *>(data));
+    script::Table::at(state, table).set_field(name, attr_bitmap_fields[0], static_cast<const u8 *>(data)); // (4)
     return SYSDT_OK;
 }
 
@@ -387,8 +386,7 @@ u32 SYSDT_AttrIdBitmapLuaGet(void *state, i32 table, const char *name, u32, u32 
         return SYSDT_ERR_NULL_PTR;
     if (length < sizeof(SYSDT_AttrIdBitmap))
         return SYSDT_ERR_PARAM;
-    const Field bits[] = {script::under(name, attr_bitmap_fields[0])}; // (4) (5)
-    return script::Table::at(state, table).get_fields(bits, static_cast<u8 *>(data));
+    return script::Table::at(state, table).get_field(name, attr_bitmap_fields[0], static_cast<u8 *>(data)); // (4) (5)
 }
 
 u32 SYSDT_AttrIdBitmapEndian(void *, u32, u32, void *) { return SYSDT_OK; } // (6)

@@ -72,6 +72,7 @@ u32 SYSDT_Str2TimeRange(char *text, u32 *seconds)
     u32 h = 0;
     u32 m = 0;
     u32 s = 0;
+    // Behind the fourth number stands the "s", the only letter left.
     if (!has_each_unit_once(text) || scan<"%ud%uh%um%us">(text, d, h, m, s) != 4) // (1) (2)
         return SYSDT_ERR_FAIL;
     if (d > 10000 || h > 23 || m > 59 || s > 59)
@@ -90,8 +91,7 @@ u32 SYSDT_TimeRangeLuaSet(void *state, i32 table, const char *name, u32, u32, co
     if (name == nullptr)
         SYSDT_SPTI_PushUInt(state, load<u32>(data));
     else
-        script::Table::at(state, table)
-            .set_fields({{script::under(name, time_range_fields[0])}}, static_cast<const u8 *>(data));
+        script::Table::at(state, table).set_field(name, time_range_fields[0], static_cast<const u8 *>(data));
     return SYSDT_OK;
 }
 
@@ -102,8 +102,7 @@ u32 SYSDT_TimeRangeLuaGet(void *state, i32 table, const char *name, u32, u32 len
     if (length < sizeof(SYSDT_TimeRange))
         return SYSDT_ERR_PARAM;
     if (name != nullptr)
-        return script::Table::at(state, table)
-            .get_fields({{script::under(name, time_range_fields[0])}}, static_cast<u8 *>(data));
+        return script::Table::at(state, table).get_field(name, time_range_fields[0], static_cast<u8 *>(data));
     store(data, SYSDT_SPTI_ToUInt(state, table));
     return SYSDT_OK;
 }

@@ -124,7 +124,6 @@ u32 Table::get_fields(std::span<const Field> fields, u8 *value) const
         if (status != SYSDT_OK)
             return status;
     }
-    SYSDT_SPTI_Pop(state_, static_cast<i32>(fields.size()));
     return SYSDT_OK;
 }
 
@@ -151,9 +150,7 @@ u32 Table::get_text(const char *key, std::span<char> text) const
 u32 Table::get_octets(const char *key, std::span<u8> octets) const
 {
     push(key);
-    const u32 status = copy_string(state_, octets.data(), octets.size());
-    SYSDT_SPTI_Pop(state_, 1);
-    return status;
+    return copy_string(state_, octets.data(), octets.size());
 }
 
 void Table::set_text(const char *key, const char *text) const
@@ -221,7 +218,12 @@ u32 get_value(void *state, i32 parent, const char *name, const Layout &layout, u
     const Table table = Table::field(state, parent, name);
     if (!table.is_table())
         return SYSDT_ERR_PARAM;
-    return layout.key != nullptr ? table.get_list(layout, value) : table.get_fields(layout.fields, value);
+    if (layout.key != nullptr)
+        return table.get_list(layout, value);
+    const u32 status = table.get_fields(layout.fields, value);
+    if (status == SYSDT_OK)
+        pop_to(state, table.index());
+    return status;
 }
 
 } // namespace bgpdt::script

@@ -18,13 +18,6 @@ inline i32 absolute(void *state, i32 index) { return index < 0 ? SYSDT_SPTI_GetT
 /// Pops all above the value of that index.
 inline void pop_to(void *state, i32 index) { SYSDT_SPTI_Pop(state, SYSDT_SPTI_GetTop(state) - index); }
 
-/// The field under another key: for a value that is no table of its own but stands under the name that the host gives.
-inline Field under(const char *key, Field field)
-{
-    field.key = key;
-    return field;
-}
-
 /// A table on the script stack, by its absolute index.
 class Table {
 public:
@@ -49,15 +42,30 @@ public:
     /// Writes the value's fields, in their order.
     void set_fields(std::span<const Field> fields, const u8 *value) const;
     /// Reads the fields in their order, each stored as it is read. SYSDT_ERR_PARAM at the first that is missing or of
-    /// another kind; what was pushed until then stays on the stack, while a success leaves it as it was.
+    /// another kind. What is pushed stays on the stack, for the caller to pop when all is read.
     u32 get_fields(std::span<const Field> fields, u8 *value) const;
+
+    /// One field under a key of the host's. Reading it leaves the stack as it was, but for a failure.
+    void set_field(const char *key, Field field, const u8 *value) const
+    {
+        field.key = key;
+        set_fields({&field, 1}, value);
+    }
+    u32 get_field(const char *key, Field field, u8 *value) const
+    {
+        field.key = key;
+        const u32 status = get_fields({&field, 1}, value);
+        if (status == SYSDT_OK)
+            SYSDT_SPTI_Pop(state_, 1);
+        return status;
+    }
 
     /// Reads the entries of an array as bytes; SYSDT_ERR_PARAM if this is no table or an entry no number.
     u32 get_bytes(std::span<u8> bytes) const;
     /// Reads a number and leaves the stack as it was; false if there is none under the key.
     bool get_number(const char *key, u32 &number) const;
-    /// Reads a string's bytes and leaves the stack as it was. SYSDT_ERR_PARAM if there is none under the key,
-    /// SYSDT_ERR_TOO_LONG if it does not fit; nothing is copied then.
+    /// Pushes and reads a string. SYSDT_ERR_PARAM if there is none under the key, SYSDT_ERR_TOO_LONG if it does not fit;
+    /// nothing is copied then.
     u32 get_octets(const char *key, std::span<u8> octets) const;
     /// The same into cleared space, where its NUL must fit too.
     u32 get_text(const char *key, std::span<char> text) const;

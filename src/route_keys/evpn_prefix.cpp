@@ -225,6 +225,7 @@ u32 SYSDT_EVNPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 len
     const auto source = table == -1 ? script::Table::at(state, -2) : script::Table::field(state, table, name);
     if (!source.is_table())
         return SYSDT_ERR_PARAM;
+    const i32 height = SYSDT_SPTI_GetTop(state);
     ScriptText text{};
     if (source.get_text(text_key, text) == SYSDT_ERR_TOO_LONG) // (30)
         return SYSDT_ERR_TOO_LONG;
@@ -233,19 +234,26 @@ u32 SYSDT_EVNPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 len
     if (const u32 status = source.get_fields(numbers.first(1), static_cast<u8 *>(data)); status != SYSDT_OK)
         return status;
     if (value->subKind != SYSDT_BOL_EVN)
-        return SYSDT_ERR_FAIL;                                             // (29)
-    return source.get_fields(numbers.subspan(1), static_cast<u8 *>(data)); // (28)
+        return SYSDT_ERR_FAIL;                                                         // (29)
+    const u32 status = source.get_fields(numbers.subspan(1), static_cast<u8 *>(data)); // (28)
+    if (status == SYSDT_OK)
+        script::pop_to(state, height);
+    return status;
 }
 
 u32 SYSDT_EVNPrefixNewLuaGet(void *state, void *value, i32 table)
 {
     if (state == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
+    const i32 height = SYSDT_SPTI_GetTop(state);
     const auto source = script::Table::at(state, table);
     ScriptText text{};
     if (const u32 status = source.get_text(text_key, text); status != SYSDT_OK)
         return status; // (27) (30)
     if (const u32 status = SYSDT_Str2EvnPrefix(text, static_cast<SYSDT_BolEvpn *>(value), 1); status != SYSDT_OK)
-        return status;                                                      // (26) (27)
-    return source.get_fields(numbers.subspan(1), static_cast<u8 *>(value)); // (28)
+        return status;                                                                  // (26) (27)
+    const u32 status = source.get_fields(numbers.subspan(1), static_cast<u8 *>(value)); // (28)
+    if (status == SYSDT_OK)
+        script::pop_to(state, height);
+    return status;
 }

@@ -42,9 +42,9 @@ struct Text {
         key.siteId = std::get<2>(numbers);
     }
 
-    static constexpr FixedString ipv4_form = "%hu-%u-%u-%u.%u.%u.%u"; // (1)
+    static constexpr char ipv4_form[] = "%hu-%u-%u-%u.%u.%u.%u"; // (1)
     static constexpr Lengths ipv4_lengths{13, 43};
-    static constexpr FixedString ipv6_form = "%hu-%u-%u-%s"; // (1)
+    static constexpr char ipv6_form[] = "%hu-%u-%u-%s"; // (1)
     static constexpr Lengths ipv6_lengths{6, 69};
     static constexpr std::size_t dropped = 0;
 };

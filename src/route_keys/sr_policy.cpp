@@ -46,9 +46,9 @@ struct Text {
         key.colour = std::get<1>(numbers);
     }
 
-    static constexpr FixedString ipv4_form = "[%u][%u][%u.%u.%u.%u]"; // (1) (2)
+    static constexpr char ipv4_form[] = "[%u][%u][%u.%u.%u.%u]"; // (1) (2)
     static constexpr Lengths ipv4_lengths{15, 42};
-    static constexpr FixedString ipv6_form = "[%u][%u][%s]"; // (1)
+    static constexpr char ipv6_form[] = "[%u][%u][%s]"; // (1)
     static constexpr Lengths ipv6_lengths{8, 67};
     static constexpr std::size_t dropped = 1; // (2)
 };

@@ -99,8 +99,10 @@ u32 SYSDT_VplsRDLuaGet(void *state, i32 table, const char *name, u32, u32 length
         return SYSDT_ERR_PARAM;
     if (const u32 status = inner.get_fields(rd_fields, value); status != SYSDT_OK)
         return status;
-    SYSDT_SPTI_Pop(state, 1);
-    return outer.get_fields(sub_kind_fields, value);
+    const u32 status = outer.get_fields(sub_kind_fields, value);
+    if (status == SYSDT_OK)
+        script::pop_to(state, outer.index());
+    return status;
 }
 
 constinit const SYSDT_DispatchRow g_astBOL_RD_ProcTable[1] = {

@@ -22,12 +22,12 @@ assert(bgp.from_hex("PDID2PDNAME", "00000001") ~= bgp.from_hex("SETID2SETNAME", 
 
 assert(bgp.print(as) == "1.10")
 assert(bgp.print(as, 3) == as.bytes)
-refused("in mode 0: SYSDT_ERR_FAIL", bgp.print(as, 0))
+refused("in mode 0: it cannot be shown, or not in this mode (SYSDT_ERR_FAIL)", bgp.print(as, 0))
 assert(bgp.parse("ASNUM", "1", 6).hex == "0000000100000000")
-refused("in mode 5: SYSDT_ERR_FAIL", bgp.parse("ASNUM", "1", 5))
+refused("in mode 5: it takes no text in this mode (SYSDT_ERR_FAIL)", bgp.parse("ASNUM", "1", 5))
 refused('refuses the text "65536.1"', bgp.parse("ASNUM", "65536.1"))
 refused("NUL", bgp.parse("ASNUM", "1\0002"))
-refused("did you mean ASNUM", bgp.parse("asnum", "1"))
+refused("did you mean ASNUM", bgp.parse("asnun", "1"))
 refused("at character 2", bgp.from_hex("ASNUM", "0?"))
 refused("1 byte, must be 8", bgp.from_hex("ASNUM", "00"))
 

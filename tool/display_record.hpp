@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Display records: what a router hands over to have an attribute bitmap listed. Everything is in the machine's order.
+#ifndef BGPDT_TOOL_DISPLAY_RECORD_HPP
+#define BGPDT_TOOL_DISPLAY_RECORD_HPP
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bytes.hpp"
+
+namespace bgpdt::tool {
+
+inline constexpr std::string_view default_template = "Attribute ID:";
+
+/// Why a record of a bitmap that is not empty cannot be listed.
+inline constexpr const char *placeholder_rule =
+    ": a placeholder of the template does not fit its value; numbers fit %d, %i, %u, %o, %x and %X, addresses and "
+    "texts fit %s";
+
+/// A value that fills a placeholder of the line template.
+struct DisplayValue {
+    std::uint16_t kind;
+    Bytes data;
+};
+
+/// The words that name a kind, separated by commas.
+std::string display_kinds();
+
+/// Reads "KIND=VALUE".
+/// @throws UsageError if there is no such kind, Refusal if the value is none of it
+DisplayValue read_display_value(std::string_view argument);
+
+/// @throws Refusal if a part is longer than it may be
+Bytes bitmap_record(std::span<const std::uint8_t> bitmap, std::string_view line_template,
+                    std::span<const DisplayValue> values);
+
+} // namespace bgpdt::tool
+
+#endif

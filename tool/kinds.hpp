@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The kinds of value that stand behind the sub-kind word of some types.
+#ifndef BGPDT_TOOL_KINDS_HPP
+#define BGPDT_TOOL_KINDS_HPP
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "session.hpp"
+
+namespace bgpdt::tool {
+
+struct Kind {
+    std::uint32_t number;
+    std::string name;
+    bool takes_text;
+    /// Those for which the type asks for the kind, by the words that this program uses for them.
+    std::vector<std::string> operations;
+    /// What the kind's help says of its text. Empty for a kind without text, and for one that shares the help of a kind
+    /// in front, whose text alone it tells.
+    std::string form;
+};
+
+/// In the order of the type's dispatch table; none for a type without.
+std::vector<Kind> kinds(Session &session, const SYSDT_Record &type);
+
+} // namespace bgpdt::tool
+
+#endif

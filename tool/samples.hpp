@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What the router's types are, in words, and texts that they take; their own help tells little more than lengths.
+#ifndef BGPDT_TOOL_SAMPLES_HPP
+#define BGPDT_TOOL_SAMPLES_HPP
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bgpdt::tool {
+
+struct Sample {
+    std::string about;
+    std::vector<std::string> texts; ///< one of each form; none for a type that takes no text or tells the forms itself
+};
+
+/// Empty for a type of another plug-in.
+Sample sample_of(std::uint16_t type_id);
+
+} // namespace bgpdt::tool
+
+#endif
