@@ -42,7 +42,7 @@ private:
     static unsigned char as_byte(char c) { return static_cast<unsigned char>(c); }
 };
 
-/// One conversion specification.
+/// One conversion, as a format writes it.
 struct Conversion {
     bool suppressed = false;
     size_t width = SIZE_MAX;
@@ -93,7 +93,7 @@ bool read_set(const char *&format, Set &set)
     return true;
 }
 
-/// Reads what stands behind a "%". The letter stays NUL when the specification is not one.
+/// Reads what stands behind a "%". The letter stays NUL when that is no conversion.
 Conversion read_conversion(const char *&format)
 {
     Conversion conversion;

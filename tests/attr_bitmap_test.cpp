@@ -12,9 +12,8 @@
 #include <gtest/gtest.h>
 
 #include "bgp_datatype/bgp_datatype.h"
-#include "host/host.hpp"
 #include "support/conversion.hpp"
-#include "support/setting.hpp"
+#include "support/plugin_test.hpp"
 
 namespace bgpdt::test {
 
@@ -111,19 +110,10 @@ Bytes record_of(const std::string &line_template, std::vector<Entry> values)
     return record(entries);
 }
 
-class AttrBitmapTest : public testing::Test {
+class AttrBitmapTest : public PluginTest {
 protected:
-    host::Host host_{plugin_path()};
     AttackHost &services_ = AttackHost::instance();
     std::size_t requests_ = 0; ///< of the last listing
-
-    template <class Function>
-    Function *exported(const char *name) const
-    {
-        auto *function = reinterpret_cast<Function *>(host_.symbol(name));
-        EXPECT_NE(nullptr, function) << name;
-        return function;
-    }
 
     /// What FormatOut lists of the record's first `length` bytes, the last one flush against an inaccessible page;
     /// nothing if it cannot be listed. Whatever else it leaves behind is a failure.

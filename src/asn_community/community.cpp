@@ -7,7 +7,7 @@
 ///     | community | notation  |   both u32 in host order
 ///     +-----------+-----------+
 ///
-/// Text: "no-export" and the other well-known names in any case; "4259840100"; "65000:100", two 16-bit numbers. White
+/// Text: "no-export" and the other well-known names in any case; "4226809956"; "64496:100", two 16-bit numbers. White
 /// space at the ends is cut off.
 ///
 /// Irregularities, all deliberate:

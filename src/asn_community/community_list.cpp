@@ -8,7 +8,7 @@
 ///     +-----------+----------+-----------+----------+-- ... -----------------+
 ///       u32         u8         u32, host order, unaligned
 ///
-/// Text: "no-export 65000:100 7", 1 to 392 characters: communities as COMMUNITY takes them, in the order of the text.
+/// Text: "no-export 64496:100 7", 1 to 392 characters: communities as COMMUNITY takes them, in the order of the text.
 /// Only the blank separates, any number of them.
 ///
 /// Irregularities, all deliberate:
