@@ -160,6 +160,32 @@ TEST_F(AsNumberParserTest, OnlyTheExtendedOneTakesZero)
     expect("SYSDT_Str2AsNumExt", {{"0", 0, 0, 0}});
 }
 
+TEST_F(ContractTest, SeparatorsOfAnExtendedRouteTarget)
+{
+    auto *check = exported<decltype(SYSDT_CheckVrfRtExtStr)>("SYSDT_CheckVrfRtExtStr");
+    std::uint32_t dots = untouched;
+    std::uint32_t colons = untouched;
+    std::uint32_t hyphens = untouched;
+    const auto counts = [&](const std::string &sample, std::uint32_t d, std::uint32_t c, std::uint32_t h) {
+        const Guarded text = guarded_text(sample);
+        EXPECT_EQ(SYSDT_OK, check(characters(text), &dots, &colons, &hyphens)) << sample;
+        EXPECT_TRUE(dots == d && colons == c && hyphens == h) << sample;
+    };
+    counts("192.0.2.1:100", 3, 1, 0);
+    counts("0000-5E00-5301", 0, 0, 2);
+    counts("afAF09", 0, 0, 0);
+    counts(std::string(100, '-'), 0, 0, 100);
+    for (const std::string &sample : {std::string(), std::string(101, '1'), std::string("1 :2"), std::string("g:1"),
+                                      std::string("1:*"), std::string(" 1:1")}) {
+        const Guarded text = guarded_text(sample);
+        EXPECT_EQ(SYSDT_ERR_FAIL, check(characters(text), &dots, &colons, &hyphens)) << sample;
+    }
+    EXPECT_EQ(SYSDT_ERR_NULL_PTR, check(nullptr, &dots, &colons, &hyphens));
+    EXPECT_EQ(SYSDT_ERR_NULL_PTR, check("1", nullptr, &colons, &hyphens));
+    EXPECT_EQ(SYSDT_ERR_NULL_PTR, check("1", &dots, nullptr, &hyphens));
+    EXPECT_EQ(SYSDT_ERR_NULL_PTR, check("1", &dots, &colons, nullptr));
+}
+
 } // namespace
 
 } // namespace bgpdt::test

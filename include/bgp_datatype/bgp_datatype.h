@@ -325,6 +325,12 @@ SYSDT_ScriptReader SYSDT_Ipv6BolPrefixNewLuaGet;
  * @return 0, SYSDT_ERR_NULL_PTR or SYSDT_ERR_FAIL
  */
 uint32_t SYSDT_Str2VrfRtExt(char *text, SYSDT_BolRouteTarget *output);
+/**
+ * Counts the separators of an extended route target's text, by which its form is chosen.
+ *
+ * @return 0, SYSDT_ERR_NULL_PTR, or SYSDT_ERR_FAIL unless it is 1 to 100 hexadecimal digits and separators
+ */
+uint32_t SYSDT_CheckVrfRtExtStr(const char *text, uint32_t *dots, uint32_t *colons, uint32_t *hyphens);
 SYSDT_FormatIn SYSDT_VrfRtExtFormatIn;
 SYSDT_FormatOut SYSDT_VrfRtExtFormatOut;
 SYSDT_LuaSet SYSDT_VrfRtExtLuaSet;

@@ -28,10 +28,11 @@
 ///  (11) The sub-kind word does not matter to printing.
 ///  (12) The script form has the sub-kind as "bolType", but reading does not ask for it and leaves the word alone.
 ///  (13) A script's numbers are cut to their low 8 bits, the form's too, and no value is refused.
+#include <cstring>
+
 #include "bol_prefix/bol_row.hpp"
 #include "common/census.hpp"
 #include "common/scan.hpp"
-#include "common/trimmed.hpp"
 #include "vpn_id/rd_text.hpp"
 
 using namespace bgpdt;
@@ -56,14 +57,16 @@ u32 parse_evpn_form(const char *text, SYSDT_Octets &out)
 
 u32 parse_form(const char *text, SYSDT_Octets &out)
 {
-    const auto census = Census::of<"0123456789abcdefABCDEF.:-">(text);
-    if (census.strangers() != 0)
+    u32 dots = 0;
+    u32 colons = 0;
+    u32 hyphens = 0;
+    if (SYSDT_CheckVrfRtExtStr(text, &dots, &colons, &hyphens) != SYSDT_OK)
         return SYSDT_ERR_FAIL;
-    if (census.colons() == 0 && census.dots() == 0 && census.marks() == 2) // (4)
+    if (colons == 0 && dots == 0 && hyphens == 2) // (4)
         return parse_evpn_form(text, out);
-    if (census.colons() != 1)
+    if (colons != 1)
         return SYSDT_ERR_FAIL;
-    switch (census.dots()) {
+    switch (dots) {
     case 0: return parse_as_form(text, route_target_codes, out);
     case 1: return parse_as4dot_form(text, route_target_codes, out);
     case 3: return parse_ipv4_form(text, route_target_codes, out);
@@ -128,15 +131,26 @@ constexpr Layout read_layout{read_fields, SYSDT_BOL_SIZE};
 
 } // namespace
 
+u32 SYSDT_CheckVrfRtExtStr(const char *text, u32 *dots, u32 *colons, u32 *hyphens)
+{
+    if (text == nullptr || dots == nullptr || colons == nullptr || hyphens == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    const std::size_t length = std::strlen(text);
+    if (length < 1 || length > 100 || NCF_IsSpaceInString(text) != 0)
+        return SYSDT_ERR_FAIL;
+    const auto census = Census::of<"0123456789abcdefABCDEF.:-">(text);
+    *dots = census.dots();
+    *colons = census.colons();
+    *hyphens = census.marks();
+    return census.strangers() == 0 ? SYSDT_OK : SYSDT_ERR_FAIL;
+}
+
 u32 SYSDT_Str2VrfRtExt(char *text, SYSDT_BolRouteTarget *output)
 {
     if (text == nullptr || output == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = trimmed(text, 1, 100);
-    if (text == nullptr)
-        return SYSDT_ERR_FAIL;
     output->subKind = SYSDT_BOL_VRFRTEXT;
-    return parse_form(text, output->rt); // (1) (2) (3)
+    return parse_form(SYSDT_BTrim(text), output->rt); // (1) (2) (3)
 }
 
 BGPDT_FORMAT_IN(SYSDT_VrfRtExtFormatIn, extended_route_target)
