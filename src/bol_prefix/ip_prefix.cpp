@@ -11,11 +11,12 @@
 /// Text: what the host takes for an IPv4 or an IPv6 address. There is no prefix length, despite the names.
 ///
 /// Irregularities, all deliberate:
-///  (1) The IPv4 row clears kind and length before it looks at the mode, for input as for output. The IPv6 row does
-///      not. (2) IPv4 printing does not look at the sub-kind. (3) Compare orders two IPv4 values and answers
-///      SYSDT_ERR_FAIL if either is of another kind. (4) Help asks the platform's symbol check first, whose refusal is
-///      returned. (5) The IPv4 LuaGet stores the sub-kind before it refuses one that is not 0. (6) The IPv6 row has no
-///      LuaGet of its own, and borrows Check, Help and Compare.
+///  (1) The IPv4 row clears kind and length before it looks at the mode when it prints, the IPv6 row does not.
+///  (2) IPv4 printing does not look at the sub-kind.
+///  (3) Compare orders two IPv4 values and answers SYSDT_ERR_FAIL if either is of another kind.
+///  (4) Help asks the platform's symbol check first, whose refusal is returned.
+///  (5) The IPv4 LuaGet stores the sub-kind before it refuses one that is not 0.
+///  (6) The IPv6 row has no LuaGet of its own, and borrows Check, Help and Compare.
 #include <cstring>
 
 #include "bol_prefix/bol_row.hpp"
