@@ -7,7 +7,8 @@
 ///     | sub-kind | key, laid out by its kind; unused bytes are zero    |   sub-kind u32 in host order
 ///     +----------+----------------------------------------------------+
 ///
-/// The two tables are the only place where the kinds are told; nothing else here knows any of them.
+/// The two tables are the only place where the kinds are told; nothing else here knows any of them. Which rows are worth
+/// asking for a text is told in text_shape.hpp.
 ///
 /// Irregularities, all deliberate:
 ///  (1) A text goes to the rows in their order, and the first that takes it wins. A row that trims it cuts its trailing
@@ -18,15 +19,17 @@
 ///  (4) Scripts are read by the second table, not by the rows' own LuaGet. The sub-kind is stored first and stays.
 ///  (5) Row 0 is called "IPV4" but has the VPLS names; the names mix "_" and "-"; kind 13 stands behind "RPD"; rows 9
 ///      to 11 take no text, rows 14 to 16 have no LuaGet, and several rows borrow the callbacks of others.
+#include <array>
 #include <cstring>
 
 #include "bol_prefix/bol_row.hpp"
+#include "bol_prefix/text_shape.hpp"
 #include "common/bytes.hpp"
 #include "common/dispatch.hpp"
 
 using namespace bgpdt;
 
-constinit const SYSDT_DispatchRow g_astBOL_PREFIX_ProcTable[SYSDT_BOL_KINDS] = {
+constexpr SYSDT_DispatchRow g_astBOL_PREFIX_ProcTable[SYSDT_BOL_KINDS] = {
     {0, "IPV4", SYSDT_VplsAdPrefixFormatIn, SYSDT_VplsAdPrefixFormatOut, SYSDT_VplsAdPrefixCheck,
      SYSDT_VplsAdPrefixHelp, SYSDT_VplsAdPrefixCompare, SYSDT_VplsAdPrefixLuaSet, SYSDT_VplsAdPrefixLuaGet},
     {1, "EVN", SYSDT_EVNPrefixFormatIn, SYSDT_EVNPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
@@ -85,6 +88,35 @@ u32 sub_kind(u32 length, const void *value)
     return load<u32>(word);
 }
 
+/// For each row the first one with its parser.
+constexpr auto parser_of = [] {
+    std::array<u8, SYSDT_BOL_KINDS> first{};
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        while (rows[first[i]].formatIn != rows[i].formatIn)
+            ++first[i];
+    return first;
+}();
+
+/// Offers a trimmed text to the rows behind the first, but for those that would refuse it: whom its shape rules out, and
+/// whose parser has just refused it for a row in front. A parser that only lacked memory is asked again.
+template <class Ask>
+u32 offer_text(const char *text, Ask ask)
+{
+    if (std::strlen(text) > TextShape::longest)
+        return SYSDT_ERR_INVALID_VALUE;
+    const auto shape = TextShape::of(text);
+    u32 refused = 0; // a bit for each parser
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+        if (rows[i].formatIn == nullptr || (refused >> parser_of[i] & 1) != 0 || !text_rules[i](shape))
+            continue;
+        const u32 status = ask(rows[i].formatIn);
+        if (status == SYSDT_OK)
+            return SYSDT_OK;
+        refused |= u32{status != SYSDT_ERR_NO_MEMORY} << parser_of[i];
+    }
+    return SYSDT_ERR_INVALID_VALUE; // (2)
+}
+
 } // namespace
 
 u32 SYSDT_BolPrefixFormatIn(Context *context, u32 unused, u32 textLength, char *text, u16 *kind, u16 *length,
@@ -92,7 +124,13 @@ u32 SYSDT_BolPrefixFormatIn(Context *context, u32 unused, u32 textLength, char *
 {
     if (context == nullptr || text == nullptr || !Output{kind, length, data}.complete())
         return SYSDT_ERR_NULL_PTR;
-    return offer<&SYSDT_DispatchRow::formatIn>(rows, context, unused, textLength, text, kind, length, data); // (1) (2)
+    const auto ask = [&](SYSDT_FormatIn *parse) {
+        return parse(context, unused, textLength, text, kind, length, data);
+    };
+    if (ask(rows[0].formatIn) == SYSDT_OK) // it reads the text as it is, the others trim it (1)
+        return SYSDT_OK;
+    const bool served = open_screen.status(context->mode) == SYSDT_OK;
+    return served ? offer_text(SYSDT_BTrim(text), ask) : u32{SYSDT_ERR_INVALID_VALUE};
 }
 
 u32 SYSDT_BolPrefixFormatOut(Context *context, u32 type, u32 size, const void *value, u16 *kind, u16 *length,
