@@ -24,7 +24,6 @@
 #include "common/callbacks.hpp"
 #include "common/census.hpp"
 #include "common/scan.hpp"
-#include "common/trimmed.hpp"
 
 using namespace bgpdt;
 
@@ -56,11 +55,9 @@ u32 parse_as_number(char *text, u64 lowest, SYSDT_AsNum *out)
 {
     if (text == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = trimmed(text, 1, 11);
-    if (text == nullptr)
-        return SYSDT_ERR_FAIL;
-    const auto census = Census::of<"0123456789.:">(text);
-    if (census.strangers() + census.colons() != 0 || census.dots() > 1)
+    text = SYSDT_BTrim(text);
+    const auto census = Census::of<"0123456789.">(text);
+    if (!census.admits(1, 11) || census.dots() > 1)
         return SYSDT_ERR_FAIL;
     return census.dots() == 0 ? parse_plain(text, lowest, *out) : parse_dotted(text, *out);
 }

@@ -24,7 +24,6 @@
 #include "common/callbacks.hpp"
 #include "common/census.hpp"
 #include "common/scan.hpp"
-#include "common/trimmed.hpp"
 
 using namespace bgpdt;
 
@@ -108,13 +107,13 @@ u32 SYSDT_Str2Community(u32 handle, char *text, SYSDT_Community *out)
 {
     if (text == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = trimmed(text, 1, 19);
-    if (text == nullptr)
-        return SYSDT_ERR_FAIL;
-    const auto census = Census::of<"0123456789.:">(text);
-    if (census.strangers() + census.dots() == 0)
+    text = SYSDT_BTrim(text);
+    const auto census = Census::of<"0123456789:">(text);
+    if (census.admits(1, 19))
         return SYSDT_Str2CommunitySetCmty(census.colons(), text, out);
-    const u32 status = BRM_GetWellKnownCmyVal(handle, static_cast<u32>(std::strlen(text)), out, text);
+    if (census.length() < 1 || census.length() > 19 || NCF_IsSpaceInString(text) != 0)
+        return SYSDT_ERR_FAIL;
+    const u32 status = BRM_GetWellKnownCmyVal(handle, static_cast<u32>(census.length()), out, text);
     if (status == SYSDT_OK)
         out->type = SYSDT_COMMUNITY_NUMBER;
     return status;

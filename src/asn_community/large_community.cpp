@@ -19,7 +19,6 @@
 #include "common/census.hpp"
 #include "common/print.hpp"
 #include "common/scan.hpp"
-#include "common/trimmed.hpp"
 
 using namespace bgpdt;
 
@@ -63,11 +62,9 @@ u32 SYSDT_Str2LargeCommunity(u32, char *text, SYSDT_LargeCommunity *out)
 {
     if (text == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = trimmed(text, 5, 32);
-    if (text == nullptr)
-        return SYSDT_ERR_FAIL;
-    const auto census = Census::of<"0123456789.:">(text);
-    if (census.strangers() + census.dots() != 0 || census.colons() != 2)
+    text = SYSDT_BTrim(text);
+    const auto census = Census::of<"0123456789:">(text);
+    if (!census.admits(5, 32) || census.colons() != 2)
         return SYSDT_ERR_FAIL;
     return SYSDT_Str2LargeCommunityForTwoColonType(text, out);
 }

@@ -9,9 +9,17 @@
 
 namespace bgpdt {
 
-/// What a text of at most 255 characters is made of.
+/// What a text is made of. The counts hold for a text of at most 255 characters.
 class Census {
 public:
+    /// Whether the text has so many characters (`longest` at most 255), and all are known. That answers the
+    /// host's question for white space too: no grammar's characters are.
+    constexpr bool admits(std::size_t shortest, std::size_t longest) const
+    {
+        return length_ >= shortest && length_ <= longest && strangers() == 0;
+    }
+
+    constexpr std::size_t length() const { return length_; }
     constexpr u32 dots() const { return counts_ & 0xFF; }
     constexpr u32 colons() const { return counts_ >> 8 & 0xFF; }
     /// The grammar's third separator: hyphens or stars.
@@ -23,13 +31,16 @@ public:
     template <FixedString Known>
     static constexpr Census of(const char *text)
     {
-        Census census;
-        for (; *text != '\0'; ++text)
-            census.counts_ += weight<Known>[static_cast<u8>(*text)];
-        return census;
+        u32 counts = 0;
+        const char *at = text;
+        for (; *at != '\0'; ++at)
+            counts += weight<Known>[static_cast<u8>(*at)];
+        return {counts, static_cast<std::size_t>(at - text)};
     }
 
 private:
+    constexpr Census(u32 counts, std::size_t length) : counts_(counts), length_(length) {}
+
     /// What each character adds to the four counters, a byte each.
     template <FixedString Known>
     static constexpr std::array<u32, 256> weight = [] {
@@ -45,7 +56,8 @@ private:
         return table;
     }();
 
-    u32 counts_ = 0;
+    u32 counts_;
+    std::size_t length_;
 };
 
 } // namespace bgpdt

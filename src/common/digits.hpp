@@ -20,14 +20,6 @@ inline constexpr auto pairs = [] {
     return table;
 }();
 
-constexpr int count(u32 number)
-{
-    int digits = 1;
-    for (u32 limit = 10; digits < 10 && number >= limit; limit *= 10)
-        ++digits;
-    return digits;
-}
-
 constexpr void put_pair(char *to, u32 number)
 {
     const char *const pair = pairs.text + std::size_t{2} * number;
@@ -43,6 +35,26 @@ constexpr char *write_four(char *to, u32 number)
     return to + 4;
 }
 
+/// Writes one digit or two.
+constexpr char *write_up_to_two(char *to, u32 number)
+{
+    if (number < 10) {
+        *to = static_cast<char>('0' + number);
+        return to + 1;
+    }
+    put_pair(to, number);
+    return to + 2;
+}
+
+constexpr char *write_up_to_four(char *to, u32 number)
+{
+    if (number < 100)
+        return write_up_to_two(to, number);
+    to = write_up_to_two(to, number / 100);
+    put_pair(to, number % 100);
+    return to + 2;
+}
+
 } // namespace digits
 
 inline constexpr std::size_t most_u32_digits = 10;
@@ -52,15 +64,14 @@ inline constexpr std::size_t most_hex_digits = 8;
 /// Writes a number in decimal and returns the end.
 [[gnu::noinline]] constexpr char *write_decimal(char *to, u32 number)
 {
-    char *const end = to + digits::count(number);
-    char *at = end;
-    for (; number >= 100; number /= 100)
-        digits::put_pair(at -= 2, number % 100);
-    if (number >= 10)
-        digits::put_pair(at - 2, number);
+    if (number < 10000)
+        return digits::write_up_to_four(to, number);
+    const u32 head = number / 10000;
+    if (head < 10000)
+        to = digits::write_up_to_four(to, head);
     else
-        at[-1] = static_cast<char>('0' + number);
-    return end;
+        to = digits::write_four(digits::write_up_to_two(to, head / 10000), head % 10000);
+    return digits::write_four(to, number % 10000);
 }
 
 [[gnu::noinline]] constexpr char *write_decimal(char *to, u64 number)

@@ -4,7 +4,6 @@
 
 #include "common/census.hpp"
 #include "common/scan.hpp"
-#include "common/trimmed.hpp"
 
 namespace bgpdt {
 
@@ -50,11 +49,9 @@ u32 parse_as_form(const char *text, const OctetCodes &codes, SYSDT_Octets &out)
 
 u32 parse_octets(char *text, const OctetCodes &codes, SYSDT_Octets &out)
 {
-    text = trimmed(text, 1, 21);
-    if (text == nullptr)
-        return SYSDT_ERR_FAIL;
+    text = SYSDT_BTrim(text);
     const auto census = Census::of<"0123456789.:">(text);
-    if (census.strangers() != 0 || census.colons() != 1)
+    if (!census.admits(1, 21) || census.colons() != 1)
         return SYSDT_ERR_FAIL;
     switch (census.dots()) {
     case 0: return parse_as_form(text, codes, out);

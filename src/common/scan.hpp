@@ -7,6 +7,7 @@
 /// not convert. "%s" takes a std::span<char> and fails when the string and its NUL do not fit.
 #pragma once
 
+#include <array>
 #include <limits>
 #include <span>
 #include <tuple>
@@ -18,54 +19,75 @@
 namespace bgpdt {
 namespace format {
 
+/// The value of each character as a hexadecimal digit; 255 for what is none.
+inline constexpr auto hex_digits = [] {
+    std::array<u8, 256> table{};
+    table.fill(UINT8_MAX);
+    for (u8 i = 0; i < 10; ++i)
+        table[std::size_t{'0'} + i] = i;
+    for (u8 i = 10; i < 16; ++i)
+        table[std::size_t{'A'} + i - 10] = table[std::size_t{'a'} + i - 10] = i;
+    return table;
+}();
+
 /// The value of a digit in the base, or anything from the base up.
 template <unsigned Base>
 constexpr unsigned digit_value(char character)
 {
-    const unsigned decimal = static_cast<unsigned char>(character) - unsigned{'0'};
     if constexpr (Base == 10)
-        return decimal;
-    const unsigned letter = (static_cast<unsigned char>(character) | 0x20U) - unsigned{'a'};
-    return letter < 6 ? letter + 10 : decimal < 10 ? decimal : Base;
+        return static_cast<unsigned char>(character) - unsigned{'0'};
+    else
+        return hex_digits[static_cast<unsigned char>(character)];
 }
 
-/// Reads digits from [at, end) and says whether their number fits; `end` null is the end of the digits themselves.
+// The readers below move over a text by value: they return where they end, null when there is nothing to read.
+
+/// Digits of a number that may be too large, from the first to `end`.
 template <unsigned Base, class Number>
-constexpr bool read_digits(const char *&at, const char *end, Number &number)
+[[gnu::noinline]] constexpr bool read_checked(const char *at, const char *end, Number &number)
 {
-    // As many digits as fit whatever they are, leading zeros included: these need no test for overflow.
-    constexpr int safe = Base == 16 ? std::numeric_limits<Number>::digits / 4 : std::numeric_limits<Number>::digits10;
-    const char *const first = at;
-    Number value = 0;
-    unsigned digit = 0;
-    for (; at != end && (digit = digit_value<Base>(*at)) < Base; ++at)
-        value = static_cast<Number>(value * Base + digit);
-    number = value;
-    if (at - first <= safe)
-        return at != first;
-    value = 0;
-    for (const char *again = first; again != at; ++again) {
-        digit = digit_value<Base>(*again);
-        if (value > (std::numeric_limits<Number>::max() - digit) / Base)
+    number = 0;
+    for (; at != end; ++at)
+        if (__builtin_mul_overflow(number, Base, &number) ||
+            __builtin_add_overflow(number, digit_value<Base>(*at), &number))
             return false;
-        value = static_cast<Number>(value * Base + digit);
-    }
     return true;
 }
 
-constexpr void skip_space(const char *&at)
+/// Digits up to `end`; where that is null up to their own end.
+template <unsigned Base, class Number>
+constexpr const char *read_digits(const char *at, const char *end, Number &number)
+{
+    // In the processor's own word so many digits fit whatever they are: these need no test on the way.
+    using Word = std::size_t;
+    constexpr int safe = Base == 16 ? std::numeric_limits<Word>::digits / 4 : std::numeric_limits<Word>::digits10;
+    const char *const first = at;
+    Word value = 0;
+    for (unsigned digit = 0; at != end && (digit = digit_value<Base>(*at)) < Base; ++at)
+        value = value * Base + digit;
+    if (at - first > safe)
+        return read_checked<Base>(first, at, number) ? at : nullptr;
+    number = static_cast<Number>(value);
+    return at != first && number == value ? at : nullptr;
+}
+
+constexpr const char *skip_space(const char *at)
 {
     while (is_space(*at))
         ++at;
+    return at;
 }
 
 /// One number of at most `Width` characters; any number of them when that is 0.
 template <unsigned Base, unsigned Width, class Number>
-[[gnu::noinline]] constexpr bool scan_number(const char *&at, Number &number)
+[[gnu::noinline]] constexpr const char *scan_number(const char *at, Number &number)
 {
     using Unsigned = std::make_unsigned_t<Number>;
 
-    skip_space(at);
+    if constexpr (Width == 0 && Base == 10 && std::is_unsigned_v<Number>)
+        if (digit_value<Base>(*at) < Base)
+            return read_digits<Base>(at, nullptr, number);
+    at = skip_space(at);
     const char *end = nullptr;
     if constexpr (Width != 0)
         for (end = at; end != at + Width && *end != '\0';)
@@ -77,49 +99,50 @@ template <unsigned Base, unsigned Width, class Number>
         if (at != end && *at == '0' && at + 1 != end && (at[1] | 0x20) == 'x')
             at += 2;
     Unsigned magnitude = 0;
-    if (!read_digits<Base>(at, end, magnitude))
-        return false;
+    at = read_digits<Base>(at, end, magnitude);
+    if (at == nullptr)
+        return nullptr;
     if constexpr (std::is_signed_v<Number>)
         if (magnitude > Unsigned{std::numeric_limits<Number>::max()} + Unsigned{negative})
-            return false;
+            return nullptr;
     number = static_cast<Number>(negative ? Unsigned{0} - magnitude : magnitude);
-    return true;
+    return at;
 }
 
-constexpr bool scan_string(const char *&at, std::span<char> string)
+constexpr const char *scan_string(const char *at, std::span<char> string)
 {
-    skip_space(at);
+    at = skip_space(at);
     std::size_t length = 0;
     for (; *at != '\0' && !is_space(*at); ++at) {
         if (length + 1 >= string.size())
-            return false;
+            return nullptr;
         string[length++] = *at;
     }
     if (length == 0)
-        return false;
+        return nullptr;
     string[length] = '\0';
-    return true;
+    return at;
 }
 
 /// Literal characters of the format; white space there stands for any amount of it, none included.
 template <FixedString Format, Piece piece>
-constexpr bool scan_literal(const char *&at)
+constexpr const char *scan_literal(const char *at)
 {
     for (u32 i = piece.begin; i < piece.begin + piece.length; ++i) {
         if (is_space(Format.text[i]))
-            skip_space(at);
+            at = skip_space(at);
         else if (*at++ != Format.text[i])
-            return false;
+            return nullptr;
     }
-    return true;
+    return at;
 }
 
 template <Piece piece, class Argument>
-constexpr bool scan_argument(const char *&at, Argument &argument)
+constexpr const char *scan_argument(const char *at, Argument &argument)
 {
     if constexpr (piece.conversion == Conversion::character) {
         argument = *at;
-        return *at++ != '\0';
+        return *at != '\0' ? at + 1 : nullptr;
     } else if constexpr (piece.conversion == Conversion::string) {
         return scan_string(at, argument);
     } else {
@@ -129,17 +152,17 @@ constexpr bool scan_argument(const char *&at, Argument &argument)
     }
 }
 
+/// Moves `at` behind what the piece stands for.
 template <FixedString Format, Piece piece, class Arguments>
 constexpr bool scan_piece(const char *&at, const Arguments &arguments, int &converted)
 {
     if constexpr (piece.conversion == Conversion::literal) {
-        return scan_literal<Format, piece>(at);
+        at = scan_literal<Format, piece>(at);
     } else {
-        if (!scan_argument<piece>(at, std::get<piece.argument>(arguments)))
-            return false;
-        ++converted;
-        return true;
+        at = scan_argument<piece>(at, std::get<piece.argument>(arguments));
+        converted += at != nullptr ? 1 : 0;
     }
+    return at != nullptr;
 }
 
 } // namespace format

@@ -38,7 +38,6 @@
 #include "common/bytes.hpp"
 #include "common/census.hpp"
 #include "common/ipv4.hpp"
-#include "common/trimmed.hpp"
 #include "route_keys/evpn.hpp"
 
 using namespace bgpdt;
@@ -132,9 +131,9 @@ u32 parse_with_colons(const char *text, SYSDT_BolValue &value)
 {
     const auto census = Census::of<"0123456789.:">(text);
     char copy[64];
-    if (census.strangers() != 0 || std::strlen(text) >= sizeof copy)
+    if (!census.admits(1, sizeof copy - 1))
         return SYSDT_ERR_FAIL;
-    std::memcpy(copy, text, std::strlen(text) + 1);
+    std::memcpy(copy, text, census.length() + 1);
     Split split{copy};
     if (!split_at(':', split))
         return SYSDT_ERR_FAIL;
@@ -330,13 +329,11 @@ u32 SYSDT_Str2NGIpv6Prefix(char *text, SYSDT_BolValue *value)
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
     char copy[160];
-    text = trimmed(text, 1, sizeof copy - 1);
-    if (text == nullptr)
-        return SYSDT_ERR_FAIL;
+    text = SYSDT_BTrim(text);
     const auto census = Census::of<"0123456789abcdefABCDEF.:-">(text);
-    if (census.strangers() != 0)
+    if (!census.admits(1, sizeof copy - 1))
         return SYSDT_ERR_FAIL;
-    std::memcpy(copy, text, std::strlen(text) + 1);
+    std::memcpy(copy, text, census.length() + 1);
     Split split{copy};
     if (!split_at('-', split))
         return SYSDT_ERR_FAIL;
@@ -360,10 +357,8 @@ u32 SYSDT_Str2NGPrefix(char *text, SYSDT_BolValue *value)
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
     text = SYSDT_BTrim(text);
-    if (std::strchr(text, '-') != nullptr) // (2)
-        return SYSDT_Str2NGIpv6Prefix(text, value);
-    text = trimmed(text, 1, 63);
-    return text == nullptr ? SYSDT_ERR_FAIL : parse_with_colons(text, *value);
+    return std::strchr(text, '-') != nullptr ? SYSDT_Str2NGIpv6Prefix(text, value) // (2)
+                                             : parse_with_colons(text, *value);
 }
 
 u32 SYSDT_NGPrefix2Str(const SYSDT_BolValue *value, char *buffer, u32 *length)

@@ -135,14 +135,13 @@ u32 SYSDT_CheckVrfRtExtStr(const char *text, u32 *dots, u32 *colons, u32 *hyphen
 {
     if (text == nullptr || dots == nullptr || colons == nullptr || hyphens == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    const std::size_t length = std::strlen(text);
-    if (length < 1 || length > 100 || NCF_IsSpaceInString(text) != 0)
-        return SYSDT_ERR_FAIL;
     const auto census = Census::of<"0123456789abcdefABCDEF.:-">(text);
+    if (!census.admits(1, 100))
+        return SYSDT_ERR_FAIL;
     *dots = census.dots();
     *colons = census.colons();
     *hyphens = census.marks();
-    return census.strangers() == 0 ? SYSDT_OK : SYSDT_ERR_FAIL;
+    return SYSDT_OK;
 }
 
 u32 SYSDT_Str2VrfRtExt(char *text, SYSDT_BolRouteTarget *output)

@@ -26,7 +26,6 @@
 #include "common/census.hpp"
 #include "common/ipv4.hpp"
 #include "common/scan.hpp"
-#include "common/trimmed.hpp"
 #include "vpn_id/rd_text.hpp"
 
 using namespace bgpdt;
@@ -122,12 +121,10 @@ u32 SYSDT_Str2RtpRd(char *text, SYSDT_RtpRd *output)
 {
     if (text == nullptr || output == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = trimmed(text, 1, 21);
-    if (text == nullptr)
-        return SYSDT_ERR_FAIL;
+    text = SYSDT_BTrim(text);
     const auto census = Census::of<"0123456789.:*">(text);
     const u32 dots = census.dots();
-    if (census.strangers() != 0 || census.colons() != 1 || (dots != 0 && dots != 1 && dots != 3))
+    if (!census.admits(1, 21) || census.colons() != 1 || (dots != 0 && dots != 1 && dots != 3))
         return SYSDT_ERR_FAIL;
     const bool star = census.marks() != 0;
     SYSDT_Octets rd{};

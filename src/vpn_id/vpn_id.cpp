@@ -23,7 +23,6 @@
 #include "common/census.hpp"
 #include "common/print.hpp"
 #include "common/scan.hpp"
-#include "common/trimmed.hpp"
 
 using namespace bgpdt;
 
@@ -53,11 +52,9 @@ u32 SYSDT_Str2VpnId(char *text, SYSDT_VpnId *output)
 {
     if (text == nullptr || output == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = trimmed(text, 1, 21);
-    if (text == nullptr)
-        return SYSDT_ERR_FAIL;
+    text = SYSDT_BTrim(text);
     const auto census = Census::of<"0123456789abcdef:">(text); // (1)
-    if (census.strangers() != 0 || census.colons() != 1)
+    if (!census.admits(1, 21) || census.colons() != 1)
         return SYSDT_ERR_FAIL;
     u64 oui = 0;
     u64 index = 0;
