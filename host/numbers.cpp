@@ -20,15 +20,13 @@ uint32_t read_decimal(const char *text, Number *number)
     if (text == nullptr || number == nullptr) {
         return SYSDT_ERR_NULL_PTR;
     }
-    constexpr Number largest = std::numeric_limits<Number>::max();
     Number value = 0;
     const char *at = text;
     for (; is_digit(*at); ++at) {
-        const auto digit = static_cast<Number>(*at - '0');
-        if (value > (largest - digit) / 10) {
+        if (__builtin_mul_overflow(value, Number{10}, &value) ||
+            __builtin_add_overflow(value, static_cast<Number>(*at - '0'), &value)) {
             return SYSDT_ERR_FAIL;
         }
-        value = value * 10 + digit;
     }
     if (at == text || *at != '\0') {
         return SYSDT_ERR_FAIL;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <string_view>
 
 #include "common/format.hpp"
 
@@ -36,6 +37,15 @@ public:
         for (; *at != '\0'; ++at)
             counts += weight<Known>[static_cast<u8>(*at)];
         return {counts, static_cast<std::size_t>(at - text)};
+    }
+
+    template <FixedString Known>
+    static constexpr Census of(std::string_view text)
+    {
+        u32 counts = 0;
+        for (const char character : text)
+            counts += weight<Known>[static_cast<u8>(character)];
+        return {counts, text.size()};
     }
 
 private:

@@ -44,14 +44,14 @@ constexpr unsigned digit_value(char character)
 
 /// Digits of a number that may be too large, from the first to `end`.
 template <unsigned Base, class Number>
-[[gnu::noinline]] constexpr bool read_checked(const char *at, const char *end, Number &number)
+[[gnu::noinline]] constexpr const char *read_checked(const char *at, const char *end, Number &number)
 {
     number = 0;
     for (; at != end; ++at)
         if (__builtin_mul_overflow(number, Base, &number) ||
             __builtin_add_overflow(number, digit_value<Base>(*at), &number))
-            return false;
-    return true;
+            return nullptr;
+    return end;
 }
 
 /// Digits up to `end`; where that is null up to their own end.
@@ -66,7 +66,7 @@ constexpr const char *read_digits(const char *at, const char *end, Number &numbe
     for (unsigned digit = 0; at != end && (digit = digit_value<Base>(*at)) < Base; ++at)
         value = value * Base + digit;
     if (at - first > safe)
-        return read_checked<Base>(first, at, number) ? at : nullptr;
+        return read_checked<Base>(first, at, number);
     number = static_cast<Number>(value);
     return at != first && number == value ? at : nullptr;
 }
@@ -78,15 +78,13 @@ constexpr const char *skip_space(const char *at)
     return at;
 }
 
-/// One number of at most `Width` characters; any number of them when that is 0.
+/// A number with all that may stand in front of its digits, of at most `Width` characters; any number of them when that
+/// is 0.
 template <unsigned Base, unsigned Width, class Number>
-[[gnu::noinline]] constexpr const char *scan_number(const char *at, Number &number)
+[[gnu::noinline]] constexpr const char *scan_led_number(const char *at, Number &number)
 {
     using Unsigned = std::make_unsigned_t<Number>;
 
-    if constexpr (Width == 0 && Base == 10 && std::is_unsigned_v<Number>)
-        if (digit_value<Base>(*at) < Base)
-            return read_digits<Base>(at, nullptr, number);
     at = skip_space(at);
     const char *end = nullptr;
     if constexpr (Width != 0)
@@ -107,6 +105,16 @@ template <unsigned Base, unsigned Width, class Number>
             return nullptr;
     number = static_cast<Number>(negative ? Unsigned{0} - magnitude : magnitude);
     return at;
+}
+
+/// A number; most begin with a digit, and have no width to watch.
+template <unsigned Base, unsigned Width, class Number>
+[[gnu::noinline]] constexpr const char *scan_number(const char *at, Number &number)
+{
+    if constexpr (Width == 0 && Base == 10 && std::is_unsigned_v<Number>)
+        if (digit_value<Base>(*at) < Base)
+            return read_digits<Base>(at, nullptr, number);
+    return scan_led_number<Base, Width>(at, number);
 }
 
 constexpr const char *scan_string(const char *at, std::span<char> string)

@@ -37,8 +37,8 @@ bool read_groups(const char *text, u8 (&esi)[esi_size])
     for (std::size_t stored = 0; stored < esi_size; stored += sizeof(u16)) {
         const char *const group = text;
         u32 number = 0;
-        for (; is_hex(*text); ++text)
-            number = number << 4 | format::digit_value<16>(*text);
+        for (u32 digit = 0; (digit = format::digit_value<16>(*text)) < 16; ++text)
+            number = number << 4 | digit;
         if (text == group || text - group > 4)
             return false;
         store_network(esi + stored, static_cast<u16>(number));
@@ -80,19 +80,15 @@ u32 read_esi(const char *text, u8 *out, CheckTopDigit *check, u32 mode, u32 leni
 
 namespace bgpdt::evpn {
 
-const char *take_field(char *&at, bool last, std::size_t most, FieldText &copy)
+Cut take_field(char *&at, bool last, std::size_t most)
 {
     char *const field = at;
-    char *const end = std::strchr(field, last ? '\0' : ':');
+    char *const end = last ? field + std::strlen(field) : std::strchr(field, ':');
     const std::size_t length = end == nullptr ? 0 : static_cast<std::size_t>(end - field);
-    if (length == 0 || length > most || (!last && length > longest_field))
-        return nullptr;
+    if (length == 0 || length > (last ? most : std::min(most, longest_field)))
+        return {nullptr, nullptr};
     at = end;
-    if (last)
-        return field;
-    std::memcpy(copy, field, length);
-    copy[length] = '\0';
-    return copy;
+    return {field, end};
 }
 
 u32 read_ipv4(const char *text, SYSDT_EvpnAddress &out)
@@ -107,14 +103,11 @@ u32 read_ipv4(const char *text, SYSDT_EvpnAddress &out)
 
 u32 read_bracketed(char *&at, SYSDT_EvpnAddress &out)
 {
-    const char *const end = *at == '[' ? std::strchr(at, ']') : nullptr;
+    char *const end = *at == '[' ? std::strchr(at, ']') : nullptr;
     const std::size_t length = end == nullptr ? 0 : static_cast<std::size_t>(end - at) - 1;
     if (length == 0 || length > longest_field)
         return SYSDT_ERR_FAIL;
-    FieldText copy;
-    std::memcpy(copy, at + 1, length);
-    copy[length] = '\0';
-    if (SYSDT_Str2Ipv6(copy, out.ipv6) != SYSDT_OK)
+    if (const Cut address(at + 1, end); SYSDT_Str2Ipv6(address.text(), out.ipv6) != SYSDT_OK)
         return SYSDT_ERR_FAIL;
     out.family = 1;
     at += length + 2;
@@ -149,10 +142,9 @@ u32 SYSDT_Str2EvpnUintNum(char **cursor, u32 *out, u32 maxDigits, u32 min, u32 m
 {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    FieldText copy;
-    const char *const text = take_field(*cursor, isLast != 0, maxDigits, copy);
+    const Cut field = take_field(*cursor, isLast != 0, maxDigits);
     u32 number = 0;
-    if (text == nullptr || SMP_StrToUint32(text, &number) != SYSDT_OK || number < min || number > max)
+    if (field.text() == nullptr || SMP_StrToUint32(field.text(), &number) != SYSDT_OK || number < min || number > max)
         return SYSDT_ERR_FAIL;
     *out = number;
     return SYSDT_OK;
@@ -162,10 +154,8 @@ u32 SYSDT_Str2EvpnIpAddr(char **cursor, SYSDT_EvpnAddress *field, u32 isLast)
 {
     if (cursor == nullptr || *cursor == nullptr || field == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    if (**cursor != '[') {
-        FieldText copy;
-        return read_ipv4(take_field(*cursor, isLast != 0, SIZE_MAX, copy), *field);
-    }
+    if (**cursor != '[')
+        return read_ipv4(take_field(*cursor, isLast != 0).text(), *field);
     const u32 status = read_bracketed(*cursor, *field);
     return status == SYSDT_OK && isLast == 0 && **cursor == ':' ? SYSDT_ERR_FAIL : status; // (10)
 }
@@ -174,9 +164,8 @@ u32 SYSDT_Str2EvpnEsi(char **cursor, u8 out[10], u32 isLast, u32)
 {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    FieldText copy;
-    const char *const text = take_field(*cursor, isLast != 0, esi_text_length, copy);
-    return text == nullptr ? SYSDT_ERR_FAIL : SYSDT_Str2EsiBas(text, out, 1, 0);
+    const Cut esi = take_field(*cursor, isLast != 0, esi_text_length);
+    return esi.text() == nullptr ? SYSDT_ERR_FAIL : SYSDT_Str2EsiBas(esi.text(), out, 1, 0);
 }
 
 u32 SYSDT_Str2EvpnIpv6(char *text, u8 out[16], u32 *outLength)

@@ -65,26 +65,24 @@ u32 read_number(Reading &in, const Piece &piece, u8 *to)
 
 u32 read_mac(Reading &in, const Piece &piece, u8 *to)
 {
-    FieldText copy;
-    const char *const text = take_field(in.at, in.last, piece.most, copy);
-    return text == nullptr ? SYSDT_ERR_FAIL : SMP_Str2Mac(text, to);
+    const Cut mac = take_field(in.at, in.last, piece.most);
+    return mac.text() == nullptr ? SYSDT_ERR_FAIL : SMP_Str2Mac(mac.text(), to);
 }
 
 u32 read_esi(Reading &in, const Piece &piece, u8 *to)
 {
-    FieldText copy;
-    return SYSDT_Str2EsiBas(take_field(in.at, in.last, piece.most, copy), to, 1, in.lenient);
+    return SYSDT_Str2EsiBas(take_field(in.at, in.last, piece.most).text(), to, 1, in.lenient);
 }
 
 u32 read_auto_discovery_esi(Reading &in, const Piece &piece, u8 *to)
 {
-    FieldText copy;
-    const char *const text = take_field(in.at, in.last, piece.most, copy);
-    if (text == nullptr)
+    const Cut esi = take_field(in.at, in.last, piece.most);
+    if (esi.text() == nullptr)
         return SYSDT_ERR_FAIL;
-    if (std::count(text, text + std::strlen(text), '0') != 20)
-        return SYSDT_Str2EsiForAd(text, to, 1, in.lenient);
-    std::memset(to, 0, sizeof(SYSDT_EvpnAutoDiscovery::esi)); // (5)
+    if (const u32 status = SYSDT_Str2EsiForAd(esi.text(), to, 1, in.lenient);
+        status == SYSDT_OK || std::count(esi.text(), esi.text() + std::strlen(esi.text()), '0') != 20)
+        return status;
+    std::memset(to, 0, sizeof(SYSDT_EvpnAutoDiscovery::esi)); // (5): the reader has refused it
     return SYSDT_OK;
 }
 

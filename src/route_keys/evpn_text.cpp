@@ -8,63 +8,83 @@
 /// Irregularities, all deliberate; the numbers run through the files of the type:
 ///  (3) Nothing in a text names its route type: its separators are counted, and of the texts with two colons and no
 ///      bracket the one with a dot ahead of the second colon is an IP prefix.
+#include <cstring>
+
+#include "common/census.hpp"
 #include "common/scan.hpp"
-#include "common/trimmed.hpp"
 #include "route_keys/evpn.hpp"
 
 using namespace bgpdt;
 
 namespace {
 
+/// What is outside a text's brackets.
+struct Outside {
+    u32 colons = 0;
+    u32 brackets = 0; ///< themselves, of either kind
+
+    /// Counts them; false if there is a character that no text may have.
+    bool count(const char *text)
+    {
+        bool inside = false;
+        for (; *text != '\0'; ++text) {
+            if (*text == '[' || *text == ']') {
+                ++brackets;
+                inside = *text == '[';
+            } else if (*text == ':') {
+                colons += inside ? 0 : 1;
+            } else if (*text != '.' && *text != '-' && format::digit_value<16>(*text) >= 16) {
+                return false;
+            }
+        }
+        return true;
+    }
+};
+
 /// What a text is made of.
 struct Shape {
     u32 dots = 0;
     u32 colons = 0;
-    u32 outer_colons = 0; ///< outside brackets
     u32 dashes = 0;
-    u32 brackets = 0; ///< of either kind
+    Outside outside{};
 
     // What stands ahead of the second colon.
     bool inclusive = false;  ///< no bracket
     bool ipv4_prefix = true; ///< a dot; also if there is no second colon
     bool segment = false;    ///< exactly four dots, which rules the other two out
 
-    /// Counts the characters in one pass; false if there is one that no text may have.
-    bool count(const char *text);
+    /// Counts the characters; false if there are too many, or one that no text may have.
+    bool count(const char *text)
+    {
+        const auto census = census_of(text);
+        if (census.length() < 1 || census.length() > 183)
+            return false;
+        dots = census.dots();
+        colons = census.colons();
+        dashes = census.marks();
+        outside.colons = colons;
+        if (colons >= 2)
+            look_ahead_of_second_colon(text);
+        if (census.strangers() == 0)
+            return true;
+        outside = {};
+        return outside.count(text);
+    }
 
 private:
-    void note_second_colon()
+    /// Brackets are strangers to it: few texts have any.
+    static Census census_of(auto text) { return Census::of<"0123456789abcdefABCDEF.:-">(text); }
+
+    void look_ahead_of_second_colon(const char *text)
     {
-        segment = dots == 4;
-        inclusive = brackets == 0 && !segment;
-        ipv4_prefix = dots != 0 && !segment;
+        const char *const first = std::strchr(text, ':');
+        const char *const second = std::strchr(first + 1, ':');
+        const auto ahead = census_of(std::string_view(text, second));
+        segment = ahead.dots() == 4;
+        inclusive = ahead.strangers() == 0 && !segment;
+        ipv4_prefix = ahead.dots() != 0 && !segment;
     }
 };
-
-bool Shape::count(const char *text)
-{
-    bool inside = false;
-    for (; *text != '\0'; ++text) {
-        switch (*text) {
-        case '.': ++dots; break;
-        case '-': ++dashes; break;
-        case '[':
-        case ']':
-            ++brackets;
-            inside = *text == '[';
-            break;
-        case ':':
-            outer_colons += inside ? 0 : 1;
-            if (++colons == 2)
-                note_second_colon();
-            break;
-        default:
-            if (format::digit_value<16>(*text) >= 16)
-                return false;
-        }
-    }
-    return true;
-}
 
 u32 read_by_outer_colons(u32 outer_colons, char *text, SYSDT_BolEvpn *value)
 {
@@ -79,15 +99,16 @@ u32 read_by_outer_colons(u32 outer_colons, char *text, SYSDT_BolEvpn *value)
 /// The first line that fits the text decides. (3)
 u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 lenient)
 {
-    if (shape.outer_colons >= 6 && shape.outer_colons <= 8)
-        return read_by_outer_colons(shape.outer_colons, text, value);
+    const u32 brackets = shape.outside.brackets;
+    if (shape.outside.colons >= 6 && shape.outside.colons <= 8)
+        return read_by_outer_colons(shape.outside.colons, text, value);
     if (shape.segment)
         return SYSDT_Str2Es(text, value, lenient);
-    if (shape.brackets == 2 && shape.dashes == 0)
+    if (brackets == 2 && shape.dashes == 0)
         return (shape.inclusive ? SYSDT_Str2Inclusive : SYSDT_Str2Ipv6Prefix)(text, value);
-    if (shape.brackets == 2 && shape.dashes == 2)
+    if (brackets == 2 && shape.dashes == 2)
         return shape.colons < 5 ? SYSDT_ERR_FAIL : SYSDT_Str2EvnMac(text, value);
-    if ((shape.dots != 3 && shape.dots != 4 && shape.dots != 7) || shape.colons > 4 || shape.brackets != 0)
+    if ((shape.dots != 3 && shape.dots != 4 && shape.dots != 7) || shape.colons > 4 || brackets != 0)
         return SYSDT_ERR_FAIL;
     if (shape.dashes != 0 && shape.dashes != 2)
         return SYSDT_ERR_FAIL;
@@ -108,15 +129,15 @@ u32 SYSDT_Str2EvnPrefix(char *text, SYSDT_BolEvpn *value, u32 lenient)
 {
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = trimmed(text, 1, 183);
+    text = SYSDT_BTrim(text);
     Shape shape;
-    return text != nullptr && shape.count(text) ? read_by_shape(shape, text, value, lenient) : SYSDT_ERR_FAIL;
+    return shape.count(text) ? read_by_shape(shape, text, value, lenient) : SYSDT_ERR_FAIL;
 }
 
 u32 SYSDT_Str2EvpnMcRoute(char *text, SYSDT_BolEvpn *value)
 {
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    Shape shape;
-    return shape.count(text) ? read_by_outer_colons(shape.outer_colons, text, value) : SYSDT_ERR_FAIL;
+    Outside outside;
+    return outside.count(text) ? read_by_outer_colons(outside.colons, text, value) : SYSDT_ERR_FAIL;
 }
