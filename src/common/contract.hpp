@@ -143,8 +143,13 @@ u32 copy_out(Allocator allocator, const Context &context, u32 length, const void
 template <const auto &type>
 ValueOf<type> read_value(u32 length, const void *data)
 {
-    ValueOf<type> value{};
-    std::memcpy(&value, data, type.reads == Input::whole ? sizeof value : std::min<std::size_t>(length, sizeof value));
+    ValueOf<type> value;
+    if (type.reads == Input::whole || length >= sizeof value) {
+        std::memcpy(&value, data, sizeof value);
+    } else {
+        value = {};
+        std::memcpy(&value, data, length);
+    }
     return value;
 }
 

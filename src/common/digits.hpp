@@ -3,6 +3,9 @@
 /// Numbers to digits, without a division that the target's processor lacks: the 64-bit form works in 16-bit limbs.
 #pragma once
 
+#include <algorithm>
+#include <array>
+
 #include "common/types.hpp"
 
 namespace bgpdt {
@@ -55,11 +58,31 @@ constexpr char *write_up_to_four(char *to, u32 number)
     return to + 2;
 }
 
+/// Every octet in decimal.
+inline constexpr auto octets = [] {
+    struct Text {
+        char text[3];
+        u8 length;
+    };
+    std::array<Text, 256> table{};
+    for (u32 i = 0; i < table.size(); ++i)
+        table[i].length = static_cast<u8>(write_up_to_four(table[i].text, i) - table[i].text);
+    return table;
+}();
+
 } // namespace digits
 
 inline constexpr std::size_t most_u32_digits = 10;
 inline constexpr std::size_t most_u64_digits = 20;
 inline constexpr std::size_t most_hex_digits = 8;
+
+/// Writes an octet in decimal and returns the end; up to two characters behind it may be overwritten.
+constexpr char *write_decimal(char *to, u8 octet)
+{
+    const auto &written = digits::octets[octet];
+    std::copy_n(written.text, sizeof written.text, to);
+    return to + written.length;
+}
 
 /// Writes a number in decimal and returns the end.
 [[gnu::noinline]] constexpr char *write_decimal(char *to, u32 number)
@@ -100,6 +123,16 @@ inline constexpr std::size_t most_hex_digits = 8;
     return to;
 }
 
+inline constexpr char hex_characters[] = "0123456789abcdef";
+
+/// Writes an octet as two hexadecimal digits and returns the end.
+constexpr char *write_hex_pair(char *to, u8 octet)
+{
+    to[0] = hex_characters[octet >> 4];
+    to[1] = hex_characters[octet & 0xF];
+    return to + 2;
+}
+
 /// Writes a number in lower-case hexadecimal with at least so many digits and returns the end.
 [[gnu::noinline]] constexpr char *write_hex(char *to, u32 number, int fewest = 1)
 {
@@ -107,7 +140,7 @@ inline constexpr std::size_t most_hex_digits = 8;
     while (count < 8 && number >> (4 * count) != 0)
         ++count;
     for (int shift = 4 * (count - 1); shift >= 0; shift -= 4)
-        *to++ = "0123456789abcdef"[number >> shift & 0xF];
+        *to++ = hex_characters[number >> shift & 0xF];
     return to;
 }
 

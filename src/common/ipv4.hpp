@@ -12,9 +12,12 @@ constexpr bool are_octets(const u32 (&octet)[4]) { return (octet[0] | octet[1] |
 
 constexpr u32 joined(const u32 (&octet)[4]) { return octet[0] << 24 | octet[1] << 16 | octet[2] << 8 | octet[3]; }
 
+/// The first to the last, by their number from 0.
+constexpr u8 octet_of(u32 address, int number) { return static_cast<u8>(address >> (24 - 8 * number)); }
+
 constexpr void print_ipv4_address(u32 address, Writer &out)
 {
-    print<"%u.%u.%u.%u">(out, address >> 24, address >> 16 & 0xFF, address >> 8 & 0xFF, address & 0xFF);
+    print<"%u.%u.%u.%u">(out, octet_of(address, 0), octet_of(address, 1), octet_of(address, 2), octet_of(address, 3));
 }
 
 } // namespace bgpdt

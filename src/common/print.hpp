@@ -45,8 +45,12 @@ constexpr char *write_argument(char *to, const Argument &argument)
     } else {
         static_assert(std::is_unsigned_v<Argument> && sizeof(Argument) <= 4);
         const u32 number = piece.bits == 8 ? argument & 0xFFU : piece.bits == 16 ? argument & 0xFFFFU : u32{argument};
-        if constexpr (piece.conversion == Conversion::hex)
+        if constexpr (piece.conversion == Conversion::hex && piece.width == 2 && sizeof argument == 1)
+            return write_hex_pair(to, argument);
+        else if constexpr (piece.conversion == Conversion::hex)
             return write_hex(to, number, piece.width == 0 ? 1 : piece.width);
+        else if constexpr (sizeof argument == 1 || piece.bits == 8)
+            return write_decimal(to, static_cast<u8>(number));
         else
             return write_decimal(to, number);
     }

@@ -107,8 +107,8 @@ void print_ipv4_form(const typename Text::Key &key, Writer &out)
     const u32 address = key.ipv4;
     std::apply(
         [&](auto... number) {
-            print<Text::ipv4_form>(out, number..., address >> 24, address >> 16 & 0xFF, address >> 8 & 0xFF,
-                                   address & 0xFF);
+            print<Text::ipv4_form>(out, number..., octet_of(address, 0), octet_of(address, 1), octet_of(address, 2),
+                                   octet_of(address, 3));
         },
         Text::numbers_of(key));
 }
