@@ -104,7 +104,22 @@ constexpr void print_from(Writer &out, const Arguments &arguments)
 
 } // namespace format
 
-/// Writes the arguments by the format.
+/// Writes the arguments, no strings among them, by the format, without looking at the room. Returns the end.
+template <FixedString Format, class... Arguments>
+constexpr char *write(char *to, const Arguments &...arguments)
+{
+    constexpr auto pieces = format::parse<Format>();
+    static_assert(pieces.arguments == sizeof...(Arguments), "one argument for each conversion");
+    const auto references = std::tie(arguments...);
+    [&]<std::size_t... I>(std::index_sequence<I...>)
+    {
+        ((to = format::write_piece<Format, pieces.piece[I]>(to, references)), ...);
+    }
+    (std::make_index_sequence<pieces.count>{});
+    return to;
+}
+
+/// Prints the arguments by the format.
 ///
 /// @param out        takes the text; it is not terminated here
 /// @param arguments  one for each conversion: unsigned numbers of at most 32 bits, u64 for "%llu", for "%s" anything

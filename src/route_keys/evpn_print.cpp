@@ -8,6 +8,8 @@
 ///  (15) An ESI alone prints as with length 0 and address 0.0.0.0, and one of zeros prints too.
 ///  (16) An IPv6 source or group, and the IPv6 originator of a leave, print in brackets, where no text may have them.
 ///  (17) No number is refused: lengths up to 255 everywhere, 0 for a group or an originator.
+#include <cstring>
+
 #include "common/ipv4.hpp"
 #include "common/print.hpp"
 #include "route_keys/evpn.hpp"
@@ -17,90 +19,105 @@ using namespace bgpdt::evpn;
 
 namespace {
 
-void print_esi(const u8 *esi, Writer &out)
-{
-    print<"%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x">(out, esi[0], esi[1], esi[2], esi[3], esi[4], esi[5], esi[6],
-                                                          esi[7], esi[8], esi[9]);
-}
-
-void print_number(u32 number, bool first, Writer &out)
-{
-    if (!first)
-        out.put(':');
-    print<"%u">(out, number);
-}
+// Characters, with what the writers may overwrite behind them.
+constexpr std::size_t longest_esi = 24;
+constexpr std::size_t longest_number = 1 + most_u32_digits;
+constexpr std::size_t longest_address = 4 + 2 + 46 + 1; ///< length, bracket, IPv6 address, bracket
+constexpr std::size_t longest_piece = longest_address;
+constexpr std::size_t longest_key = longest_esi + 2 * longest_number + 3 * longest_address; ///< of a leave
 
 bool prints(const SYSDT_EvpnAddress &address) { return address.family <= 1; } // (14)
 
-void print_address(const SYSDT_EvpnAddress &address, Writer &out)
-{
-    if (address.family == 0) {
-        print_ipv4_address(address.ipv4, out);
-        return;
-    }
-    char text[64];
-    PAL_Inet_ntoa_b_ipv6(address.ipv6, text);
-    text[sizeof text - 1] = '\0';
-    print<"[%s]">(out, text);
-}
-
-void print_sized_address(const SYSDT_EvpnAddress &address, u8 length, Writer &out)
-{
-    print<":%hhu:">(out, length);
-    print_address(address, out);
-}
-
-/// A key's text, piece by piece.
+/// A key's text, piece by piece, in a buffer with room for all of it. Pieces but the first begin with their colon.
 class KeyText {
 public:
-    explicit KeyText(Writer &out) : out_(out) {}
+    explicit KeyText(char *to) : at_(to) {}
 
     KeyText &esi(const u8 (&esi)[10])
     {
-        print_esi(esi, out_);
-        first_ = false;
+        at_ = write<"%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x">(at_, esi[0], esi[1], esi[2], esi[3], esi[4], esi[5],
+                                                                    esi[6], esi[7], esi[8], esi[9]);
+        return *this;
+    }
+
+    KeyText &first(u32 number)
+    {
+        at_ = write<"%u">(at_, number);
         return *this;
     }
 
     KeyText &number(u32 number)
     {
-        print_number(number, first_, out_);
-        first_ = false;
+        at_ = write<":%u">(at_, number);
+        return *this;
+    }
+
+    KeyText &octet(u8 octet)
+    {
+        at_ = write<":%u">(at_, octet);
         return *this;
     }
 
     KeyText &mac(const u8 (&mac)[6])
     {
-        print<":%.2x%.2x-%.2x%.2x-%.2x%.2x">(out_, mac[0], mac[1], mac[2], mac[3], mac[4], mac[5]);
+        at_ = write<":%.2x%.2x-%.2x%.2x-%.2x%.2x">(at_, mac[0], mac[1], mac[2], mac[3], mac[4], mac[5]);
         return *this;
     }
 
-    KeyText &address(const SYSDT_EvpnSizedAddress &ip)
+    KeyText &address(const SYSDT_EvpnAddress &address)
     {
-        if (prints(ip.address))
-            print_sized_address(ip.address, ip.length, out_);
+        *at_++ = ':';
+        if (address.family == 0) {
+            at_ = write_ipv4_address(at_, address.ipv4);
+            return *this;
+        }
+        *at_++ = '[';
+        PAL_Inet_ntoa_b_ipv6(address.ipv6, at_);
+        at_ += std::strlen(at_);
+        *at_++ = ']';
         return *this;
+    }
+
+    KeyText &sized(const SYSDT_EvpnSizedAddress &ip)
+    {
+        return prints(ip.address) ? octet(ip.length).address(ip.address) : *this;
     }
 
     KeyText &prefix(const SYSDT_EvpnSizedAddress &ip)
     {
-        if (!prints(ip.address))
-            return *this;
-        out_.put(':');
-        print_address(ip.address, out_);
-        print<":%hhu">(out_, ip.length);
-        return *this;
+        return prints(ip.address) ? address(ip.address).octet(ip.length) : *this;
     }
 
-    KeyText &membership(const SYSDT_EvpnMembership &route)
+    KeyText &addresses(const SYSDT_EvpnMembership &route)
     {
-        return number(route.tag).address(route.source).address(route.group).address(route.originator);
+        return sized(route.source).sized(route.group).sized(route.originator);
     }
+
+    char *end() const { return at_; }
 
 private:
-    Writer &out_;
-    bool first_ = true; ///< nothing stands before the next piece
+    char *at_;
 };
+
+/// Writes the key as one of the route type and returns the end; null if there is no such type.
+char *write_key(char *to, u32 route_type, const SYSDT_EvpnKey &key)
+{
+    KeyText text(to);
+    const auto &sync = key.sync;
+    switch (route_type) {
+    case SYSDT_EVPN_AUTO_DISCOVERY: return text.esi(key.autoDiscovery.esi).number(key.autoDiscovery.tag).end();
+    case SYSDT_EVPN_MAC_IP:
+        return text.first(key.macIp.tag).octet(key.macIp.macLength).mac(key.macIp.mac).sized(key.macIp.ip).end();
+    case SYSDT_EVPN_INCLUSIVE: return text.first(key.inclusive.tag).sized(key.inclusive.ip).end();
+    case SYSDT_EVPN_SEGMENT: return text.esi(key.segment.esi).sized(key.segment.ip).end(); // (15)
+    case SYSDT_EVPN_IP_PREFIX: return text.first(key.prefix.tag).prefix(key.prefix.ip).end();
+    case SYSDT_EVPN_SELECTIVE: return text.first(key.selective.tag).addresses(key.selective).end(); // (16)
+    case SYSDT_EVPN_JOIN: return text.esi(sync.esi).number(sync.membership.tag).addresses(sync.membership).end();
+    case SYSDT_EVPN_LEAVE:
+        return text.esi(sync.esi).number(sync.membership.tag).addresses(sync.membership).number(sync.sequence).end();
+    default: return nullptr;
+    }
+}
 
 /// An exported printer of one route type.
 u32 print_as(u32 route_type, const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)
@@ -117,15 +134,15 @@ u32 print_as(u32 route_type, const SYSDT_BolEvpn *value, char *buffer, u32 size,
 }
 
 /// An exported printer of one piece: it moves the caller's position on.
-template <class Print>
-u32 print_piece(char **position, u32 *size, u32 *length, Print print)
+template <class Write>
+u32 print_piece(char **position, u32 *size, u32 *length, Write write_piece)
 {
     if (position == nullptr || *position == nullptr || size == nullptr || length == nullptr)
         return SYSDT_ERR_NULL_PTR;
     if (*size == 0)
         return SYSDT_ERR_FAIL;
     Writer out(*position, *size);
-    print(out);
+    out.put_at_most<longest_piece>([&](char *to) { return write_piece(KeyText(to)).end(); });
     const u32 printed = out.finish();
     *position += printed;
     *size -= printed;
@@ -139,21 +156,13 @@ namespace bgpdt::evpn {
 
 u32 print_key(u32 route_type, const SYSDT_EvpnKey &key, Writer &out)
 {
-    KeyText text(out);
-    switch (route_type) {
-    case SYSDT_EVPN_AUTO_DISCOVERY: text.esi(key.autoDiscovery.esi).number(key.autoDiscovery.tag); break;
-    case SYSDT_EVPN_MAC_IP:
-        text.number(key.macIp.tag).number(key.macIp.macLength).mac(key.macIp.mac).address(key.macIp.ip);
-        break;
-    case SYSDT_EVPN_INCLUSIVE: text.number(key.inclusive.tag).address(key.inclusive.ip); break;
-    case SYSDT_EVPN_SEGMENT: text.esi(key.segment.esi).address(key.segment.ip); break; // (15)
-    case SYSDT_EVPN_IP_PREFIX: text.number(key.prefix.tag).prefix(key.prefix.ip); break;
-    case SYSDT_EVPN_SELECTIVE: text.membership(key.selective); break; // (16)
-    case SYSDT_EVPN_JOIN: text.esi(key.sync.esi).membership(key.sync.membership); break;
-    case SYSDT_EVPN_LEAVE: text.esi(key.sync.esi).membership(key.sync.membership).number(key.sync.sequence); break;
-    default: return SYSDT_ERR_FAIL;
-    }
-    return SYSDT_OK;
+    u32 status = SYSDT_OK;
+    out.put_at_most<longest_key>([&](char *to) {
+        char *const end = write_key(to, route_type, key);
+        status = end == nullptr ? SYSDT_ERR_FAIL : SYSDT_OK;
+        return end == nullptr ? to : end;
+    });
+    return status;
 }
 
 } // namespace bgpdt::evpn
@@ -207,12 +216,14 @@ u32 SYSDT_EVPN_EsiToStr(char **position, u32 *size, u32 *length, const u8 esi[10
 {
     if (esi == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    return print_piece(position, size, length, [esi](Writer &out) { print_esi(esi, out); });
+    return print_piece(position, size, length,
+                       [&octets = reinterpret_cast<const u8(&)[10]>(*esi)](KeyText text) { return text.esi(octets); });
 }
 
 u32 SYSDT_EVPN_NumToStr(char **position, u32 *size, u32 *length, u32 number, u32 first)
 {
-    return print_piece(position, size, length, [=](Writer &out) { print_number(number, first != 0, out); });
+    return print_piece(position, size, length,
+                       [=](KeyText text) { return first != 0 ? text.first(number) : text.number(number); });
 }
 
 u32 SYSDT_EVPN_IpAddrToStr(char **position, u32 *size, u32 *length, const SYSDT_EvpnAddress *field, u32 lengthByte)
@@ -222,7 +233,7 @@ u32 SYSDT_EVPN_IpAddrToStr(char **position, u32 *size, u32 *length, const SYSDT_
     if (!prints(*field))
         return SYSDT_OK;
     return print_piece(position, size, length,
-                       [=](Writer &out) { print_sized_address(*field, static_cast<u8>(lengthByte), out); });
+                       [=](KeyText text) { return text.octet(static_cast<u8>(lengthByte)).address(*field); });
 }
 
 u32 SYSDT_EVPN_OriginIpToStr(const SYSDT_EvpnAddress *field, char *buffer, u32 size, u32 *length, u32 lengthByte)
