@@ -3,6 +3,7 @@
 /// Addresses from and to text: IPv4, IPv6 (RFC 4291 in, RFC 5952 out) and MAC.
 #include <arpa/inet.h>
 
+#include <array>
 #include <cstring>
 
 #include "host/ascii.hpp"
@@ -53,28 +54,116 @@ uint32_t read_ipv4(const char *text, uint32_t *address)
     return SYSDT_OK;
 }
 
+/// The groups of an IPv6 text, in front of its "::" and behind.
+struct Groups {
+    uint32_t group[group_count];
+    int count = 0;
+    int gap = -1; ///< how many stand in front of the "::", if there is one
+
+    bool read(const char *at);
+    void store(uint8_t *address) const;
+
+private:
+    bool add_ipv4(const char *text);
+};
+
+bool Groups::add_ipv4(const char *text)
+{
+    uint32_t tail = 0;
+    if (count > group_count - 2 || read_ipv4(text, &tail) != SYSDT_OK) {
+        return false;
+    }
+    group[count++] = tail >> 16;
+    group[count++] = tail & 0xFFFF;
+    return true;
+}
+
+bool Groups::read(const char *at)
+{
+    if (*at == ':' && *++at != ':') {
+        return false;
+    }
+    for (const char *first = at;; first = at) {
+        if (*at == ':') {
+            if (gap >= 0) {
+                return false;
+            }
+            gap = count;
+            first = ++at;
+            if (*at == '\0') {
+                break;
+            }
+        }
+        uint32_t number = 0;
+        for (uint32_t digit = 0; (digit = digit_value(*at)) < 16; ++at) {
+            number = number << 4 | digit;
+        }
+        if (*at == '.') {
+            return add_ipv4(first) && (gap < 0 ? count == group_count : count < group_count);
+        }
+        if (at == first || at - first > 4 || count == group_count) {
+            return false;
+        }
+        group[count++] = number;
+        if (*at == '\0') {
+            break;
+        }
+        if (*at++ != ':') {
+            return false;
+        }
+    }
+    return gap < 0 ? count == group_count : count < group_count;
+}
+
+void Groups::store(uint8_t *address) const
+{
+    const int zeros = group_count - count;
+    std::memset(address, 0, sizeof(in6_addr));
+    for (int i = 0; i < count; ++i) {
+        uint8_t *const to = address + 2 * (gap >= 0 && i >= gap ? i + zeros : i);
+        to[0] = static_cast<uint8_t>(group[i] >> 8);
+        to[1] = static_cast<uint8_t>(group[i]);
+    }
+}
+
 uint32_t read_ipv6(const char *text, void *address)
 {
     if (text == nullptr || address == nullptr) {
         return SYSDT_ERR_NULL_PTR;
     }
-    in6_addr value;
-    if (inet_pton(AF_INET6, text, &value) != 1) {
+    Groups groups;
+    if (!groups.read(text)) {
         return SYSDT_ERR_FAIL;
     }
-    std::memcpy(address, &value, sizeof value);
+    groups.store(static_cast<uint8_t *>(address));
     return SYSDT_OK;
 }
 
+/// Every octet in decimal.
+struct OctetText {
+    char text[3];
+    uint8_t length;
+};
+
+constexpr auto octets = [] {
+    std::array<OctetText, 256> table{};
+    for (unsigned octet = 0; octet < table.size(); ++octet) {
+        OctetText &written = table[octet];
+        for (const unsigned unit : {100U, 10U, 1U}) {
+            if (octet >= unit || unit == 1) {
+                written.text[written.length++] = static_cast<char>('0' + octet / unit % 10);
+            }
+        }
+    }
+    return table;
+}();
+
 char *write_octet(char *out, uint32_t octet)
 {
-    if (octet >= 100) {
-        *out++ = static_cast<char>('0' + octet / 100);
+    const OctetText &written = octets[octet];
+    for (uint8_t i = 0; i < written.length; ++i) {
+        *out++ = written.text[i];
     }
-    if (octet >= 10) {
-        *out++ = static_cast<char>('0' + octet / 10 % 10);
-    }
-    *out++ = static_cast<char>('0' + octet % 10);
     return out;
 }
 
@@ -90,32 +179,41 @@ char *write_ipv4(char *out, uint32_t address)
 /// Hexadecimal without leading zeros.
 char *write_group(char *out, uint32_t group)
 {
-    int shift = group > 0xFFF ? 12 : group > 0xFF ? 8 : group > 0xF ? 4 : 0;
-    for (; shift >= 0; shift -= 4) {
-        *out++ = "0123456789abcdef"[group >> shift & 0xF];
+    constexpr const char *digits = "0123456789abcdef";
+    if (group > 0xFFF) {
+        *out++ = digits[group >> 12];
     }
+    if (group > 0xFF) {
+        *out++ = digits[group >> 8 & 0xF];
+    }
+    if (group > 0xF) {
+        *out++ = digits[group >> 4 & 0xF];
+    }
+    *out++ = digits[group & 0xF];
     return out;
 }
 
 /// A run of zero groups.
 struct Run {
-    int start;
-    int length;
+    int8_t start;
+    int8_t length;
 };
 
-/// The longest run, the first of equal ones.
-Run longest_run(const uint32_t (&groups)[group_count])
-{
-    Run best{0, 0};
-    Run run{0, 0};
-    for (int i = 0; i < group_count; ++i) {
-        run = groups[i] != 0 ? Run{i + 1, 0} : Run{run.start, run.length + 1};
-        if (run.length > best.length) {
-            best = run;
+/// The longest run for every set of zero groups, a bit each; the first of equal ones.
+constexpr auto longest_runs = [] {
+    std::array<Run, 1 << group_count> table{};
+    for (unsigned zeros = 0; zeros < table.size(); ++zeros) {
+        Run run{0, 0};
+        for (int8_t i = 0; i < group_count; ++i) {
+            run = (zeros >> i & 1) == 0 ? Run{static_cast<int8_t>(i + 1), 0}
+                                        : Run{run.start, static_cast<int8_t>(run.length + 1)};
+            if (run.length > table[zeros].length) {
+                table[zeros] = run;
+            }
         }
     }
-    return best;
-}
+    return table;
+}();
 
 /// Writes RFC 5952 text of less than ipv6_text_size characters, NUL-terminated, and returns its end.
 ///
@@ -124,11 +222,12 @@ Run longest_run(const uint32_t (&groups)[group_count])
 char *write_ipv6(char *out, const uint8_t *address)
 {
     uint32_t groups[group_count];
-    for (uint32_t &group : groups) {
-        group = static_cast<uint32_t>(address[0] << 8 | address[1]);
-        address += 2;
+    unsigned zero_groups = 0;
+    for (int i = 0; i < group_count; ++i) {
+        groups[i] = static_cast<uint32_t>(address[2 * i] << 8 | address[2 * i + 1]);
+        zero_groups |= (groups[i] == 0 ? 1U : 0U) << i;
     }
-    const Run zeros = longest_run(groups);
+    const Run zeros = longest_runs[zero_groups];
     const bool dotted = zeros.start == 0 && (zeros.length == 6 || (zeros.length == 5 && groups[5] == 0xFFFF));
     const int end = dotted ? 6 : group_count;
     bool separated = true; // nothing, or a colon, stands before the next group

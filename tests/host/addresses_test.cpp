@@ -296,4 +296,31 @@ TEST(Mac, HasThreeGroupsOfHexDigits)
     EXPECT_NE(SMP_Str2Mac("1-2-3", nullptr), SYSDT_OK);
 }
 
+TEST(Ipv6, ReadsWhatTheCLibraryReads)
+{
+    std::mt19937 random(2001);
+    constexpr std::string_view alphabet = "0123456789abcdefABCDEF:::::....g ";
+    int accepted = 0;
+    for (int round = 0; round < 1000000; ++round) {
+        Ipv6 address{};
+        for (std::uint8_t &octet : address) {
+            octet = random() % 3 == 0 ? static_cast<std::uint8_t>(random()) : 0;
+        }
+        std::string text = text_of(address);
+        for (auto changes = random() % 3; changes != 0; --changes) {
+            const std::size_t at = random() % text.size();
+            const char character = alphabet[random() % alphabet.size()];
+            random() % 2 == 0 ? text.insert(at, 1, character) : text.replace(at, 1, 1, character);
+        }
+        Ipv6 expected{};
+        Ipv6 read{};
+        const bool valid = inet_pton(AF_INET6, text.c_str(), expected.data()) == 1;
+        ASSERT_EQ(SYSDT_Str2Ipv6(text.c_str(), read.data()) == SYSDT_OK, valid) << text;
+        ASSERT_EQ(valid ? expected : Ipv6{}, read) << text;
+        accepted += valid ? 1 : 0;
+    }
+    EXPECT_LT(300000, accepted);
+    EXPECT_GT(900000, accepted);
+}
+
 } // namespace
