@@ -57,9 +57,7 @@ u32 parse_as_number(char *text, u64 lowest, SYSDT_AsNum *out)
         return SYSDT_ERR_NULL_PTR;
     text = SYSDT_BTrim(text);
     const auto census = Census::of<"0123456789.">(text);
-    if (!census.admits(1, 11) || census.dots() > 1)
-        return SYSDT_ERR_FAIL;
-    return census.dots() == 0 ? parse_plain(text, lowest, *out) : parse_dotted(text, *out);
+    return census.admits(1, 11) ? read_as_number(text, census.dots(), lowest, *out) : u32{SYSDT_ERR_FAIL};
 }
 
 u32 print_any(const SYSDT_AsNum &value, u8, Writer &out)
@@ -98,6 +96,15 @@ constexpr Type<SYSDT_AsNum> as_number_or_zero{
 };
 
 } // namespace
+
+u32 bgpdt::read_as_number(const char *text, u32 dots, u64 lowest, SYSDT_AsNum &out)
+{
+    switch (dots) {
+    case 0: return parse_plain(text, lowest, out);
+    case 1: return parse_dotted(text, out);
+    default: return SYSDT_ERR_FAIL;
+    }
+}
 
 u32 SYSDT_Str2AsNum(char *text, SYSDT_AsNum *out) { return parse_as_number(text, 1, out); }
 u32 SYSDT_Str2AsNumExt(char *text, SYSDT_AsNum *out) { return parse_as_number(text, 0, out); }

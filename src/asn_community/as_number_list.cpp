@@ -20,11 +20,12 @@
 ///  (5) Scripts see all 256 entries, the notation set before the number.
 ///  (6) Reading a script takes what is missing or no number for 0.
 ///  (7) A host that prepares no help entry is not an error.
+#include <cstring>
+
 #include "asn_community/as_number.hpp"
 #include "asn_community/tokens.hpp"
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/callbacks.hpp"
-#include "common/trimmed.hpp"
 
 using namespace bgpdt;
 
@@ -36,16 +37,16 @@ u32 parse_list(u32, char *text, SYSDT_AsNumList &value)
     const std::size_t length = std::strlen(text);
     if (length < 1 || length > 3071)
         return SYSDT_ERR_FAIL;
-    Tokens<SYSDT_AS_LIST_ENTRIES, 11> tokens;
-    if (!tokens.split<"0123456789.">(text)) // (2)
-        return SYSDT_ERR_FAIL;
-    for (u32 i = 0; i < tokens.count; ++i) {
+    Tokens<"0123456789."> tokens(text, 11); // (2)
+    for (auto &entry : value.entry) {
+        if (!tokens.next())
+            break;
         SYSDT_AsNum number{};
-        if (SYSDT_Str2AsNum(tokens.token[i], &number) != SYSDT_OK)
+        if (read_as_number(tokens.text().get(), tokens.census().dots(), 1, number) != SYSDT_OK)
             return SYSDT_ERR_FAIL;
-        value.entry[i] = {number.asNumValue, static_cast<u8>(number.asType)};
+        entry = {number.asNumValue, static_cast<u8>(number.asType)};
     }
-    return SYSDT_OK;
+    return tokens.exhausted() ? SYSDT_OK : SYSDT_ERR_FAIL;
 }
 
 u32 print_list(const SYSDT_AsNumList &value, u8, Writer &out)

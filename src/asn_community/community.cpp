@@ -92,6 +92,14 @@ u32 BRM_GetWellKnownCmyVal(u32 handle, u32 textLength, SYSDT_Community *out, con
     return status;
 }
 
+u32 bgpdt::read_community_name(u32 handle, const char *text, std::size_t length, SYSDT_Community &out)
+{
+    const u32 status = BRM_GetWellKnownCmyVal(handle, static_cast<u32>(length), &out, text);
+    if (status == SYSDT_OK)
+        out.type = SYSDT_COMMUNITY_NUMBER;
+    return status;
+}
+
 u32 SYSDT_Str2CommunitySetCmty(u32 colons, const char *text, SYSDT_Community *out)
 {
     if (text == nullptr || out == nullptr)
@@ -113,10 +121,7 @@ u32 SYSDT_Str2Community(u32 handle, char *text, SYSDT_Community *out)
         return SYSDT_Str2CommunitySetCmty(census.colons(), text, out);
     if (census.length() < 1 || census.length() > 19 || NCF_IsSpaceInString(text) != 0)
         return SYSDT_ERR_FAIL;
-    const u32 status = BRM_GetWellKnownCmyVal(handle, static_cast<u32>(census.length()), out, text);
-    if (status == SYSDT_OK)
-        out->type = SYSDT_COMMUNITY_NUMBER;
-    return status;
+    return read_community_name(handle, text, census.length(), *out);
 }
 
 u32 SYSDT_FormatNoWellKnowCmy(u32 *characters, char *buffer, void **outData, const SYSDT_Community *value)

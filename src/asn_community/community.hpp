@@ -22,6 +22,9 @@ inline constexpr WellKnownCommunity well_known_communities[] = {
     {"no-export-subconfed", 0xFFFFFF03},
 };
 
+/// Reads a community's name, whose length is told. SYSDT_ERR_FAIL for none, SYSDT_ERR_NO_MEMORY for want of a copy.
+u32 read_community_name(u32 handle, const char *text, std::size_t length, SYSDT_Community &out);
+
 /// Prints a community that has no well-known name; false if the notation is unknown, and then nothing is printed.
 inline bool print_community_number(u32 community, u32 notation, Writer &out)
 {

@@ -21,22 +21,40 @@
 ///  (7) Scripts see all 32 entries. Reading takes what is missing or no number for 0, so never for an empty entry.
 ///  (8) The help text promises 3 characters where the parser takes 1.
 ///  (9) A host that prepares no help entry is not an error.
+#include <cstring>
+
 #include "asn_community/community.hpp"
 #include "asn_community/tokens.hpp"
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/callbacks.hpp"
-#include "common/census.hpp"
 
 using namespace bgpdt;
 
 namespace {
 
-u32 parse_token(u32 handle, char *token, SYSDT_CommunityEntry &out)
+using CommunityTokens = Tokens<"0123456789:-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz">;
+constexpr std::size_t longest_token = 19;
+
+/// Whether the text is made of as many tokens as fit. Looked at first: a name takes memory.
+bool is_list(char *text)
 {
-    if (Census::of<"0123456789.:">(token).colons() > 1)
+    CommunityTokens tokens(text, longest_token);
+    u32 count = 0;
+    while (tokens.next())
+        ++count;
+    return tokens.exhausted() && count <= SYSDT_COMMUNITY_LIST_ENTRIES;
+}
+
+u32 parse_token(u32 handle, const CommunityTokens &token, SYSDT_CommunityEntry &out)
+{
+    const Cut text = token.text();
+    const std::size_t length = token.census().length();
+    if (token.census().colons() > 1)
         return SYSDT_ERR_FAIL;
     SYSDT_Community community{};
-    const u32 status = SYSDT_Str2Community(handle, token, &community);
+    const bool is_number = Census::of_start<"0123456789:">(text.get()).length() == length;
+    const u32 status = is_number ? SYSDT_Str2CommunitySetCmty(token.census().colons(), text.get(), &community)
+                                 : read_community_name(handle, text.get(), length, community);
     out = {community.community, static_cast<u8>(community.type)};
     return status;
 }
@@ -47,13 +65,11 @@ u32 parse_list(u32 handle, char *text, SYSDT_CommunityList &value)
         entry = {0, SYSDT_COMMUNITY_EMPTY};
     text = SYSDT_BTrim(text);
     const std::size_t length = std::strlen(text);
-    if (length < 1 || length > 392)
+    if (length < 1 || length > 392 || !is_list(text))
         return SYSDT_ERR_FAIL;
-    Tokens<SYSDT_COMMUNITY_LIST_ENTRIES, 19> tokens;
-    if (!tokens.split<"0123456789:-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz">(text))
-        return SYSDT_ERR_FAIL;
-    for (u32 i = 0; i < tokens.count; ++i)
-        if (const u32 status = parse_token(handle, tokens.token[i], value.entry[i]); status != SYSDT_OK)
+    CommunityTokens tokens(text, longest_token);
+    for (auto *entry = value.entry; tokens.next(); ++entry)
+        if (const u32 status = parse_token(handle, tokens, *entry); status != SYSDT_OK)
             return status;
     return SYSDT_OK;
 }

@@ -1,51 +1,55 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// A list's text, cut at blanks into a fixed table of tokens.
+/// A list's text, read where it stands: one token after the other, blanks between them.
 #pragma once
 
-#include <array>
-#include <cstring>
-
-#include "common/format.hpp"
+#include "common/census.hpp"
+#include "common/cut.hpp"
 
 namespace bgpdt {
 
-/// Which characters a token may hold.
+/// The tokens of a text, made of the characters `Known`.
 template <FixedString Known>
-inline constexpr std::array<bool, 256> token_characters = [] {
-    std::array<bool, 256> table{};
-    for (std::size_t i = 0; i < Known.length; ++i)
-        table[static_cast<u8>(Known.text[i])] = true;
-    return table;
-}();
+class Tokens {
+public:
+    /// @param longest  how many characters a token may have
+    constexpr Tokens(char *text, std::size_t longest) : at_(text), longest_(longest) {}
 
-/// Up to `Most` tokens of up to `Longest` characters.
-template <u32 Most, u32 Longest>
-struct Tokens {
-    char token[Most][Longest + 1];
-    u32 count = 0;
-
-    /// Cuts the text at blanks, a run of them counting as one.
-    ///
-    /// @return false if a character is not in Known, a token is too long, or there are too many
-    template <FixedString Known>
-    bool split(const char *text)
+    /// Moves to the next token; false if there is none, or only one with another character in it or too long.
+    constexpr bool next()
     {
-        for (;;) {
-            while (*text == ' ')
-                ++text;
-            if (*text == '\0')
-                return true;
-            const char *const start = text;
-            while (token_characters<Known>[static_cast<u8>(*text)])
-                ++text;
-            const auto length = static_cast<std::size_t>(text - start);
-            if ((*text != ' ' && *text != '\0') || length > Longest || count == Most)
-                return false;
-            std::memcpy(token[count], start, length);
-            token[count++][length] = '\0';
-        }
+        skip_blanks();
+        text_ = at_;
+        census_ = Census::of_start<Known>(at_);
+        const bool ends = at_[census_.length()] == ' ' || at_[census_.length()] == '\0';
+        if (census_.length() == 0 || census_.length() > longest_ || !ends)
+            return false;
+        at_ += census_.length();
+        return true;
     }
+
+    /// The token as a text of its own.
+    Cut text() const { return {text_, at_}; }
+    constexpr const Census &census() const { return census_; }
+
+    /// Whether nothing but blanks follows.
+    constexpr bool exhausted()
+    {
+        skip_blanks();
+        return *at_ == '\0';
+    }
+
+private:
+    constexpr void skip_blanks()
+    {
+        while (*at_ == ' ')
+            ++at_;
+    }
+
+    char *at_;
+    std::size_t longest_;
+    char *text_ = nullptr;
+    Census census_ = Census::of<Known>("");
 };
 
 } // namespace bgpdt

@@ -20,6 +20,7 @@
 ///  (5) Row 0 is called "IPV4" but has the VPLS names; the names mix "_" and "-"; kind 13 stands behind "RPD"; rows 9
 ///      to 11 take no text, rows 14 to 16 have no LuaGet, and several rows borrow the callbacks of others.
 #include <array>
+#include <bit>
 #include <cstring>
 
 #include "bol_prefix/bol_row.hpp"
@@ -88,13 +89,14 @@ u32 sub_kind(u32 length, const void *value)
     return load<u32>(word);
 }
 
-/// For each row the first one with its parser.
-constexpr auto parser_of = [] {
-    std::array<u8, SYSDT_BOL_KINDS> first{};
+/// For each row all those with its parser.
+constexpr auto rows_with_parser_of = [] {
+    std::array<u32, SYSDT_BOL_KINDS> set{};
     for (std::size_t i = 0; i < rows.size(); ++i)
-        while (rows[first[i]].formatIn != rows[i].formatIn)
-            ++first[i];
-    return first;
+        for (std::size_t j = 0; j < rows.size(); ++j)
+            if (rows[i].formatIn == rows[j].formatIn)
+                set[i] |= rows_of(j);
+    return set;
 }();
 
 /// Offers a trimmed text to the rows behind the first, but for those that would refuse it: whom its shape rules out, and
@@ -104,15 +106,13 @@ u32 offer_text(const char *text, Ask ask)
 {
     if (std::strlen(text) > TextShape::longest)
         return SYSDT_ERR_INVALID_VALUE;
-    const auto shape = TextShape::of(text);
-    u32 refused = 0; // a bit for each parser
-    for (std::size_t i = 1; i < rows.size(); ++i) {
-        if (rows[i].formatIn == nullptr || (refused >> parser_of[i] & 1) != 0 || !text_rules[i](shape))
-            continue;
-        const u32 status = ask(rows[i].formatIn);
+    u32 left = rows_for(TextShape::of(text));
+    while (left != 0) {
+        const auto next = static_cast<u32>(std::countr_zero(left));
+        const u32 status = ask(rows[next].formatIn);
         if (status == SYSDT_OK)
             return SYSDT_OK;
-        refused |= u32{status != SYSDT_ERR_NO_MEMORY} << parser_of[i];
+        left &= ~(status == SYSDT_ERR_NO_MEMORY ? rows_of(next) : rows_with_parser_of[next]);
     }
     return SYSDT_ERR_INVALID_VALUE; // (2)
 }
@@ -127,7 +127,7 @@ u32 SYSDT_BolPrefixFormatIn(Context *context, u32 unused, u32 textLength, char *
     const auto ask = [&](SYSDT_FormatIn *parse) {
         return parse(context, unused, textLength, text, kind, length, data);
     };
-    if (ask(rows[0].formatIn) == SYSDT_OK) // it reads the text as it is, the others trim it (1)
+    if (may_be_ipv4(text) && ask(rows[SYSDT_BOL_IPV4].formatIn) == SYSDT_OK) // (1): it alone does not trim
         return SYSDT_OK;
     const bool served = open_screen.status(context->mode) == SYSDT_OK;
     return served ? offer_text(SYSDT_BTrim(text), ask) : u32{SYSDT_ERR_INVALID_VALUE};

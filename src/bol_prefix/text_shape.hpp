@@ -7,8 +7,6 @@
 /// that a rule leaves out would have refused the text, having trimmed it and done nothing else.
 #pragma once
 
-#include <cstring>
-
 #include "bgp_datatype/values.h"
 #include "common/census.hpp"
 
@@ -32,15 +30,21 @@ struct TextShape {
     }
 };
 
-/// A rule for each row that reads a trimmed text.
-using TextRule = bool (*)(const TextShape &shape);
+/// Behind the digits of an IPv4 address's first octet stands a dot. The row does not trim: this looks at the text itself.
+constexpr bool may_be_ipv4(const char *text)
+{
+    const char *at = text;
+    while (format::is_digit(*at))
+        ++at;
+    return *at == '.' && at != text && at - text <= 3;
+}
 
+/// The route types without brackets have an IPv4 address or an ESI in dots, those from 6 on two addresses or more.
 constexpr bool may_be_evpn(const TextShape &shape)
 {
-    if (shape.first == '[' || (shape.hyphens != 0 && shape.hyphens != 2 && shape.colons < 6 && shape.dots < 4))
+    if (shape.first == '[' || (shape.hyphens != 0 && shape.hyphens != 2 && shape.dots < 4))
         return false;
-    return shape.colons >= 6 || shape.dots >= 4 || shape.others >= 2 ||
-           (shape.dots == 3 && (shape.colons == 2 || shape.colons == 4));
+    return shape.dots >= 4 || shape.others >= 2 || (shape.dots == 3 && (shape.colons == 2 || shape.colons == 4));
 }
 
 /// An IPv4 address has three dots, an IPv6 address two colons or more.
@@ -73,11 +77,19 @@ constexpr bool may_be_ipv6(const TextShape &shape)
 
 constexpr bool may_be_sdwan(const TextShape &shape) { return shape.hyphens >= 3; }
 
-/// By sub-kind.
-inline constexpr TextRule text_rules[SYSDT_BOL_KINDS] = {
-    nullptr,     may_be_evpn, may_be_mvpn,         may_be_mvpn, may_be_mvpn,  may_be_mvpn,
-    may_be_mvpn, may_be_mvpn, may_be_route_target, nullptr,     nullptr,      nullptr,
-    may_be_rpd,  may_be_mvpn, may_be_sr_policy,    may_be_ipv6, may_be_sdwan,
-};
+/// Rows as a set, a bit for each sub-kind.
+constexpr u32 rows_of(auto... kind) { return (0U | ... | (1U << kind)); }
+
+/// The rows behind the first that may read a text of that shape.
+constexpr u32 rows_for(const TextShape &shape)
+{
+    constexpr u32 mvpn = rows_of(SYSDT_BOL_NG_TYPE_2, SYSDT_BOL_NG_TYPE_3, SYSDT_BOL_NG_TYPE_4_2, SYSDT_BOL_NG_TYPE_4_3,
+                                 SYSDT_BOL_NG_TYPE_5, SYSDT_BOL_NG_TYPE_6, SYSDT_BOL_NG_TYPE_4_1);
+    return (may_be_evpn(shape) ? rows_of(SYSDT_BOL_EVN) : 0) | (may_be_mvpn(shape) ? mvpn : 0) |
+           (may_be_route_target(shape) ? rows_of(SYSDT_BOL_VRFRTEXT) : 0) |
+           (may_be_rpd(shape) ? rows_of(SYSDT_BOL_RPD) : 0) |
+           (may_be_sr_policy(shape) ? rows_of(SYSDT_BOL_SRPOLICY) : 0) |
+           (may_be_ipv6(shape) ? rows_of(SYSDT_BOL_IPV6) : 0) | (may_be_sdwan(shape) ? rows_of(SYSDT_BOL_SDWAN) : 0);
+}
 
 } // namespace bgpdt

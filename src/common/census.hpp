@@ -39,6 +39,17 @@ public:
         return {counts, static_cast<std::size_t>(at - text)};
     }
 
+    /// Counts the known characters that the text begins with.
+    template <FixedString Known>
+    static constexpr Census of_start(const char *text)
+    {
+        u32 counts = 0;
+        const char *at = text;
+        for (u32 more = 0; *at != '\0' && (more = weight<Known>[static_cast<u8>(*at)]) != stranger; ++at)
+            counts += more;
+        return {counts, static_cast<std::size_t>(at - text)};
+    }
+
     template <FixedString Known>
     static constexpr Census of(std::string_view text)
     {
@@ -51,11 +62,13 @@ public:
 private:
     constexpr Census(u32 counts, std::size_t length) : counts_(counts), length_(length) {}
 
+    static constexpr u32 stranger = 1U << 24;
+
     /// What each character adds to the four counters, a byte each.
     template <FixedString Known>
     static constexpr std::array<u32, 256> weight = [] {
         std::array<u32, 256> table{};
-        table.fill(1U << 24);
+        table.fill(stranger);
         for (std::size_t i = 0; i < Known.length; ++i) {
             const char character = Known.text[i];
             table[static_cast<u8>(character)] = character == '.'                       ? 1U

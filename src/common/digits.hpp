@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
 #include "common/types.hpp"
 
@@ -104,22 +105,22 @@ constexpr char *write_decimal(char *to, u8 octet)
     // Long division by 10000, high limb first, gives the number's groups of four digits from the last to the first.
     u32 limb[4] = {static_cast<u32>(number >> 48), static_cast<u32>(number >> 32) & 0xFFFF,
                    static_cast<u32>(number >> 16) & 0xFFFF, static_cast<u32>(number) & 0xFFFF};
-    u32 group[5]{};
-    for (int i = 4; i >= 0; --i) {
+    u32 group[5];
+    int first = 5;
+    for (u32 *top = limb; top != limb + 4;) {
         u32 rest = 0;
-        for (u32 &part : limb) {
-            const u32 dividend = rest << 16 | part;
-            part = dividend / 10000;
+        for (u32 *part = top; part != limb + 4; ++part) {
+            const u32 dividend = rest << 16 | *part;
+            *part = dividend / 10000;
             rest = dividend % 10000;
         }
-        group[i] = rest;
+        group[--first] = rest;
+        while (top != limb + 4 && *top == 0)
+            ++top;
     }
-    int first = 0;
-    while (group[first] == 0)
-        ++first;
-    to = write_decimal(to, group[first]);
-    for (int i = first + 1; i < 5; ++i)
-        to = digits::write_four(to, group[i]);
+    to = digits::write_up_to_four(to, group[first]);
+    while (++first != 5)
+        to = digits::write_four(to, group[first]);
     return to;
 }
 
@@ -136,10 +137,8 @@ constexpr char *write_hex_pair(char *to, u8 octet)
 /// Writes a number in lower-case hexadecimal with at least so many digits and returns the end.
 [[gnu::noinline]] constexpr char *write_hex(char *to, u32 number, int fewest = 1)
 {
-    int count = fewest;
-    while (count < 8 && number >> (4 * count) != 0)
-        ++count;
-    for (int shift = 4 * (count - 1); shift >= 0; shift -= 4)
+    const int needed = (std::bit_width(number) + 3) / 4;
+    for (int shift = 4 * (std::max(needed, fewest) - 1); shift >= 0; shift -= 4)
         *to++ = hex_characters[number >> shift & 0xF];
     return to;
 }

@@ -5,7 +5,6 @@
 
 #include <tuple>
 #include <type_traits>
-#include <utility>
 
 #include "common/digits.hpp"
 #include "common/format.hpp"
@@ -57,12 +56,23 @@ constexpr char *write_argument(char *to, const Argument &argument)
 }
 
 template <FixedString Format, Piece piece, class Arguments>
-constexpr char *write_piece(char *to, const Arguments &arguments)
+[[gnu::always_inline]] constexpr char *write_piece(char *to, const Arguments &arguments)
 {
     if constexpr (piece.conversion == Conversion::literal)
         return std::copy_n(Format.text + piece.begin, piece.length, to);
     else
         return write_argument<piece>(to, std::get<piece.argument>(arguments));
+}
+
+/// Writes the pieces from First to Last. Inlined: the arguments then need no place in memory.
+template <FixedString Format, std::size_t First, std::size_t Last, class Arguments>
+[[gnu::always_inline]] constexpr char *write_pieces(char *to, const Arguments &arguments)
+{
+    if constexpr (First == Last)
+        return to;
+    else
+        return write_pieces<Format, First + 1, Last>(write_piece<Format, parse<Format>().piece[First]>(to, arguments),
+                                                     arguments);
 }
 
 template <class Argument>
@@ -87,14 +97,13 @@ constexpr void print_from(Writer &out, const Arguments &arguments)
         return at;
     }();
     if constexpr (next != First) {
-        [&]<std::size_t... I>(std::index_sequence<I...>)
-        {
-            out.put_at_most<(0 + ... + most_characters(pieces.piece[First + I]))>([&](char *to) {
-                ((to = write_piece<Format, pieces.piece[First + I]>(to, arguments)), ...);
-                return to;
-            });
-        }
-        (std::make_index_sequence<next - First>{});
+        constexpr std::size_t most = [&] {
+            std::size_t characters = 0;
+            for (std::size_t i = First; i != next; ++i)
+                characters += most_characters(pieces.piece[i]);
+            return characters;
+        }();
+        out.put_at_most<most>([&](char *to) { return write_pieces<Format, First, next>(to, arguments); });
     }
     if constexpr (next != pieces.count) {
         put_string(out, std::get<pieces.piece[next].argument>(arguments));
@@ -106,17 +115,11 @@ constexpr void print_from(Writer &out, const Arguments &arguments)
 
 /// Writes the arguments, no strings among them, by the format, without looking at the room. Returns the end.
 template <FixedString Format, class... Arguments>
-constexpr char *write(char *to, const Arguments &...arguments)
+[[gnu::always_inline]] constexpr char *write(char *to, const Arguments &...arguments)
 {
     constexpr auto pieces = format::parse<Format>();
     static_assert(pieces.arguments == sizeof...(Arguments), "one argument for each conversion");
-    const auto references = std::tie(arguments...);
-    [&]<std::size_t... I>(std::index_sequence<I...>)
-    {
-        ((to = format::write_piece<Format, pieces.piece[I]>(to, references)), ...);
-    }
-    (std::make_index_sequence<pieces.count>{});
-    return to;
+    return format::write_pieces<Format, 0, pieces.count>(to, std::tie(arguments...));
 }
 
 /// Prints the arguments by the format.

@@ -107,10 +107,20 @@ template <unsigned Base, unsigned Width, class Number>
     return at;
 }
 
-/// A number; most begin with a digit, and have no width to watch.
+/// A number; most begin with a digit, or are as many digits as their width.
 template <unsigned Base, unsigned Width, class Number>
 [[gnu::noinline]] constexpr const char *scan_number(const char *at, Number &number)
 {
+    if constexpr (Base == 16 && Width != 0 && Width <= std::numeric_limits<Number>::digits / 4) {
+        Number value = 0;
+        unsigned length = 0;
+        for (unsigned digit = 0; length != Width && (digit = digit_value<Base>(at[length])) < Base; ++length)
+            value = static_cast<Number>(value * Base + digit);
+        if (length == Width) {
+            number = value;
+            return at + Width;
+        }
+    }
     if constexpr (Width == 0 && Base == 10 && std::is_unsigned_v<Number>)
         if (digit_value<Base>(*at) < Base)
             return read_digits<Base>(at, nullptr, number);

@@ -4,40 +4,13 @@
 #pragma once
 
 #include "bgp_datatype/bgp_datatype.h"
+#include "common/cut.hpp"
 #include "common/writer.hpp"
 
 namespace bgpdt::evpn {
 
 /// No field but the last of a text is longer, and no IPv6 address.
 inline constexpr std::size_t longest_field = 49;
-
-/// A part of a text that is a text of its own while this lives: a NUL stands for the separator behind it so long.
-class Cut {
-public:
-    /// @param end  where the separator is; null: there is no such part
-    Cut(const char *text, char *end) : text_(end == nullptr ? nullptr : text), end_(end)
-    {
-        if (end_ != nullptr) {
-            separator_ = *end_;
-            *end_ = '\0';
-        }
-    }
-    ~Cut()
-    {
-        if (end_ != nullptr)
-            *end_ = separator_;
-    }
-    Cut(const Cut &) = delete;
-    Cut &operator=(const Cut &) = delete;
-
-    /// Null if there is none.
-    const char *text() const { return text_; }
-
-private:
-    const char *text_;
-    char *end_;
-    char separator_ = '\0';
-};
 
 /// Takes a field off a text and moves to its end: up to the next colon, or all the rest if it is the last.
 ///

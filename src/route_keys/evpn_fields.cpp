@@ -107,7 +107,7 @@ u32 read_bracketed(char *&at, SYSDT_EvpnAddress &out)
     const std::size_t length = end == nullptr ? 0 : static_cast<std::size_t>(end - at) - 1;
     if (length == 0 || length > longest_field)
         return SYSDT_ERR_FAIL;
-    if (const Cut address(at + 1, end); SYSDT_Str2Ipv6(address.text(), out.ipv6) != SYSDT_OK)
+    if (const Cut address(at + 1, end); SYSDT_Str2Ipv6(address.get(), out.ipv6) != SYSDT_OK)
         return SYSDT_ERR_FAIL;
     out.family = 1;
     at += length + 2;
@@ -144,7 +144,7 @@ u32 SYSDT_Str2EvpnUintNum(char **cursor, u32 *out, u32 maxDigits, u32 min, u32 m
         return SYSDT_ERR_NULL_PTR;
     const Cut field = take_field(*cursor, isLast != 0, maxDigits);
     u32 number = 0;
-    if (field.text() == nullptr || SMP_StrToUint32(field.text(), &number) != SYSDT_OK || number < min || number > max)
+    if (field.get() == nullptr || SMP_StrToUint32(field.get(), &number) != SYSDT_OK || number < min || number > max)
         return SYSDT_ERR_FAIL;
     *out = number;
     return SYSDT_OK;
@@ -155,7 +155,7 @@ u32 SYSDT_Str2EvpnIpAddr(char **cursor, SYSDT_EvpnAddress *field, u32 isLast)
     if (cursor == nullptr || *cursor == nullptr || field == nullptr)
         return SYSDT_ERR_NULL_PTR;
     if (**cursor != '[')
-        return read_ipv4(take_field(*cursor, isLast != 0).text(), *field);
+        return read_ipv4(take_field(*cursor, isLast != 0).get(), *field);
     const u32 status = read_bracketed(*cursor, *field);
     return status == SYSDT_OK && isLast == 0 && **cursor == ':' ? SYSDT_ERR_FAIL : status; // (10)
 }
@@ -165,7 +165,7 @@ u32 SYSDT_Str2EvpnEsi(char **cursor, u8 out[10], u32 isLast, u32)
     if (cursor == nullptr || *cursor == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
     const Cut esi = take_field(*cursor, isLast != 0, esi_text_length);
-    return esi.text() == nullptr ? SYSDT_ERR_FAIL : SYSDT_Str2EsiBas(esi.text(), out, 1, 0);
+    return esi.get() == nullptr ? SYSDT_ERR_FAIL : SYSDT_Str2EsiBas(esi.get(), out, 1, 0);
 }
 
 u32 SYSDT_Str2EvpnIpv6(char *text, u8 out[16], u32 *outLength)

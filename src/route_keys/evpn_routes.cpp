@@ -66,21 +66,21 @@ u32 read_number(Reading &in, const Piece &piece, u8 *to)
 u32 read_mac(Reading &in, const Piece &piece, u8 *to)
 {
     const Cut mac = take_field(in.at, in.last, piece.most);
-    return mac.text() == nullptr ? SYSDT_ERR_FAIL : SMP_Str2Mac(mac.text(), to);
+    return mac.get() == nullptr ? SYSDT_ERR_FAIL : SMP_Str2Mac(mac.get(), to);
 }
 
 u32 read_esi(Reading &in, const Piece &piece, u8 *to)
 {
-    return SYSDT_Str2EsiBas(take_field(in.at, in.last, piece.most).text(), to, 1, in.lenient);
+    return SYSDT_Str2EsiBas(take_field(in.at, in.last, piece.most).get(), to, 1, in.lenient);
 }
 
 u32 read_auto_discovery_esi(Reading &in, const Piece &piece, u8 *to)
 {
     const Cut esi = take_field(in.at, in.last, piece.most);
-    if (esi.text() == nullptr)
+    if (esi.get() == nullptr)
         return SYSDT_ERR_FAIL;
-    if (const u32 status = SYSDT_Str2EsiForAd(esi.text(), to, 1, in.lenient);
-        status == SYSDT_OK || std::count(esi.text(), esi.text() + std::strlen(esi.text()), '0') != 20)
+    if (const u32 status = SYSDT_Str2EsiForAd(esi.get(), to, 1, in.lenient);
+        status == SYSDT_OK || std::count(esi.get(), esi.get() + std::strlen(esi.get()), '0') != 20)
         return status;
     std::memset(to, 0, sizeof(SYSDT_EvpnAutoDiscovery::esi)); // (5): the reader has refused it
     return SYSDT_OK;
