@@ -54,76 +54,79 @@ uint32_t read_ipv4(const char *text, uint32_t *address)
     return SYSDT_OK;
 }
 
-/// The groups of an IPv6 text, in front of its "::" and behind.
+/// The groups of an IPv6 text.
 struct Groups {
-    uint32_t group[group_count];
+    uint8_t bytes[sizeof(in6_addr)];
     int count = 0;
     int gap = -1; ///< how many stand in front of the "::", if there is one
 
-    bool read(const char *at);
-    void store(uint8_t *address) const;
+    bool read(const char *text);
 
 private:
-    bool add_ipv4(const char *text);
+    void add(uint32_t group)
+    {
+        bytes[2 * count] = static_cast<uint8_t>(group >> 8);
+        bytes[2 * count + 1] = static_cast<uint8_t>(group);
+        ++count;
+    }
+    bool read_groups(const char *at);
 };
 
-bool Groups::add_ipv4(const char *text)
-{
-    uint32_t tail = 0;
-    if (count > group_count - 2 || read_ipv4(text, &tail) != SYSDT_OK) {
-        return false;
-    }
-    group[count++] = tail >> 16;
-    group[count++] = tail & 0xFFFF;
-    return true;
-}
-
-bool Groups::read(const char *at)
+/// Reads all groups in front of the text's end or its dotted tail.
+bool Groups::read_groups(const char *at)
 {
     if (*at == ':' && *++at != ':') {
         return false;
     }
-    for (const char *first = at;; first = at) {
+    for (;;) {
         if (*at == ':') {
             if (gap >= 0) {
                 return false;
             }
             gap = count;
-            first = ++at;
-            if (*at == '\0') {
-                break;
+            if (*++at == '\0') {
+                return true;
             }
         }
-        uint32_t number = 0;
+        const char *const first = at;
+        uint32_t group = 0;
         for (uint32_t digit = 0; (digit = digit_value(*at)) < 16; ++at) {
-            number = number << 4 | digit;
+            group = group << 4 | digit;
         }
         if (*at == '.') {
-            return add_ipv4(first) && (gap < 0 ? count == group_count : count < group_count);
+            uint32_t tail = 0;
+            if (count > group_count - 2 || read_ipv4(first, &tail) != SYSDT_OK) {
+                return false;
+            }
+            add(tail >> 16);
+            add(tail);
+            return true;
         }
         if (at == first || at - first > 4 || count == group_count) {
             return false;
         }
-        group[count++] = number;
+        add(group);
         if (*at == '\0') {
-            break;
+            return true;
         }
         if (*at++ != ':') {
             return false;
         }
     }
-    return gap < 0 ? count == group_count : count < group_count;
 }
 
-void Groups::store(uint8_t *address) const
+bool Groups::read(const char *text)
 {
-    const int zeros = group_count - count;
-    std::memset(address, 0, sizeof(in6_addr));
-    for (int i = 0; i < count; ++i) {
-        uint8_t *const to = address + 2 * (gap >= 0 && i >= gap ? i + zeros : i);
-        to[0] = static_cast<uint8_t>(group[i] >> 8);
-        to[1] = static_cast<uint8_t>(group[i]);
+    if (!read_groups(text)) {
+        return false;
     }
+    if (gap < 0) {
+        return count == group_count;
+    }
+    const int behind = count - gap;
+    std::memmove(bytes + 2 * (group_count - behind), bytes + 2 * gap, 2 * static_cast<size_t>(behind));
+    std::memset(bytes + 2 * gap, 0, 2 * static_cast<size_t>(group_count - count));
+    return count < group_count;
 }
 
 uint32_t read_ipv6(const char *text, void *address)
@@ -135,7 +138,7 @@ uint32_t read_ipv6(const char *text, void *address)
     if (!groups.read(text)) {
         return SYSDT_ERR_FAIL;
     }
-    groups.store(static_cast<uint8_t *>(address));
+    std::memcpy(address, groups.bytes, sizeof groups.bytes);
     return SYSDT_OK;
 }
 

@@ -50,6 +50,14 @@ public:
         return {counts, static_cast<std::size_t>(at - text)};
     }
 
+    /// Of two texts together.
+    constexpr Census &operator+=(const Census &other)
+    {
+        counts_ += other.counts_;
+        length_ += other.length_;
+        return *this;
+    }
+
     template <FixedString Known>
     static constexpr Census of(std::string_view text)
     {

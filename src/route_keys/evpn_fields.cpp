@@ -142,10 +142,22 @@ u32 SYSDT_Str2EvpnUintNum(char **cursor, u32 *out, u32 maxDigits, u32 min, u32 m
 {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    const Cut field = take_field(*cursor, isLast != 0, maxDigits);
+    char *const digits = *cursor;
     u32 number = 0;
-    if (field.get() == nullptr || SMP_StrToUint32(field.get(), &number) != SYSDT_OK || number < min || number > max)
+    std::size_t length = 0;
+    if (isLast != 0) {
+        length = std::strlen(digits);
+        if (SMP_StrToUint32(digits, &number) != SYSDT_OK)
+            return SYSDT_ERR_FAIL;
+    } else {
+        const char *const end = format::read_digits<10>(digits, nullptr, number);
+        if (end == nullptr || *end != ':')
+            return SYSDT_ERR_FAIL;
+        length = static_cast<std::size_t>(end - digits);
+    }
+    if (length > maxDigits || number < min || number > max)
         return SYSDT_ERR_FAIL;
+    *cursor += length;
     *out = number;
     return SYSDT_OK;
 }

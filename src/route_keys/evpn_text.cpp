@@ -27,17 +27,21 @@ struct Outside {
     bool count(const char *text)
     {
         bool inside = false;
-        for (; *text != '\0'; ++text) {
-            if (*text == '[' || *text == ']') {
+        for (;; ++text) {
+            if (format::digit_value<16>(*text) < 16)
+                continue;
+            switch (*text) {
+            case ':': colons += inside ? 0 : 1; break;
+            case '[':
+            case ']':
                 ++brackets;
                 inside = *text == '[';
-            } else if (*text == ':') {
-                colons += inside ? 0 : 1;
-            } else if (*text != '.' && *text != '-' && format::digit_value<16>(*text) >= 16) {
-                return false;
+                break;
+            case '.':
+            case '-': break;
+            default: return *text == '\0';
             }
         }
-        return true;
     }
 };
 
@@ -56,15 +60,20 @@ struct Shape {
     /// Counts the characters; false if there are too many, or one that no text may have.
     bool count(const char *text)
     {
-        const auto census = census_of(text);
+        const char *const second_colon = find_second_colon(text);
+        Census census = second_colon == nullptr ? census_of(text) : census_of(std::string_view(text, second_colon));
+        if (second_colon != nullptr) {
+            segment = census.dots() == 4;
+            inclusive = census.strangers() == 0 && !segment;
+            ipv4_prefix = census.dots() != 0 && !segment;
+            census += census_of(second_colon);
+        }
         if (census.length() < 1 || census.length() > 183)
             return false;
         dots = census.dots();
         colons = census.colons();
         dashes = census.marks();
         outside.colons = colons;
-        if (colons >= 2)
-            look_ahead_of_second_colon(text);
         if (census.strangers() == 0)
             return true;
         outside = {};
@@ -75,14 +84,10 @@ private:
     /// Brackets are strangers to it: few texts have any.
     static Census census_of(auto text) { return Census::of<"0123456789abcdefABCDEF.:-">(text); }
 
-    void look_ahead_of_second_colon(const char *text)
+    static const char *find_second_colon(const char *text)
     {
         const char *const first = std::strchr(text, ':');
-        const char *const second = std::strchr(first + 1, ':');
-        const auto ahead = census_of(std::string_view(text, second));
-        segment = ahead.dots() == 4;
-        inclusive = ahead.strangers() == 0 && !segment;
-        ipv4_prefix = ahead.dots() != 0 && !segment;
+        return first == nullptr ? nullptr : std::strchr(first + 1, ':');
     }
 };
 
