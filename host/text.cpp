@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Text services. White space and letter case are those of ASCII.
+#include <array>
 #include <cstring>
 
 #include "host/ascii.hpp"
@@ -28,12 +29,18 @@ char *PAL_StrTrim(char *text) { return SYSDT_BTrim(text); }
 
 uint32_t NCF_IsSpaceInString(const char *text)
 {
-    for (; *text != '\0'; ++text) {
-        if (is_space(*text)) {
-            return 1;
+    // What ends the search: white space, and the text's end.
+    static constexpr auto ends = [] {
+        std::array<bool, 256> table{};
+        for (unsigned c = 0; c < table.size(); ++c) {
+            table[c] = c == 0 || is_space(static_cast<char>(c));
         }
+        return table;
+    }();
+    while (!ends[static_cast<unsigned char>(*text)]) {
+        ++text;
     }
-    return 0;
+    return *text != '\0' ? 1 : 0;
 }
 
 uint32_t NCF_IsHex(char character) { return digit_value(character) < 16 ? 1 : 0; }

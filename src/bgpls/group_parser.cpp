@@ -2,6 +2,7 @@
 /// @file
 /// The engine of the BGP-LS texts: it cuts groups in brackets and hands each to the first row of a pattern table whose
 /// keyword it begins with. What a keyword means is told in key_groups.cpp, and one level deeper in descriptors.cpp.
+#include <array>
 #include <cstring>
 #include <iterator>
 
@@ -17,9 +18,19 @@ constexpr u32 group_buffer = 500;
 
 bool matches(const LsPrefixPattern &pattern, const char *group)
 {
-    const std::size_t length = std::strlen(pattern.keyword);
-    return std::strncmp(group, pattern.keyword, length) == 0 && (pattern.exact == 0 || group[length] == '\0');
+    for (const char *keyword = pattern.keyword; *keyword != '\0'; ++keyword, ++group)
+        if (*group != *keyword)
+            return false;
+    return pattern.exact == 0 || *group == '\0';
 }
+
+/// Brackets, and the end of a text.
+constexpr auto is_structure = [] {
+    std::array<bool, 256> table{};
+    for (const char character : {'[', ']', '\0'})
+        table[static_cast<u8>(character)] = true;
+    return table;
+}();
 
 /// The bracket that closes the one the text begins with; null without either.
 const char *closing_bracket(const char *text)
@@ -27,13 +38,16 @@ const char *closing_bracket(const char *text)
     if (*text != '[')
         return nullptr;
     u32 depth = 0;
-    for (; *text != '\0'; ++text) {
+    for (;; ++text) {
+        while (!is_structure[static_cast<u8>(*text)])
+            ++text;
         if (*text == '[')
             ++depth;
-        else if (*text == ']' && --depth == 0)
+        else if (*text == '\0')
+            return nullptr;
+        else if (--depth == 0)
             return text;
     }
-    return nullptr;
 }
 
 } // namespace
