@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "floor.hpp"
+
+namespace bgpdt::bench {
+
+bool ipv6(const char *&at, u8 *out)
+{
+    u8 groups[16];
+    int filled = 0;
+    int gap = -1; // where "::" stands
+    if (*at == ':') {
+        if (at[1] != ':') {
+            return false;
+        }
+        at += 2;
+        gap = 0;
+    }
+    while (filled < 16) {
+        const char *const start = at;
+        u32 group;
+        if (hex(at, group, 4) == 0) {
+            if (gap != filled) {
+                return false;
+            }
+            break;
+        }
+        if (*at == '.' && filled <= 12) {
+            u32 tail;
+            const char *const dot = at;
+            at = start;
+            if (ipv4(at, tail)) {
+                put(groups + filled, tail);
+                filled += 4;
+                break;
+            }
+            at = dot;
+        }
+        put(groups + filled, static_cast<u16>(group));
+        filled += 2;
+        if (*at != ':' || filled == 16) {
+            break;
+        }
+        if (at[1] == ':') {
+            if (gap >= 0) {
+                return false;
+            }
+            gap = filled;
+            ++at;
+        }
+        ++at;
+    }
+    if (gap < 0) {
+        std::memcpy(out, groups, sizeof groups);
+        return filled == 16;
+    }
+    if (filled == 16) {
+        return false;
+    }
+    std::memset(out, 0, sizeof groups);
+    std::memcpy(out, groups, static_cast<std::size_t>(gap));
+    std::memcpy(out + 16 - (filled - gap), groups + gap, static_cast<std::size_t>(filled - gap));
+    return true;
+}
+
+char *put_ipv6(char *out, const u8 *address)
+{
+    u16 groups[8];
+    int best = 0;
+    int longest = 1; // a lone zero group is written
+    int run = 0;
+    for (int i = 0; i < 8; ++i) {
+        groups[i] = get<u16>(address + 2 * i);
+        run = groups[i] == 0 ? run + 1 : 0;
+        if (run > longest) {
+            longest = run;
+            best = i + 1 - run;
+        }
+    }
+    const int end = longest == 1 ? 8 : best;
+    int i = 0;
+    for (; i < end; ++i) {
+        if (i != 0) {
+            out = put(out, ':');
+        }
+        out = put_hex(out, groups[i]);
+    }
+    if (longest == 1) {
+        return out;
+    }
+    out = put(out, "::");
+    if (best == 0 && (longest == 6 || (longest == 5 && groups[5] == 0xFFFF))) {
+        if (longest == 5) {
+            out = put(out, "ffff:");
+        }
+        return put_ipv4(out, get<u32>(address + 12));
+    }
+    for (i = best + longest; i < 8; ++i) {
+        out = put_hex(out, groups[i]);
+        if (i != 7) {
+            out = put(out, ':');
+        }
+    }
+    return out;
+}
+
+} // namespace bgpdt::bench

@@ -1,0 +1,314 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Measures the registered types against what they could cost at least, and against a plain port, over the same texts.
+#include <benchmark/benchmark.h>
+#include <valgrind/callgrind.h>
+
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <set>
+#include <stdexcept>
+#include <string_view>
+
+#include "benches.hpp"
+
+namespace bgpdt::bench {
+namespace {
+
+constexpr std::size_t corpus_size = 10'000;
+constexpr std::size_t counted_size = 250; // conversions that are enough for counting instructions
+
+SYSDT_Context context_of(u8 mode)
+{
+    SYSDT_Context context{};
+    context.mode = mode;
+    context.handle = 1;
+    return context;
+}
+
+[[noreturn]] void fail(const std::string &what) { throw std::runtime_error(what); }
+
+/// A kind's own callbacks, and those of the type that dispatches to them.
+struct Subject {
+    Converter own;
+    Converter dispatcher;
+};
+
+Converter of(const SYSDT_Record *type) { return {type->formatIn, type->formatOut}; }
+
+Subject subject_of(const host::Host &host, const std::string &name)
+{
+    const std::size_t slash = name.find('/');
+    const SYSDT_Record *const type = host.find(name.substr(0, slash));
+    if (type == nullptr) {
+        fail("no type " + name);
+    }
+    if (slash == std::string::npos) {
+        return {of(type), {}};
+    }
+    const bool rd = name.starts_with("BOLRD");
+    const auto *row = static_cast<const SYSDT_DispatchRow *>(
+        host.symbol(rd ? "g_astBOL_RD_ProcTable" : "g_astBOL_PREFIX_ProcTable"));
+    for (int rows = rd ? 1 : SYSDT_BOL_KINDS; rows != 0; --rows, ++row) {
+        if (name.substr(slash + 1) == row->name) {
+            return {{row->formatIn, row->formatOut}, of(type)};
+        }
+    }
+    fail("no row " + name);
+}
+
+struct Answer {
+    u32 status;
+    u16 kind = 0;
+    Bytes data{};
+
+    bool operator==(const Answer &) const = default;
+};
+
+Answer collect(u32 status, u16 kind, u16 length, void *data)
+{
+    Answer answer{status, kind, {}};
+    if (status == SYSDT_OK && data != nullptr) {
+        answer.data.assign(static_cast<u8 *>(data), static_cast<u8 *>(data) + length);
+    }
+    SYS_DataTypeFree(data);
+    return answer;
+}
+
+Answer parse(SYSDT_FormatIn *callback, u8 mode, std::string text)
+{
+    SYSDT_Context context = context_of(mode);
+    u16 kind = 0;
+    u16 length = 0;
+    void *data = nullptr;
+    const u32 status = callback(&context, 0, static_cast<u32>(text.size() + 1), text.data(), &kind, &length, &data);
+    return collect(status, kind, length, data);
+}
+
+Answer print(SYSDT_FormatOut *callback, u8 mode, const Bytes &value)
+{
+    SYSDT_Context context = context_of(mode);
+    u16 kind = 0;
+    u16 length = 0;
+    void *data = nullptr;
+    const u32 status = callback(&context, 0, static_cast<u32>(value.size()), value.data(), &kind, &length, &data);
+    return collect(status, kind, length, data);
+}
+
+/// FNV-1a
+u64 seed_of(const std::string &name)
+{
+    u64 seed = 0xCBF29CE484222325;
+    for (const char character : name) {
+        seed = (seed ^ static_cast<u8>(character)) * 0x100000001B3;
+    }
+    return seed;
+}
+
+std::vector<std::string> texts_of(const Kind &kind, std::size_t count)
+{
+    Random random(seed_of(kind.name));
+    std::set<std::string> distinct;
+    std::vector<std::string> texts;
+    for (std::size_t tries = 0; texts.size() < count && tries < 20 * count; ++tries) {
+        std::string text = kind.text(random);
+        if (distinct.insert(text).second) {
+            texts.push_back(std::move(text));
+        }
+    }
+    if (texts.size() < count) {
+        fail(kind.name + ": not enough distinct texts");
+    }
+    return texts;
+}
+
+std::string hex_of(const Answer &answer)
+{
+    std::string text = std::to_string(answer.status) + ' ';
+    for (const u8 byte : answer.data) {
+        char digits[3];
+        (void)std::snprintf(digits, sizeof digits, "%02x", byte);
+        text += digits;
+    }
+    return text;
+}
+
+void expect_same(const Kind &kind, const char *column, const std::string &input, const Answer &ours, const Answer &theirs)
+{
+    if (ours != theirs) {
+        fail(kind.name + ", " + column + ": " + input + "\n  ours   " + hex_of(ours) + "\n  theirs " + hex_of(theirs));
+    }
+}
+
+/// One column of one direction of one kind.
+struct Case {
+    std::string name;
+    std::function<void()> pass; ///< over the whole corpus
+    std::size_t conversions;
+};
+
+__attribute__((noinline)) void measured_parse(SYSDT_FormatIn *callback, u8 mode, std::vector<std::string> &texts)
+{
+    SYSDT_Context context = context_of(mode);
+    for (std::string &text : texts) {
+        u16 kind;
+        u16 length;
+        void *data = nullptr;
+        callback(&context, 0, static_cast<u32>(text.size() + 1), text.data(), &kind, &length, &data);
+        SYS_DataTypeFree(data);
+    }
+}
+
+__attribute__((noinline)) void measured_print(SYSDT_FormatOut *callback, u8 mode, const std::vector<Bytes> &values)
+{
+    SYSDT_Context context = context_of(mode);
+    for (const Bytes &value : values) {
+        u16 kind;
+        u16 length;
+        void *data = nullptr;
+        callback(&context, 0, static_cast<u32>(value.size()), value.data(), &kind, &length, &data);
+        SYS_DataTypeFree(data);
+    }
+}
+
+struct Corpus {
+    std::vector<std::string> texts;
+    std::vector<Bytes> values;
+};
+
+/// Checks every column over the corpus against the plug-in's own answers, and takes its values over.
+void check_columns(const Kind &kind, const Subject &subject, Corpus &corpus)
+{
+    for (const std::string &text : corpus.texts) {
+        const Answer ours = parse(subject.own.parse, kind.mode, text);
+        if (ours.status != SYSDT_OK) {
+            fail(kind.name + ": refused: " + text);
+        }
+        expect_same(kind, "floor", text, ours, parse(kind.floor.parse, kind.mode, text));
+        expect_same(kind, "plain port", text, ours, parse(kind.port.parse, kind.mode, text));
+        if (subject.dispatcher.parse != nullptr) {
+            expect_same(kind, "dispatcher", text, ours, parse(subject.dispatcher.parse, kind.mode, text));
+        }
+        corpus.values.push_back(ours.data);
+    }
+    for (const Bytes &value : corpus.values) {
+        if (kind.floor.print == nullptr) {
+            break;
+        }
+        const Answer ours = print(subject.own.print, kind.mode, value);
+        if (ours.status != SYSDT_OK || ours.data.empty()) {
+            fail(kind.name + ": not printed");
+        }
+        const std::string text(ours.data.begin(), ours.data.end());
+        expect_same(kind, "floor", text, ours, print(kind.floor.print, kind.mode, value));
+        expect_same(kind, "plain port", text, ours, print(kind.port.print, kind.mode, value));
+        if (subject.dispatcher.print != nullptr) {
+            expect_same(kind, "dispatcher", text, ours, print(subject.dispatcher.print, kind.mode, value));
+        }
+    }
+}
+
+void add_cases(std::vector<Case> &cases, const host::Host &host, const Kind &kind, std::size_t size)
+{
+    const Subject subject = subject_of(host, kind.subject);
+    const auto corpus = std::make_shared<Corpus>();
+    if (kind.text) {
+        corpus->texts = texts_of(kind, size);
+    } else {
+        Random random(seed_of(kind.name));
+        for (std::size_t i = 0; i < size; ++i) {
+            corpus->values.push_back(kind.value(random));
+        }
+    }
+    check_columns(kind, subject, *corpus);
+    const std::string shape = kind.shape == Shape::decimal ? "decimal" : "structured";
+    const struct {
+        const char *name;
+        Converter converter;
+    } columns[] = {{"ours", subject.own}, {"floor", kind.floor}, {"port", kind.port}, {"dispatcher", subject.dispatcher}};
+    for (const auto &[column, converter] : columns) {
+        if (kind.text && converter.parse != nullptr) {
+            cases.push_back({kind.name + "/parse/" + column + '/' + shape,
+                             [corpus, callback = converter.parse, mode = kind.mode] {
+                                 measured_parse(callback, mode, corpus->texts);
+                             },
+                             size});
+        }
+        if (kind.floor.print != nullptr && converter.print != nullptr) {
+            cases.push_back({kind.name + "/print/" + column + '/' + shape,
+                             [corpus, callback = converter.print, mode = kind.mode] {
+                                 measured_print(callback, mode, corpus->values);
+                             },
+                             size});
+        }
+    }
+}
+
+Kinds all_kinds()
+{
+    Kinds kinds;
+    add_as_and_communities(kinds);
+    add_vpn_identifiers(kinds);
+    add_plain_prefixes(kinds);
+    add_evpn(kinds);
+    return kinds;
+}
+
+void measure(const std::vector<Case> &cases)
+{
+    for (const Case &measured : cases) {
+        benchmark::RegisterBenchmark(measured.name.c_str(), [&measured](benchmark::State &state) {
+            for (auto _ : state) { // NOLINT(clang-analyzer-deadcode.DeadStores)
+                measured.pass();
+            }
+            state.SetItemsProcessed(static_cast<std::int64_t>(measured.conversions) * state.iterations());
+        })->Iterations(1);
+    }
+    benchmark::RunSpecifiedBenchmarks();
+}
+
+/// Every case once, as a dump of its own; run under callgrind with --instr-atstart=no --collect-atstart=no.
+void count(const std::vector<Case> &cases)
+{
+    CALLGRIND_START_INSTRUMENTATION; // not before: calls are counted even while nothing is collected
+    for (const Case &counted : cases) {
+        const std::string name = counted.name + '/' + std::to_string(counted.conversions);
+        CALLGRIND_ZERO_STATS;
+        CALLGRIND_TOGGLE_COLLECT;
+        counted.pass();
+        CALLGRIND_TOGGLE_COLLECT;
+        CALLGRIND_DUMP_STATS_AT(name.c_str());
+    }
+}
+
+int run(int argc, char **argv)
+{
+    const std::string_view command = argc > 1 ? argv[1] : "";
+    host::Host host(BGPDT_BUILT_PLUGIN);
+    std::vector<Case> cases;
+    const bool counting = command == "count";
+    for (const Kind &kind : all_kinds()) {
+        add_cases(cases, host, kind, counting ? counted_size : corpus_size);
+    }
+    if (counting) {
+        count(cases);
+        return EXIT_SUCCESS;
+    }
+    benchmark::Initialize(&argc, argv);
+    measure(cases);
+    return EXIT_SUCCESS;
+}
+
+} // namespace
+} // namespace bgpdt::bench
+
+int main(int argc, char **argv)
+{
+    try {
+        return bgpdt::bench::run(argc, argv);
+    } catch (const std::exception &error) {
+        (void)std::fprintf(stderr, "bgpdt_bench: %s\n", error.what());
+        return EXIT_FAILURE;
+    }
+}
