@@ -252,6 +252,9 @@ Kinds all_kinds()
     add_vpn_identifiers(kinds);
     add_plain_prefixes(kinds);
     add_evpn(kinds);
+    add_mvpn(kinds);
+    add_policy_keys(kinds);
+    add_attributes(kinds);
     return kinds;
 }
 
