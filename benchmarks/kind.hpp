@@ -13,7 +13,7 @@
 #include <optional>
 #include <string>
 
-#include "bgp_datatype/values.h"
+#include "bgp_datatype/bgp_datatype.h"
 #include "corpus.hpp"
 
 namespace bgpdt::bench {

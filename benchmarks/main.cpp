@@ -254,6 +254,7 @@ Kinds all_kinds()
     add_evpn(kinds);
     add_mvpn(kinds);
     add_policy_keys(kinds);
+    add_bgpls(kinds);
     add_attributes(kinds);
     return kinds;
 }
