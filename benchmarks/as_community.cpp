@@ -128,9 +128,9 @@ int port_print_as_list(const SYSDT_AsNumList &value, char *out, std::size_t size
         char *const at = out + length;
         const std::size_t left = size - static_cast<std::size_t>(length);
         const char *const blank = length == 0 ? "" : " ";
-        length += entry.asType != 0 ? std::snprintf(at, left, "%s%u.%u", blank, entry.asNumValue >> 16,
-                                                    entry.asNumValue & 0xFFFF)
-                                    : std::snprintf(at, left, "%s%u", blank, entry.asNumValue);
+        length += entry.asType != 0
+                      ? std::snprintf(at, left, "%s%u.%u", blank, entry.asNumValue >> 16, entry.asNumValue & 0xFFFF)
+                      : std::snprintf(at, left, "%s%u", blank, entry.asNumValue);
     }
     return length;
 }
@@ -338,9 +338,8 @@ bool port_parse_community_list(const SYSDT_Context &context, char *text, SYSDT_C
     text = SYSDT_BTrim(text);
     const std::size_t length = std::strlen(text);
     return length >= 1 && length <= 392 &&
-           port_tokens(text, 19, SYSDT_COMMUNITY_LIST_ENTRIES, [&](char *token, std::size_t i) {
-               return port_community(context, token, out.entry[i]);
-           });
+           port_tokens(text, 19, SYSDT_COMMUNITY_LIST_ENTRIES,
+                       [&](char *token, std::size_t i) { return port_community(context, token, out.entry[i]); });
 }
 
 int port_community_text(u32 community, u32 type, char *out, std::size_t size)
@@ -373,7 +372,8 @@ int port_print_community_list(const SYSDT_CommunityList &value, char *out, std::
             length += static_cast<std::size_t>(std::snprintf(out + length, size - length, " "));
         }
         first = false;
-        length += static_cast<std::size_t>(port_community_text(entry.community, entry.type, out + length, size - length));
+        length +=
+            static_cast<std::size_t>(port_community_text(entry.community, entry.type, out + length, size - length));
     }
     return static_cast<int>(length);
 }
@@ -433,7 +433,9 @@ char *floor_print_ext(const SYSDT_Octets &value, char *out)
     case 0x0002: return put_2_4(out, at);
     case 0x0102: return put_ipv4_2(out, at);
     case 0x0202:
-        return value.form == VRF_RD_FORM_AS4DOT ? put_2_2_2(out, at) : value.form == VRF_RD_FORM_AS4 ? put_4_2(out, at) : out;
+        return value.form == VRF_RD_FORM_AS4DOT ? put_2_2_2(out, at)
+               : value.form == VRF_RD_FORM_AS4  ? put_4_2(out, at)
+                                                : out;
     default: return out;
     }
 }
@@ -545,8 +547,9 @@ void add_as_and_communities(Kinds &kinds)
                                         floor_out<floor_print_as, SYSDT_AsNum, 33>};
     constexpr Converter port_as_number{format_in<port_parse_as, SYSDT_AsNum, SYSDT_TYPE_ASNUM>,
                                        port_out<port_print_as, SYSDT_AsNum, 33>};
-    kinds.push_back({"AS plain", "ASNUM", [](Random &random) { return random.percent(50) ? random.as2() : random.as4(); },
-                     floor_as_number, port_as_number});
+    kinds.push_back({"AS plain", "ASNUM",
+                     [](Random &random) { return random.percent(50) ? random.as2() : random.as4(); }, floor_as_number,
+                     port_as_number});
     kinds.push_back({"AS dotted", "ASNUM", &Random::as_dotted, floor_as_number, port_as_number});
 
     constexpr Converter floor_list{format_in<floor_parse_as_list, SYSDT_AsNumList, SYSDT_TYPE_ASNUM_ENHANCE>,
@@ -578,7 +581,8 @@ void add_as_and_communities(Kinds &kinds)
     kinds.push_back({"community list", "CMNTY_ENHANCE", [](Random &random) { return list(random, 8, community); },
                      floor_some, port_some});
 
-    kinds.push_back({"large community", "LARGECOMMUNITY",
+    kinds.push_back({"large community",
+                     "LARGECOMMUNITY",
                      [](Random &random) { return random.as4() + ':' + random.decimal() + ':' + random.decimal(); },
                      {format_in<floor_parse_large, SYSDT_LargeCommunity, SYSDT_TYPE_LARGECOMMUNITY>,
                       floor_out<floor_print_large, SYSDT_LargeCommunity>},
@@ -592,8 +596,13 @@ void add_as_and_communities(Kinds &kinds)
     for (const auto &[form, text] : octet_forms) {
         kinds.push_back({"ext. community " + std::string(form), "EXTCOMMUNITY", text, floor_ext, port_ext});
     }
-    kinds.push_back({"bandwidth", "EXTCOMMUNITY_BW", {}, {nullptr, floor_out<floor_print_bandwidth, SYSDT_ExtCommunityBw>},
-                     {nullptr, port_out<port_print_bandwidth, SYSDT_ExtCommunityBw>}, Shape::decimal, bandwidth});
+    kinds.push_back({"bandwidth",
+                     "EXTCOMMUNITY_BW",
+                     {},
+                     {nullptr, floor_out<floor_print_bandwidth, SYSDT_ExtCommunityBw>},
+                     {nullptr, port_out<port_print_bandwidth, SYSDT_ExtCommunityBw>},
+                     Shape::decimal,
+                     bandwidth});
 }
 
 } // namespace bgpdt::bench

@@ -9,10 +9,7 @@ namespace {
 
 // ------------------------------------------------------------------------------------------------ durations
 
-bool letter(const char *&at, char small)
-{
-    return (*at | 0x20) == small && (++at, true);
-}
+bool letter(const char *&at, char small) { return (*at | 0x20) == small && (++at, true); }
 
 bool floor_parse_duration(char *text, SYSDT_TimeRange &out)
 {
@@ -328,20 +325,37 @@ Bytes display_record(Random &random, const std::string &text, bool filled)
 
 void add_attributes(Kinds &kinds)
 {
-    kinds.push_back({"time range", "TIME_RANGE",
+    kinds.push_back({"time range",
+                     "TIME_RANGE",
                      [](Random &random) {
                          return random.decimal(0, 9999) + 'd' + random.decimal(0, 23) + 'h' + random.decimal(0, 59) +
                                 'm' + random.decimal(0, 59) + 's';
                      },
                      {format_in<floor_parse_duration, SYSDT_TimeRange, SYSDT_TYPE_TIME_RANGE>, nullptr},
                      {format_in<port_parse_duration, SYSDT_TimeRange, SYSDT_TYPE_TIME_RANGE>, nullptr}});
-    kinds.push_back({"SID structure", "SID_STRUCTURE", {}, {nullptr, floor_out<floor_print_structure, SYSDT_SidStructure>},
-                     {nullptr, port_out<port_print_structure, SYSDT_SidStructure>}, Shape::decimal, structure});
-    kinds.push_back({"attr. bitmap", "ATTRIDBITMAP", {}, {nullptr, floor_list}, {nullptr, port_list}, Shape::decimal,
-                     [](Random &random) { return display_record(random, "Attribute ID:", false); }, 1});
-    kinds.push_back({"attr. bitmap filled", "ATTRIDBITMAP", {}, {nullptr, floor_list}, {nullptr, port_list},
+    kinds.push_back({"SID structure",
+                     "SID_STRUCTURE",
+                     {},
+                     {nullptr, floor_out<floor_print_structure, SYSDT_SidStructure>},
+                     {nullptr, port_out<port_print_structure, SYSDT_SidStructure>},
                      Shape::decimal,
-                     [](Random &random) { return display_record(random, "Attribute IDs of %u: ###;", true); }, 1});
+                     structure});
+    kinds.push_back({"attr. bitmap",
+                     "ATTRIDBITMAP",
+                     {},
+                     {nullptr, floor_list},
+                     {nullptr, port_list},
+                     Shape::decimal,
+                     [](Random &random) { return display_record(random, "Attribute ID:", false); },
+                     1});
+    kinds.push_back({"attr. bitmap filled",
+                     "ATTRIDBITMAP",
+                     {},
+                     {nullptr, floor_list},
+                     {nullptr, port_list},
+                     Shape::decimal,
+                     [](Random &random) { return display_record(random, "Attribute IDs of %u: ###;", true); },
+                     1});
 }
 
 } // namespace bgpdt::bench

@@ -26,7 +26,16 @@ struct Node {
     u8 ipv6_router[16]{};
     u8 igp_router[8]{};
 };
-enum : u32 { has_as = 1, has_ls_id = 2, has_area = 4, has_igp = 8, has_bgp = 16, has_member = 32, has_v4 = 64, has_v6 = 128 };
+enum : u32 {
+    has_as = 1,
+    has_ls_id = 2,
+    has_area = 4,
+    has_igp = 8,
+    has_bgp = 16,
+    has_member = 32,
+    has_v4 = 64,
+    has_v6 = 128
+};
 
 /// Whether a route type's local node has the groups that it must have, and none that it must not have.
 bool fits(const Node &node, u32 type, u32 protocol)
@@ -159,9 +168,7 @@ bool floor_node(const char *&at, u32 protocol, Node &out)
                 taken = word(at, "ipv6-router-id") && once(out.seen, has_v6) && ipv6(at, out.ipv6_router) && close(at);
             }
             break;
-        case 'o':
-            taken = word(at, "ospf-area-id") && once(out.seen, has_area) && address_group(at, out.area);
-            break;
+        case 'o': taken = word(at, "ospf-area-id") && once(out.seen, has_area) && address_group(at, out.area); break;
         case 'm':
             taken = word(at, "member-as") && once(out.seen, has_member) && floor_as(at, out.member) && close(at);
             break;
@@ -309,10 +316,10 @@ bool floor_te(const char *&at, SYSDT_LsTePolicy &out)
             out.color = number;
             break;
         case 'o':
-            taken = at[12] == 's' ? word(at, "originator-as") && once(seen, 16) &&
-                                        (floor_as(at, out.originatorAs) || at[-1] == '0') && close(at)
-                                  : word(at, "originator-address") && once(seen, 32) &&
-                                        te_address(at, out.originatorAddress);
+            taken = at[12] == 's'
+                        ? word(at, "originator-as") && once(seen, 16) &&
+                              (floor_as(at, out.originatorAs) || at[-1] == '0') && close(at)
+                        : word(at, "originator-address") && once(seen, 32) && te_address(at, out.originatorAddress);
             break;
         case 'd':
             taken = word(at, "discriminator") && once(seen, 64) && number_group(at, number);
@@ -364,11 +371,13 @@ u32 floor_protocol(const char *&at)
         const u32 level = known ? static_cast<u32>(static_cast<u8>(*at++)) - '0' : 0;
         return (level == 1 || level == 2) && close(at) ? level : 0;
     }
-    case 'O': return at[5] == '2' ? (word(at, "OSPFv2]") ? SYSDT_LS_OSPFV2 : 0) : (word(at, "OSPFv3]") ? SYSDT_LS_OSPFV3 : 0);
+    case 'O':
+        return at[5] == '2' ? (word(at, "OSPFv2]") ? SYSDT_LS_OSPFV2 : 0) : (word(at, "OSPFv3]") ? SYSDT_LS_OSPFV3 : 0);
     case 'D': return word(at, "DIRECT]") ? SYSDT_LS_DIRECT : 0;
     case 'B': return word(at, "BGP]") ? SYSDT_LS_BGP : 0;
-    case 'S': return at[1] == 'T' ? (word(at, "STATIC]") ? SYSDT_LS_STATIC : 0)
-                                  : (word(at, "SEGMENT-ROUTING]") ? SYSDT_LS_SEGMENT_ROUTING : 0);
+    case 'S':
+        return at[1] == 'T' ? (word(at, "STATIC]") ? SYSDT_LS_STATIC : 0)
+                            : (word(at, "SEGMENT-ROUTING]") ? SYSDT_LS_SEGMENT_ROUTING : 0);
     default: return 0;
     }
 }
@@ -627,9 +636,8 @@ bool port_node(const char *text, u32 type, u32 protocol, Node &out)
             return once(out.seen, has_ls_id) && port_quad(value, out.ls_id);
         }
         if ((value = after(group, "bgp-router-id")) != nullptr) {
-            return once(out.seen, has_bgp) &&
-                   (port_quad(value, out.bgp_router) ||
-                    (type != SYSDT_LS_TE_POLICY && port_number(value, out.bgp_router)));
+            return once(out.seen, has_bgp) && (port_quad(value, out.bgp_router) ||
+                                               (type != SYSDT_LS_TE_POLICY && port_number(value, out.bgp_router)));
         }
         if ((value = after(group, "ospf-area-id")) != nullptr) {
             return once(out.seen, has_area) && port_quad(value, out.area);
@@ -915,7 +923,10 @@ struct Printer {
     }
     const char *quad(u32 address) { return PAL_IpAddrToStr(address, field()); }
     const char *ipv6(const u8 *address) { return inet_ntop6(address, field(), 50); }
-    const char *either(const LsIpAddr &address) { return address.family == 0 ? quad(address.ipv4) : ipv6(address.ipv6); }
+    const char *either(const LsIpAddr &address)
+    {
+        return address.family == 0 ? quad(address.ipv4) : ipv6(address.ipv6);
+    }
     const char *igp(const u8 *id)
     {
         char *const text = field();
@@ -1048,10 +1059,9 @@ std::string mt_id(Random &r, u32 chance = 30) { return r.percent(chance) ? group
 std::string igp_link(Random &r)
 {
     const u32 protocol = igp_protocol(r);
-    const std::string descriptor =
-        r.percent(50) ? group("if-address", r.ipv4()) + group("peer-address", r.ipv4()) +
-                            group("if-address", r.ipv6()) + group("peer-address", r.ipv6())
-                      : group("link-local-id", r.ipv4()) + group("link-remote-id", r.ipv4());
+    const std::string descriptor = r.percent(50) ? group("if-address", r.ipv4()) + group("peer-address", r.ipv4()) +
+                                                       group("if-address", r.ipv6()) + group("peer-address", r.ipv6())
+                                                 : group("link-local-id", r.ipv4()) + group("link-remote-id", r.ipv4());
     return head(SYSDT_LS_LINK, protocol, r) + igp_node("LOCAL", protocol, r) + igp_node("REMOTE", protocol, r) +
            group("LINK", descriptor + mt_id(r));
 }
@@ -1070,9 +1080,9 @@ std::string prefix(u32 type, Random &r)
     const u32 protocol = igp_protocol(r);
     const bool v4 = type == SYSDT_LS_IPV4_PREFIX;
     return head(type, protocol, r) + igp_node("LOCAL", protocol, r) +
-           group("PREFIX", mt_id(r, v4 || protocol == SYSDT_LS_OSPFV3 ? 30 : 100) +
-                               group("ospf-route-type", r.decimal(0, 6)) +
-                               group("prefix", v4 ? r.ipv4() + '/' + r.decimal(8, 32) : r.ipv6() + '/' + r.decimal(16, 128)));
+           group("PREFIX",
+                 mt_id(r, v4 || protocol == SYSDT_LS_OSPFV3 ? 30 : 100) + group("ospf-route-type", r.decimal(0, 6)) +
+                     group("prefix", v4 ? r.ipv4() + '/' + r.decimal(8, 32) : r.ipv6() + '/' + r.decimal(16, 128)));
 }
 
 std::string te_policy(Random &r)

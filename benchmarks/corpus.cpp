@@ -42,6 +42,9 @@ std::string Random::hex(int digits)
     return text;
 }
 
-std::string Random::esi() { return pick({"00", "01"}) + hex(2) + '.' + hex(4) + '.' + hex(4) + '.' + hex(4) + '.' + hex(4); }
+std::string Random::esi()
+{
+    return pick({"00", "01"}) + hex(2) + '.' + hex(4) + '.' + hex(4) + '.' + hex(4) + '.' + hex(4);
+}
 
 } // namespace bgpdt::bench

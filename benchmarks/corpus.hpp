@@ -21,7 +21,10 @@ public:
     std::uint32_t between(std::uint32_t first, std::uint32_t last) { return first + below(last - first + 1); }
     /// Of 1 to 32 bits, each as likely as another.
     std::uint32_t number() { return static_cast<std::uint32_t>((next() | 1ULL << 31) & 0xFFFFFFFF) >> below(32); }
-    std::string pick(std::initializer_list<const char *> words) { return words.begin()[below(static_cast<std::uint32_t>(words.size()))]; }
+    std::string pick(std::initializer_list<const char *> words)
+    {
+        return words.begin()[below(static_cast<std::uint32_t>(words.size()))];
+    }
     bool percent(std::uint32_t chance) { return below(100) < chance; }
 
     // Texts.

@@ -356,10 +356,9 @@ bool port_parse(char *text, SYSDT_BolEvpn &out)
     }
     const bool prefix = ipv6 ? std::strchr(text, ':')[1] == '[' : shape.dots_ahead != 0;
     key.routeType = prefix ? SYSDT_EVPN_IP_PREFIX : SYSDT_EVPN_INCLUSIVE;
-    const bool scanned = prefix ? scan(3, ipv6 ? "%10u:[%49[" HEX ":.]]:%10u%n" : "%10u:%15[0-9.]:%10u%n", &tag,
-                                       ip[0].text, &ip[0].bits)
-                                : scan(3, ipv6 ? "%10u:%3u:[%49[" HEX ":.]]%n" : "%10u:%3u:%49[0-9.]%n", &tag,
-                                       &ip[0].bits, ip[0].text);
+    const bool scanned =
+        prefix ? scan(3, ipv6 ? "%10u:[%49[" HEX ":.]]:%10u%n" : "%10u:%15[0-9.]:%10u%n", &tag, ip[0].text, &ip[0].bits)
+               : scan(3, ipv6 ? "%10u:%3u:[%49[" HEX ":.]]%n" : "%10u:%3u:%49[0-9.]%n", &tag, &ip[0].bits, ip[0].text);
     key.inclusive.tag = tag; // at the same place in both
     return scanned && read_address(ip[0], key.inclusive.ip);
 }

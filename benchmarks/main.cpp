@@ -8,16 +8,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <set>
-#include <stdexcept>
 #include <string_view>
 
 #include "benches.hpp"
 
 namespace bgpdt::bench {
-namespace {
-
-constexpr std::size_t corpus_size = 10'000;
-constexpr std::size_t counted_size = 250; // conversions that are enough for counting instructions
 
 SYSDT_Context context_of(u8 mode)
 {
@@ -27,15 +22,15 @@ SYSDT_Context context_of(u8 mode)
     return context;
 }
 
-[[noreturn]] void fail(const std::string &what) { throw std::runtime_error(what); }
-
-/// A kind's own callbacks, and those of the type that dispatches to them.
-struct Subject {
-    Converter own;
-    Converter dispatcher;
-};
-
-Converter of(const SYSDT_Record *type) { return {type->formatIn, type->formatOut}; }
+/// FNV-1a
+u64 seed_of(const std::string &name)
+{
+    u64 seed = 0xCBF29CE484222325;
+    for (const char character : name) {
+        seed = (seed ^ static_cast<u8>(character)) * 0x100000001B3;
+    }
+    return seed;
+}
 
 Subject subject_of(const host::Host &host, const std::string &name)
 {
@@ -45,18 +40,23 @@ Subject subject_of(const host::Host &host, const std::string &name)
         fail("no type " + name);
     }
     if (slash == std::string::npos) {
-        return {of(type), {}};
+        return {type};
     }
     const bool rd = name.starts_with("BOLRD");
-    const auto *row = static_cast<const SYSDT_DispatchRow *>(
-        host.symbol(rd ? "g_astBOL_RD_ProcTable" : "g_astBOL_PREFIX_ProcTable"));
+    const auto *row =
+        static_cast<const SYSDT_DispatchRow *>(host.symbol(rd ? "g_astBOL_RD_ProcTable" : "g_astBOL_PREFIX_ProcTable"));
     for (int rows = rd ? 1 : SYSDT_BOL_KINDS; rows != 0; --rows, ++row) {
         if (name.substr(slash + 1) == row->name) {
-            return {{row->formatIn, row->formatOut}, of(type)};
+            return {type, row};
         }
     }
     fail("no row " + name);
 }
+
+namespace {
+
+constexpr std::size_t corpus_size = 10'000;
+constexpr std::size_t counted_size = 250; // conversions that are enough for counting instructions
 
 struct Answer {
     u32 status;
@@ -96,16 +96,6 @@ Answer print(SYSDT_FormatOut *callback, u8 mode, const Bytes &value)
     return collect(status, kind, length, data);
 }
 
-/// FNV-1a
-u64 seed_of(const std::string &name)
-{
-    u64 seed = 0xCBF29CE484222325;
-    for (const char character : name) {
-        seed = (seed ^ static_cast<u8>(character)) * 0x100000001B3;
-    }
-    return seed;
-}
-
 std::vector<std::string> texts_of(const Kind &kind, std::size_t count)
 {
     Random random(seed_of(kind.name));
@@ -134,19 +124,13 @@ std::string hex_of(const Answer &answer)
     return text;
 }
 
-void expect_same(const Kind &kind, const char *column, const std::string &input, const Answer &ours, const Answer &theirs)
+void expect_same(const Kind &kind, const char *column, const std::string &input, const Answer &ours,
+                 const Answer &theirs)
 {
     if (ours != theirs) {
         fail(kind.name + ", " + column + ": " + input + "\n  ours   " + hex_of(ours) + "\n  theirs " + hex_of(theirs));
     }
 }
-
-/// One column of one direction of one kind.
-struct Case {
-    std::string name;
-    std::function<void()> pass; ///< over the whole corpus
-    std::size_t conversions;
-};
 
 __attribute__((noinline)) void measured_parse(SYSDT_FormatIn *callback, u8 mode, std::vector<std::string> &texts)
 {
@@ -180,15 +164,17 @@ struct Corpus {
 /// Checks every column over the corpus against the plug-in's own answers, and takes its values over.
 void check_columns(const Kind &kind, const Subject &subject, Corpus &corpus)
 {
+    const Converter own = subject.own();
+    const Converter dispatcher = subject.dispatcher();
     for (const std::string &text : corpus.texts) {
-        const Answer ours = parse(subject.own.parse, kind.mode, text);
+        const Answer ours = parse(own.parse, kind.mode, text);
         if (ours.status != SYSDT_OK) {
             fail(kind.name + ": refused: " + text);
         }
         expect_same(kind, "floor", text, ours, parse(kind.floor.parse, kind.mode, text));
         expect_same(kind, "plain port", text, ours, parse(kind.port.parse, kind.mode, text));
-        if (subject.dispatcher.parse != nullptr) {
-            expect_same(kind, "dispatcher", text, ours, parse(subject.dispatcher.parse, kind.mode, text));
+        if (dispatcher.parse != nullptr) {
+            expect_same(kind, "dispatcher", text, ours, parse(dispatcher.parse, kind.mode, text));
         }
         corpus.values.push_back(ours.data);
     }
@@ -196,22 +182,21 @@ void check_columns(const Kind &kind, const Subject &subject, Corpus &corpus)
         if (kind.floor.print == nullptr) {
             break;
         }
-        const Answer ours = print(subject.own.print, kind.mode, value);
+        const Answer ours = print(own.print, kind.mode, value);
         if (ours.status != SYSDT_OK || ours.data.empty()) {
             fail(kind.name + ": not printed");
         }
         const std::string text(ours.data.begin(), ours.data.end());
         expect_same(kind, "floor", text, ours, print(kind.floor.print, kind.mode, value));
         expect_same(kind, "plain port", text, ours, print(kind.port.print, kind.mode, value));
-        if (subject.dispatcher.print != nullptr) {
-            expect_same(kind, "dispatcher", text, ours, print(subject.dispatcher.print, kind.mode, value));
+        if (dispatcher.print != nullptr) {
+            expect_same(kind, "dispatcher", text, ours, print(dispatcher.print, kind.mode, value));
         }
     }
 }
 
-void add_cases(std::vector<Case> &cases, const host::Host &host, const Kind &kind, std::size_t size)
+void add_cases(Cases &cases, const Subject &subject, const Kind &kind, std::size_t size, bool scripts)
 {
-    const Subject subject = subject_of(host, kind.subject);
     const auto corpus = std::make_shared<Corpus>();
     if (kind.text) {
         corpus->texts = texts_of(kind, size);
@@ -226,7 +211,8 @@ void add_cases(std::vector<Case> &cases, const host::Host &host, const Kind &kin
     const struct {
         const char *name;
         Converter converter;
-    } columns[] = {{"ours", subject.own}, {"floor", kind.floor}, {"port", kind.port}, {"dispatcher", subject.dispatcher}};
+    } columns[] = {
+        {"ours", subject.own()}, {"floor", kind.floor}, {"port", kind.port}, {"dispatcher", subject.dispatcher()}};
     for (const auto &[column, converter] : columns) {
         if (kind.text && converter.parse != nullptr) {
             cases.push_back({kind.name + "/parse/" + column + '/' + shape,
@@ -242,6 +228,9 @@ void add_cases(std::vector<Case> &cases, const host::Host &host, const Kind &kin
                              },
                              size});
         }
+    }
+    if (scripts && subject.script_set() != nullptr) {
+        add_script_cases(cases, subject, "script " + kind.subject.substr(kind.subject.find('/') + 1), corpus->values);
     }
 }
 
@@ -259,11 +248,16 @@ Kinds all_kinds()
     return kinds;
 }
 
-void measure(const std::vector<Case> &cases)
+void measure(const Cases &cases)
 {
     for (const Case &measured : cases) {
         benchmark::RegisterBenchmark(measured.name.c_str(), [&measured](benchmark::State &state) {
             for (auto _ : state) { // NOLINT(clang-analyzer-deadcode.DeadStores)
+                if (measured.prepare) {
+                    state.PauseTiming();
+                    measured.prepare();
+                    state.ResumeTiming();
+                }
                 measured.pass();
             }
             state.SetItemsProcessed(static_cast<std::int64_t>(measured.conversions) * state.iterations());
@@ -273,11 +267,14 @@ void measure(const std::vector<Case> &cases)
 }
 
 /// Every case once, as a dump of its own; run under callgrind with --instr-atstart=no --collect-atstart=no.
-void count(const std::vector<Case> &cases)
+void count(const Cases &cases)
 {
     CALLGRIND_START_INSTRUMENTATION; // not before: calls are counted even while nothing is collected
     for (const Case &counted : cases) {
         const std::string name = counted.name + '/' + std::to_string(counted.conversions);
+        if (counted.prepare) {
+            counted.prepare();
+        }
         CALLGRIND_ZERO_STATS;
         CALLGRIND_TOGGLE_COLLECT;
         counted.pass();
@@ -290,11 +287,20 @@ int run(int argc, char **argv)
 {
     const std::string_view command = argc > 1 ? argv[1] : "";
     host::Host host(BGPDT_BUILT_PLUGIN);
-    std::vector<Case> cases;
-    const bool counting = command == "count";
-    for (const Kind &kind : all_kinds()) {
-        add_cases(cases, host, kind, counting ? counted_size : corpus_size);
+    if (command == "growth") {
+        print_growth(host);
+        return EXIT_SUCCESS;
     }
+    const bool counting = command == "count";
+    const std::size_t size = counting ? counted_size : corpus_size;
+    Cases cases;
+    std::set<std::string> scripted;
+    for (const Kind &kind : all_kinds()) {
+        add_cases(cases, subject_of(host, kind.subject), kind, size, scripted.insert(kind.subject).second);
+    }
+    add_refused_cases(cases, host, size);
+    add_host_cases(cases, size);
+    add_vector_cases(cases, host);
     if (counting) {
         count(cases);
         return EXIT_SUCCESS;

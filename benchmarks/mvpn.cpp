@@ -14,9 +14,9 @@ struct Layout {
     u32 addresses;
 };
 constexpr Layout layouts[] = {
-    {SYSDT_BOL_NG_TYPE_2, "NG_TYPE_2", true, 0},     {SYSDT_BOL_NG_TYPE_4_2, "NG_TYPE_4_2", true, 1},
-    {SYSDT_BOL_NG_TYPE_6, "NG_TYPE_6", true, 2},     {SYSDT_BOL_NG_TYPE_4_1, "NG_TYPE_4-1", false, 2},
-    {SYSDT_BOL_NG_TYPE_5, "NG_TYPE_5", false, 2},    {SYSDT_BOL_NG_TYPE_3, "NG_TYPE_3", false, 3},
+    {SYSDT_BOL_NG_TYPE_2, "NG_TYPE_2", true, 0},      {SYSDT_BOL_NG_TYPE_4_2, "NG_TYPE_4_2", true, 1},
+    {SYSDT_BOL_NG_TYPE_6, "NG_TYPE_6", true, 2},      {SYSDT_BOL_NG_TYPE_4_1, "NG_TYPE_4-1", false, 2},
+    {SYSDT_BOL_NG_TYPE_5, "NG_TYPE_5", false, 2},     {SYSDT_BOL_NG_TYPE_3, "NG_TYPE_3", false, 3},
     {SYSDT_BOL_NG_TYPE_4_3, "NG_TYPE_4-3", false, 4},
 };
 
@@ -274,8 +274,9 @@ std::string text_of(const Layout &layout, bool v6, Random &random)
     std::string text = layout.as ? as_number(random) : "";
     for (u32 i = 0; i < layout.addresses; ++i) {
         const bool group = has_group && i == 1;
-        text += (text.empty() ? "" : separator) + (v6 ? random.ipv6(group ? "ff3e:30" : "2001:db8")
-                                                       : group ? random.ipv4(224, 239) : random.ipv4());
+        text += (text.empty() ? "" : separator) + (v6      ? random.ipv6(group ? "ff3e:30" : "2001:db8")
+                                                   : group ? random.ipv4(224, 239)
+                                                           : random.ipv4());
     }
     return text;
 }
@@ -295,8 +296,10 @@ void add_mvpn(Kinds &kinds)
             if (layout.addresses == 0 && v6) {
                 continue;
             }
-            kinds.push_back({name + (layout.addresses == 0 ? "" : v6 ? " IPv6" : " IPv4"), subject,
-                             [layout, v6](Random &random) { return text_of(layout, v6, random); }, floor, port,
+            kinds.push_back({name + (layout.addresses == 0 ? ""
+                                     : v6                  ? " IPv6"
+                                                           : " IPv4"),
+                             subject, [layout, v6](Random &random) { return text_of(layout, v6, random); }, floor, port,
                              Shape::structured});
         }
     }

@@ -111,7 +111,9 @@ template <u32 sub_kind, class Value, bool plain>
 Kind masked(const char *name, const char *subject)
 {
     constexpr u16 kind = SYSDT_TYPE_BOLPREFIX;
-    return {name, subject, [](Random &random) { return random.ipv4() + '/' + random.decimal(0, 32); },
+    return {name,
+            subject,
+            [](Random &random) { return random.ipv4() + '/' + random.decimal(0, 32); },
             {format_in<floor_parse_masked<sub_kind, Value>, Value, kind, plain>,
              floor_out<floor_print_masked<Value>, Value, 257, plain>},
             {format_in<port_parse_masked<sub_kind, Value>, Value, kind, plain>,
@@ -122,16 +124,18 @@ Kind masked(const char *name, const char *subject)
 
 void add_plain_prefixes(Kinds &kinds)
 {
-    kinds.push_back({"IPv4", "BOLPREFIX/IPV4", [](Random &random) { return random.ipv4(); },
-                     {format_in<floor_parse_ipv4, SYSDT_BolIpv4, SYSDT_TYPE_BOLPREFIX>,
-                      floor_out<floor_print_ipv4, SYSDT_BolIpv4>},
-                     {format_in<port_parse_ipv4, SYSDT_BolIpv4, SYSDT_TYPE_BOLPREFIX>,
-                      port_out<port_print_ipv4, SYSDT_BolIpv4>}});
-    kinds.push_back({"IPv6", "BOLPREFIX/IPV6", [](Random &random) { return random.ipv6(); },
-                     {format_in<floor_parse_ipv6, SYSDT_BolIpv6, SYSDT_TYPE_BOLPREFIX>,
-                      floor_out<floor_print_ipv6, SYSDT_BolIpv6>},
-                     {format_in<port_parse_ipv6, SYSDT_BolIpv6, SYSDT_TYPE_BOLPREFIX>,
-                      port_out<port_print_ipv6, SYSDT_BolIpv6>}});
+    kinds.push_back(
+        {"IPv4",
+         "BOLPREFIX/IPV4",
+         [](Random &random) { return random.ipv4(); },
+         {format_in<floor_parse_ipv4, SYSDT_BolIpv4, SYSDT_TYPE_BOLPREFIX>, floor_out<floor_print_ipv4, SYSDT_BolIpv4>},
+         {format_in<port_parse_ipv4, SYSDT_BolIpv4, SYSDT_TYPE_BOLPREFIX>, port_out<port_print_ipv4, SYSDT_BolIpv4>}});
+    kinds.push_back(
+        {"IPv6",
+         "BOLPREFIX/IPV6",
+         [](Random &random) { return random.ipv6(); },
+         {format_in<floor_parse_ipv6, SYSDT_BolIpv6, SYSDT_TYPE_BOLPREFIX>, floor_out<floor_print_ipv6, SYSDT_BolIpv6>},
+         {format_in<port_parse_ipv6, SYSDT_BolIpv6, SYSDT_TYPE_BOLPREFIX>, port_out<port_print_ipv6, SYSDT_BolIpv6>}});
     kinds.push_back(masked<SYSDT_BOL_VPNV4MCAST, SYSDT_BolVpnv4Mcast, false>("VPNv4 multicast", "VPNV4MCPREFIX"));
     kinds.push_back(masked<SYSDT_BOL_MDT, SYSDT_BolMdt, true>("MDT", "MDTPREFIX"));
 }

@@ -159,8 +159,8 @@ bool port_parse_sdwan(char *text, SYSDT_BolSdwan &out)
     char again[256];
     if (std::strchr(text, '.') != nullptr) {
         if (length < 13 || length > 43 ||
-            std::sscanf(text, "%hu-%u-%u-%u.%u.%u.%u", &type, &port, &site, &a, &b, &c, &d) != 7 || a > 255 || b > 255 ||
-            c > 255 || d > 255 ||
+            std::sscanf(text, "%hu-%u-%u-%u.%u.%u.%u", &type, &port, &site, &a, &b, &c, &d) != 7 || a > 255 ||
+            b > 255 || c > 255 || d > 255 ||
             std::snprintf(again, sizeof again, "%hu-%u-%u-%u.%u.%u.%u", type, port, site, a, b, c, d) != length) {
             return false;
         }
@@ -250,26 +250,31 @@ int port_print_sr(const SYSDT_BolSrPolicy &value, char *out, std::size_t size)
 void add_policy_keys(Kinds &kinds)
 {
     constexpr u16 kind = SYSDT_TYPE_BOLPREFIX;
-    kinds.push_back({"RPD", "BOLPREFIX/RPD",
+    kinds.push_back({"RPD",
+                     "BOLPREFIX/RPD",
                      [](Random &random) { return random.decimal(0, 1) + '/' + random.ipv4() + '/' + random.decimal(); },
                      {format_in<floor_parse_rpd, SYSDT_BolRpd, kind>, floor_out<floor_print_rpd, SYSDT_BolRpd>},
                      {format_in<port_parse_rpd, SYSDT_BolRpd, kind>, port_out<port_print_rpd, SYSDT_BolRpd>}});
     for (const bool v6 : {false, true}) {
         const std::string family = v6 ? " IPv6" : " IPv4";
-        kinds.push_back({"SD-WAN" + family, "BOLPREFIX/SD-WAN",
-                         [v6](Random &random) {
-                             return random.decimal(0, 16) + '-' + random.u16() + '-' + random.decimal() + '-' +
-                                    (v6 ? random.ipv6() : random.ipv4());
-                         },
-                         {format_in<floor_parse_sdwan, SYSDT_BolSdwan, kind>, floor_out<floor_print_sdwan, SYSDT_BolSdwan>},
-                         {format_in<port_parse_sdwan, SYSDT_BolSdwan, kind>, port_out<port_print_sdwan, SYSDT_BolSdwan>}});
-        kinds.push_back({"SR policy" + family, "BOLPREFIX/SRPOLICY",
-                         [v6](Random &random) {
-                             return '[' + random.decimal(0, 4096) + "][" + random.decimal() + "][" +
-                                    (v6 ? random.ipv6() : random.ipv4()) + ']';
-                         },
-                         {format_in<floor_parse_sr, SYSDT_BolSrPolicy, kind>, floor_out<floor_print_sr, SYSDT_BolSrPolicy>},
-                         {format_in<port_parse_sr, SYSDT_BolSrPolicy, kind>, port_out<port_print_sr, SYSDT_BolSrPolicy>}});
+        kinds.push_back(
+            {"SD-WAN" + family,
+             "BOLPREFIX/SD-WAN",
+             [v6](Random &random) {
+                 return random.decimal(0, 16) + '-' + random.u16() + '-' + random.decimal() + '-' +
+                        (v6 ? random.ipv6() : random.ipv4());
+             },
+             {format_in<floor_parse_sdwan, SYSDT_BolSdwan, kind>, floor_out<floor_print_sdwan, SYSDT_BolSdwan>},
+             {format_in<port_parse_sdwan, SYSDT_BolSdwan, kind>, port_out<port_print_sdwan, SYSDT_BolSdwan>}});
+        kinds.push_back(
+            {"SR policy" + family,
+             "BOLPREFIX/SRPOLICY",
+             [v6](Random &random) {
+                 return '[' + random.decimal(0, 4096) + "][" + random.decimal() + "][" +
+                        (v6 ? random.ipv6() : random.ipv4()) + ']';
+             },
+             {format_in<floor_parse_sr, SYSDT_BolSrPolicy, kind>, floor_out<floor_print_sr, SYSDT_BolSrPolicy>},
+             {format_in<port_parse_sr, SYSDT_BolSrPolicy, kind>, port_out<port_print_sr, SYSDT_BolSrPolicy>}});
     }
 }
 

@@ -6,6 +6,7 @@ report.py time BENCHMARK.JSON          medians in ns
 report.py instructions CALLGRIND.OUT   instructions per conversion
 report.py check CALLGRIND.OUT RATIOS   fails where a ratio to the floor is 5 % above the one in the file
 report.py ratios CALLGRIND.OUT         prints such a file
+report.py growth TABLE FILE.SVG        plots cost against length; fails where a longest input costs more than its limit
 
 Instructions are told gross and net. "gross" is everything but the benchmark's own loop. "net" is without the host
 calls that every column makes: trim, blank test, a block taken and released. "own" is without any host service.
@@ -15,7 +16,7 @@ import re
 import statistics
 import sys
 
-LOOP = re.compile(r"measured_|_M_invoke|add_cases|bench::\(anonymous namespace\)::count")
+LOOP = re.compile(r"measured_|_M_invoke|bench::\(anonymous namespace\)::(count|make|fetch|store|parse_once)")
 COMMON = re.compile(r"^(SYSDT_BTrim|PAL_StrTrim|NCF_IsSpaceInString|SYS_DataType\w+)$")
 TAKE = re.compile(r"^SYS_DataTypeMalloc")
 HOST = "libbgpdt_host"
@@ -115,8 +116,9 @@ def print_instructions(counts, shapes):
     for (kind, direction), of in counts.items():
         ours, floor, port, via = (of.get(column) for column in ("ours", "floor", "port", "dispatcher"))
         row = [kind, direction, f"{ours.gross:.0f}"]
-        if floor is None:
-            rows.append(row + ["-"] * 10 + [f"{ours.takes:.1f}"])
+        if port is None:
+            rows.append(row + [f"{floor.gross:.0f}" if floor else "-", "-",
+                               ratio(ours.gross, floor.gross if floor else None)] + ["-"] * 7 + [f"{ours.takes:.1f}"])
             continue
         wanted = PORT_LIMITS[shapes[kind, direction], direction]
         row += [f"{floor.gross:.0f}", f"{port.gross:.0f}",
@@ -159,11 +161,67 @@ def check(counts, path):
     return 1 if problems else 0
 
 
+SERIES_COLOURS = ("#1f77b4", "#d62728", "#2ca02c", "#9467bd")
+NS_PER_BYTE = 1000 / 16
+
+
+def read_growth(path):
+    """{series: [(bytes, ns)]}"""
+    series = {}
+    with open(path, encoding="utf-8") as file:
+        for line in file:
+            name, size, cost = line.rstrip("\n").split("\t")
+            series.setdefault(name, []).append((int(size), float(cost)))
+    return series
+
+
+def plot(series, path):
+    """Each series in a panel of its own, with the limit as a dashed line."""
+    width, height, margin = 360, 240, 56
+    parts = [f'<svg xmlns="http://www.w3.org/2000/svg" width="{(width + margin) * len(series) + margin}" '
+             f'height="{height + 2 * margin}" font-family="sans-serif" font-size="11">']
+    for number, (name, points) in enumerate(series.items()):
+        left, bottom = margin + number * (width + margin), margin + height
+        most_bytes, most_ns = max(size for size, _ in points), 1.1 * max(cost for _, cost in points)
+
+        def place(size, cost):
+            return f"{left + width * size / most_bytes:.1f},{bottom - height * cost / most_ns:.1f}"
+
+        line = " ".join(place(*point) for point in points)
+        limit_end = min(most_bytes, most_ns / NS_PER_BYTE)
+        parts.append(f'<text x="{left}" y="{margin - 12}" font-size="13">{name}</text>')
+        parts.append(f'<path d="M{left},{margin} V{bottom} H{left + width}" fill="none" stroke="black"/>')
+        parts.append(f'<text x="{left}" y="{margin - 1}" dx="3" dy="9">{most_ns:.0f} ns</text>')
+        parts.append(f'<text x="{left + width}" y="{bottom + 14}" text-anchor="end">{most_bytes} bytes</text>')
+        parts.append(f'<polyline points="{place(0, 0)} {place(limit_end, limit_end * NS_PER_BYTE)}" fill="none" '
+                     f'stroke="gray" stroke-dasharray="4"/>')
+        parts.append(f'<polyline points="{line}" fill="none" stroke="{SERIES_COLOURS[number]}" stroke-width="2"/>')
+    parts.append("</svg>\n")
+    with open(path, "w", encoding="utf-8") as file:
+        file.write("\n".join(parts))
+
+
+def print_growth(series, path):
+    plot({name: points for name, points in series.items() if not name.startswith("limit ")}, path)
+    too_slow = False
+    rows = []
+    for name, points in series.items():
+        size, cost = points[-1]
+        limit = size * NS_PER_BYTE
+        too_slow = too_slow or cost > limit
+        rows.append([name.removeprefix("limit "), "longest" if name.startswith("limit ") else "series", str(size),
+                     f"{cost:.0f}", f"{limit:.0f}", "too slow" if cost > limit else ""])
+    table(["input", "", "bytes", "ns", "limit", ""], rows)
+    return 1 if too_slow else 0
+
+
 def main(arguments):
     command, path = arguments[0], arguments[1]
     if command == "time":
         print_times(*read_times(path))
         return 0
+    if command == "growth":
+        return print_growth(read_growth(path), arguments[2])
     counts, shapes = read_callgrind(path)
     if command == "check":
         return check(counts, arguments[2])

@@ -67,9 +67,12 @@ void add(Kinds &kinds, const std::string &name, const std::string &subject)
 {
     constexpr u16 kind = codes.ipv4 == 1 ? SYSDT_TYPE_VRFRD : codes.ipv4 == 0x0102 ? SYSDT_TYPE_VRFRT : SYSDT_TYPE_SOO;
     for (const auto &[form, text] : octet_forms) {
-        kinds.push_back({name + ' ' + form, subject, text,
-                         {format_in<floor_parse<codes>, SYSDT_Octets, kind>, floor_out<floor_print<codes>, SYSDT_Octets>},
-                         {format_in<port_parse<codes>, SYSDT_Octets, kind>, port_out<port_print<codes>, SYSDT_Octets>}});
+        kinds.push_back(
+            {name + ' ' + form,
+             subject,
+             text,
+             {format_in<floor_parse<codes>, SYSDT_Octets, kind>, floor_out<floor_print<codes>, SYSDT_Octets>},
+             {format_in<port_parse<codes>, SYSDT_Octets, kind>, port_out<port_print<codes>, SYSDT_Octets>}});
     }
 }
 
@@ -153,9 +156,9 @@ bool port_parse_rt_ext(char *text, SYSDT_BolRouteTarget &out)
 int port_print_rt_ext(const SYSDT_BolRouteTarget &value, char *out, std::size_t size)
 {
     const u8 *const b = value.rt.octets;
-    return b[0] == 6 && b[1] == 2 ? std::snprintf(out, size, "%02hx%02hx-%02hx%02hx-%02hx%02hx", b[2], b[3], b[4], b[5],
-                                                  b[6], b[7])
-                                  : port_print<target_codes>(value.rt, out, size);
+    return b[0] == 6 && b[1] == 2
+               ? std::snprintf(out, size, "%02hx%02hx-%02hx%02hx-%02hx%02hx", b[2], b[3], b[4], b[5], b[6], b[7])
+               : port_print<target_codes>(value.rt, out, size);
 }
 
 // ------------------------------------------------------------------------------------------------ RTP
@@ -296,10 +299,12 @@ bool port_parse_rtp(char *text, SYSDT_RtpRd &out)
                store(1, a << 24 | b << 16 | c << 8 | d, n, RTP_RD_FORM_IPV4);
     }
     if (dots == 1) {
-        const int items = star ? std::sscanf(text, "%u.%u:%c", &a, &b, &last) : std::sscanf(text, "%u.%u:%u", &a, &b, &n);
+        const int items =
+            star ? std::sscanf(text, "%u.%u:%c", &a, &b, &last) : std::sscanf(text, "%u.%u:%u", &a, &b, &n);
         return items == 3 && a < 65536 && b < 65536 && n < 65536 && store(2, a << 16 | b, n, RTP_RD_FORM_AS4DOT);
     }
-    const int items = star ? std::sscanf(text, "%llu:%c", &admin, &last) : std::sscanf(text, "%llu:%llu", &admin, &number);
+    const int items =
+        star ? std::sscanf(text, "%llu:%c", &admin, &last) : std::sscanf(text, "%llu:%llu", &admin, &number);
     if (dots != 0 || items != 2 || admin > UINT32_MAX || number > (admin > 65535 ? 65535 : UINT32_MAX)) {
         return false;
     }
@@ -433,11 +438,12 @@ void add_vpn_identifiers(Kinds &kinds)
     add<target_codes>(kinds, "RT", "VRFRT");
     add<soo_codes>(kinds, "SoO", "SOO");
     for (const auto &[form, text] : octet_forms) {
-        kinds.push_back({std::string("BOLRD ") + form, "BOLRD/RT", text,
-                         {format_in<floor_parse_bol_rd, SYSDT_BolRd, SYSDT_TYPE_BOLRD>,
-                          floor_out<floor_print_bol_rd, SYSDT_BolRd>},
-                         {format_in<port_parse_bol_rd, SYSDT_BolRd, SYSDT_TYPE_BOLRD>,
-                          port_out<port_print_bol_rd, SYSDT_BolRd>}});
+        kinds.push_back(
+            {std::string("BOLRD ") + form,
+             "BOLRD/RT",
+             text,
+             {format_in<floor_parse_bol_rd, SYSDT_BolRd, SYSDT_TYPE_BOLRD>, floor_out<floor_print_bol_rd, SYSDT_BolRd>},
+             {format_in<port_parse_bol_rd, SYSDT_BolRd, SYSDT_TYPE_BOLRD>, port_out<port_print_bol_rd, SYSDT_BolRd>}});
     }
     constexpr Converter floor_rtp{format_in<floor_parse_rtp, SYSDT_RtpRd, SYSDT_TYPE_RTPRD>,
                                   floor_out<floor_print_rtp, SYSDT_RtpRd>};
@@ -447,19 +453,22 @@ void add_vpn_identifiers(Kinds &kinds)
         kinds.push_back({std::string("RTP RD ") + form, "RTPRD", text, floor_rtp, port_rtp});
     }
     kinds.push_back({"RTP RD wildcard", "RTPRD",
-                     [](Random &random) { return (random.percent(50) ? random.ipv4() : random.as4()) + ":*"; }, floor_rtp,
-                     port_rtp});
-    kinds.push_back({"VPN id", "VPNID",
-                     [](Random &random) { return "1" + random.hex(5) + ":1" + random.hex(static_cast<int>(random.below(8))); },
-                     {format_in<floor_parse_vpn_id, SYSDT_VpnId, SYSDT_TYPE_VPNID, true>,
-                      floor_out<floor_print_vpn_id, SYSDT_VpnId, 257, true>},
-                     {format_in<port_parse_vpn_id, SYSDT_VpnId, SYSDT_TYPE_VPNID, true>,
-                      port_out<port_print_vpn_id, SYSDT_VpnId, 257, true>}});
-    kinds.push_back({"RT IPv6", "VRFRTV6", [](Random &random) { return random.ipv6() + '.' + random.decimal(0, 1); },
-                     {format_in<floor_parse_rt_v6, SYSDT_VrfRtV6, SYSDT_TYPE_VRFRTV6>,
-                      floor_out<floor_print_rt_v6, SYSDT_VrfRtV6>},
-                     {format_in<port_parse_rt_v6, SYSDT_VrfRtV6, SYSDT_TYPE_VRFRTV6>,
-                      port_out<port_print_rt_v6, SYSDT_VrfRtV6>}});
+                     [](Random &random) { return (random.percent(50) ? random.ipv4() : random.as4()) + ":*"; },
+                     floor_rtp, port_rtp});
+    kinds.push_back(
+        {"VPN id",
+         "VPNID",
+         [](Random &random) { return "1" + random.hex(5) + ":1" + random.hex(static_cast<int>(random.below(8))); },
+         {format_in<floor_parse_vpn_id, SYSDT_VpnId, SYSDT_TYPE_VPNID, true>,
+          floor_out<floor_print_vpn_id, SYSDT_VpnId, 257, true>},
+         {format_in<port_parse_vpn_id, SYSDT_VpnId, SYSDT_TYPE_VPNID, true>,
+          port_out<port_print_vpn_id, SYSDT_VpnId, 257, true>}});
+    kinds.push_back(
+        {"RT IPv6",
+         "VRFRTV6",
+         [](Random &random) { return random.ipv6() + '.' + random.decimal(0, 1); },
+         {format_in<floor_parse_rt_v6, SYSDT_VrfRtV6, SYSDT_TYPE_VRFRTV6>, floor_out<floor_print_rt_v6, SYSDT_VrfRtV6>},
+         {format_in<port_parse_rt_v6, SYSDT_VrfRtV6, SYSDT_TYPE_VRFRTV6>, port_out<port_print_rt_v6, SYSDT_VrfRtV6>}});
 
     constexpr Converter floor_ext{format_in<floor_parse_rt_ext, SYSDT_BolRouteTarget, SYSDT_TYPE_BOLPREFIX>,
                                   floor_out<floor_print_rt_ext, SYSDT_BolRouteTarget>};

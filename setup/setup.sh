@@ -10,6 +10,7 @@ fail() {
 
 tool_packages="g++ cmake ninja-build pkg-config liblua5.4-dev libcli11-dev nlohmann-json3-dev"
 test_packages="$tool_packages libgtest-dev googletest clang-format clang-tidy g++-powerpc-linux-gnu qemu-user dpkg-dev"
+bench_packages="g++ cmake ninja-build pkg-config liblua5.4-dev libbenchmark-dev valgrind python3"
 
 # Installs the Debian packages that are missing.
 need_packages() {
