@@ -4,9 +4,9 @@
 #include <benchmark/benchmark.h>
 #include <valgrind/callgrind.h>
 
-#include <charconv>
 #include <cstdio>
 #include <cstdlib>
+#include <numeric>
 #include <set>
 #include <string_view>
 
@@ -132,26 +132,49 @@ void expect_same(const Kind &kind, const char *column, const std::string &input,
     }
 }
 
-__attribute__((noinline)) void measured_parse(SYSDT_FormatIn *callback, u8 mode, std::vector<std::string> &texts)
+/// Inputs one behind the other, so that a pass meets them in the caches.
+class Packed {
+public:
+    struct Item {
+        u32 offset;
+        u32 length;
+    };
+
+    void add(const void *input, std::size_t length)
+    {
+        items_.push_back({static_cast<u32>(bytes_.size()), static_cast<u32>(length)});
+        const char *const first = static_cast<const char *>(input);
+        bytes_.insert(bytes_.end(), first, first + length);
+    }
+    const std::vector<Item> &items() const { return items_; }
+    char *at(const Item &item) { return bytes_.data() + item.offset; }
+    void touch() const { benchmark::DoNotOptimize(std::accumulate(bytes_.begin(), bytes_.end(), 0)); }
+
+private:
+    std::vector<char> bytes_;
+    std::vector<Item> items_;
+};
+
+__attribute__((noinline)) void measured_parse(SYSDT_FormatIn *callback, u8 mode, Packed &texts)
 {
     SYSDT_Context context = context_of(mode);
-    for (std::string &text : texts) {
+    for (const Packed::Item &text : texts.items()) {
         u16 kind;
         u16 length;
         void *data = nullptr;
-        callback(&context, 0, static_cast<u32>(text.size() + 1), text.data(), &kind, &length, &data);
+        callback(&context, 0, text.length, texts.at(text), &kind, &length, &data);
         SYS_DataTypeFree(data);
     }
 }
 
-__attribute__((noinline)) void measured_print(SYSDT_FormatOut *callback, u8 mode, const std::vector<Bytes> &values)
+__attribute__((noinline)) void measured_print(SYSDT_FormatOut *callback, u8 mode, Packed &values)
 {
     SYSDT_Context context = context_of(mode);
-    for (const Bytes &value : values) {
+    for (const Packed::Item &value : values.items()) {
         u16 kind;
         u16 length;
         void *data = nullptr;
-        callback(&context, 0, static_cast<u32>(value.size()), value.data(), &kind, &length, &data);
+        callback(&context, 0, value.length, values.at(value), &kind, &length, &data);
         SYS_DataTypeFree(data);
     }
 }
@@ -197,16 +220,24 @@ void check_columns(const Kind &kind, const Subject &subject, Corpus &corpus)
 
 void add_cases(Cases &cases, const Subject &subject, const Kind &kind, std::size_t size, bool scripts)
 {
-    const auto corpus = std::make_shared<Corpus>();
+    Corpus corpus;
     if (kind.text) {
-        corpus->texts = texts_of(kind, size);
+        corpus.texts = texts_of(kind, size);
     } else {
         Random random(seed_of(kind.name));
         for (std::size_t i = 0; i < size; ++i) {
-            corpus->values.push_back(kind.value(random));
+            corpus.values.push_back(kind.value(random));
         }
     }
-    check_columns(kind, subject, *corpus);
+    check_columns(kind, subject, corpus);
+    const auto texts = std::make_shared<Packed>();
+    const auto values = std::make_shared<Packed>();
+    for (const std::string &text : corpus.texts) {
+        texts->add(text.c_str(), text.size() + 1);
+    }
+    for (const Bytes &value : corpus.values) {
+        values->add(value.data(), value.size());
+    }
     const std::string shape = kind.shape == Shape::decimal ? "decimal" : "structured";
     const struct {
         const char *name;
@@ -215,22 +246,20 @@ void add_cases(Cases &cases, const Subject &subject, const Kind &kind, std::size
         {"ours", subject.own()}, {"floor", kind.floor}, {"port", kind.port}, {"dispatcher", subject.dispatcher()}};
     for (const auto &[column, converter] : columns) {
         if (kind.text && converter.parse != nullptr) {
-            cases.push_back({kind.name + "/parse/" + column + '/' + shape,
-                             [corpus, callback = converter.parse, mode = kind.mode] {
-                                 measured_parse(callback, mode, corpus->texts);
-                             },
-                             size});
+            cases.push_back(
+                {kind.name + "/parse/" + column + '/' + shape,
+                 [texts, callback = converter.parse, mode = kind.mode] { measured_parse(callback, mode, *texts); },
+                 size, [texts] { texts->touch(); }});
         }
         if (kind.floor.print != nullptr && converter.print != nullptr) {
-            cases.push_back({kind.name + "/print/" + column + '/' + shape,
-                             [corpus, callback = converter.print, mode = kind.mode] {
-                                 measured_print(callback, mode, corpus->values);
-                             },
-                             size});
+            cases.push_back(
+                {kind.name + "/print/" + column + '/' + shape,
+                 [values, callback = converter.print, mode = kind.mode] { measured_print(callback, mode, *values); },
+                 size, [values] { values->touch(); }});
         }
     }
     if (scripts && subject.script_set() != nullptr) {
-        add_script_cases(cases, subject, "script " + kind.subject.substr(kind.subject.find('/') + 1), corpus->values);
+        add_script_cases(cases, subject, "script " + kind.subject.substr(kind.subject.find('/') + 1), corpus.values);
     }
 }
 
