@@ -969,7 +969,7 @@ void port_print_link(Printer &to, const SYSDT_LsLink &link, u32 protocol)
     if (link.mtId != SYSDT_LS_NO_MT_ID) {
         to.put("[mt-id%u]]", u32{link.mtId});
     } else {
-        to.put("]");
+        to.put("%s", "]");
     }
 }
 

@@ -5,7 +5,7 @@ namespace bgpdt::bench {
 
 bool ipv6(const char *&at, u8 *out)
 {
-    u8 groups[16];
+    u8 groups[16]{};
     int filled = 0;
     int gap = -1; // where "::" stands
     if (*at == ':') {
@@ -17,8 +17,8 @@ bool ipv6(const char *&at, u8 *out)
     }
     while (filled < 16) {
         const char *const start = at;
-        u32 group;
-        if (hex(at, group, 4) == 0) {
+        u32 number;
+        if (!group(at, number)) {
             if (gap != filled) {
                 return false;
             }
@@ -35,7 +35,7 @@ bool ipv6(const char *&at, u8 *out)
             }
             at = dot;
         }
-        put(groups + filled, static_cast<u16>(group));
+        put(groups + filled, static_cast<u16>(number));
         filled += 2;
         if (*at != ':' || filled == 16) {
             break;
@@ -49,16 +49,20 @@ bool ipv6(const char *&at, u8 *out)
         }
         ++at;
     }
+    std::memcpy(out, groups, sizeof groups);
     if (gap < 0) {
-        std::memcpy(out, groups, sizeof groups);
         return filled == 16;
     }
-    if (filled == 16) {
+    const int shift = 16 - filled;
+    if (shift == 0) {
         return false;
     }
-    std::memset(out, 0, sizeof groups);
-    std::memcpy(out, groups, static_cast<std::size_t>(gap));
-    std::memcpy(out + 16 - (filled - gap), groups + gap, static_cast<std::size_t>(filled - gap));
+    for (int i = filled - 2; i >= gap; i -= 2) { // what stands behind the gap belongs to the end
+        std::memcpy(out + i + shift, groups + i, 2);
+    }
+    for (int i = gap; i < filled && i < gap + shift; i += 2) {
+        std::memset(out + i, 0, 2);
+    }
     return true;
 }
 

@@ -156,14 +156,45 @@ inline u32 hex(const char *&at, u32 &out, u32 digits)
     return static_cast<u32>(at - start);
 }
 
+/// One to four hexadecimal digits.
+inline bool group(const char *&at, u32 &out)
+{
+    const u32 first = hex_value(at[0]);
+    if (first > 15) {
+        return false;
+    }
+    out = first;
+    const u32 second = hex_value(*++at);
+    if (second > 15) {
+        return true;
+    }
+    out = out << 4 | second;
+    const u32 third = hex_value(*++at);
+    if (third > 15) {
+        return true;
+    }
+    out = out << 4 | third;
+    const u32 fourth = hex_value(*++at);
+    if (fourth > 15) {
+        return true;
+    }
+    out = out << 4 | fourth;
+    ++at;
+    return true;
+}
+
 /// Exactly four.
 inline bool hex4(const char *&at, u8 *out)
 {
-    u32 group;
-    if (hex(at, group, 4) != 4) {
-        return false;
+    u32 number = 0;
+    for (int i = 0; i < 4; ++i, ++at) {
+        const u32 digit = hex_value(*at);
+        if (digit > 15) {
+            return false;
+        }
+        number = number << 4 | digit;
     }
-    put(out, static_cast<u16>(group));
+    put(out, static_cast<u16>(number));
     return true;
 }
 
@@ -173,11 +204,11 @@ bool ipv6(const char *&at, u8 *out);
 inline bool mac(const char *&at, u8 *out)
 {
     for (int i = 0; i < 3; ++i) {
-        u32 group;
-        if (hex(at, group, 4) == 0 || (i < 2 && !skip(at, '-'))) {
+        u32 number;
+        if (!group(at, number) || (i < 2 && !skip(at, '-'))) {
             return false;
         }
-        put(out + 2 * i, static_cast<u16>(group));
+        put(out + 2 * i, static_cast<u16>(number));
     }
     return true;
 }

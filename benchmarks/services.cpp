@@ -214,7 +214,7 @@ void add_host_cases(Cases &cases, std::size_t size)
     const auto blocks = [](auto take, auto release) {
         return [take, release] {
             for (int i = 0; i < 1000; ++i) {
-                for (const u32 block : {8, 12, 89, 224, 257, 513}) {
+                for (const u32 block : {8U, 12U, 89U, 224U, 257U, 513U}) {
                     void *const taken = take(block);
                     use(taken);
                     release(taken);
