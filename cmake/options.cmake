@@ -6,6 +6,7 @@ option(BGPDT_HOST "Build the stand-alone host (needs Lua 5.4)" OFF)
 cmake_dependent_option(BGPDT_TOOL "Build the command-line tool (needs CLI11, nlohmann-json)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_TESTS "Build the tests (needs GoogleTest)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_BENCHMARKS "Build the benchmark (needs Google Benchmark, callgrind)" OFF BGPDT_HOST OFF)
+option(BGPDT_CALL_GRAPH "Let g++ tell the plug-in's call graph and stack, and test their limits (for powerpc)" OFF)
 option(BGPDT_COVERAGE "Instrument for coverage" OFF)
 set(BGPDT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
 
