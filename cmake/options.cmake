@@ -8,6 +8,7 @@ cmake_dependent_option(BGPDT_TESTS "Build the tests (needs GoogleTest)" OFF BGPD
 cmake_dependent_option(BGPDT_BENCHMARKS "Build the benchmark (needs Google Benchmark, callgrind)" OFF BGPDT_HOST OFF)
 option(BGPDT_CALL_GRAPH "Let g++ tell the plug-in's call graph and stack, and test their limits (for powerpc)" OFF)
 option(BGPDT_COVERAGE "Instrument for coverage" OFF)
+option(BGPDT_VALGRIND "Test the vectors under valgrind's memcheck too" OFF)
 set(BGPDT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
 
 if(NOT CMAKE_BUILD_TYPE)

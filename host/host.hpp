@@ -50,6 +50,9 @@ struct Diagnostic {
 };
 
 /// A loaded plug-in and the records it registered. Only one may live at a time: the services are the process's.
+///
+/// Conversions and what else calls a record's operations may run in several threads at once, those with script values
+/// on a Lua state for each thread; no load_names() meanwhile, and no plug-in that raises diagnostics in its operations.
 class Host {
 public:
     /// Decides whether a record is taken: returns the status that the plug-in sees. The default takes all. What it

@@ -8,9 +8,12 @@ fail() {
     exit 2
 }
 
-tool_packages="g++ cmake ninja-build pkg-config liblua5.4-dev libcli11-dev nlohmann-json3-dev"
-test_packages="$tool_packages libgtest-dev googletest clang-format clang-tidy g++-powerpc-linux-gnu qemu-user dpkg-dev"
-bench_packages="g++ cmake ninja-build pkg-config liblua5.4-dev libbenchmark-dev valgrind python3"
+build_packages="g++ cmake ninja-build pkg-config liblua5.4-dev"
+tool_packages="$build_packages libcli11-dev nlohmann-json3-dev"
+bench_packages="$build_packages libbenchmark-dev valgrind python3"
+fuzz_packages="$build_packages clang libclang-rt-dev llvm"
+test_packages="$tool_packages $fuzz_packages libgtest-dev googletest clang-format clang-tidy g++-powerpc-linux-gnu
+    g++-i686-linux-gnu qemu-user valgrind gcovr python3 dpkg-dev"
 
 # Installs the Debian packages that are missing.
 need_packages() {

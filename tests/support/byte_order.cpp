@@ -13,10 +13,10 @@ namespace {
 constexpr std::uint16_t attribute_bitmap = 0x0122;
 constexpr std::uint16_t client_vrf_name = 0x0124;
 
-/// Turns numbers of a big-endian value from place to place.
+/// Turns numbers of a value in the order given, from place to place.
 class Turner {
 public:
-    explicit Turner(Bytes &value) : value_(value) {}
+    explicit Turner(Bytes &value, std::endian order = std::endian::big) : value_(value), order_(order) {}
 
     bool has(std::size_t count) const { return place_ + count <= value_.size(); }
     void skip(std::size_t count) { place_ = std::min(place_ + count, value_.size()); }
@@ -25,15 +25,21 @@ public:
     {
         const auto begin = value_.begin() + static_cast<std::ptrdiff_t>(place_);
         const auto end = begin + static_cast<std::ptrdiff_t>(width);
+        if (order_ == std::endian::little) {
+            std::reverse(begin, end);
+        }
         std::uint32_t number = 0;
         std::for_each(begin, end, [&](std::uint8_t byte) { number = number << 8 | byte; });
-        std::reverse(begin, end);
+        if (order_ == std::endian::big) {
+            std::reverse(begin, end);
+        }
         place_ += width;
         return number;
     }
 
 private:
     Bytes &value_;
+    std::endian order_;
     std::size_t place_ = 0;
 };
 
@@ -71,13 +77,14 @@ void turn_display_record(Bytes &record)
 }
 
 /// A client VRF name's structured form: items of kind, length and so many characters.
-void turn_items(Bytes &items)
+Bytes turned_items(Bytes items, std::endian order)
 {
-    Turner turner(items);
+    Turner turner(items, order);
     while (turner.has(4)) {
         turner.turn(2);
         turner.skip(turner.turn(2));
     }
+    return items;
 }
 
 /// A client VRF name as the host has it: 32 characters, the number, whether there is one.
@@ -122,17 +129,14 @@ Bytes to_target(const Form &form, const Bytes &value)
     return turned;
 }
 
-void to_native(const Form &form, Bytes &first, Bytes &second)
+Bytes turned_like(const Form &form, const Bytes &first, const Bytes &second, const Bytes &value)
 {
-    if (same_order) {
-        return;
+    Bytes turned = value;
+    if (!same_order) {
+        const Layout own = layout(form, first, std::endian::big);
+        reverse_numbers(own.fields.empty() ? layout(form, second, std::endian::big) : own, turned);
     }
-    Layout common = layout(form, first, std::endian::big);
-    if (common.fields.empty()) {
-        common = layout(form, second, std::endian::big);
-    }
-    reverse_numbers(common, first);
-    reverse_numbers(common, second);
+    return turned;
 }
 
 Bytes shown_to_native(const Form &form, const Bytes &data)
@@ -154,9 +158,15 @@ Bytes copy_to_native(const Form &form, const Bytes &copy)
     if (same_order || form.kind != client_vrf_name) {
         return to_native(form, copy);
     }
-    Bytes turned = copy;
-    turn_items(turned);
-    return turned;
+    return turned_items(copy, std::endian::big);
+}
+
+Bytes copy_to_target(const Form &form, const Bytes &copy)
+{
+    if (same_order || form.kind != client_vrf_name) {
+        return to_target(form, copy);
+    }
+    return turned_items(copy, std::endian::native);
 }
 
 } // namespace bgpdt::test

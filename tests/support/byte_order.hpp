@@ -20,14 +20,15 @@ struct Form {
 Bytes to_native(const Form &form, const Bytes &value);
 Bytes to_target(const Form &form, const Bytes &value);
 
-/// Both with one layout, the one of whichever value has any: a swapped value need not tell its own.
-void to_native(const Form &form, Bytes &first, Bytes &second);
+/// The value turned by the layout of whichever of two big-endian values has any: a swapped value need not tell its own.
+Bytes turned_like(const Form &form, const Bytes &first, const Bytes &second, const Bytes &value);
 
 /// What FormatOut is handed; an attribute bitmap comes in a display record, a client VRF name with its number.
 Bytes shown_to_native(const Form &form, const Bytes &data);
 
 /// What FormatOut copies; a client VRF name's is a sequence of items.
 Bytes copy_to_native(const Form &form, const Bytes &copy);
+Bytes copy_to_target(const Form &form, const Bytes &copy);
 
 } // namespace bgpdt::test
 

@@ -32,36 +32,11 @@ void check_verb(const Line &line, const Subject &subject, Report &report)
     }
 }
 
-/// The callback that the verb is about.
-bool has_callback(const Line &line, const Subject &subject)
-{
-    switch (line.verb) {
-    case Verb::in:
-    case Verb::bad: return subject.format_in != nullptr;
-    case Verb::out:
-    case Verb::bare:
-    case Verb::copy:
-    case Verb::skip:
-    case Verb::noout: return subject.format_out != nullptr;
-    case Verb::check: return subject.check != nullptr;
-    case Verb::cmp: return subject.compare != nullptr;
-    case Verb::set:
-    case Verb::noset: return subject.lua_set != nullptr;
-    case Verb::get:
-    case Verb::noget: return subject.lua_get != nullptr;
-    case Verb::swap: return subject.endian != nullptr;
-    case Verb::help:
-    case Verb::nohelp: return subject.help != nullptr;
-    case Verb::fn: return subject.symbol(line.function.c_str()) != nullptr;
-    }
-    return false;
-}
-
 } // namespace
 
 void check_line(const Line &line, const Subject &subject, Report &report)
 {
-    if (!report.require(has_callback(line, subject), "there is no such callback")) {
+    if (!report.require(subject.answers_to(line), "there is no such callback")) {
         return;
     }
     const std::string fault = memory_fault([&] { check_verb(line, subject, report); });
@@ -153,8 +128,10 @@ void check_compare(const Line &line, const Subject &subject, Report &report)
 
 void check_swap(const Line &line, const Subject &subject, Report &report)
 {
-    Bytes bytes[] = {line.bytes, line.result.value()};
-    to_native(subject.form(), bytes[0], bytes[1]);
+    const auto native = [&](const Bytes &value) {
+        return turned_like(subject.form(), line.bytes, line.result.value(), value);
+    };
+    const Bytes bytes[] = {native(line.bytes), native(line.result.value())};
     AttackHost::instance().begin();
     bool restored = true;
     for (const Place place : {Place::end, Place::odd}) {
@@ -179,22 +156,6 @@ void check_swap(const Line &line, const Subject &subject, Report &report)
     settle(report);
 }
 
-namespace {
-
-/// What a parser filled, for the target: the subject's value or, behind a row, the key without its sub-kind.
-Bytes parsed_to_target(const Subject &subject, Bytes value)
-{
-    if (!subject.sub_kind || value.size() == subject.length) {
-        return to_target(subject.form(), value);
-    }
-    value.insert(value.begin(), sizeof(std::uint32_t), 0);
-    value = to_target(subject.form(), value);
-    value.erase(value.begin(), value.begin() + sizeof(std::uint32_t));
-    return value;
-}
-
-} // namespace
-
 void check_function(const Line &line, const Subject &subject, Report &report)
 {
     using Parser = std::uint32_t(char *, void *);
@@ -211,7 +172,7 @@ void check_function(const Line &line, const Subject &subject, Report &report)
     report.same_status(static_cast<std::uint32_t>(line.status),
                        parser(reinterpret_cast<char *>(text.data()), value.data()));
     if (line.result) {
-        report.same("the value", *line.result, parsed_to_target(subject, value.bytes()));
+        report.same("the value", *line.result, subject.parsed_to_target(value.bytes()));
     }
     report.require(text.intact(), "the text was written beyond its ends");
     report.require(value.intact(), "the value was written beyond its ends");

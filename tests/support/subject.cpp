@@ -117,4 +117,39 @@ Subject subject_of(const host::Host &host, const Line &line)
 
 Form Subject::form() const { return {kind, expect.has(any_sub_kind) ? std::nullopt : sub_kind}; }
 
+bool Subject::answers_to(const Line &line) const
+{
+    switch (line.verb) {
+    case Verb::in:
+    case Verb::bad: return format_in != nullptr;
+    case Verb::out:
+    case Verb::bare:
+    case Verb::copy:
+    case Verb::skip:
+    case Verb::noout: return format_out != nullptr;
+    case Verb::check: return check != nullptr;
+    case Verb::cmp: return compare != nullptr;
+    case Verb::set:
+    case Verb::noset: return lua_set != nullptr;
+    case Verb::get:
+    case Verb::noget: return lua_get != nullptr;
+    case Verb::swap: return endian != nullptr;
+    case Verb::help:
+    case Verb::nohelp: return help != nullptr;
+    case Verb::fn: return symbol(line.function.c_str()) != nullptr;
+    }
+    return false;
+}
+
+Bytes Subject::parsed_to_target(Bytes value) const
+{
+    if (!sub_kind || value.size() == length) {
+        return to_target(form(), value);
+    }
+    value.insert(value.begin(), sizeof(std::uint32_t), 0);
+    value = to_target(form(), value);
+    value.erase(value.begin(), value.begin() + sizeof(std::uint32_t));
+    return value;
+}
+
 } // namespace bgpdt::test

@@ -41,6 +41,10 @@ struct Subject {
     std::size_t script_size() const { return expect.script_size != 0 ? expect.script_size : length; }
     Reported reports(const Line &line) const { return line.reports.value_or(Reported{kind, length}); }
     Form form() const;
+    /// Whether there is the callback that the line is about.
+    bool answers_to(const Line &line) const;
+    /// What an exported parser filled: the value or, behind a row, the key without its sub-kind.
+    Bytes parsed_to_target(Bytes value) const;
     /// The row that answers for a big-endian value: the subject's own, or the one that it dispatches to.
     const Expectation &answering(const Bytes &value) const;
     /// What becomes of a row's failure.

@@ -1,8 +1,8 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
-# Builds Lua for the 32-bit big-endian target from its Debian source package, into the folder named.
+# cross_lua.sh TARGET OUT: builds Lua for a target such as powerpc-linux-gnu from its Debian source package, into OUT.
 set -eu
-out=$1
+target=$1 out=$2
 [ ! -f "$out/lib/liblua.a" ] || exit 0
 mkdir -p "$out/apt/lists/partial" "$out/source" "$out/include" "$out/lib"
 cd "$out"
@@ -16,10 +16,10 @@ apt-get "$@" update
 (cd source && apt-get "$@" source lua5.4)
 
 cd source/lua5.4-*/src
-echo '#define DEB_HOST_MULTIARCH "powerpc-linux-gnu"' >lua5.4-deb-multiarch.h # a file of the package's own build
+echo "#define DEB_HOST_MULTIARCH \"$target\"" >lua5.4-deb-multiarch.h # a file of the package's own build
 for file in l*.c; do
     case $file in lua.c | luac.c) continue ;; esac
-    powerpc-linux-gnu-gcc -O2 -fPIC -DLUA_USE_LINUX -DLUA_COMPAT_5_3 -c "$file"
+    "$target-gcc" -O2 -fPIC -DLUA_USE_LINUX -DLUA_COMPAT_5_3 -c "$file"
 done
 cp lua.h luaconf.h lualib.h lauxlib.h lua.hpp lua5.4-deb-multiarch.h "$out/include/"
-powerpc-linux-gnu-ar rcs "$out/lib/liblua.a" l*.o
+"$target-ar" rcs "$out/lib/liblua.a" l*.o
