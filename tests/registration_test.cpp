@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// What the plug-in registers, in which order, and what it does when the host refuses.
+/// What the plug-in registers, and in which order.
 #include <algorithm>
 #include <cstring>
 #include <dlfcn.h>
-#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "bgp_datatype/bgp_datatype.h"
 #include "host/host.hpp"
 #include "support/expected_records.hpp"
+#include "support/registry.hpp"
 #include "support/setting.hpp"
 
 namespace bgpdt::test {
@@ -26,39 +26,6 @@ std::vector<ExpectedRecord> expected_all()
     std::ranges::copy(expected::extended_records, std::back_inserter(records));
     return records;
 }
-
-/// One call of SYS_Drm_RegisterDataType.
-struct Registration {
-    std::uint32_t handle;
-    const SYSDT_Record *record;
-};
-
-/// While one lives, it answers the calls in the host's place.
-class Registry {
-public:
-    /// Answers the status to the record at that position, or to every one.
-    explicit Registry(std::uint32_t status = SYSDT_OK, std::optional<std::size_t> position = std::nullopt)
-        : status_(status), position_(position)
-    {
-        current = this;
-    }
-    ~Registry() { current = nullptr; }
-    Registry(const Registry &) = delete;
-    Registry &operator=(const Registry &) = delete;
-
-    std::uint32_t answer(std::uint32_t handle, const SYSDT_Record *record)
-    {
-        calls.push_back({handle, record});
-        return !position_ || *position_ == calls.size() - 1 ? status_ : SYSDT_OK;
-    }
-
-    std::vector<Registration> calls;
-    static inline Registry *current = nullptr;
-
-private:
-    std::uint32_t status_;
-    std::optional<std::size_t> position_;
-};
 
 class RegistrationTest : public testing::Test {
 protected:
@@ -91,7 +58,6 @@ protected:
         return own != nullptr ? own : dlsym(RTLD_DEFAULT, name);
     }
     void expect_record(const ExpectedRecord &expected, const SYSDT_Record &record) const;
-    void expect_diagnostic(const host::Diagnostic &diagnostic, std::size_t position, std::uint32_t status) const;
 };
 
 std::vector<const void *> callbacks(const SYSDT_Record &record)
@@ -116,16 +82,6 @@ void RegistrationTest::expect_record(const ExpectedRecord &expected, const SYSDT
         EXPECT_EQ(symbol(name), slots[slot]) << (name == nullptr ? "an empty slot" : name);
         EXPECT_EQ(name == nullptr, slots[slot] == nullptr) << (name == nullptr ? "an empty slot" : name);
     }
-}
-
-void RegistrationTest::expect_diagnostic(const host::Diagnostic &diagnostic, std::size_t position,
-                                         std::uint32_t status) const
-{
-    const bool name_index = position < expected::name_index_records.size();
-    EXPECT_EQ("kpl_datatype_func_bgp_init", diagnostic.source);
-    EXPECT_EQ(name_index ? 197U : 210U, diagnostic.line);
-    EXPECT_EQ((name_index ? "RegisterDataType Ret:" : "RegisterDataTypeExt Ret:") + std::to_string(status),
-              diagnostic.message);
 }
 
 TEST_F(RegistrationTest, HandsOverTheExpectedRecordsInOrder)
@@ -192,35 +148,6 @@ TEST_F(RegistrationTest, EachFunctionRegistersItsOwnTable)
     expect_table(extended_table(), registered_by("BGP_RegisterExtendDataType"));
 }
 
-TEST_F(RegistrationTest, ARefusedRecordStopsNoOther)
-{
-    const std::size_t count = expected_all().size();
-    for (std::size_t refused = 0; refused < count; ++refused) {
-        SCOPED_TRACE(refused);
-        const std::size_t before = host_.diagnostics().size();
-        const std::uint32_t status = refused % 2 == 0 ? 0x801799U : 0xFFFFFFFFU;
-        Registry registry(status, refused);
-        EXPECT_EQ(0U, call("Bgp_InitDataType", 7));
-        EXPECT_EQ(count, registry.calls.size());
-        const auto raised = host_.diagnostics().subspan(before);
-        ASSERT_EQ(1U, raised.size());
-        expect_diagnostic(raised[0], refused, status);
-    }
-}
-
-TEST_F(RegistrationTest, EveryRefusalIsReportedInOrder)
-{
-    const std::size_t count = expected_all().size();
-    Registry registry(1);
-    EXPECT_EQ(0U, call("Bgp_InitDataType", 7));
-    EXPECT_EQ(count, registry.calls.size());
-    const auto raised = host_.diagnostics();
-    ASSERT_EQ(count, raised.size());
-    for (std::size_t i = 0; i < count; ++i) {
-        expect_diagnostic(raised[i], i, 1);
-    }
-}
-
 TEST(Registration, AHostMissesOnlyTheTypesThatItRefuses)
 {
     const std::vector<ExpectedRecord> expected = expected_all();
@@ -238,12 +165,3 @@ TEST(Registration, AHostMissesOnlyTheTypesThatItRefuses)
 } // namespace
 
 } // namespace bgpdt::test
-
-extern "C" __attribute__((visibility("default"))) uint32_t SYS_Drm_RegisterDataType(uint32_t handle,
-                                                                                    const SYSDT_Record *record)
-{
-    using bgpdt::test::Registry;
-    static auto *const next =
-        reinterpret_cast<decltype(SYS_Drm_RegisterDataType) *>(dlsym(RTLD_NEXT, "SYS_Drm_RegisterDataType"));
-    return Registry::current != nullptr ? Registry::current->answer(handle, record) : next(handle, record);
-}

@@ -27,10 +27,8 @@ void AttackHost::begin(Failing failing)
     blocks_.clear();
     problems_.clear();
     stored_keys.clear();
-    requests_ = 0;
+    requests_.clear();
     help_clears = 0;
-    help_status = 0;
-    symbol_status = 0;
     failing_ = failing;
 }
 
@@ -86,13 +84,18 @@ std::size_t AttackHost::live() const
         std::ranges::count_if(blocks_, [](const Block &block) { return block.live && !block.lent(); }));
 }
 
+bool AttackHost::refuses(Request request)
+{
+    requests_.push_back(request);
+    return failing_.hits(requests_.size());
+}
+
 void *AttackHost::take(std::uint32_t size, std::optional<std::uint32_t> handle)
 {
-    ++requests_;
-    if (failing_.first != 0 && (requests_ == failing_.first || (failing_.onward && requests_ > failing_.first))) {
+    if (refuses(Request::memory)) {
         return nullptr;
     }
-    blocks_.push_back({Guarded(size), handle, requests_, true});
+    blocks_.push_back({Guarded(size), handle, requests_.size(), true});
     return blocks_.back().memory.data();
 }
 
@@ -115,6 +118,7 @@ void AttackHost::release(void *block)
 namespace {
 
 using bgpdt::test::AttackHost;
+using bgpdt::test::Request;
 
 /// The host's own service behind the one defined here.
 template <class Function>
@@ -147,9 +151,8 @@ void SYS_DataTypeFree(void *block) { AttackHost::instance().release(block); }
 uint32_t SYSDT_InitHelpInfo(uint32_t handle, SYSDT_HelpInfo *info, uint32_t count)
 {
     static_cast<void>(handle);
-    const uint32_t status = AttackHost::instance().help_status;
-    if (status != 0) {
-        return status;
+    if (AttackHost::instance().refuses(Request::help_record)) {
+        return AttackHost::refusal;
     }
     info->count = count;
     info->entries = static_cast<char **>(std::calloc(count, sizeof(char *)));
@@ -168,7 +171,7 @@ void SYSDT_ClearHelpInfo(SYSDT_HelpInfo *info)
 
 uint32_t KPL_CheckBySymbolForIPV4(SYSDT_Context *, const SYSDT_HelpRequest *, SYSDT_HelpInfo *)
 {
-    return AttackHost::instance().symbol_status;
+    return AttackHost::instance().refuses(Request::symbol_help) ? AttackHost::refusal : SYSDT_OK;
 }
 
 void SYSDT_SPTI_SetField(void *state, int32_t index, const char *key)

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "failing.hpp"
 #include "guarded.hpp"
 
 namespace bgpdt::test {
@@ -25,18 +26,17 @@ struct Block {
     bool lent() const { return request == 0; }
 };
 
-/// Which allocations fail, counted from 1.
-struct Failing {
-    std::size_t first = 0; ///< 0: none
-    bool onward = false;   ///< and every later one
-};
+/// What the plug-in asks of the host and may be refused.
+enum class Request { memory, help_record, symbol_help };
 
 class AttackHost {
 public:
+    static constexpr std::uint32_t refusal = 0x1234; ///< the status of a refused help record or symbol help
+
     /// The only one: the services are the process's.
     static AttackHost &instance();
 
-    /// Forgets all blocks and counts; what the services answer becomes success again.
+    /// Forgets all blocks and counts.
     void begin(Failing failing = {});
     /// Whatever is wrong with the blocks since begin(): still taken, released twice, written around or after release.
     std::vector<std::string> settle();
@@ -47,16 +47,18 @@ public:
     std::optional<Bytes> collect(void *block);
     /// The block that starts here and is live, or null.
     const Block *find(const void *block) const;
-    /// All requests for memory since begin(), the refused ones too.
-    std::size_t requests() const { return requests_; }
+    /// All requests since begin(), the refused ones too.
+    std::size_t requests() const { return requests_.size(); }
+    /// What was requested, counted from 1.
+    Request request(std::size_t number) const { return requests_.at(number - 1); }
     /// The live blocks that the plug-in took.
     std::size_t live() const;
 
-    std::uint32_t help_status = 0;        ///< what SYSDT_InitHelpInfo answers
-    std::uint32_t symbol_status = 0;      ///< what KPL_CheckBySymbolForIPV4 answers
     std::size_t help_clears = 0;          ///< calls of SYSDT_ClearHelpInfo
     std::vector<std::string> stored_keys; ///< what was stored in script tables, in order
 
+    /// Counts the request; whether it is one to refuse.
+    bool refuses(Request request);
     void *take(std::uint32_t size, std::optional<std::uint32_t> handle);
     void release(void *block);
     void fail(const std::string &problem) { problems_.push_back(problem); }
@@ -66,7 +68,7 @@ private:
 
     std::deque<Block> blocks_;
     std::vector<std::string> problems_;
-    std::size_t requests_ = 0;
+    std::vector<Request> requests_;
     Failing failing_;
 };
 

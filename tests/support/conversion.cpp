@@ -2,6 +2,8 @@
 #include "conversion.hpp"
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
 
 namespace bgpdt::test {
 
@@ -68,6 +70,40 @@ Converted print(const Subject &subject, Guarded &value, std::uint32_t length, st
                            unless(null == Null::length, &outputs.length), unless(null == Null::data, &outputs.data));
     context.check(report);
     return result_of(status, outputs, report);
+}
+
+bool Helped::untouched() const
+{
+    return info.count == 0xBEEF && info.entries == static_cast<char **>(forbidden_address());
+}
+
+std::string Helped::text(const Subject &subject, Report &report)
+{
+    report.same<std::uint32_t>("the number of entries", 1, info.count);
+    if (!report.require(info.entries[0] != nullptr, "the help information was neither filled nor cleared")) {
+        std::free(info.entries);
+        return {};
+    }
+    const Block *block = AttackHost::instance().find(info.entries[0]);
+    const std::size_t size = block == nullptr ? 0 : strnlen(info.entries[0], block->memory.size()) + 1;
+    const Bytes bytes = delivered({SYSDT_OK, 0, 0, info.entries[0]}, size, subject.expect.memory[2], report);
+    std::free(info.entries);
+    return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(bytes.empty() ? 0 : size - 1)};
+}
+
+Helped ask(const Subject &subject, const Asked &asked, Report &report)
+{
+    Context context(asked.mode);
+    Guarded words(sizeof(SYSDT_HelpRequest));
+    std::copy_n(reinterpret_cast<const std::uint8_t *>(asked.words), sizeof asked.words, words.data());
+    Helped result{SYSDT_OK, {0xBEEF, static_cast<char **>(forbidden_address())}};
+    const auto *request = reinterpret_cast<const SYSDT_HelpRequest *>(words.constant());
+    result.status = subject.help(unless(asked.null == HelpNull::context, context.get()), 0, 0,
+                                 unless(asked.null == HelpNull::fourth, forbidden_address()),
+                                 unless(asked.null == HelpNull::request, request),
+                                 unless(asked.null == HelpNull::info, &result.info));
+    context.check(report);
+    return result;
 }
 
 void expect_nothing_delivered(const Converted &result, const void *data_before, bool cleared, Report &report)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Single calls of FormatIn and FormatOut with everything around their arguments watched.
+/// Single calls of FormatIn, FormatOut and Help with everything around their arguments watched.
 #ifndef BGPDT_TESTS_CONVERSION_HPP
 #define BGPDT_TESTS_CONVERSION_HPP
 
@@ -62,6 +62,28 @@ Converted parse(const Subject &subject, const std::string &text, std::uint8_t mo
 /// FormatOut of the value, told to be `length` bytes long, into the block or one of its own.
 Converted print(const Subject &subject, Guarded &value, std::uint32_t length, std::uint8_t mode, void *block,
                 Report &report, Null null = Null::nothing);
+
+/// Which pointer argument of Help is null.
+enum class HelpNull { nothing, context, fourth, request, info };
+
+struct Asked {
+    std::uint8_t mode;
+    std::uint32_t words[2] = {1, 1};
+    HelpNull null = HelpNull::nothing;
+};
+
+struct Helped {
+    std::uint32_t status;
+    SYSDT_HelpInfo info;
+
+    /// Whether the information is as it was before the call.
+    bool untouched() const;
+    /// Collects the only entry, a block of its text's size, and gives the information up.
+    std::string text(const Subject &subject, Report &report);
+};
+
+/// Help with information that nothing may touch before it is prepared.
+Helped ask(const Subject &subject, const Asked &asked, Report &report);
 
 /// The common end of a call: no outputs touched, no block taken.
 void expect_nothing_delivered(const Converted &result, const void *data_before, bool cleared, Report &report);

@@ -28,8 +28,6 @@ private:
     void expect_accepted(std::uint8_t mode, const std::string &text);
     void expect_refused(std::uint8_t mode, std::uint32_t status);
     void null_pointers(std::uint8_t mode);
-    void without_memory(std::uint8_t mode);
-    void without_request(std::uint8_t mode, Failing failing, bool of_the_value);
     void expect_reprint();
     void other_modes_accepted();
     void other_modes_refused();
@@ -45,15 +43,12 @@ private:
     const Bytes native_;
     const Expectation &answering_;
     AttackHost &host_ = AttackHost::instance();
-    std::size_t requests_ = 0; ///< of the last accepted text
-    std::size_t value_request_ = 0;
 };
 
 void ParseFact::accepted()
 {
     for (const std::uint8_t mode : line_.modes) {
         expect_accepted(mode, line_.text);
-        without_memory(mode);
         null_pointers(mode);
     }
     expect_reprint();
@@ -74,8 +69,6 @@ void ParseFact::expect_accepted(std::uint8_t mode, const std::string &text)
     report_.situation(in_mode(mode));
     host_.begin();
     const Converted result = parse(subject_, text, mode, report_);
-    requests_ = host_.requests();
-    value_request_ = delivered_request(result);
     if (report_.same_status(SYSDT_OK, result.status)) {
         report_.same<std::uint32_t>("out kind", reported_.kind, result.kind);
         report_.same<std::uint32_t>("out length", reported_.length, result.length);
@@ -110,36 +103,6 @@ void ParseFact::null_pointers(std::uint8_t mode)
             settle(report_);
         }
     }
-}
-
-void ParseFact::without_memory(std::uint8_t mode)
-{
-    for (std::size_t request = 1; request <= requests_; ++request) {
-        for (const bool onward : {false, true}) {
-            report_.situation(in_mode(mode) + ", memory out at request " + std::to_string(request));
-            without_request(mode, {request, onward}, request == value_request_);
-        }
-    }
-}
-
-void ParseFact::without_request(std::uint8_t mode, Failing failing, bool of_the_value)
-{
-    host_.begin(failing);
-    const Converted result = parse(subject_, line_.text, mode, report_);
-    if (subject_.expect.has(dispatches) && !failing.onward) {
-        // A later row may take the text.
-        static_cast<void>(host_.collect(result.data));
-    } else if (of_the_value) {
-        report_.same_status(subject_.passed_on(SYSDT_ERR_NO_MEMORY), result.status);
-        report_.same<std::uint32_t>("out kind", reported_.kind, result.kind);
-        report_.same<std::uint32_t>("out length", 0, result.length);
-        report_.same<const void *>("out data", answering_.has(null_without_memory) ? nullptr : forbidden_address(),
-                                   result.data);
-    } else {
-        report_.same_status(subject_.passed_on(subject_.expect.unparsed), result.status);
-        expect_nothing_delivered(result, forbidden_address(), false, report_);
-    }
-    settle(report_);
 }
 
 void ParseFact::other_modes_accepted()

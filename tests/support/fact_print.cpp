@@ -39,9 +39,6 @@ private:
     void expect_fate(const Converted &result, void *lent);
     void expect_kind_and_length(const Converted &result, bool cleared);
     void null_pointers(std::uint8_t mode);
-    void without_memory(std::uint8_t mode);
-    void fails_without_memory(std::uint8_t mode);
-    void without_block(const Converted &result);
     void any_length(std::uint8_t mode);
     void other_modes();
     void other_mode(std::uint8_t mode, char letter);
@@ -53,8 +50,6 @@ private:
     Bytes copy_;
     const Expectation &answering_;
     AttackHost &host_ = AttackHost::instance();
-    std::size_t requests_ = 0;
-    std::size_t block_request_ = 0;
 };
 
 void PrintFact::printed()
@@ -64,7 +59,6 @@ void PrintFact::printed()
             expect_skipped(mode);
         } else {
             expect_printed(mode, line_.verb);
-            without_memory(mode);
         }
         null_pointers(mode);
         if (is_text() && subject_.expect.has(whole_value) && native_.size() >= subject_.length) {
@@ -78,7 +72,6 @@ void PrintFact::refused()
 {
     for (const std::uint8_t mode : line_.modes) {
         expect_failure(mode);
-        fails_without_memory(mode);
         null_pointers(mode);
     }
     other_modes();
@@ -103,8 +96,6 @@ void PrintFact::expect_printed(std::uint8_t mode, Verb verb)
         Guarded value(native_, place);
         host_.begin();
         const Converted result = print(subject_, value, length(), mode, nullptr, report_);
-        requests_ = host_.requests();
-        block_request_ = delivered_request(result);
         if (report_.same_status(SYSDT_OK, result.status)) {
             expect_block(result, verb);
         }
@@ -175,7 +166,6 @@ void PrintFact::expect_failure(std::uint8_t mode)
         host_.begin();
         void *lent = lends ? host_.lend(block_size()) : nullptr;
         const Converted result = print(subject_, value, length(), mode, lent, report_);
-        requests_ = lends ? requests_ : host_.requests();
         report_.same_status(static_cast<std::uint32_t>(line_.status), result.status);
         report_.same<std::uint32_t>("out kind", cleared ? 0 : Outputs::untouched_kind, result.kind);
         report_.same<std::uint32_t>("out length", cleared ? 0 : Outputs::untouched_length, result.length);
@@ -215,51 +205,6 @@ void PrintFact::null_pointers(std::uint8_t mode)
             settle(report_);
         }
     }
-}
-
-void PrintFact::without_memory(std::uint8_t mode)
-{
-    for (std::size_t request = 1; request <= requests_; ++request) {
-        for (const bool onward : {false, true}) {
-            report_.situation(in_mode(mode) + ", memory out at request " + std::to_string(request));
-            Guarded value(native_);
-            host_.begin({request, onward});
-            const Converted result = print(subject_, value, length(), mode, nullptr, report_);
-            if (request == block_request_) {
-                without_block(result);
-            } else {
-                report_.same_status(SYSDT_OK, result.status);
-                report_.require(result.kind == 0 && result.length == 0, "kind and length are not cleared");
-                report_.same<const void *>("out data", nullptr, result.data);
-            }
-            settle(report_);
-        }
-    }
-}
-
-/// Which of the failures comes first is the type's; nothing may be lost.
-void PrintFact::fails_without_memory(std::uint8_t mode)
-{
-    for (std::size_t request = 1; request <= requests_; ++request) {
-        report_.situation(in_mode(mode) + ", memory out at request " + std::to_string(request));
-        Guarded value(native_);
-        host_.begin({request, true});
-        const Converted result = print(subject_, value, length(), mode, nullptr, report_);
-        static_cast<void>(host_.collect(result.data));
-        settle(report_);
-    }
-}
-
-/// The binary copy has a failure of its own and leaves the kind alone.
-void PrintFact::without_block(const Converted &result)
-{
-    const bool structured = answering_.has(always_takes);
-    const bool copied = line_.verb == Verb::copy && !structured;
-    const std::uint32_t status = copied ? SYSDT_ERR_FAIL : SYSDT_ERR_NO_MEMORY;
-    report_.same_status(subject_.passed_on(status), result.status);
-    report_.same<std::uint32_t>("out kind", copied || structured ? Outputs::untouched_kind : 0, result.kind);
-    report_.same<std::uint32_t>("out length", structured ? Outputs::untouched_length : 0, result.length);
-    report_.same<const void *>("out data", nullptr, result.data);
 }
 
 void PrintFact::any_length(std::uint8_t mode)

@@ -11,16 +11,6 @@ namespace bgpdt::test {
 
 namespace {
 
-constexpr const char *field = "field";
-constexpr std::size_t engine_requests = 4; ///< how many requests of the engine are made to fail in turn
-
-/// The arguments that may be null.
-struct Absent {
-    bool state = false;
-    bool name = false;
-    bool value = false;
-};
-
 class ScriptFact {
 public:
     ScriptFact(const Line &line, const Subject &subject, Report &report)
@@ -34,19 +24,18 @@ public:
     void noget();
 
 private:
-    std::uint32_t call_set(Script &script, Index index, const Guarded &value, std::size_t length, Absent absent = {});
-    std::uint32_t call_get(Script &script, Index index, Guarded &value, Absent absent = {});
     void expect_set(Index index, Place place);
     void expect_get(Index index, Place place);
     void refused_sets();
     void refused_gets();
     void nameless_set();
     void nameless_get();
-    void engine_out_of_memory();
     void expect_stack(const Script &script, const ScriptValue &target);
     bool reads_back(Script &script);
     bool survives_scripts();
     void expect_mark(bool holds);
+    /// Each pointer null that must not be.
+    std::vector<Access> absences() const;
 
     const Line &line_;
     const Subject &subject_;
@@ -63,31 +52,6 @@ std::string told(const char *what, Index index, Place place)
            (place == Place::end ? "" : ", value at an odd address");
 }
 
-ScriptValue parent_with(const ScriptValue &value) { return {ScriptTable{{field, 0, value}}}; }
-
-std::uint32_t ScriptFact::call_set(Script &script, Index index, const Guarded &value, std::size_t length, Absent absent)
-{
-    const void *data = absent.value ? nullptr : value.constant();
-    const char *name = absent.name ? nullptr : field;
-    const auto callback = [&](void *state, std::int32_t at) {
-        return subject_.lua_set(absent.state ? nullptr : state, at, name, 0, static_cast<std::uint32_t>(length), data);
-    };
-    return script.call(index, callback, report_);
-}
-
-std::uint32_t ScriptFact::call_get(Script &script, Index index, Guarded &value, Absent absent)
-{
-    void *data = absent.value ? nullptr : value.data();
-    const char *name = absent.name ? nullptr : field;
-    const auto callback = [&](void *state, std::int32_t at) {
-        return subject_.lua_get(absent.state ? nullptr : state, at, name, 0, static_cast<std::uint32_t>(value.size()),
-                                data);
-    };
-    const std::uint32_t status = script.call(index, callback, report_);
-    report_.require(value.intact(), "the value was written beyond its ends");
-    return status;
-}
-
 void ScriptFact::expect_stack(const Script &script, const ScriptValue &target)
 {
     report_.require(script.height_after() == script.height_before(), "the script stack has another height");
@@ -101,7 +65,7 @@ void ScriptFact::expect_set(Index index, Place place)
     const Guarded value(native_, place);
     Script script;
     host_.begin();
-    report_.same_status(SYSDT_OK, call_set(script, index, value, native_.size()));
+    report_.same_status(SYSDT_OK, set_field(subject_, script, value, {index}, report_));
     const ScriptValue expected = parent_with(line_.script);
     expect_stack(script, expected);
     const auto order = [](const std::vector<std::string> &keys) {
@@ -115,16 +79,23 @@ void ScriptFact::expect_set(Index index, Place place)
     settle(report_);
 }
 
+std::vector<Access> ScriptFact::absences() const
+{
+    std::vector<Access> absences{{.null_state = true}, {.null_value = true}};
+    if (!subject_.expect.has(name_optional)) {
+        absences.push_back({.name = nullptr});
+    }
+    return absences;
+}
+
 /// Null pointers and a value that is one byte short.
 void ScriptFact::refused_sets()
 {
     const Guarded value(native_);
-    const bool name_needed = !subject_.expect.has(name_optional);
-    for (const Absent absent :
-         {Absent{true, false, false}, Absent{false, name_needed, !name_needed}, Absent{false, false, true}}) {
+    for (const Access &absent : absences()) {
         report_.situation("set, null pointer");
         Script script;
-        report_.same_status(SYSDT_ERR_NULL_PTR, call_set(script, Index::absolute, value, native_.size(), absent));
+        report_.same_status(SYSDT_ERR_NULL_PTR, set_field(subject_, script, value, absent, report_));
         expect_stack(script, {ScriptTable{}});
     }
     if (!subject_.expect.has(set_any_length)) {
@@ -132,7 +103,7 @@ void ScriptFact::refused_sets()
         Script script;
         const std::uint32_t status = subject_.expect.has(short_set_invalid) ? SYSDT_ERR_INVALID_VALUE : SYSDT_ERR_PARAM;
         const Guarded part(std::span{native_}.first(subject_.script_size() - 1));
-        report_.same_status(status, call_set(script, Index::absolute, part, part.size()));
+        report_.same_status(status, set_field(subject_, script, part, {}, report_));
         expect_stack(script, {ScriptTable{}});
     }
 }
@@ -145,29 +116,15 @@ void ScriptFact::nameless_set()
     report_.situation("set without a name");
     const Guarded value(native_);
     Script script;
-    report_.same_status(SYSDT_OK, call_set(script, Index::absolute, value, native_.size(), {false, true, false}));
+    report_.same_status(SYSDT_OK, set_field(subject_, script, value, {Index::absolute, nullptr}, report_));
     report_.require(script.height_after() == script.height_before() + 1 && same_content(script.top(), line_.script),
                     "the value is not left on the stack");
-}
-
-/// The engine leaves the callback in the middle; nothing may stay taken.
-void ScriptFact::engine_out_of_memory()
-{
-    for (std::size_t request = 1; request <= engine_requests; ++request) {
-        report_.situation("engine out of memory at request " + std::to_string(request));
-        const Guarded value(native_);
-        Script script;
-        host_.begin();
-        script.run_out_at(request);
-        static_cast<void>(call_set(script, Index::absolute, value, native_.size()));
-        settle(report_);
-    }
 }
 
 bool ScriptFact::reads_back(Script &script)
 {
     Guarded value(native_.size(), Place::end, 0);
-    if (call_get(script, Index::absolute, value) != SYSDT_OK) {
+    if (get_field(subject_, script, value, {}, report_) != SYSDT_OK) {
         return false;
     }
     const std::size_t size = std::min(subject_.script_size(), native_.size());
@@ -180,7 +137,7 @@ bool ScriptFact::survives_scripts()
     report_.situation("set and read again");
     const Guarded value(native_);
     Script script;
-    return call_set(script, Index::absolute, value, native_.size()) == SYSDT_OK && reads_back(script);
+    return set_field(subject_, script, value, {}, report_) == SYSDT_OK && reads_back(script);
 }
 
 void ScriptFact::expect_mark(bool holds)
@@ -201,7 +158,6 @@ void ScriptFact::set()
     }
     refused_sets();
     nameless_set();
-    engine_out_of_memory();
     if (subject_.lua_get != nullptr) {
         expect_mark(survives_scripts());
     }
@@ -214,7 +170,8 @@ void ScriptFact::noset()
         const Guarded value(native_);
         Script script;
         host_.begin();
-        report_.same_status(static_cast<std::uint32_t>(line_.status), call_set(script, index, value, native_.size()));
+        report_.same_status(static_cast<std::uint32_t>(line_.status),
+                            set_field(subject_, script, value, {index}, report_));
         expect_stack(script, {ScriptTable{}});
         settle(report_);
     }
@@ -227,7 +184,7 @@ void ScriptFact::expect_get(Index index, Place place)
     Script script;
     script.put_target(index == Index::below_top ? line_.script : parent_with(line_.script));
     host_.begin();
-    if (report_.same_status(SYSDT_OK, call_get(script, index, value))) {
+    if (report_.same_status(SYSDT_OK, get_field(subject_, script, value, {index}, report_))) {
         report_.same("the value", line_.bytes, to_target(form_, value.bytes()));
         const bool leaves = index != Index::below_top && !subject_.expect.has(get_leaves_none);
         report_.require(script.height_after() == script.height_before() + (leaves ? 1 : 0),
@@ -239,14 +196,12 @@ void ScriptFact::expect_get(Index index, Place place)
 
 void ScriptFact::refused_gets()
 {
-    const bool name_needed = !subject_.expect.has(name_optional);
-    for (const Absent absent :
-         {Absent{true, false, false}, Absent{false, name_needed, !name_needed}, Absent{false, false, true}}) {
+    for (const Access &absent : absences()) {
         report_.situation("get, null pointer");
         Guarded value(native_.size(), Place::end, 0);
         Script script;
         script.put_target(parent_with(line_.script));
-        report_.same_status(SYSDT_ERR_NULL_PTR, call_get(script, Index::absolute, value, absent));
+        report_.same_status(SYSDT_ERR_NULL_PTR, get_field(subject_, script, value, absent, report_));
         expect_stack(script, parent_with(line_.script));
     }
     report_.situation("get, one byte short");
@@ -254,7 +209,7 @@ void ScriptFact::refused_gets()
     Guarded value(subject_.script_size() - 1, Place::end, 0);
     Script script;
     script.put_target(parent_with(line_.script));
-    report_.same_status(status, call_get(script, Index::absolute, value));
+    report_.same_status(status, get_field(subject_, script, value, {}, report_));
     expect_stack(script, parent_with(line_.script));
     report_.same("the value", Bytes(value.size()), value.bytes());
 }
@@ -268,7 +223,7 @@ void ScriptFact::nameless_get()
     Guarded value(native_.size(), Place::end, 0);
     Script script;
     script.put_target(line_.script);
-    report_.same_status(SYSDT_OK, call_get(script, Index::relative, value, {false, true, false}));
+    report_.same_status(SYSDT_OK, get_field(subject_, script, value, {Index::relative, nullptr}, report_));
     report_.same("the value", line_.bytes, to_target(form_, value.bytes()));
     report_.require(script.height_after() == script.height_before(), "the script stack has another height");
 }
@@ -294,7 +249,7 @@ void ScriptFact::noget()
     Script script;
     script.put_target(parent_with(line_.script));
     host_.begin();
-    report_.same_status(static_cast<std::uint32_t>(line_.status), call_get(script, Index::absolute, value));
+    report_.same_status(static_cast<std::uint32_t>(line_.status), get_field(subject_, script, value, {}, report_));
     if (line_.result) {
         report_.same("the value", *line_.result, to_target(form_, value.bytes()));
     }

@@ -43,6 +43,8 @@ void check_line(const Line &line, const Subject &subject, Report &report)
     if (!fault.empty()) {
         report.fail(fault);
         AttackHost::instance().begin();
+    } else if (line.verb == Verb::check || line.verb == Verb::cmp || line.verb == Verb::swap) {
+        report.require(AttackHost::instance().requests() == 0, "the host was asked for something");
     }
 }
 

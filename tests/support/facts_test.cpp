@@ -9,6 +9,7 @@
 
 #include "support/attack_host.hpp"
 #include "support/facts.hpp"
+#include "support/faults.hpp"
 #include "support/faulty_type.hpp"
 
 #ifdef __has_feature
@@ -52,7 +53,10 @@ std::string problems(Fault fault, const std::string &lines)
     std::string all;
     for (const Line &line : vectors.lines) {
         Report report;
-        check_line(line, faulty_type(fault), report);
+        const Subject subject = faulty_type(fault);
+        FaultCount count;
+        check_line(line, subject, report);
+        inject_faults(line, subject, report, count);
         for (const std::string &problem : report.problems()) {
             all += problem + "\n";
         }
@@ -97,8 +101,8 @@ TEST(Facts, EveryFaultIsFound)
         {Fault::other_owner, "the block has another owner"},
         {Fault::released_twice, "a block was released that is not taken"},
         {Fault::written_after_release, "written after its release"},
-        {Fault::keeps_length_without_memory, "memory out at request 1: out length is 8"},
-        {Fault::fails_without_status, "memory out at request 1: the status is 0, not NO_MEMORY"},
+        {Fault::keeps_length_without_memory, "request 1 refused: out length is 8"},
+        {Fault::fails_without_status, "request 1 refused: the status is 0, not NO_MEMORY"},
         {Fault::touches_outputs_on_refusal, "out kind is 0 "},
         {Fault::changes_context, "the context was changed"},
         {Fault::other_text, "the text is \"5 \", not \"5\""},
@@ -117,11 +121,13 @@ TEST(Facts, EveryFaultIsFound)
         {Fault::swaps_once, "swap twice: this is not the identity"},
         {Fault::help_short_block, "the block's size is 14"},
         {Fault::help_in_mode_2, "the help information was touched"},
-        {Fault::help_without_clear, "the help information was not cleared"},
+        {Fault::help_without_clear, "the help information was neither filled nor cleared"},
         {Fault::set_other_order, "the order of storing is \"asType asNumValue field\""},
         {Fault::set_other_value, "the table is { field = { asNumValue = 6, asType = 3 } }"},
         {Fault::set_leaves_value, "the script stack has another height"},
         {Fault::set_short, "touched memory that is not its own"},
+        {Fault::set_half_done, "all after it refused: the table is { field = 0 }, not { }"},
+        {Fault::set_holds_block, "neither delivered nor released"},
         {Fault::get_leaves_more, "the script stack has another height"},
         {Fault::get_other_value, "the value is 00000006_00000003"},
         {Fault::get_short, "touched memory that is not its own"},

@@ -228,6 +228,11 @@ std::uint32_t lua_set(void *state, std::int32_t index, const char *name, std::ui
     SYSDT_AsNum value{};
     std::memcpy(&value, data, size);
     const std::int32_t parent = index < 0 ? SYSDT_SPTI_GetTop(state) + 1 + index : index;
+    if (has(Fault::set_half_done)) {
+        SYSDT_SPTI_PushUInt(state, 0);
+        SYSDT_SPTI_SetField(state, parent, name);
+    }
+    void *held = has(Fault::set_holds_block) ? SYS_DataTypeMalloc(size) : nullptr;
     SYSDT_SPTI_CreateTable(state, 0, 2);
     const std::int32_t table = SYSDT_SPTI_GetTop(state);
     const bool reversed = has(Fault::set_other_order);
@@ -239,6 +244,7 @@ std::uint32_t lua_set(void *state, std::int32_t index, const char *name, std::ui
         SYSDT_SPTI_SetField(state, table, keys[i]);
     }
     SYSDT_SPTI_SetField(state, parent, name);
+    SYS_DataTypeFree(held);
     if (has(Fault::set_leaves_value)) {
         SYSDT_SPTI_PushUInt(state, 0);
     }

@@ -53,6 +53,8 @@ enum class Fault {
     set_other_value,
     set_leaves_value,
     set_short,
+    set_half_done,
+    set_holds_block,
     get_leaves_more,
     get_other_value,
     get_short,

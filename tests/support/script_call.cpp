@@ -15,8 +15,7 @@ constexpr const char *witness = "witness";
 
 /// What crosses the protected call.
 struct Entry {
-    std::size_t *left;
-    std::size_t fatal_request;
+    bool *watched;
     const std::function<std::uint32_t(void *, std::int32_t)> *callback;
     std::int32_t index;
     int before;
@@ -50,12 +49,10 @@ void *Script::allocate(void *self, void *block, std::size_t old_size, std::size_
         std::free(block);
         return nullptr;
     }
+    // The engine counts on getting a smaller block.
     const bool grows = block == nullptr || new_size > old_size;
-    if (grows && script->left_ == 1) {
+    if (grows && script->watched_ && script->failing_.hits(++script->requests_)) {
         return nullptr;
-    }
-    if (grows && script->left_ > 1) {
-        --script->left_;
     }
     return std::realloc(block, new_size);
 }
@@ -64,9 +61,9 @@ int Script::enter(lua_State *lua)
 {
     auto *entry = static_cast<Entry *>(lua_touserdata(lua, lua_upvalueindex(1)));
     entry->before = lua_gettop(lua);
-    *entry->left = entry->fatal_request;
+    *entry->watched = true;
     entry->status = (*entry->callback)(lua, entry->index);
-    *entry->left = 0;
+    *entry->watched = false;
     entry->after = lua_gettop(lua);
     return entry->after;
 }
@@ -74,7 +71,8 @@ int Script::enter(lua_State *lua)
 std::uint32_t Script::call(Index index, const std::function<std::uint32_t(void *, std::int32_t)> &callback,
                            Report &report)
 {
-    Entry entry{&left_, fatal_request_, &callback, index == Index::absolute ? 2 : -1, 0, 0, SYSDT_ERR_FAIL};
+    Entry entry{&watched_, &callback, index == Index::absolute ? 2 : -1, 0, 0, SYSDT_ERR_FAIL};
+    requests_ = 0;
     lua_settop(lua_, 0);
     lua_pushlightuserdata(lua_, &entry);
     lua_pushcclosure(lua_, enter, 1);
@@ -84,12 +82,13 @@ std::uint32_t Script::call(Index index, const std::function<std::uint32_t(void *
         lua_pushstring(lua_, witness);
     }
     const int failed = lua_pcall(lua_, lua_gettop(lua_) - 1, LUA_MULTRET, 0);
-    left_ = 0;
+    watched_ = false;
+    left_ = failed != LUA_OK;
     before_ = entry.before;
     after_ = entry.after;
-    if (failed != LUA_OK) {
+    if (left_) {
         const char *message = lua_tostring(lua_, -1);
-        report.require(fatal_request_ != 0,
+        report.require(failing_.first != 0,
                        std::string("a script error left the callback: ") + (message ? message : "?"));
         return SYSDT_ERR_FAIL;
     }
@@ -116,5 +115,30 @@ ScriptValue Script::target() const
     lua_pop(lua_, 1);
     return value;
 }
+
+std::uint32_t set_field(const Subject &subject, Script &script, const Guarded &value, const Access &access,
+                        Report &report)
+{
+    const auto callback = [&](void *state, std::int32_t at) {
+        return subject.lua_set(access.null_state ? nullptr : state, at, access.name, 0,
+                               access.length.value_or(static_cast<std::uint32_t>(value.size())),
+                               access.null_value ? nullptr : value.constant());
+    };
+    return script.call(access.index, callback, report);
+}
+
+std::uint32_t get_field(const Subject &subject, Script &script, Guarded &value, const Access &access, Report &report)
+{
+    const auto callback = [&](void *state, std::int32_t at) {
+        return subject.lua_get(access.null_state ? nullptr : state, at, access.name, 0,
+                               access.length.value_or(static_cast<std::uint32_t>(value.size())),
+                               access.null_value ? nullptr : value.data());
+    };
+    const std::uint32_t status = script.call(access.index, callback, report);
+    report.require(value.intact(), "the value was written beyond its ends");
+    return status;
+}
+
+ScriptValue parent_with(const ScriptValue &value) { return {ScriptTable{{Access{}.name, 0, value}}}; }
 
 } // namespace bgpdt::test

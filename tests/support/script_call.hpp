@@ -6,10 +6,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
+#include "failing.hpp"
 #include "report.hpp"
 #include "script_value.hpp"
+#include "subject.hpp"
 
 struct lua_State;
 
@@ -32,11 +35,16 @@ public:
 
     /// Runs `callback(state, index)` in a call of its own: on its stack stand a witness, the target, and another
     /// witness if the index asks for it.
-    /// @return the status, or SYSDT_ERR_FAIL and a problem when a script error left the callback
+    /// @return the status, or SYSDT_ERR_FAIL when a script error left the callback; that is a problem unless the
+    ///     engine was told to fail
     std::uint32_t call(Index index, const std::function<std::uint32_t(void *, std::int32_t)> &callback, Report &report);
 
-    /// Lets the engine's memory run out at that request of every further callback; a script error is no problem then.
-    void run_out_at(std::size_t request) { fatal_request_ = request; }
+    /// Lets the engine's memory run out in every further call.
+    void fail(Failing failing) { failing_ = failing; }
+    /// The engine's requests for memory in the last call, the refused ones too.
+    std::size_t requests() const { return requests_; }
+    /// Whether a script error left the last call.
+    bool left() const { return left_; }
 
     /// What the index tells of: an empty table at first.
     void put_target(const ScriptValue &value);
@@ -56,9 +64,27 @@ private:
     int before_ = 0;
     int after_ = 0;
     ScriptValue top_;
-    std::size_t fatal_request_ = 0; ///< 0: none
-    std::size_t left_ = 0;          ///< requests until memory is out; 0: it is not watched
+    Failing failing_;
+    std::size_t requests_ = 0;
+    bool watched_ = false; ///< a callback is running
+    bool left_ = false;
 };
+
+/// What LuaSet and LuaGet are told beside the value.
+struct Access {
+    Index index = Index::absolute;
+    const char *name = "field";
+    bool null_state = false;
+    bool null_value = false;
+    std::optional<std::uint32_t> length{}; ///< none: the value's own
+};
+
+std::uint32_t set_field(const Subject &subject, Script &script, const Guarded &value, const Access &access,
+                        Report &report);
+std::uint32_t get_field(const Subject &subject, Script &script, Guarded &value, const Access &access, Report &report);
+
+/// The table whose field holds the value.
+ScriptValue parent_with(const ScriptValue &value);
 
 } // namespace bgpdt::test
 

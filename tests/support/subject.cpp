@@ -21,11 +21,11 @@ std::string_view name_in(const char *field, std::size_t size) { return {field, s
 struct Dispatch {
     const char *table;
     std::size_t rows;
-    const char *type;
+    std::string_view type;
 };
 
-constexpr Dispatch prefix_dispatch{"g_astBOL_PREFIX_ProcTable", 17, "BOLPREFIX"};
-constexpr Dispatch distinguisher_dispatch{"g_astBOL_RD_ProcTable", 1, "BOLRD"};
+constexpr Dispatch dispatches_of[] = {{"g_astBOL_PREFIX_ProcTable", 17, "BOLPREFIX"},
+                                      {"g_astBOL_RD_ProcTable", 1, "BOLRD"}};
 
 Subject of_record(const SYSDT_Record &record)
 {
@@ -70,23 +70,31 @@ const SYSDT_Record &registered(const host::Host &host, const std::string &name)
 Subject find_row(const host::Host &host, std::string_view name)
 {
     const bool distinguisher = name.starts_with(distinguisher_prefix);
-    const Dispatch &dispatch = distinguisher ? distinguisher_dispatch : prefix_dispatch;
+    const char *owner = distinguisher ? "BOLRD" : "BOLPREFIX";
     name.remove_prefix(distinguisher ? distinguisher_prefix.size() : 0);
-    const auto *table = static_cast<const SYSDT_DispatchRow *>(host.symbol(dispatch.table));
-    if (table == nullptr) {
-        throw std::runtime_error(std::string("no table ") + dispatch.table);
-    }
-    for (std::uint32_t i = 0; i < dispatch.rows; ++i) {
-        if (name_in(table[i].name, sizeof table[i].name) == name) {
-            Subject subject = of_row(table[i], registered(host, dispatch.type));
+    const std::span<const SYSDT_DispatchRow> rows = dispatch_rows(host, owner);
+    for (std::uint32_t i = 0; i < rows.size(); ++i) {
+        if (name_in(rows[i].name, sizeof rows[i].name) == name) {
+            Subject subject = of_row(rows[i], registered(host, owner));
             subject.sub_kind = i;
             return subject;
         }
     }
-    throw std::runtime_error("no row " + std::string(name) + " in " + dispatch.table);
+    throw std::runtime_error("no row " + std::string(name) + " of " + owner);
 }
 
 } // namespace
+
+std::span<const SYSDT_DispatchRow> dispatch_rows(const host::Host &host, std::string_view type)
+{
+    for (const Dispatch &dispatch : dispatches_of) {
+        if (dispatch.type == type) {
+            const auto *table = static_cast<const SYSDT_DispatchRow *>(host.symbol(dispatch.table));
+            return {table, table == nullptr ? 0 : dispatch.rows};
+        }
+    }
+    return {};
+}
 
 const Expectation &Subject::answering(const Bytes &value) const
 {
@@ -112,6 +120,7 @@ Subject subject_of(const host::Host &host, const Line &line)
     subject.name = line.subject;
     subject.expect = *expect;
     subject.symbol = [&host](const char *name) { return host.symbol(name); };
+    subject.rows = line.row ? std::span<const SYSDT_DispatchRow>{} : dispatch_rows(host, line.subject);
     return subject;
 }
 

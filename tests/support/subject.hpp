@@ -7,7 +7,9 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 #include "bgp_datatype/host.h"
 #include "byte_order.hpp"
@@ -36,6 +38,7 @@ struct Subject {
     SYSDT_LuaGet *lua_get = nullptr;
     SYSDT_Endian *endian = nullptr;
     std::function<void *(const char *)> symbol;
+    std::span<const SYSDT_DispatchRow> rows; ///< to which a type dispatches
 
     /// The least length for the script callbacks.
     std::size_t script_size() const { return expect.script_size != 0 ? expect.script_size : length; }
@@ -50,6 +53,9 @@ struct Subject {
     /// What becomes of a row's failure.
     std::uint32_t passed_on(std::uint32_t status) const;
 };
+
+/// The rows that a type dispatches to; none for one that does not dispatch.
+std::span<const SYSDT_DispatchRow> dispatch_rows(const host::Host &host, std::string_view type);
 
 /// The subject of the line.
 /// @throws std::runtime_error if there is no such type or row, or nothing is known of how it keeps the contract
