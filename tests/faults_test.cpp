@@ -2,13 +2,13 @@
 /// @file
 /// Every vector line, and the registration, with each request to the host refused in turn.
 #include <cstdio>
-#include <exception>
 #include <span>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "host/host.hpp"
+#include "support/every_line.hpp"
 #include "support/expected_records.hpp"
 #include "support/faults.hpp"
 #include "support/registry.hpp"
@@ -22,20 +22,9 @@ FaultCount all_faults;
 
 TEST(Faults, OfEveryVectorLineAreHandled)
 {
-    const host::Host host(plugin_path());
-    const Vectors vectors = read_vector_folder(vectors_folder());
-    ASSERT_TRUE(vectors.errors.empty()) << vectors.errors.front();
-    for (const Line &line : vectors.lines) {
-        Report report;
-        try {
-            inject_faults(line, subject_of(host, line), report, all_faults);
-        } catch (const std::exception &error) {
-            report.fail(error.what());
-        }
-        for (const std::string &problem : report.problems()) {
-            ADD_FAILURE_AT(line.file.c_str(), line.number) << line.content << "\n" << problem;
-        }
-    }
+    check_every_line([](const Line &line, const Subject &subject, Report &report) {
+        inject_faults(line, subject, report, all_faults);
+    });
     EXPECT_LT(10000U, all_faults.injected);
     EXPECT_EQ(0U, all_faults.leaked);
 }

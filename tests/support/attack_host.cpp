@@ -54,9 +54,9 @@ std::vector<std::string> AttackHost::settle()
     return problems;
 }
 
-void *AttackHost::lend(std::size_t size)
+void *AttackHost::lend(std::size_t size, Place place)
 {
-    blocks_.push_back({Guarded(size), std::nullopt, 0, true});
+    blocks_.push_back({Guarded(size, place), std::nullopt, 0, true});
     return blocks_.back().memory.data();
 }
 

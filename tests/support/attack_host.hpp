@@ -42,7 +42,7 @@ public:
     std::vector<std::string> settle();
 
     /// A block of the host's for the plug-in to write to.
-    void *lend(std::size_t size);
+    void *lend(std::size_t size, Place place = Place::end);
     /// Takes a delivered block back: its bytes, or nothing if it is no live block.
     std::optional<Bytes> collect(void *block);
     /// The block that starts here and is live, or null.

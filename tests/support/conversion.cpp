@@ -43,14 +43,14 @@ void Context::check(Report &report) const
     report.require(page_.intact() && page_.bytes() == before_, "the context was changed");
 }
 
-Converted parse(const Subject &subject, const std::string &text, std::uint8_t mode, Report &report, Null null)
+Converted parse(const Subject &subject, const std::string &text, std::uint8_t mode, Report &report, Null null,
+                std::optional<std::uint32_t> length)
 {
     Context context(mode);
     Guarded copy = terminated(text);
     Outputs outputs(forbidden_address());
-    const auto length = static_cast<std::uint32_t>(copy.size());
     const std::uint32_t status = subject.format_in(
-        unless(null == Null::context, context.get()), 0, length,
+        unless(null == Null::context, context.get()), 0, length.value_or(static_cast<std::uint32_t>(copy.size())),
         unless(null == Null::input, reinterpret_cast<char *>(copy.data())), unless(null == Null::kind, &outputs.kind),
         unless(null == Null::length, &outputs.length), unless(null == Null::data, &outputs.data));
     report.require(copy.intact(), "the text was written beyond its ends");

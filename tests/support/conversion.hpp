@@ -5,6 +5,7 @@
 #define BGPDT_TESTS_CONVERSION_HPP
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "attack_host.hpp"
@@ -55,9 +56,10 @@ struct Converted {
     void *data;
 };
 
-/// FormatIn of the text; out data holds an address that nothing may touch before.
+/// FormatIn of the text, told to be `length` bytes long or what it is; out data holds an address that nothing may touch
+/// before.
 Converted parse(const Subject &subject, const std::string &text, std::uint8_t mode, Report &report,
-                Null null = Null::nothing);
+                Null null = Null::nothing, std::optional<std::uint32_t> length = std::nullopt);
 
 /// FormatOut of the value, told to be `length` bytes long, into the block or one of its own.
 Converted print(const Subject &subject, Guarded &value, std::uint32_t length, std::uint8_t mode, void *block,

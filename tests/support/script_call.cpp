@@ -88,7 +88,7 @@ std::uint32_t Script::call(Index index, const std::function<std::uint32_t(void *
     after_ = entry.after;
     if (left_) {
         const char *message = lua_tostring(lua_, -1);
-        report.require(failing_.first != 0,
+        report.require(failing_.first != 0 || errors_permitted_,
                        std::string("a script error left the callback: ") + (message ? message : "?"));
         return SYSDT_ERR_FAIL;
     }

@@ -36,13 +36,15 @@ public:
     /// Runs `callback(state, index)` in a call of its own: on its stack stand a witness, the target, and another
     /// witness if the index asks for it.
     /// @return the status, or SYSDT_ERR_FAIL when a script error left the callback; that is a problem unless the
-    ///     engine was told to fail
+    ///     engine was told to fail or errors are permitted
     std::uint32_t call(Index index, const std::function<std::uint32_t(void *, std::int32_t)> &callback, Report &report);
 
     /// Lets the engine's memory run out in every further call.
     void fail(Failing failing) { failing_ = failing; }
     /// The engine's requests for memory in the last call, the refused ones too.
     std::size_t requests() const { return requests_; }
+    /// A script error is no problem from now on.
+    void permit_errors() { errors_permitted_ = true; }
     /// Whether a script error left the last call.
     bool left() const { return left_; }
 
@@ -67,6 +69,7 @@ private:
     Failing failing_;
     std::size_t requests_ = 0;
     bool watched_ = false; ///< a callback is running
+    bool errors_permitted_ = false;
     bool left_ = false;
 };
 

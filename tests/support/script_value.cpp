@@ -11,6 +11,8 @@ namespace {
 
 using Nil = std::monostate;
 
+constexpr const char *opaque_words[] = {"function", "userdata"};
+
 template <class... Ts>
 struct Overloaded : Ts... {
     using Ts::operator()...;
@@ -66,7 +68,7 @@ std::string table_text(const ScriptTable &table)
     std::string text = "{";
     for (const ScriptField &field : table) {
         text += text.size() > 1 ? ", " : " ";
-        text += field.name.empty() ? to_text(field.value) : field.name + " = " + to_text(field.value);
+        text += field.index != 0 ? to_text(field.value) : field.name + " = " + to_text(field.value);
     }
     return text + " }";
 }
@@ -91,11 +93,20 @@ void push_table(lua_State *lua, const ScriptTable &table)
     lua_newtable(lua);
     for (const ScriptField &field : table) {
         push(lua, field.value);
-        if (field.name.empty()) {
+        if (field.index != 0) {
             lua_rawseti(lua, -2, static_cast<lua_Integer>(field.index));
         } else {
             lua_setfield(lua, -2, field.name.c_str());
         }
+    }
+}
+
+void push_opaque(lua_State *lua, Opaque opaque)
+{
+    if (opaque == Opaque::function) {
+        lua_pushcfunction(lua, [](lua_State *) { return 0; });
+    } else {
+        lua_newuserdatauv(lua, 1, 0);
     }
 }
 
@@ -127,7 +138,7 @@ ScriptTable read_table(lua_State *lua, int index)
 
 } // namespace
 
-std::string ScriptField::key() const { return name.empty() ? "[" + std::to_string(index) + "]" : name; }
+std::string ScriptField::key() const { return index != 0 ? "[" + std::to_string(index) + "]" : name; }
 
 bool same_content(const ScriptValue &first, const ScriptValue &second)
 {
@@ -158,6 +169,7 @@ std::string to_text(const ScriptValue &value)
                                  [](bool flag) { return std::string(flag ? "true" : "false"); },
                                  [](const std::string &text) { return quoted(text); },
                                  [](const ScriptTable &table) { return table_text(table); },
+                                 [](Opaque opaque) { return std::string(opaque_words[static_cast<int>(opaque)]); },
                                  [](auto number) { return std::to_string(number); }},
                       value.value);
 }
@@ -169,7 +181,8 @@ void push(lua_State *lua, const ScriptValue &value)
                           [&](std::int64_t number) { lua_pushinteger(lua, static_cast<lua_Integer>(number)); },
                           [&](double number) { lua_pushnumber(lua, number); },
                           [&](const std::string &text) { lua_pushlstring(lua, text.data(), text.size()); },
-                          [&](const ScriptTable &table) { push_table(lua, table); }},
+                          [&](const ScriptTable &table) { push_table(lua, table); },
+                          [&](Opaque opaque) { push_opaque(lua, opaque); }},
                value.value);
 }
 
@@ -189,6 +202,8 @@ ScriptValue read(lua_State *lua, int index)
         return {std::string(text, length)};
     }
     case LUA_TTABLE: return {read_table(lua, index)};
+    case LUA_TFUNCTION: return {Opaque::function};
+    case LUA_TUSERDATA: return {Opaque::userdata};
     default: throw std::runtime_error(std::string("a script value is a ") + luaL_typename(lua, index));
     }
 }

@@ -18,16 +18,19 @@ struct ScriptField;
 /// A table: its fields as written; array entries have the keys "1", "2", ... in brackets.
 using ScriptTable = std::vector<ScriptField>;
 
+/// What scripts know and no vector can express.
+enum class Opaque { function, userdata };
+
 /// std::monostate stands for nil.
 struct ScriptValue {
-    std::variant<std::monostate, bool, std::int64_t, double, std::string, ScriptTable> value;
+    std::variant<std::monostate, bool, std::int64_t, double, std::string, ScriptTable, Opaque> value;
 
     bool is_table() const { return std::holds_alternative<ScriptTable>(value); }
 };
 
 struct ScriptField {
-    std::string name; ///< empty for an array entry
-    std::int64_t index = 0;
+    std::string name;
+    std::int64_t index = 0; ///< of an array entry, which has no name
     ScriptValue value;
 
     /// "name", or "[1]" for an array entry.
@@ -44,7 +47,7 @@ std::vector<std::string> storing_order(const ScriptValue &value);
 std::string to_text(const ScriptValue &value);
 
 void push(lua_State *lua, const ScriptValue &value);
-/// @throws std::runtime_error for what no vector can express: a function, a key of another type
+/// @throws std::runtime_error for a thread, or a key that is neither a string nor an integer
 ScriptValue read(lua_State *lua, int index);
 
 } // namespace bgpdt::test

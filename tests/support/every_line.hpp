@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// A check of every vector line in one test.
+#ifndef BGPDT_TESTS_EVERY_LINE_HPP
+#define BGPDT_TESTS_EVERY_LINE_HPP
+
+#include <exception>
+
+#include <gtest/gtest.h>
+
+#include "host/host.hpp"
+#include "report.hpp"
+#include "setting.hpp"
+#include "subject.hpp"
+#include "vector_file.hpp"
+
+namespace bgpdt::test {
+
+/// Calls `check(line, subject, report)` for every line; what it reports is a failure at the line.
+template <class Check>
+void check_every_line(Check check)
+{
+    const host::Host host(plugin_path());
+    const Vectors vectors = read_vector_folder(vectors_folder());
+    ASSERT_FALSE(vectors.lines.empty()) << vectors_folder() << " holds no vectors";
+    for (const Line &line : vectors.lines) {
+        Report report;
+        try {
+            check(line, subject_of(host, line), report);
+        } catch (const std::exception &error) {
+            report.fail(error.what());
+        }
+        for (const std::string &problem : report.problems()) {
+            ADD_FAILURE_AT(line.file.c_str(), line.number) << line.content << "\n" << problem;
+        }
+    }
+}
+
+} // namespace bgpdt::test
+
+#endif
