@@ -26,6 +26,7 @@ uint32_t BGP_RegisterExtendDataType(uint32_t handle);
 
 #define SYSDT_EXTEND_TYPE_COUNT 25
 #define SYSDT_NAME_INDEX_TYPE_COUNT 8
+/** What the registration functions register, in that order. */
 extern const SYSDT_Record g_astBgpDataTypeExtendDefineTbl[SYSDT_EXTEND_TYPE_COUNT];
 extern const SYSDT_Record g_astBgpDataTypeNameIndexDefineTbl[SYSDT_NAME_INDEX_TYPE_COUNT];
 
