@@ -91,7 +91,23 @@ constexpr std::array<Expectation, 1> distinguisher_rows{{
     {"RD:RT", open_in, invalid, "tttbutt", 257, "hhh", 0, vpn | apart_in_mode_2},
 }};
 
+constexpr std::array<PrintFailure, 10> failures{{
+    {" COMMUNITY ", SYSDT_ERR_INVALID_VALUE, Fate::back, "the notation is unknown"},
+    {" EXTCOMMUNITY ", SYSDT_ERR_FAIL, Fate::freed, "the type is unknown"},
+    {" VRFRD VRFRT SOO RTPRD RD:RT ", SYSDT_ERR_FAIL, Fate::back, "the type code is unknown"},
+    {" BOLRD ", SYSDT_ERR_INVALID_VALUE, Fate::back, "the row fails: the type code is unknown"},
+    {" BOLRD BOLPREFIX ", SYSDT_ERR_INVALID_VALUE, Fate::none, "the sub-kind has no row"},
+    {" BOLPREFIX ", SYSDT_ERR_INVALID_VALUE, Fate::freed, "the row fails: the EVPN route type is unknown"},
+    {" EVNPREFIX EVN ", SYSDT_ERR_FAIL, Fate::freed, "the route type is unknown"},
+    {" L2VPNPREFIX L2VPN NG_TYPE_2 NG_TYPE_3 NG_TYPE_4_2 NG_TYPE_4-3 NG_TYPE_5 NG_TYPE_6 NG_TYPE_4-1 ", SYSDT_ERR_FAIL,
+     Fate::freed, "the sub-kind is another one"},
+    {" RPD SRPOLICY SD-WAN ", SYSDT_ERR_FAIL, Fate::released, "the sub-kind is another one"},
+    {" ATTRIDBITMAP ", SYSDT_OK, Fate::freed, "the record cannot be listed"},
+}};
+
 } // namespace
+
+std::span<const PrintFailure> print_failures() { return failures; }
 
 const Expectation *expectation_of(std::string_view name)
 {

@@ -5,7 +5,11 @@
 #define BGPDT_TESTS_EXPECTATIONS_HPP
 
 #include <cstdint>
+#include <span>
+#include <string>
 #include <string_view>
+
+#include "vector_file.hpp"
 
 namespace bgpdt::test {
 
@@ -62,6 +66,19 @@ const Expectation *expectation_of(std::string_view name);
 
 /// The row of the dispatch table that a dispatched value's sub-kind word selects, or null.
 const Expectation *expectation_behind(const Expectation &dispatcher, std::uint32_t sub_kind);
+
+/// A way in which a value of the right length may not print.
+struct PrintFailure {
+    std::string_view names; ///< of types and rows, with a blank before and behind each
+    std::uint32_t status;
+    Fate fate;
+    std::string_view why;
+
+    bool concerns(std::string_view name) const { return names.find(" " + std::string(name) + " ") != names.npos; }
+};
+
+/// All that there are.
+std::span<const PrintFailure> print_failures();
 
 } // namespace bgpdt::test
 

@@ -32,9 +32,11 @@ inline std::size_t share()
 /// Says of one case after the other whether it is tried.
 class Turns {
 public:
-    bool next() { return turn_++ % share() == 0; }
+    explicit Turns(std::size_t every = share()) : every_(every) {}
+    bool next() { return turn_++ % every_ == 0; }
 
 private:
+    std::size_t every_;
     std::size_t turn_ = 0;
 };
 
