@@ -14,7 +14,6 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
-#include <regex>
 #include <set>
 #include <string>
 #include <string_view>
@@ -55,14 +54,18 @@ consteval std::size_t count_conversions()
 template <FixedString Format>
 consteval auto conversions_of()
 {
-    constexpr std::string_view text(Format.text, Format.length);
+    const auto &text = Format.text; // no string_view: instrumented, it is no constant
     std::array<Conversion, count_conversions<Format>()> conversions{};
     std::size_t at = 0;
     for (Conversion &conversion : conversions) {
-        conversion.begin = text.find('%', at);
-        at = text.find_first_not_of(".0123456789", conversion.begin + 1);
-        const std::string_view rest = text.substr(at);
-        conversion.bits = rest.starts_with("ll") ? 64 : rest.starts_with("hh") ? 8 : rest.starts_with("h") ? 16 : 32;
+        while (text[at] != '%') {
+            ++at;
+        }
+        conversion.begin = at++;
+        while (text[at] == '.' || (text[at] >= '0' && text[at] <= '9')) {
+            ++at;
+        }
+        conversion.bits = text[at] == 'l' ? 64 : text[at] != 'h' ? 32 : text[at + 1] == 'h' ? 8 : 16;
         at += conversion.bits == 32 ? 0 : conversion.bits == 16 ? 1 : 2;
         conversion.letter = text[at++];
         conversion.end = at;
@@ -403,29 +406,54 @@ constexpr Row prints[] = {
 #undef SCAN
 #undef PRINT
 
-/// The literals that stand between `opening` and the closing angle in the sources, escapes resolved.
-std::set<std::string> formats_in_sources(const std::string &opening)
+/// Takes a literal off the text, and blanks behind it, its escapes resolved; false if there is none.
+bool take_literal(std::string_view &text, std::string &literal)
 {
-    static const std::regex piece("\"((?:[^\"\\\\]|\\\\.)*)\"");
-    const std::regex call("\\b" + opening + "<((?:\\s*\"(?:[^\"\\\\]|\\\\.)*\")+)\\s*>\\(");
-    std::set<std::string> formats;
-    for (const auto &entry : std::filesystem::recursive_directory_iterator(BGPDT_SOURCES)) {
-        if (!entry.is_regular_file()) {
+    const auto skip_blanks = [&] { text.remove_prefix(std::min(text.find_first_not_of(" \t\n"), text.size())); };
+    skip_blanks();
+    if (!text.starts_with('"')) {
+        return false;
+    }
+    for (text.remove_prefix(1); !text.starts_with('"'); text.remove_prefix(1)) {
+        if (!text.starts_with('\\')) {
+            literal += text.front();
             continue;
         }
-        std::ifstream stream(entry.path());
-        std::string content;
-        for (std::string line; std::getline(stream, line);) {
-            content += std::regex_search(line, std::regex("^\\s*//")) ? "" : line + "\n";
-        }
-        for (std::sregex_iterator found(content.begin(), content.end(), call), end; found != end; ++found) {
-            const std::string literals = (*found)[1];
+        text.remove_prefix(1);
+        literal += text.front() == 'r' ? '\r' : text.front() == 'n' ? '\n' : text.front();
+    }
+    text.remove_prefix(1);
+    skip_blanks();
+    return true;
+}
+
+std::string code_of(const std::filesystem::path &path)
+{
+    std::ifstream stream(path);
+    std::string code;
+    for (std::string line; std::getline(stream, line);) {
+        const std::size_t first = line.find_first_not_of(' ');
+        code += first != line.npos && line.compare(first, 2, "//") == 0 ? "" : line + "\n";
+    }
+    return code;
+}
+
+/// The formats of all calls of that name in the sources.
+std::set<std::string> formats_in_sources(const std::string &name)
+{
+    std::set<std::string> formats;
+    for (const auto &entry : std::filesystem::recursive_directory_iterator(BGPDT_SOURCES)) {
+        const std::string code = entry.is_regular_file() ? code_of(entry.path()) : "";
+        for (std::size_t at = 0; (at = code.find(name + "<", at)) != code.npos; ++at) {
+            std::string_view rest = std::string_view(code).substr(at + name.size() + 1);
             std::string format;
-            for (std::sregex_iterator part(literals.begin(), literals.end(), piece); part != end; ++part) {
-                format += (*part)[1];
+            bool found = false;
+            while (take_literal(rest, format)) {
+                found = true;
             }
-            format = std::regex_replace(format, std::regex("\\\\r"), "\r");
-            formats.insert(std::regex_replace(format, std::regex("\\\\n"), "\n"));
+            if (found) {
+                formats.insert(format);
+            }
         }
     }
     return formats;
