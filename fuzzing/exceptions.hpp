@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Where a deliberate irregularity of a type breaks a property that holds otherwise: one row a case. The numbers are
+/// those of the type's own list.
+#ifndef BGPDT_FUZZING_EXCEPTIONS_HPP
+#define BGPDT_FUZZING_EXCEPTIONS_HPP
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "support/subject.hpp"
+
+namespace bgpdt::fuzzing {
+
+enum class Property : std::uint8_t {
+    reprint, ///< what a parsed value prints as parses to the same value
+    retext,  ///< what a value prints as, if it parses, prints as the same text
+    reget,   ///< what is read from a script's table, stored in one and read again is the same
+    seen,    ///< what is stored in a script's table and read from it is the same, as far as scripts see it
+    check,   ///< Check takes what FormatIn delivers
+};
+
+struct Trial {
+    std::uint8_t mode = 2;
+    std::string_view text{};
+    std::span<const std::uint8_t> value{};
+};
+
+/// Whether the property holds for the subject, as far as is promised.
+bool promised(Property property, const test::Subject &subject, const Trial &trial);
+
+} // namespace bgpdt::fuzzing
+
+#endif
