@@ -3,9 +3,9 @@
 # Fails where clang-format would change a line, or a source lacks its licence line.
 set -eu
 cd "$(dirname -- "$0")/.."
-sources=$(find include src host tool tests benchmarks -name '*.[ch]pp' -o -name '*.h')
+sources=$(find include src host tool tests benchmarks fuzzing -name '*.[ch]pp' -o -name '*.h')
 # shellcheck disable=SC2086 # a list of words
 clang-format --dry-run -Werror $sources
 # shellcheck disable=SC2086 # a list of words
-missing=$(grep -L 'SPDX-License-Identifier: Apache-2.0' $sources bgpdt test bench setup/* benchmarks/*.py)
+missing=$(grep -L 'SPDX-License-Identifier: Apache-2.0' $sources bgpdt test bench fuzz setup/* benchmarks/*.py)
 [ -z "$missing" ] || { printf 'no licence line:\n%s\n' "$missing" >&2; exit 1; }
