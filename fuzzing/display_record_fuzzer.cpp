@@ -21,6 +21,7 @@
 #include "memory.hpp"
 #include "property.hpp"
 #include "support/conversion.hpp"
+#include "support/setting.hpp"
 
 namespace bgpdt::fuzzing {
 
@@ -63,7 +64,7 @@ private:
     bool lists() const { return mode_ == 0 || mode_ == 1 || mode_ == 5 || mode_ == 6; }
     static Bytes spelt_out(Bytes entries);
 
-    host::Host host_{BGPDT_BUILT_PLUGIN};
+    host::Host host_{test::plugin_path()};
     SYSDT_FormatOut *print_;
     std::uint8_t mode_ = 0;
     Bytes record_;

@@ -107,7 +107,10 @@ bool mixed_families(const Trial &trial)
     }
 }
 
-bool multicast_reprint(const Trial &trial) { return no_multicast_key(trial) || mixed_families(trial); }
+bool multicast_reprint(const Trial &trial)
+{
+    return no_multicast_key(trial) || mixed_families(trial) || dotted_ipv6(trial);
+}
 
 bool dispatched_reprint(const Trial &trial)
 {
@@ -115,7 +118,7 @@ bool dispatched_reprint(const Trial &trial)
     case SYSDT_BOL_VRFRTEXT: return shown_route_target(trial);
     case SYSDT_BOL_SRPOLICY:
     case SYSDT_BOL_SDWAN: return dotted_ipv6(trial);
-    default: return mixed_families(trial);
+    default: return multicast_key(trial) && multicast_reprint(trial);
     }
 }
 
@@ -149,7 +152,7 @@ constexpr Exception exceptions[] = {
     {Property::reprint, "SD-WAN", dotted_ipv6},                   // (2)
     {Property::reprint, "BGPLSPREFIX", always},                   // text (19)
     {Property::reprint, "BOLPREFIX", dispatched_reprint},         // (12) and the rows'
-    {Property::reprint, "NG_*", multicast_reprint},               // text (1) (4) (8)
+    {Property::reprint, "NG_*", multicast_reprint},               // text (1) (4) (6) (8)
     {Property::retext, "CMNTY_ENHANCE", cut_list},                // (4)
     {Property::retext, "CMNTY_ENHANCE", blank_entry},             // (6)
     {Property::retext, "EVN", bare_segment},                      // print (14) (15)

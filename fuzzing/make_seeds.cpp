@@ -21,6 +21,7 @@
 #include "input.hpp"
 #include "script.hpp"
 #include "subjects.hpp"
+#include "support/setting.hpp"
 
 namespace bgpdt::fuzzing {
 
@@ -334,11 +335,11 @@ private:
 
 void make_seeds(const std::filesystem::path &folder)
 {
-    const test::Vectors vectors = test::read_vector_folder(BGPDT_SOURCE_VECTORS);
+    const test::Vectors vectors = test::read_vector_folder(test::vectors_folder());
     if (!vectors.errors.empty() || vectors.lines.empty()) {
         throw std::runtime_error(vectors.errors.empty() ? "there are no vectors" : vectors.errors.front());
     }
-    const host::Host host(BGPDT_BUILT_PLUGIN);
+    const host::Host host(test::plugin_path());
     SeedMaker seeds(host, folder);
     Dictionary dictionary;
     for (const Line &line : vectors.lines) {

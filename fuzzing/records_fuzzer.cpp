@@ -11,6 +11,7 @@
 #include "bgp_datatype/values.h"
 #include "host/host.hpp"
 #include "subjects.hpp"
+#include "support/setting.hpp"
 
 namespace bgpdt::fuzzing {
 
@@ -59,7 +60,7 @@ private:
     void describe() const;
     const Parser &parser() const { return parsers_[choice_ % parsers_.size()]; }
 
-    host::Host host_{BGPDT_BUILT_PLUGIN};
+    host::Host host_{test::plugin_path()};
     std::vector<test::Subject> subjects_;
     std::vector<Parser> parsers_;
     const SYSDT_ScriptReadRow *readers_;
