@@ -25,7 +25,10 @@ bool always(const Trial &) { return true; }
 
 bool in_mode_1(const Trial &trial) { return trial.mode == 1; }
 
-bool is_well_known(std::uint32_t community) { return community == 0 || community >= 0xFFFFFF01; }
+bool is_well_known(std::uint32_t community)
+{
+    return community == 0 || (community >= 0xFFFFFF01 && community <= 0xFFFFFF03);
+}
 
 /// A well-known community that was written as a pair.
 bool well_known_pair(const Trial &trial) { return is_well_known(word(trial.value, 0)) && word(trial.value, 4) == 1; }
@@ -71,7 +74,16 @@ bool shown_route_target(const Trial &trial) { return trial.mode != 2; }
 /// An IPv6 address that prints with a dotted tail.
 bool dotted_ipv6(const Trial &trial)
 {
-    return trial.text.find('.') != std::string_view::npos && trial.text.find(':') != std::string_view::npos;
+    constexpr std::string_view separators = "-[]";
+    for (std::string_view rest = trial.text; !rest.empty();) {
+        const std::size_t end = std::min(rest.find_first_of(separators), rest.size());
+        const std::string_view section = rest.substr(0, end);
+        if (section.find("::") != std::string_view::npos && section.find('.') != std::string_view::npos) {
+            return true;
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return false;
 }
 
 bool no_multicast_key(const Trial &trial) { return kind(trial) == 0; }
