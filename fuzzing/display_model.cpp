@@ -160,18 +160,17 @@ std::string capped(std::string_view conversion)
     return format;
 }
 
-/// What printf makes of the conversion.
+/// What printf makes of the conversion, as far as it can count.
 std::string converted(std::string_view conversion, const Value &value)
 {
     const std::string format = capped(conversion);
-    std::string out(20100, '\0');
+    char out[most_text + 1];
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-    const int length = value.number ? std::snprintf(out.data(), out.size(), format.c_str(), *value.number)
-                                    : std::snprintf(out.data(), out.size(), format.c_str(), value.text->c_str());
+    const int length = value.number ? std::snprintf(out, sizeof out, format.c_str(), *value.number)
+                                    : std::snprintf(out, sizeof out, format.c_str(), value.text->c_str());
 #pragma GCC diagnostic pop
-    out.resize(static_cast<std::size_t>(std::max(length, 0)));
-    return out;
+    return {out, std::min(static_cast<std::size_t>(std::max(length, 0)), most_text)};
 }
 
 /// The piece with the value in place of its placeholder; nothing if it does not fit.
