@@ -354,6 +354,9 @@ TEST_F(AttrBitmapTest, FlagsWidthAndPrecision)
     expect_line("<     007> 1", "<%08.3u>", {u8(7)}); // the precision takes the zeros' place
     expect_line("<007     > 1", "<%-8.3u>", {u8(7)});
     expect_line("<    +007> 1", "<%+8.3d>", {u8(7)});
+    expect_line("<7> 1", "<%0u>", {u8(7)}); // zeros for a width that is none, or no wider than the sign
+    expect_line("<+7> 1", "<%+0d>", {u8(7)});
+    expect_line("<-56> 1", "<%01hhd>", {u8(200)});
     expect_line("<123> 1", "<%.2u>", {u8(123)});
     expect_line("<123> 1", "<%2u>", {u8(123)});
     expect_line("<> 1", "<%.0u>", {u8(0)});
@@ -594,6 +597,7 @@ TEST_F(AttrBitmapTest, OneValue)
     EXPECT_EQ((Done{3, "7 B", "%u B"}), formatted(u8(7), "%u B", 299));
     EXPECT_EQ((Done{2, "A ", "%u B"}), formatted(u8(7), "A %u %u B", 3));
     EXPECT_EQ((Done{0, "", "%u B"}), formatted(u8(7), "A %u %u B", 1));
+    EXPECT_EQ((Done{0, "before", "%u B"}), formatted(u8(7), "A %u %u B", 0));
     EXPECT_EQ((Done{0, "before", "%u B"}), formatted({99, {}}, "A %u %u B", 299));
     EXPECT_EQ((Done{0, "before", "%u B"}), formatted(address(2), "A %u %u B", 299));
     EXPECT_EQ((Done{5, "A xy ", "%u"}), formatted(text("xy"), "A %s %u", 299));
@@ -689,6 +693,44 @@ TEST_F(AttrBitmapTest, ListingRuns)
     using Result = std::pair<std::uint32_t, std::string>;
     EXPECT_EQ((Result{0, "A 1 to 3 5t\r\n"}), listed());
     EXPECT_EQ((Result{SYSDT_ERR_NO_MEMORY, ""}), listed({1, false}));
+}
+
+TEST_F(AttrBitmapTest, WithoutRoomNothingIsWritten)
+{
+    Guarded label(8);
+    put(label, "A###B");
+    auto *nothing = static_cast<char *>(forbidden_address());
+    auto *split = exported<decltype(SYSDT_FormatAttrIdStrFind)>("SYSDT_FormatAttrIdStrFind");
+    EXPECT_EQ(SYSDT_OK, split("%u %u", nothing, nothing, 0));
+    auto *cut = exported<decltype(SYSDT_AttrIdStrCut_New)>("SYSDT_AttrIdStrCut_New");
+    EXPECT_EQ(SYSDT_OK, cut(reinterpret_cast<char *>(label.data()), nothing, "###", 0));
+    EXPECT_STREQ("A", reinterpret_cast<char *>(label.data()));
+}
+
+TEST_F(AttrBitmapTest, StepsNeedTheirPointers)
+{
+    char text[300] = "A";
+    char output[block_size];
+    const char *const constant = text;
+    const SYSDT_AttrIdBitmap value{};
+    std::uint16_t starts[129]{};
+    std::uint16_t ends[129]{};
+    const std::uint16_t *const runs = starts;
+    services_.begin();
+    expect_pointers_needed<decltype(SYSDT_AttrIdDataTypeFormat)>("SYSDT_AttrIdDataTypeFormat", 0, owner_handle,
+                                                                 std::uint32_t{number8}, 1U, output, text,
+                                                                 static_cast<const void *>(&value), 299U);
+    expect_pointers_needed<decltype(SYSDT_FormatAttrIdStrFind)>("SYSDT_FormatAttrIdStrFind", SYSDT_ERR_NULL_PTR,
+                                                                constant, output, text, 300U);
+    expect_pointers_needed<decltype(SYSDT_AttrIdBitmapToStr)>("SYSDT_AttrIdBitmapToStr", SYSDT_ERR_NULL_PTR,
+                                                              owner_handle, &value, output, text, 0U);
+    expect_pointers_needed<decltype(SYSDT_AttrIdBitmap_GetPairs)>("SYSDT_AttrIdBitmap_GetPairs", 0, &value, starts,
+                                                                  ends);
+    expect_pointers_needed<decltype(SYSDT_AttrIdToStrOut)>("SYSDT_AttrIdToStrOut", SYSDT_ERR_NULL_PTR, owner_handle, 1U,
+                                                           runs, runs, text, output);
+    expect_pointers_needed<decltype(SYSDT_AttrIdStrCut_New)>("SYSDT_AttrIdStrCut_New", SYSDT_ERR_NULL_PTR, text, output,
+                                                             constant, 300U);
+    EXPECT_EQ(std::vector<std::string>{}, services_.settle());
 }
 
 } // namespace

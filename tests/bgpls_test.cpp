@@ -345,8 +345,34 @@ TEST_F(BgpLsTest, GroupsGoToTheHandlersOfTheirRows)
     expect(SYSDT_ERR_FAIL, std::string(600, '['), {});
 
     EXPECT_EQ(SYSDT_ERR_FAIL, parse("[a]", table, 0, &target, &context));
-    EXPECT_EQ(SYSDT_ERR_NULL_PTR, parse(nullptr, table, 5, &target, &context));
-    EXPECT_EQ(SYSDT_ERR_NULL_PTR, parse("[a]", nullptr, 5, &target, &context));
+    expect_pointers_needed<decltype(SYSDT_ParseLsPrefixStr)>("SYSDT_ParseLsPrefixStr", SYSDT_ERR_NULL_PTR, "[a]",
+                                                             &table[0], 5U, static_cast<void *>(&target), &context);
+    auto *find = exported<decltype(SYSDT_ParseLsPrefixFindPattern)>("SYSDT_ParseLsPrefixFindPattern");
+    EXPECT_EQ(nullptr, find(nullptr, table, 5));
+    EXPECT_EQ(nullptr, find("a", nullptr, 5));
+}
+
+TEST_F(BgpLsTest, ARouteTypeWithoutARowIsRefused)
+{
+    const auto *rows = exported<const LsPrefixNlriParser>("g_bgplsPrefixParsers");
+    const auto status_of = [&](const char *handler, SYSDT_LsPrefix &key, LsPrefixParseContext &context) {
+        context.parsers = rows;
+        context.rowCount = 2;
+        char value[] = "";
+        return exported<BgpLsHandler>(handler)(1, value, &key, &context);
+    };
+    SYSDT_LsPrefix node{};
+    LsPrefixParseContext of_node{};
+    EXPECT_EQ(SYSDT_OK, status_of("BgpLsParseTypeNode", node, of_node));
+    EXPECT_EQ(rows + 1, of_node.row);
+    EXPECT_EQ(1U, of_node.seen);
+    SYSDT_LsPrefix link{};
+    LsPrefixParseContext of_link{};
+    EXPECT_EQ(SYSDT_ERR_FAIL, status_of("BgpLsParseTypeLink", link, of_link));
+    EXPECT_EQ(nullptr, of_link.row);
+    EXPECT_EQ(0U, of_link.seen);
+    EXPECT_EQ(2U, of_link.routeType);
+    EXPECT_EQ(2U, std::uint32_t{link.head.routeType});
 }
 
 TEST_F(BgpLsTest, AllThatARouteTypeRequiresMustHaveBeenSeen)
@@ -355,6 +381,10 @@ TEST_F(BgpLsTest, AllThatARouteTypeRequiresMustHaveBeenSeen)
     const auto *rows = exported<const LsPrefixNlriParser>("g_bgplsPrefixParsers");
     const SYSDT_LsPrefix key{};
     LsPrefixParseContext context{};
+    context.seen = 0xFFFFFFFF;
+    EXPECT_EQ(SYSDT_ERR_FAIL, check(&key, &context)); // no route type
+    expect_pointers_needed<decltype(SYSDT_Str2LsPrefixPostCheck)>(
+        "SYSDT_Str2LsPrefixPostCheck", SYSDT_ERR_NULL_PTR, &key, static_cast<const LsPrefixParseContext *>(&context));
     for (std::uint32_t type = 1; type < SYSDT_LS_ROUTE_TYPES; ++type) {
         context.row = rows + type;
         for (const std::uint32_t seen : {context.row->required, context.row->required | 0x0C0, 0xFFFFFFFF}) {

@@ -133,7 +133,7 @@ TEST_F(EvpnTest, CharactersOfASegmentType)
 {
     auto *basic = exported<decltype(SYSDT_CheckEsiTopTwo)>("SYSDT_CheckEsiTopTwo");
     auto *auto_discovery = exported<decltype(SYSDT_CheckEsiTopTwoForAd)>("SYSDT_CheckEsiTopTwoForAd");
-    for (const char character : std::string("0123456789abcdefABCDEF")) {
+    for (const char character : std::string("0123456789abcdefABCDEF./:")) {
         const auto status = [&](bool allowed) { return allowed ? SYSDT_OK : SYSDT_ERR_FAIL; };
         EXPECT_EQ(status(character == '0'), basic(character, 0, 0)) << character;
         EXPECT_EQ(status(character == '0' || character == '1'), basic(character, 1, 0)) << character;
@@ -143,6 +143,87 @@ TEST_F(EvpnTest, CharactersOfASegmentType)
             EXPECT_EQ(SYSDT_OK, basic(character, position, 1)) << character;
             EXPECT_EQ(SYSDT_OK, auto_discovery(character, position, 1)) << character;
         }
+        EXPECT_EQ(SYSDT_OK, basic(character, 2, 0)) << character; // only the first two are looked at
+        EXPECT_EQ(SYSDT_OK, auto_discovery(character, 2, 0)) << character;
+    }
+}
+
+// ---------------------------------------------------------------------------------------------------- route types
+
+class RouteTypeTest : public EvpnTest {
+protected:
+    /// The parser's status of a trimmed text, and the 89 bytes if it is 0.
+    template <class... Lenient>
+    Bytes parsed(const char *parser, const std::string &text, std::uint32_t status, Lenient... lenient) const
+    {
+        using Parser = std::uint32_t(char *, SYSDT_BolEvpn *, Lenient...);
+        Guarded page({reinterpret_cast<const std::uint8_t *>(text.c_str()), text.size() + 1});
+        Guarded value(sizeof(SYSDT_BolEvpn), Place::end, 0);
+        char *const at = reinterpret_cast<char *>(page.data());
+        auto *const key = reinterpret_cast<SYSDT_BolEvpn *>(value.data());
+        EXPECT_EQ(status, exported<Parser>(parser)(at, key, lenient...)) << parser << " " << text;
+        EXPECT_TRUE(value.intact()) << parser << " " << text;
+        expect_pointers_needed<Parser>(parser, SYSDT_ERR_NULL_PTR, at, key, lenient...);
+        return status == SYSDT_OK ? value.bytes() : Bytes{};
+    }
+    /// 89 bytes, zero but for these.
+    static Bytes key_with(std::initializer_list<std::pair<std::size_t, Bytes>> pieces)
+    {
+        Bytes bytes(sizeof(SYSDT_BolEvpn));
+        for (const auto &[at, piece] : pieces) {
+            std::copy(piece.begin(), piece.end(), bytes.begin() + static_cast<std::ptrdiff_t>(at));
+        }
+        return bytes;
+    }
+};
+
+TEST_F(RouteTypeTest, MulticastRoutesAreToldByTheirColons)
+{
+    const char *const parser = "SYSDT_Str2EvpnMcRoute";
+    const std::string membership = "100:32:192.0.2.1:32:233.252.0.1:128:[2001:db8::1]";
+    EXPECT_EQ(6, parsed(parser, membership, SYSDT_OK)[4]);
+    EXPECT_EQ(7, parsed(parser, esi_text + (":" + membership), SYSDT_OK)[4]);
+    const std::string ipv4_only = "100:32:192.0.2.1:32:233.252.0.1:32:198.51.100.1";
+    EXPECT_EQ(8, parsed(parser, esi_text + (":" + ipv4_only) + ":5", SYSDT_OK)[4]);
+    for (const std::string &text : {std::string(), std::string("100:24:192.0.2.1"), membership.substr(4),
+                                    esi_text + (":" + ipv4_only) + ":5:5", ipv4_only + "x", membership + " "}) {
+        parsed(parser, text, SYSDT_ERR_FAIL);
+    }
+}
+
+TEST_F(RouteTypeTest, Ipv6FormsRefuseIpv4)
+{
+    const Bytes address = bytes_of(ipv6.ipv6);
+    const Bytes tag = bytes_of(std::uint32_t{100});
+    const Bytes one{1};
+    EXPECT_EQ(key_with({{4, {2}}, {5, tag}, {9, {48, 0, 0, 0x5E, 0, 0x53, 1, 128}}, {21, address}, {37, one}}),
+              parsed("SYSDT_Str2Ipv6EvnMac", "100:48:0000-5e00-5301:128:[2001:db8::1]", SYSDT_OK));
+    parsed("SYSDT_Str2Ipv6EvnMac", "100:48:0000-5e00-5301:32:192.0.2.1", SYSDT_ERR_FAIL);
+    EXPECT_EQ(key_with({{4, {3}}, {5, tag}, {9, {128}}, {14, address}, {30, one}}),
+              parsed("SYSDT_Str2Ipv6EvnInc", "100:128:[2001:db8::1]", SYSDT_OK));
+    parsed("SYSDT_Str2Ipv6EvnInc", "100:32:192.0.2.1", SYSDT_ERR_FAIL);
+
+    const std::string strict = std::string(esi_text) + ":64:[2001:db8::1]";
+    const std::string type_2 = "02" + strict.substr(2);
+    const Bytes segment = key_with({{4, {4}}, {5, bytes_of(esi)}, {15, {64}}, {20, address}, {36, one}});
+    EXPECT_EQ(segment, parsed("SYSDT_Str2Ipv6EvpnEs", strict, SYSDT_OK, 0U));
+    parsed("SYSDT_Str2Ipv6EvpnEs", type_2, SYSDT_ERR_FAIL, 0U);
+    EXPECT_EQ(2, parsed("SYSDT_Str2Ipv6EvpnEs", type_2, SYSDT_OK, 1U)[5]);
+    parsed("SYSDT_Str2Ipv6EvpnEs", std::string(esi_text) + ":32:192.0.2.1", SYSDT_ERR_FAIL, 0U);
+    parsed("SYSDT_Str2Ipv6EvpnEs", esi_text, SYSDT_ERR_FAIL, 0U);
+}
+
+TEST_F(RouteTypeTest, EndsOfTexts)
+{
+    EXPECT_EQ(key_with({{16, {64}}, {21, bytes_of(ipv6.ipv6)}, {37, {1}}}),
+              parsed("SYSDT_Str2Ipv6EvnMacFillPrefix", "64:[2001:db8::1]", SYSDT_OK));
+    for (const char *text : {"", "64", "32:192.0.2.1", "129:[2001:db8::1]", "64:[2001:db8::1]x"}) {
+        parsed("SYSDT_Str2Ipv6EvnMacFillPrefix", text, SYSDT_ERR_FAIL);
+    }
+    EXPECT_EQ(key_with({{15, {255}}, {16, bytes_of(std::uint32_t{0xC0000201})}}),
+              parsed("SYSDT_Str2EsDetail", "255:192.0.2.1", SYSDT_OK));
+    for (const char *text : {"", "32", "256:192.0.2.1", "0032:192.0.2.1", "32:192.0.2", "64:[2001:db8::1]"}) {
+        parsed("SYSDT_Str2EsDetail", text, SYSDT_ERR_FAIL);
     }
 }
 

@@ -91,6 +91,24 @@ constexpr bool reads_strings_and_characters()
 }
 static_assert(reads_strings_and_characters());
 
+constexpr bool takes_white_space_of_a_format_for_any()
+{
+    u32 a = 0;
+    u32 b = 0;
+    return scan<"%u %u">("1 \t2", a, b) == 2 && b == 2 && scan<"%u :%u">("3:4", a, b) == 2 && b == 4 &&
+           scan<"%u :%u">("5 .6", a, b) == 1;
+}
+static_assert(takes_white_space_of_a_format_for_any());
+
+/// The compiler reads a text in its own way: once more, by the code it makes.
+TEST(Scan, does_the_same_when_it_runs)
+{
+    EXPECT_TRUE(counts_what_was_converted());
+    EXPECT_TRUE(reads_groups_of_two());
+    EXPECT_TRUE(reads_strings_and_characters());
+    EXPECT_TRUE(takes_white_space_of_a_format_for_any());
+}
+
 /// Texts in which every short shape of number and punctuation turns up.
 std::string random_text(std::mt19937 &random)
 {
