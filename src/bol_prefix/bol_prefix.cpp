@@ -183,7 +183,7 @@ u32 SYSDT_BolPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 len
     u32 kind = 0;
     if (!value.is_table() || !value.get_number("bolType", kind))
         return SYSDT_ERR_PARAM;
-    if (kind >= SYSDT_BOL_KINDS || g_astBOL_PREFIX_LuaGetTable[kind].reader == nullptr)
+    if (kind >= SYSDT_BOL_KINDS)
         return SYSDT_ERR_INVALID_VALUE;
     store(data, kind); // (4)
     const u32 status = g_astBOL_PREFIX_LuaGetTable[kind].reader(state, data, value.index());
