@@ -78,10 +78,10 @@ public:
 
     u32 left() const { return left_; }
 
-    /// The next entry; false if there is none, or none that lies inside the record.
+    /// The next of the entries left; false if it does not lie inside the record.
     bool next(Entry &entry)
     {
-        if (left_ == 0 || !has(2 * sizeof(u16)))
+        if (!has(2 * sizeof(u16)))
             return false;
         entry.kind = load<u16>(record_ + at_);
         entry.length = load<u16>(record_ + at_ + sizeof(u16));
