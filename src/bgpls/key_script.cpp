@@ -52,7 +52,6 @@ constexpr Group first_group(Group fields)
 constexpr bool is_identifier(const Field &field) { return field.width == sizeof(u64); }
 constexpr bool is_router_id(const Field &field) { return field.form == Form::bytes; }
 constexpr bool is_router_id_length(const Field &field) { return field.count == 0; }
-constexpr bool is_plain_number(const Field &field) { return field.count == 1 && !is_identifier(field); }
 constexpr bool is_as(Group group) { return std::string_view(group.back().key) == "asType"; }
 
 /// The group under a name: a table's, or the field's. With an unknown one it runs past the end, and the build stops.
@@ -208,7 +207,7 @@ u32 get_group(const Table &source, Group group, SYSDT_LsPrefix &key, bool lenien
     if (!holder.is_table())
         return SYSDT_ERR_PARAM;
     const u32 status = holder.get_fields(group, key.bytes);
-    if (status == SYSDT_OK || !lenient || group.size() > 1 || !is_plain_number(field))
+    if (status == SYSDT_OK || !lenient || group.size() > 1 || field.count > 1)
         return status;
     store_no_number(field, at);
     return SYSDT_OK;
