@@ -44,10 +44,8 @@ constexpr u16 evpn_code = 0x0602;
 u32 parse_evpn_form(const char *text, SYSDT_Octets &out)
 {
     u16 octet[6]{};
-    if (scan<"%02hx%02hx-%02hx%02hx-%02hx%02hx">(text, octet[0], octet[1], octet[2], octet[3], octet[4], octet[5]) !=
-            6 ||
-        (octet[0] | octet[1] | octet[2] | octet[3] | octet[4] | octet[5]) > UINT8_MAX)
-        return SYSDT_ERR_FAIL;
+    if (scan<"%02hx%02hx-%02hx%02hx-%02hx%02hx">(text, octet[0], octet[1], octet[2], octet[3], octet[4], octet[5]) != 6)
+        return SYSDT_ERR_FAIL; // none is above 255: the two hyphens are the format's, so no number has a sign
     store_network(out.octets, evpn_code);
     for (u32 i = 0; i < 6; ++i)
         out.octets[2 + i] = static_cast<u8>(octet[i]);
