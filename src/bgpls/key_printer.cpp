@@ -254,13 +254,10 @@ u32 put_name(std::string_view name, char *buffer, u32 size)
 
 } // namespace
 
-bool print_key(const SYSDT_LsPrefix &key, Writer &out)
+void print_key(const SYSDT_LsPrefix &key, Writer &out)
 {
-    Printer *const print_into = printer_of(key);
-    if (print_into == nullptr)
-        return false;
-    print_into(key, out);
-    return true;
+    if (Printer *const print_into = printer_of(key); print_into != nullptr)
+        print_into(key, out);
 }
 
 } // namespace bgpdt

@@ -10,7 +10,7 @@ namespace bgpdt {
 
 inline constexpr u16 key_text_size = 513; ///< of the longest text, its NUL included
 
-/// Prints a key by the low 8 bits of its route type. False, and nothing is printed, for a type that has no form.
-bool print_key(const SYSDT_LsPrefix &key, Writer &out);
+/// Prints a key by the low 8 bits of its route type; nothing for a type that has no form.
+void print_key(const SYSDT_LsPrefix &key, Writer &out);
 
 } // namespace bgpdt
