@@ -330,6 +330,9 @@ TEST_F(AttrBitmapTest, NumberConversions)
     expect_line("<0> 1", "<%#.0o>", {u8(0)});
     expect_line("<37777777777> 1", "<%o>", {u32(4294967295)});
     expect_line("<0> 1", "<%u>", {u8(0)});
+    expect_line("<65535> 1", "<%hu>", {u32(65535)});
+    expect_line("<0> 1", "<%hu>", {u32(65536)});
+    expect_line("<-32768> 1", "<%hd>", {u32(32768)});
 }
 
 TEST_F(AttrBitmapTest, FlagsWidthAndPrecision)

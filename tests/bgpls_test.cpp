@@ -489,6 +489,10 @@ TEST_F(BgpLsTest, NoBlockIsLeftBehindWhateverTheText)
                                     "[NODE]" + head + "[LOCAL[as0][bgp-ls-identifier192.0.2.1]]",
                                     "[NODE]" + head + "[LOCAL[bgp-ls-identifier192.0.2.1][igp-router-idx]]",
                                     "[NODE]" + head + "[REMOTE]" + local,
+                                    "[NODE]" + head + local + "[LINK[mt-id1]]", // a node has none
+                                    "[NODE]" + head + local + "[PREFIX[mt-id1]]",
+                                    "[NODE]" + head + local + "[TE[Flag1]]",
+                                    "[NODE]" + head + local + "[SID[sid2001:db8::1]]",
                                     "[NODE]" + head + "[LOCAL" + deep + "]",
                                     "[NODE]" + head + local + "[UNKNOWN" + deep + "[]",
                                     "[NODE] " + head + local,
