@@ -7,6 +7,7 @@
 #include <dlfcn.h>
 
 #include "bgp_datatype/host.h"
+#include "bgp_datatype/values.h"
 
 namespace bgpdt::test {
 
@@ -172,6 +173,15 @@ void SYSDT_ClearHelpInfo(SYSDT_HelpInfo *info)
 uint32_t KPL_CheckBySymbolForIPV4(SYSDT_Context *, const SYSDT_HelpRequest *, SYSDT_HelpInfo *)
 {
     return AttackHost::instance().refuses(Request::symbol_help) ? AttackHost::refusal : SYSDT_OK;
+}
+
+int32_t SYSDT_Ipv4Ipv6Compare(uint32_t length, const void *first, const void *second)
+{
+    static auto *const next = forward<decltype(SYSDT_Ipv4Ipv6Compare)>("SYSDT_Ipv4Ipv6Compare");
+    if (length != sizeof(SYSDT_EvpnAddress)) {
+        AttackHost::instance().fail("addresses were compared over " + std::to_string(length) + " bytes");
+    }
+    return next(length, first, second);
 }
 
 void SYSDT_SPTI_SetField(void *state, int32_t index, const char *key)
