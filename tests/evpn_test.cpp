@@ -127,6 +127,10 @@ TEST_F(EvpnTest, AKeyNeedsTextAndValue)
     EXPECT_EQ(SYSDT_ERR_NULL_PTR, parse(nullptr, &value, 1));
     EXPECT_EQ(SYSDT_ERR_NULL_PTR, parse(text, nullptr, 1));
     EXPECT_EQ(SYSDT_ERR_NULL_PTR, parse(nullptr, nullptr, 0));
+    for (const char *refused : {"", " ", "x", "100:24:192.0.2.1/", "100 :24:192.0.2.1"}) {
+        std::string copy = refused;
+        EXPECT_EQ(SYSDT_ERR_FAIL, parse(copy.data(), &value, 1)) << refused;
+    }
 }
 
 TEST_F(EvpnTest, CharactersOfASegmentType)
@@ -211,6 +215,17 @@ TEST_F(RouteTypeTest, Ipv6FormsRefuseIpv4)
     EXPECT_EQ(2, parsed("SYSDT_Str2Ipv6EvpnEs", type_2, SYSDT_OK, 1U)[5]);
     parsed("SYSDT_Str2Ipv6EvpnEs", std::string(esi_text) + ":32:192.0.2.1", SYSDT_ERR_FAIL, 0U);
     parsed("SYSDT_Str2Ipv6EvpnEs", esi_text, SYSDT_ERR_FAIL, 0U);
+}
+
+TEST_F(RouteTypeTest, AnEsiOfZerosIsStored)
+{
+    auto *parse = exported<decltype(SYSDT_Str2Ad)>("SYSDT_Str2Ad");
+    char text[] = "0000.0000.0000.0000.0000:100";
+    SYSDT_BolEvpn value;
+    std::memset(&value, 0xA5, sizeof value);
+    EXPECT_EQ(SYSDT_OK, parse(text, &value, 0));
+    EXPECT_EQ(Bytes(10), bytes_of(value.key.autoDiscovery.esi));
+    EXPECT_EQ(100U, std::uint32_t{value.key.autoDiscovery.tag});
 }
 
 TEST_F(RouteTypeTest, EndsOfTexts)
