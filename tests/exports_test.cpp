@@ -213,6 +213,17 @@ TEST_F(ExportsTest, PrinterOfAVpnIdentifier)
     EXPECT_EQ(sound("0:ffffffff"), text_of({0, 0xFFFFFFFF}));
 }
 
+TEST_F(ExportsTest, AnIpv6RouteTargetIsStoredWhole)
+{
+    auto *parse = exported<decltype(SYSDT_Str2VrfRtV6)>("SYSDT_Str2VrfRtV6");
+    Guarded value(sizeof(SYSDT_VrfRtV6));
+    char text[] = "2001:db8::1.1";
+    EXPECT_EQ(SYSDT_OK, parse(text, reinterpret_cast<SYSDT_VrfRtV6 *>(value.data())));
+    EXPECT_EQ((Bytes{0, 0x0C, 0x20, 1, 0x0D, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 1, 0, 0, 0, 0}),
+              value.bytes());
+    EXPECT_TRUE(value.intact());
+}
+
 TEST_F(ExportsTest, AnySetOctetMakesADistinguisherOrTargetSet)
 {
     auto *is_set = exported<decltype(SYSDT_IsInValidRdOrRt)>("SYSDT_IsInValidRdOrRt");
