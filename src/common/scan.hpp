@@ -46,11 +46,12 @@ constexpr unsigned digit_value(char character)
 template <unsigned Base, class Number>
 [[gnu::noinline]] constexpr const char *read_checked(const char *at, const char *end, Number &number)
 {
-    number = 0;
+    Number value = 0;
     for (; at != end; ++at)
-        if (__builtin_mul_overflow(number, Base, &number) ||
-            __builtin_add_overflow(number, digit_value<Base>(*at), &number))
+        if (__builtin_mul_overflow(value, Base, &value) ||
+            __builtin_add_overflow(value, digit_value<Base>(*at), &value))
             return nullptr;
+    number = value;
     return end;
 }
 
@@ -67,8 +68,10 @@ constexpr const char *read_digits(const char *at, const char *end, Number &numbe
         value = value * Base + digit;
     if (at - first > safe)
         return read_checked<Base>(first, at, number);
+    if (at == first || value > std::numeric_limits<Number>::max())
+        return nullptr;
     number = static_cast<Number>(value);
-    return at != first && number == value ? at : nullptr;
+    return at;
 }
 
 constexpr const char *skip_space(const char *at)
