@@ -13,13 +13,17 @@ namespace bgpdt {
 /// @return SYSDT_ERR_FAIL for a number below `lowest` or out of range, and for more than one dot
 u32 read_as_number(const char *text, u32 dots, u64 lowest, SYSDT_AsNum &out);
 
-/// Prints an AS number in its notation; any notation but 0 is the dotted one.
+inline constexpr std::size_t most_as_characters = 11;
+
+/// Writes an AS number in its notation and returns the end; any notation but 0 is the dotted one.
+inline char *write_as_number(char *to, u32 number, u32 notation)
+{
+    return notation == SYSDT_AS_PLAIN ? write<"%u">(to, number) : write<"%u.%u">(to, number >> 16, number & 0xFFFF);
+}
+
 inline void print_as_number(u32 number, u32 notation, Writer &out)
 {
-    if (notation == SYSDT_AS_PLAIN)
-        print<"%u">(out, number);
-    else
-        print<"%u.%u">(out, number >> 16, number & 0xFFFF);
+    out.put_at_most<most_as_characters>([=](char *to) { return write_as_number(to, number, notation); });
 }
 
 } // namespace bgpdt

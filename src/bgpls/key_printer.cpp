@@ -18,6 +18,7 @@
 ///  (15) The text ends with its 512th character.
 #include "bgpls/key_printer.hpp"
 
+#include <algorithm>
 #include <cstring>
 #include <span>
 
@@ -29,99 +30,118 @@
 namespace bgpdt {
 namespace {
 
-constexpr std::string_view route_type_names[] = {"",         "NODE",    "LINK", "IPV4-PREFIX", "IPV6-PREFIX",
-                                                 "TEPOLICY", "SRV6-SID"};
-constexpr std::string_view protocol_names[] = {"",       "ISIS-LEVEL-1", "ISIS-LEVEL-2", "OSPFv2", "DIRECT",
-                                               "STATIC", "OSPFv3",       "BGP",          "",       "SEGMENT-ROUTING"};
+/// A short text in a place of fixed size, which is copied whole.
+struct Name {
+    char text[15]{};
+    u8 length = 0;
 
-constexpr std::string_view name_of(std::span<const std::string_view> names, u32 number) // (4)
+    constexpr Name(std::string_view name) : length(static_cast<u8>(name.size()))
+    {
+        std::copy_n(name.data(), name.size(), text);
+    }
+    constexpr operator std::string_view() const { return {text, length}; }
+};
+
+constexpr Name nothing{""};
+constexpr Name route_type_names[] = {nothing,         {"NODE"},     {"LINK"},    {"IPV4-PREFIX"},
+                                     {"IPV6-PREFIX"}, {"TEPOLICY"}, {"SRV6-SID"}};
+constexpr Name protocol_names[] = {nothing,    {"ISIS-LEVEL-1"}, {"ISIS-LEVEL-2"}, {"OSPFv2"}, {"DIRECT"},
+                                   {"STATIC"}, {"OSPFv3"},       {"BGP"},          nothing,    {"SEGMENT-ROUTING"}};
+
+constexpr const Name &name_of(std::span<const Name> names, u32 number) // (4)
 {
-    return number < names.size() ? names[number] : "";
+    return number < names.size() ? names[number] : nothing;
 }
 
 // What a value prints as, for use as "%s".
 
+auto name(const Name &name)
+{
+    return bounded<sizeof name.text>([&name](char *to) {
+        std::memcpy(to, name.text, sizeof name.text);
+        return to + name.length;
+    });
+}
+
 auto as_number(const SYSDT_AsNum &as)
 {
-    return [&as](Writer &out) {
-        if (as.asNumValue != 0) // (2)
-            print_as_number(as.asNumValue, as.asType, out);
-    };
+    return bounded<most_as_characters>(
+        [&as](char *to) { return as.asNumValue == 0 ? to : write_as_number(to, as.asNumValue, as.asType); }); // (2)
 }
 
 auto member_as(const SYSDT_AsNum &as)
 {
-    return [&as](Writer &out) {
-        if (as.asNumValue != 0) // (2)
-            print<"[member-as%s]">(out, as_number(as));
-    };
+    return bounded<11 + most_as_characters>([&as](char *to) {
+        return as.asNumValue == 0 ? to : write<"[member-as%s]">(to, as_number(as)); // (2)
+    });
 }
 
 auto originator_as(const SYSDT_AsNum &as)
 {
-    return [&as](Writer &out) {
-        if (as.asNumValue == 0) // (2)
-            out.put('0');
-        else
-            print_as_number(as.asNumValue, as.asType, out);
-    };
+    return bounded<most_as_characters>([&as](char *to) {
+        return write_as_number(to, as.asNumValue, as.asNumValue == 0 ? SYSDT_AS_PLAIN : u32{as.asType}); // (2)
+    });
 }
 
 auto ipv4(u32 address)
 {
-    return [address](Writer &out) { print_ipv4_address(address, out); };
+    return bounded<most_ipv4_characters>([address](char *to) { return write_ipv4_address(to, address); });
 }
+
+constexpr u32 ipv6_text_size = 46;
 
 auto ipv6(const u8 (&address)[16])
 {
-    return [&address](Writer &out) {
-        char text[46];
-        if (inet_ntop6(address, text, sizeof text) != nullptr)
-            out.put(text);
-    };
+    return bounded<ipv6_text_size>([&address](char *to) {
+        return inet_ntop6(address, to, ipv6_text_size) == nullptr ? to : to + std::strlen(to);
+    });
 }
 
 auto address_of(const LsIpAddr &address) // (11)
 {
-    return [&address](Writer &out) {
-        if (address.family == 0)
-            ipv4(address.ipv4)(out);
-        else if (address.family == 1)
-            ipv6(address.ipv6)(out);
-    };
+    return bounded<ipv6_text_size>([&address](char *to) {
+        return address.family == 0   ? ipv4(address.ipv4).write(to)
+               : address.family == 1 ? ipv6(address.ipv6).write(to)
+                                     : to;
+    });
 }
 
-std::string_view router_id(const u8 (&octets)[SYSDT_LS_ROUTER_ID_SIZE]) // (3), text (19)
+auto router_id(const u8 (&octets)[SYSDT_LS_ROUTER_ID_SIZE]) // (3), text (19)
 {
-    const auto *const text = reinterpret_cast<const char *>(octets);
-    return {text, strnlen(text, sizeof octets - 1)};
+    return bounded<sizeof octets - 1>([&octets](char *to) {
+        const auto *const text = reinterpret_cast<const char *>(octets);
+        return std::copy_n(text, strnlen(text, sizeof octets - 1), to);
+    });
 }
 
 void print_head(const SYSDT_LsHead &head, Writer &out)
 {
-    print<"[%s][%s][IDENTIFIER%llu]">(out, name_of(route_type_names, head.routeType),                  // (5)
-                                      name_of(protocol_names, head.protocolId), u64{head.identifier}); // (12)
+    print<"[%s][%s][IDENTIFIER%llu]">(out, name(name_of(route_type_names, head.routeType)),                  // (5)
+                                      name(name_of(protocol_names, head.protocolId)), u64{head.identifier}); // (12)
 }
+
+constexpr Name local_node{"LOCAL"};
+constexpr Name remote_node{"REMOTE"};
 
 /// LOCAL or REMOTE with what an IGP knows of a node. (13)
 template <class Desc>
-void print_igp_node(const char *which, const Desc &node, Writer &out)
+void print_igp_node(const Name &which, const Desc &node, Writer &out)
 {
     print<"[%s[as%s][bgp-ls-identifier%s][ospf-area-id%s][igp-router-id%s]]">(
-        out, which, as_number(node.as), ipv4(node.bgpLsId), ipv4(node.ospfArea), router_id(node.igpRouterId));
+        out, name(which), as_number(node.as), ipv4(node.bgpLsId), ipv4(node.ospfArea), router_id(node.igpRouterId));
 }
 
 /// The same with what BGP knows of it. (13)
-void print_bgp_node(const char *which, const SYSDT_LsMemberNodeDesc &node, u32 bgp_router_id, Writer &out)
+void print_bgp_node(const Name &which, const SYSDT_LsMemberNodeDesc &node, u32 bgp_router_id, Writer &out)
 {
-    print<"[%s[as%s][bgp-ls-identifier%s][bgp-router-id%s]%s]">(out, which, as_number(node.as), ipv4(node.bgpLsId),
-                                                                ipv4(bgp_router_id), member_as(node.memberAs));
+    print<"[%s[as%s][bgp-ls-identifier%s][bgp-router-id%s]%s]">(
+        out, name(which), as_number(node.as), ipv4(node.bgpLsId), ipv4(bgp_router_id), member_as(node.memberAs));
 }
 
 void print_node(const SYSDT_LsPrefix &key, Writer &out)
 {
     print_head(key.head, out);
-    print_igp_node("LOCAL", key.node.local, out); // (7)
+    print_igp_node(local_node, key.node.local, out); // (7)
 }
 
 void print_bgp_link(const SYSDT_LsLink &link, Writer &out)
@@ -151,12 +171,12 @@ void print_link(const SYSDT_LsPrefix &key, Writer &out)
     const auto &link = key.link;
     print_head(link.head, out);
     if (link.head.protocolId == SYSDT_LS_BGP) {
-        print_bgp_node("LOCAL", link.local, link.localBgpRouterId, out);
-        print_bgp_node("REMOTE", link.remote, link.remoteBgpRouterId, out);
+        print_bgp_node(local_node, link.local, link.localBgpRouterId, out);
+        print_bgp_node(remote_node, link.remote, link.remoteBgpRouterId, out);
         print_bgp_link(link, out); // (8)
     } else {
-        print_igp_node("LOCAL", link.local, out);
-        print_igp_node("REMOTE", link.remote, out);
+        print_igp_node(local_node, link.local, out);
+        print_igp_node(remote_node, link.remote, out);
         print_igp_link(link, out);
     }
 }
@@ -165,7 +185,7 @@ template <class Prefix, class Address>
 void print_prefix(const Prefix &key, const Address &address, Writer &out)
 {
     print_head(key.head, out);
-    print_igp_node("LOCAL", key.local, out); // (7)
+    print_igp_node(local_node, key.local, out); // (7)
     out.put("[PREFIX");
     if (key.mtId != SYSDT_LS_NO_MT_ID)
         print<"[mt-id%u]">(out, u32{key.mtId});
@@ -207,9 +227,9 @@ void print_srv6_sid(const SYSDT_LsPrefix &key, Writer &out)
     const bool bgp = sid.head.protocolId == SYSDT_LS_BGP;
     print_head(sid.head, out);
     if (bgp)
-        print_bgp_node("LOCAL", sid.local, sid.bgpRouterId, out);
+        print_bgp_node(local_node, sid.local, sid.bgpRouterId, out);
     else
-        print_igp_node("LOCAL", sid.local, out);
+        print_igp_node(local_node, sid.local, out);
     out.put("[SID");
     if (!bgp && sid.mtId != SYSDT_LS_NO_MT_ID) // (8)
         print<"[mt-id%u]">(out, u32{sid.mtId});

@@ -11,17 +11,65 @@
 #include "common/writer.hpp"
 
 namespace bgpdt {
+
+/// An argument for "%s" of at most so many characters: `write` gets the start and returns the end.
+template <std::size_t Most, class Write>
+struct Bounded {
+    Write write;
+};
+
+template <std::size_t Most, class Write>
+constexpr Bounded<Most, Write> bounded(Write write)
+{
+    return {write};
+}
+
 namespace format {
 
-/// The most characters that a piece writes; strings have no such limit.
-constexpr std::size_t most_characters(const Piece &piece)
+inline constexpr std::size_t unlimited = SIZE_MAX;
+
+template <class Argument>
+inline constexpr std::size_t most_of_string = unlimited;
+template <std::size_t Most, class Write>
+inline constexpr std::size_t most_of_string<Bounded<Most, Write>> = Most;
+
+/// The most characters that a piece writes.
+template <Piece piece, class Arguments>
+constexpr std::size_t most_characters()
 {
-    switch (piece.conversion) {
-    case Conversion::literal: return piece.length;
-    case Conversion::unsigned_: return piece.bits == 64 ? most_u64_digits : most_u32_digits;
-    case Conversion::signed_: return 1 + most_u32_digits;
-    case Conversion::hex: return most_hex_digits;
-    default: return 1;
+    if constexpr (piece.conversion == Conversion::literal)
+        return piece.length;
+    else if constexpr (piece.conversion == Conversion::unsigned_)
+        return piece.bits == 64 ? most_u64_digits : most_u32_digits;
+    else if constexpr (piece.conversion == Conversion::signed_)
+        return 1 + most_u32_digits;
+    else if constexpr (piece.conversion == Conversion::hex)
+        return most_hex_digits;
+    else if constexpr (piece.conversion == Conversion::string)
+        return most_of_string<std::remove_cvref_t<std::tuple_element_t<piece.argument, Arguments>>>;
+    else
+        return 1;
+}
+
+/// Pieces in a row.
+struct Run {
+    std::size_t end;  ///< behind the last of them
+    std::size_t most; ///< the most characters that they write
+};
+
+/// The pieces from `First` on up to the next string without a limit.
+template <FixedString Format, std::size_t First, class Arguments>
+constexpr Run limited_run()
+{
+    constexpr auto pieces = parse<Format>();
+    if constexpr (First == pieces.count) {
+        return {First, 0};
+    } else {
+        constexpr std::size_t most = most_characters<pieces.piece[First], Arguments>();
+        if constexpr (most == unlimited)
+            return {First, 0};
+        constexpr Run rest = limited_run<Format, First + 1, Arguments>();
+        return {rest.end, most + rest.most};
     }
 }
 
@@ -32,6 +80,8 @@ constexpr char *write_argument(char *to, const Argument &argument)
     if constexpr (piece.conversion == Conversion::character) {
         *to = argument;
         return to + 1;
+    } else if constexpr (piece.conversion == Conversion::string) {
+        return argument.write(to);
     } else if constexpr (piece.conversion == Conversion::signed_) {
         static_assert(std::is_integral_v<Argument> && (sizeof(Argument) < 4 || std::is_signed_v<Argument>));
         const i32 number = argument;
@@ -84,27 +134,16 @@ constexpr void put_string(Writer &out, const Argument &argument)
         out.put(std::string_view(argument));
 }
 
-/// Prints the pieces from `First` on: what stands before the next string with one look at the room, the string, the
-/// rest.
+/// Prints the pieces from `First` on: what stands before the next string without a limit with one look at the room,
+/// the string, the rest.
 template <FixedString Format, std::size_t First, class Arguments>
 constexpr void print_from(Writer &out, const Arguments &arguments)
 {
     constexpr auto pieces = parse<Format>();
-    constexpr std::size_t next = [&] {
-        std::size_t at = First;
-        while (at != pieces.count && pieces.piece[at].conversion != Conversion::string)
-            ++at;
-        return at;
-    }();
-    if constexpr (next != First) {
-        constexpr std::size_t most = [&] {
-            std::size_t characters = 0;
-            for (std::size_t i = First; i != next; ++i)
-                characters += most_characters(pieces.piece[i]);
-            return characters;
-        }();
-        out.put_at_most<most>([&](char *to) { return write_pieces<Format, First, next>(to, arguments); });
-    }
+    constexpr Run run = limited_run<Format, First, Arguments>();
+    constexpr std::size_t next = run.end;
+    if constexpr (next != First)
+        out.put_at_most<run.most>([&](char *to) { return write_pieces<Format, First, next>(to, arguments); });
     if constexpr (next != pieces.count) {
         put_string(out, std::get<pieces.piece[next].argument>(arguments));
         print_from<Format, next + 1>(out, arguments);
@@ -113,7 +152,7 @@ constexpr void print_from(Writer &out, const Arguments &arguments)
 
 } // namespace format
 
-/// Writes the arguments, no strings among them, by the format, without looking at the room. Returns the end.
+/// Writes the arguments, of strings bounded ones alone, by the format, without looking at the room. Returns the end.
 template <FixedString Format, class... Arguments>
 [[gnu::always_inline]] constexpr char *write(char *to, const Arguments &...arguments)
 {

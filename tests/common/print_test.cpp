@@ -36,15 +36,22 @@ static_assert(prints<"%s <%u : %c>">("SoO <1 : *>", "SoO", 1U, '*') && prints<"%
 static_assert(prints<"[%s%s]">(
     "[64496]", [](Writer &out) { print<"%u">(out, 64496U); }, [](Writer &) {}));
 
+constexpr auto hash_mark = bounded<2>([](char *to) {
+    *to = '#';
+    return to + 1;
+});
+static_assert(prints<"[%s%u%s]%s">("[#7#]end", hash_mark, 7U, hash_mark, "end"));
+static_assert(prints<"%s%s%s">("a#b", "a", hash_mark, "b"));
+
 /// Every size from the terminator alone up: what fits is written, the rest is cut, nothing behind the end is touched.
 TEST(Print, is_cut_at_the_writers_end)
 {
-    const std::string_view whole = "label <4294967295.65535:7> end";
+    const std::string_view whole = "label <4294967295.65535:7> #end";
     for (std::size_t size = 1; size <= whole.size() + 3; ++size) {
         char buffer[64];
         std::fill_n(buffer, sizeof buffer, '#');
         Writer out(buffer, size);
-        print<"%s <%u.%u:%u> %s">(out, "label", 4294967295U, 65535U, 7U, "end");
+        print<"%s <%u.%u:%u> %s%s">(out, "label", 4294967295U, 65535U, 7U, hash_mark, "end");
         const std::size_t fitting = std::min(size - 1, whole.size());
         ASSERT_EQ(out.finish(), fitting);
         ASSERT_EQ(std::string_view(buffer), whole.substr(0, fitting));
