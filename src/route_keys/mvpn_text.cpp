@@ -78,9 +78,7 @@ struct Split {
 /// Cuts the text at the separators; false if there are more than three.
 bool split_at(char separator, Split &split)
 {
-    for (char *at = split.text; *at != '\0'; ++at) {
-        if (*at != separator)
-            continue;
+    for (char *at = split.text; (at = std::strchr(at, separator)) != nullptr; ++at) {
         if (SYSDT_GetSectionPos(++split.separators, static_cast<u32>(at - split.text), split.positions) != SYSDT_OK)
             return false;
         *at = '\0';
@@ -88,24 +86,28 @@ bool split_at(char separator, Split &split)
     return true;
 }
 
+u32 read_section(const Section &section, char *text, ReadAddress *read_address, SYSDT_BolValue &value)
+{
+    u8 *const at = reinterpret_cast<u8 *>(&value) + section.offset;
+    return section.role == Role::as ? SYSDT_Str2AsNum(text, reinterpret_cast<SYSDT_AsNum *>(at))
+                                    : read_address(text, *reinterpret_cast<SYSDT_EvpnAddress *>(at));
+}
+
 /// Reads the sections of the kind, first to last.
 u32 read_sections(const Kind &kind, const Split &split, ReadAddress *read_address, SYSDT_BolValue &value)
 {
     value.subKind = kind.sub_kind;
     u32 number = 0;
-    for (const Section &section : kind.sections()) {
-        char *const text = split.section(number++);
-        u8 *const at = reinterpret_cast<u8 *>(&value) + section.offset;
-        const u32 status = section.role == Role::as ? SYSDT_Str2AsNum(text, reinterpret_cast<SYSDT_AsNum *>(at))
-                                                    : read_address(text, *reinterpret_cast<SYSDT_EvpnAddress *>(at));
-        if (status != SYSDT_OK)
+    for (const Section &section : kind.sections())
+        if (read_section(section, split.section(number++), read_address, value) != SYSDT_OK)
             return SYSDT_ERR_FAIL;
-    }
     return SYSDT_OK;
 }
 
 /// 224.0.0.0 to 239.255.255.255.
 constexpr bool is_ipv4_multicast(u32 address) { return address >> 28 == 0xE; }
+
+bool is_ipv6_multicast(const SYSDT_EvpnAddress &field) { return field.ipv6[0] == 0xFF; }
 
 /// Two addresses: a source and a group, or two originators. Never refused. (4)
 void read_ipv4_pair(const Split &split, SYSDT_BolValue &value)
@@ -157,14 +159,19 @@ u32 parse_with_colons(const char *text, SYSDT_BolValue &value)
 /// Two sections: what the second one is decides. (7)
 u32 read_pair(const Split &split, SYSDT_BolValue &value)
 {
-    const u32 multicast = SYSDT_IsIpv6MultiCastAddr(split.section(1));
-    if (multicast == SYSDT_ERR_FAIL)
+    SYSDT_EvpnAddress second{};
+    if (read_ipv6(split.section(1), second) != SYSDT_OK)
         return SYSDT_ERR_FAIL;
-    if (multicast == 1)
-        return SYSDT_Str2NGIpv6Prefix_Type5(split.text, &value, split.positions);
-    if (std::strchr(split.text, ':') != nullptr)
-        return SYSDT_Str2NGIpv6Prefix_Type41(split.text, &value, split.positions);
-    return SYSDT_Str2NGIpv6Prefix_Type42(split.text, &value, split.positions);
+    const Kind &pair = is_ipv6_multicast(second)                 ? kind<SYSDT_BOL_NG_TYPE_5>
+                       : std::strchr(split.text, ':') != nullptr ? kind<SYSDT_BOL_NG_TYPE_4_1>
+                                                                 : kind<SYSDT_BOL_NG_TYPE_4_2>;
+    value.subKind = pair.sub_kind;
+    if (read_section(pair.section[0], split.text, read_either, value) != SYSDT_OK)
+        return SYSDT_ERR_FAIL;
+    auto &field = *reinterpret_cast<SYSDT_EvpnAddress *>(reinterpret_cast<u8 *>(&value) + pair.section[1].offset);
+    std::memcpy(field.ipv6, second.ipv6, sizeof field.ipv6);
+    field.family = family_ipv6;
+    return SYSDT_OK;
 }
 
 /// How a builder gets its sections: the text, cut, and where they begin.
@@ -178,25 +185,23 @@ u32 build(const Kind &kind, char *text, SYSDT_BolValue *value, const u32 positio
 
 // ------------------------------------------------------------------------------------------------ to text
 
-struct Printed {
-    char text[46]; ///< room for any IPv6 address
-};
+constexpr u32 ipv6_text_size = 46;
+constexpr std::size_t most_sections = 4;
+constexpr std::size_t longest_key = most_sections * (1 + ipv6_text_size);
 
-/// The address as the family says; false if the host cannot print it.
-bool print_address(const u8 *field, u8 family, Printed &out)
+/// Writes the address as the family says and returns the end; null if the host cannot print it.
+char *write_address(char *to, const u8 *field, u8 family)
 {
-    if (family == family_ipv6)
-        return inet_ntop6(field + offsetof(SYSDT_EvpnAddress, ipv6), out.text, sizeof out.text) != nullptr;
-    Writer text(out.text, sizeof out.text);
-    print_ipv4_address(load<u32>(field), text);
-    text.finish();
-    return true;
+    if (family == family_ipv4)
+        return write_ipv4_address(to, load<u32>(field));
+    const bool written = inet_ntop6(field + offsetof(SYSDT_EvpnAddress, ipv6), to, ipv6_text_size) != nullptr;
+    return written ? to + std::strlen(to) : nullptr;
 }
 
-void print_source_as(const u8 *field, Writer &out)
+char *write_source_as(char *to, const u8 *field)
 {
     const u32 number = load<u32>(field);
-    print_as_number(number, number > UINT16_MAX ? load<u32>(field + 4) : SYSDT_AS_PLAIN, out); // (11)
+    return write_as_number(to, number, number > UINT16_MAX ? load<u32>(field + 4) : SYSDT_AS_PLAIN); // (11)
 }
 
 u8 family_at(const u8 *value, const Section *section)
@@ -207,9 +212,8 @@ u8 family_at(const u8 *value, const Section *section)
 /// Reports the length of the group's text over zero bytes. (10)
 u32 print_zeros_for_group(const u8 *group, Writer &out)
 {
-    Printed address;
-    print_address(group, family_ipv4, address);
-    for (const char *at = address.text; *at != '\0'; ++at)
+    char text[most_ipv4_characters];
+    for (const char *const end = write_address(text, group, family_ipv4), *at = text; at != end; ++at)
         out.put('\0');
     return SYSDT_OK;
 }
@@ -226,21 +230,24 @@ u32 print_key(const Kind &kind, const u8 *value, Writer &out)
         return group != nullptr && customer == family_ipv4 ? print_zeros_for_group(value + group->offset, out)
                                                            : u32{SYSDT_OK}; // (10)
     const char separator = customer == family_ipv4 && originator == family_ipv4 ? ':' : '-';
-    for (const Section &section : kind.sections()) {
-        if (&section != kind.section)
-            out.put(separator);
-        const u8 *const field = value + section.offset;
-        if (section.role == Role::as) {
-            print_source_as(field, out);
-            continue;
+    u32 status = SYSDT_OK;
+    out.put_at_most<longest_key>([&](char *to) {
+        for (const Section &section : kind.sections()) {
+            if (&section != kind.section)
+                *to++ = separator;
+            const u8 *const field = value + section.offset;
+            const bool of_customer = section.role == Role::source || section.role == Role::group;
+            char *const end = section.role == Role::as ? write_source_as(to, field)
+                                                       : write_address(to, field, of_customer ? customer : originator);
+            if (end == nullptr) {
+                status = SYSDT_ERR_FAIL;
+                return to;
+            }
+            to = end;
         }
-        Printed address;
-        const bool of_customer = section.role == Role::source || section.role == Role::group;
-        if (!print_address(field, of_customer ? customer : originator, address))
-            return SYSDT_ERR_FAIL;
-        out.put(address.text);
-    }
-    return SYSDT_OK;
+        return to;
+    });
+    return status;
 }
 
 u32 print_value(const SYSDT_BolValue &value, u8, Writer &out)
@@ -268,7 +275,7 @@ u32 SYSDT_IsIpv6MultiCastAddr(const char *text)
     SYSDT_EvpnAddress field{};
     if (text == nullptr || read_ipv6(text, field) != SYSDT_OK)
         return SYSDT_ERR_FAIL;
-    return field.ipv6[0] == 0xFF ? 1 : 0;
+    return is_ipv6_multicast(field) ? 1 : 0;
 }
 
 u32 SYSDT_Str2NGPrefix_Type5_41(char *text, SYSDT_BolValue *value, u32 secondSection)
