@@ -33,6 +33,9 @@
 /// Nothing in a record is trusted: its entries must lie inside it and be as long as their kinds, and a piece's
 /// conversion must fit its value; else the record cannot be listed.
 #include "attr/line_template.hpp"
+
+#include <bit>
+
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/bytes.hpp"
 #include "common/callbacks.hpp"
@@ -236,6 +239,9 @@ u32 build_listing(u32 handle, Entries entries, char *output, u32 variant)
     });
 }
 
+/// Stores where a run ends; 0 for a run of one.
+void end_run(u16 start, u32 last, u16 &end) { end = last == start ? u16{0} : static_cast<u16>(last); }
+
 constexpr ModeScreen listing_screen{modes(0, 1, 5, 6), modes()};
 
 constexpr Type<SYSDT_AttrIdBitmap> attr_bitmap{.kind = SYSDT_TYPE_ATTRIDBITMAP, .help = {"INTEGER"}};
@@ -310,18 +316,23 @@ u32 SYSDT_AttrIdBitmap_GetPairs(const SYSDT_AttrIdBitmap *bitmap, u16 starts[mos
 {
     if (bitmap == nullptr || starts == nullptr || ends == nullptr)
         return 0;
+    constexpr u32 word_bits = 32;
     u32 runs = 0;
-    bool inside = false;
-    for (u16 identifier = 0; identifier < 256; ++identifier) {
-        const bool set = (bitmap->bits[identifier / 8] >> identifier % 8 & 1) != 0;
-        if (set && inside) {
-            ends[runs] = identifier;
-        } else if (set) {
-            starts[++runs] = identifier;
-            ends[runs] = 0;
+    u32 inside = 0; // whether the bit ahead of the word is set
+    for (u32 first = 0; first < 256; first += word_bits) {
+        const u32 set = byte_swapped(load_network<u32>(bitmap->bits + first / 8));
+        for (u32 edges = set ^ (set << 1 | inside); edges != 0; edges &= edges - 1) {
+            const int bit = std::countr_zero(edges);
+            const u16 identifier = static_cast<u16>(first + static_cast<u32>(bit));
+            if ((set >> bit & 1) == 0)
+                end_run(starts[runs], identifier - 1U, ends[runs]);
+            else
+                starts[++runs] = identifier;
         }
-        inside = set;
+        inside = set >> (word_bits - 1);
     }
+    if (inside != 0)
+        end_run(starts[runs], 255, ends[runs]);
     return runs;
 }
 
