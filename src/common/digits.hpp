@@ -126,20 +126,35 @@ constexpr char *write_decimal(char *to, u8 octet)
 
 inline constexpr char hex_characters[] = "0123456789abcdef";
 
+namespace digits {
+
+inline constexpr auto hex_pairs = [] {
+    struct {
+        char text[512];
+    } table{};
+    for (std::size_t i = 0; i < 256; ++i) {
+        table.text[2 * i] = hex_characters[i / 16];
+        table.text[2 * i + 1] = hex_characters[i % 16];
+    }
+    return table;
+}();
+
+} // namespace digits
+
 /// Writes an octet as two hexadecimal digits and returns the end.
 constexpr char *write_hex_pair(char *to, u8 octet)
 {
-    to[0] = hex_characters[octet >> 4];
-    to[1] = hex_characters[octet & 0xF];
-    return to + 2;
+    return std::copy_n(digits::hex_pairs.text + std::size_t{2} * octet, 2, to);
 }
 
 /// Writes a number in lower-case hexadecimal with at least so many digits and returns the end.
 [[gnu::noinline]] constexpr char *write_hex(char *to, u32 number, int fewest = 1)
 {
-    const int needed = (std::bit_width(number) + 3) / 4;
-    for (int shift = 4 * (std::max(needed, fewest) - 1); shift >= 0; shift -= 4)
-        *to++ = hex_characters[number >> shift & 0xF];
+    int left = std::max(static_cast<int>(std::bit_width(number) + 3) / 4, fewest);
+    if (left % 2 != 0)
+        *to++ = hex_characters[number >> 4 * --left & 0xF];
+    for (; left != 0; left -= 2)
+        to = write_hex_pair(to, static_cast<u8>(number >> (4 * left - 8)));
     return to;
 }
 
