@@ -33,7 +33,7 @@ namespace bgpdt::test {
 
 namespace {
 
-using Random = std::mt19937_64;
+using Random = std::mt19937;
 
 constexpr std::size_t random_values = 20000;
 constexpr std::uint8_t other_poison = 0x5A;

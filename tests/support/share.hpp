@@ -15,7 +15,7 @@ namespace bgpdt::test {
 
 /// Odd and prime, so that no digit or byte value is always left out.
 #if defined(__powerpc__)
-inline constexpr const char *usual_share = "19";
+inline constexpr const char *usual_share = "7";
 #elif defined(__SANITIZE_ADDRESS__)
 inline constexpr const char *usual_share = "3";
 #else
