@@ -19,7 +19,6 @@
 ///  (4) Scripts are read by the second table, not by the rows' own LuaGet. The sub-kind is stored first and stays.
 ///  (5) Row 0 is called "IPV4" but has the VPLS names; the names mix "_" and "-"; kind 13 stands behind "RPD"; rows 9
 ///      to 11 take no text, rows 14 to 16 have no LuaGet, and several rows borrow the callbacks of others.
-#include <array>
 #include <bit>
 #include <cstring>
 
@@ -30,7 +29,7 @@
 
 using namespace bgpdt;
 
-constexpr SYSDT_DispatchRow g_astBOL_PREFIX_ProcTable[SYSDT_BOL_KINDS] = {
+constinit const SYSDT_DispatchRow g_astBOL_PREFIX_ProcTable[SYSDT_BOL_KINDS] = {
     {0, "IPV4", SYSDT_VplsAdPrefixFormatIn, SYSDT_VplsAdPrefixFormatOut, SYSDT_VplsAdPrefixCheck,
      SYSDT_VplsAdPrefixHelp, SYSDT_VplsAdPrefixCompare, SYSDT_VplsAdPrefixLuaSet, SYSDT_VplsAdPrefixLuaGet},
     {1, "EVN", SYSDT_EVNPrefixFormatIn, SYSDT_EVNPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
@@ -89,15 +88,15 @@ u32 sub_kind(u32 length, const void *value)
     return load<u32>(word);
 }
 
-/// For each row all those with its parser.
-constexpr auto rows_with_parser_of = [] {
-    std::array<u32, SYSDT_BOL_KINDS> set{};
+/// All rows with that parser.
+u32 rows_with(SYSDT_FormatIn *parse)
+{
+    u32 set = 0;
     for (std::size_t i = 0; i < rows.size(); ++i)
-        for (std::size_t j = 0; j < rows.size(); ++j)
-            if (rows[i].formatIn == rows[j].formatIn)
-                set[i] |= rows_of(j);
+        if (rows[i].formatIn == parse)
+            set |= rows_of(i);
     return set;
-}();
+}
 
 /// Offers a trimmed text to the rows behind the first, but for those that would refuse it: whom its shape rules out, and
 /// whose parser has just refused it for a row in front. A parser that only lacked memory is asked again.
@@ -112,7 +111,7 @@ u32 offer_text(const char *text, Ask ask)
         const u32 status = ask(rows[next].formatIn);
         if (status == SYSDT_OK)
             return SYSDT_OK;
-        left &= ~(status == SYSDT_ERR_NO_MEMORY ? rows_of(next) : rows_with_parser_of[next]);
+        left &= ~(status == SYSDT_ERR_NO_MEMORY ? rows_of(next) : rows_with(rows[next].formatIn));
     }
     return SYSDT_ERR_INVALID_VALUE; // (2)
 }
