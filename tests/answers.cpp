@@ -122,8 +122,12 @@ private:
     {
         const auto print_mode = [&](std::uint8_t mode) {
             const std::string asked = line.text.empty() ? show(line.bytes) : show(line.text);
+            Answer answer = asking_.ask(line, subject, mode);
+            if (line.verb == Verb::fn && answer.status != 0) {
+                answer.bytes.clear(); // what was read before the failure: nothing tells its numbers
+            }
             std::printf("%s %s@%u %s -> %s\n", line.subject.c_str(), line.verb_name.c_str(), unsigned{mode},
-                        asked.c_str(), to_text(asking_.ask(line, subject, mode)).c_str());
+                        asked.c_str(), to_text(answer).c_str());
         };
         if (line.modes.empty()) {
             print_mode(0);
