@@ -16,7 +16,7 @@ namespace {
 constexpr int32_t family_ipv4 = 2;
 constexpr int32_t family_ipv6 = 10;
 constexpr uint32_t ipv6_text_size = 46; // the longest IPv6 text with a dotted tail, and its NUL
-constexpr int group_count = 8;
+constexpr size_t group_count = 8;
 
 /// Reads one decimal octet without leading zeros and moves behind it.
 bool read_octet(const char *&at, uint32_t &octet)
@@ -54,11 +54,13 @@ uint32_t read_ipv4(const char *text, uint32_t *address)
     return SYSDT_OK;
 }
 
+constexpr size_t no_gap = group_count + 1;
+
 /// The groups of an IPv6 text.
 struct Groups {
     uint8_t bytes[sizeof(in6_addr)];
-    int count = 0;
-    int gap = -1; ///< how many stand in front of the "::", if there is one
+    size_t count = 0;
+    size_t gap = no_gap; ///< how many stand in front of the "::", if there is one
 
     bool read(const char *text);
 
@@ -80,7 +82,7 @@ bool Groups::read_groups(const char *at)
     }
     for (;;) {
         if (*at == ':') {
-            if (gap >= 0) {
+            if (gap != no_gap) {
                 return false;
             }
             gap = count;
@@ -120,12 +122,12 @@ bool Groups::read(const char *text)
     if (!read_groups(text)) {
         return false;
     }
-    if (gap < 0) {
+    if (gap == no_gap) {
         return count == group_count;
     }
-    const int behind = count - gap;
-    std::memmove(bytes + 2 * (group_count - behind), bytes + 2 * gap, 2 * static_cast<size_t>(behind));
-    std::memset(bytes + 2 * gap, 0, 2 * static_cast<size_t>(group_count - count));
+    const size_t behind = count - gap;
+    std::memmove(bytes + 2 * (group_count - behind), bytes + 2 * gap, 2 * behind);
+    std::memset(bytes + 2 * gap, 0, 2 * (group_count - count));
     return count < group_count;
 }
 
@@ -198,8 +200,8 @@ char *write_group(char *out, uint32_t group)
 
 /// A run of zero groups.
 struct Run {
-    int8_t start;
-    int8_t length;
+    uint8_t start;
+    uint8_t length;
 };
 
 /// The longest run for every set of zero groups, a bit each; the first of equal ones.
@@ -207,9 +209,9 @@ constexpr auto longest_runs = [] {
     std::array<Run, 1 << group_count> table{};
     for (unsigned zeros = 0; zeros < table.size(); ++zeros) {
         Run run{0, 0};
-        for (int8_t i = 0; i < group_count; ++i) {
-            run = (zeros >> i & 1) == 0 ? Run{static_cast<int8_t>(i + 1), 0}
-                                        : Run{run.start, static_cast<int8_t>(run.length + 1)};
+        for (uint8_t i = 0; i < group_count; ++i) {
+            run = (zeros >> i & 1) == 0 ? Run{static_cast<uint8_t>(i + 1), 0}
+                                        : Run{run.start, static_cast<uint8_t>(run.length + 1)};
             if (run.length > table[zeros].length) {
                 table[zeros] = run;
             }
@@ -226,15 +228,15 @@ char *write_ipv6(char *out, const uint8_t *address)
 {
     uint32_t groups[group_count];
     unsigned zero_groups = 0;
-    for (int i = 0; i < group_count; ++i) {
+    for (size_t i = 0; i < group_count; ++i) {
         groups[i] = static_cast<uint32_t>(address[2 * i] << 8 | address[2 * i + 1]);
         zero_groups |= (groups[i] == 0 ? 1U : 0U) << i;
     }
     const Run zeros = longest_runs[zero_groups];
     const bool dotted = zeros.start == 0 && (zeros.length == 6 || (zeros.length == 5 && groups[5] == 0xFFFF));
-    const int end = dotted ? 6 : group_count;
+    const size_t end = dotted ? 6 : group_count;
     bool separated = true; // nothing, or a colon, stands before the next group
-    for (int i = 0; i < end;) {
+    for (size_t i = 0; i < end;) {
         if (i == zeros.start && zeros.length > 1) {
             *out++ = ':';
             *out++ = ':';

@@ -268,6 +268,7 @@ Result Scanner::text(const Conversion &conversion, size_t length, bool terminate
         return Result::mismatch;
     }
     if (!conversion.suppressed) {
+        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): whoever calls has started it
         char *const destination = va_arg(*arguments_, char *);
         const size_t size = va_arg(*arguments_, size_t);
         if (destination == nullptr || length + (terminated ? 1 : 0) > size) {

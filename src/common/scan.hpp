@@ -47,10 +47,12 @@ template <unsigned Base, class Number>
 [[gnu::noinline]] constexpr const char *read_checked(const char *at, const char *end, Number &number)
 {
     Number value = 0;
-    for (; at != end; ++at)
-        if (__builtin_mul_overflow(value, Base, &value) ||
-            __builtin_add_overflow(value, digit_value<Base>(*at), &value))
+    for (; at != end; ++at) {
+        const bool too_large = __builtin_mul_overflow(value, Base, &value) ||
+                               __builtin_add_overflow(value, digit_value<Base>(*at), &value);
+        if (too_large)
             return nullptr;
+    }
     number = value;
     return end;
 }
