@@ -33,6 +33,6 @@ if(BGPDT_FUZZING)
     add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
 endif()
 if(BGPDT_COVERAGE)
-    add_compile_options(--coverage)
+    add_compile_options(--coverage -fprofile-update=atomic) # threads count too
     add_link_options(--coverage)
 endif()
