@@ -9,7 +9,9 @@
 #include <cstring>
 #include <lua.hpp>
 #include <memory>
+#include <utility>
 
+#include "host/lent_block.hpp"
 #include "host/registry.hpp"
 
 namespace bgpdt::host {
@@ -152,9 +154,7 @@ const void *module_base(const void *address)
     return dladdr(address, &info) != 0 ? info.dli_fbase : nullptr;
 }
 
-} // namespace
-
-std::string_view Converted::text() const
+std::string_view text_of(std::span<const std::uint8_t> data)
 {
     std::string_view all(reinterpret_cast<const char *>(data.data()), data.size());
     if (all.ends_with('\0')) {
@@ -162,6 +162,24 @@ std::string_view Converted::text() const
     }
     return all;
 }
+
+/// Lends the block while it lives.
+class Loan {
+public:
+    explicit Loan(LentBlock &block) : before_(std::exchange(lent_block, &block)) {}
+    ~Loan() { lent_block = before_; }
+    Loan(const Loan &) = delete;
+    Loan &operator=(const Loan &) = delete;
+
+private:
+    LentBlock *const before_;
+};
+
+} // namespace
+
+std::string_view Converted::text() const { return text_of(data); }
+
+std::string_view Delivery::text() const { return text_of(data); }
 
 struct Host::State {
     using Entry = std::uint32_t(std::uint32_t);
@@ -331,6 +349,52 @@ std::uint32_t Host::read_script_value(lua_State *lua, const SYSDT_Record &type, 
     }
     value.resize(size);
     return returned ? call.status : SYSDT_ERR_FAIL;
+}
+
+Converter::Converter(const SYSDT_Record &type, std::uint8_t mode)
+    : type_(type), context_(context_of(mode)), lent_(std::make_unique<LentBlock>())
+{
+}
+
+Converter::~Converter() { release(); }
+
+void Converter::release()
+{
+    void *const block = std::exchange(delivered_, nullptr);
+    if (block == lent_->bytes) {
+        lent_->taken = false;
+    } else if (block != nullptr) {
+        SYS_DataTypeFree(block);
+    }
+}
+
+template <class Call>
+Delivery Converter::convert(Call call)
+{
+    const Loan loan(*lent_);
+    release();
+    Outputs out;
+    const std::uint32_t status = call(out);
+    delivered_ = out.data;
+    const auto *const bytes = static_cast<const std::uint8_t *>(out.data);
+    const bool complete = status == SYSDT_OK && bytes != nullptr;
+    return {status, out.kind, {bytes, complete ? out.length : std::size_t{0}}};
+}
+
+Delivery Converter::parse(std::span<char> text)
+{
+    return convert([&](Outputs &out) {
+        const auto length = static_cast<std::uint32_t>(text.size() + 1);
+        return type_.formatIn(&context_, 0, length, text.data(), &out.kind, &out.length, &out.data);
+    });
+}
+
+Delivery Converter::print(std::span<const std::uint8_t> value)
+{
+    return convert([&](Outputs &out) {
+        return type_.formatOut(&context_, type_.typeId, length_of(value), value.data(), &out.kind, &out.length,
+                               &out.data);
+    });
 }
 
 std::string status_name(std::uint32_t status)

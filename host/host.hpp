@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -107,6 +108,44 @@ public:
 private:
     struct State;
     State *state_;
+};
+
+struct LentBlock;
+
+/// What a Converter's conversion answered.
+struct Delivery {
+    std::uint32_t status = 0;
+    std::uint16_t kind = 0;
+    std::span<const std::uint8_t> data; ///< as Converted's, until the converter's next conversion
+
+    bool ok() const { return status == SYSDT_OK; }
+    std::string_view text() const;
+};
+
+/// Converts many values of one type, in one mode and one thread at a time, without taking memory for each. Converters of
+/// other threads do not meet it. The slot behind an operation must not be null.
+class Converter {
+public:
+    /// @param type  of a living Host
+    Converter(const SYSDT_Record &type, std::uint8_t mode);
+    ~Converter();
+    Converter(const Converter &) = delete;
+    Converter &operator=(const Converter &) = delete;
+
+    /// @param text  characters with a NUL behind them, all of which may be changed
+    Delivery parse(std::span<char> text);
+    /// @param value  at least as long as the type's binary form
+    Delivery print(std::span<const std::uint8_t> value);
+
+private:
+    template <class Call>
+    Delivery convert(Call call);
+    void release();
+
+    const SYSDT_Record &type_;
+    SYSDT_Context context_;
+    std::unique_ptr<LentBlock> lent_;
+    void *delivered_ = nullptr;
 };
 
 /// "SYSDT_ERR_FAIL" and its like; "0x801799" for what has no name.

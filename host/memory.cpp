@@ -5,13 +5,39 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "host/lent_block.hpp"
 #include "host/services.hpp"
 
-void *SYS_DataTypeMallocByHandle(uint32_t, uint32_t size) { return std::malloc(std::max<size_t>(size, 1)); }
+namespace bgpdt::host {
 
-void *SYS_DataTypeMalloc(uint32_t size) { return std::malloc(std::max<size_t>(size, 1)); }
+constinit thread_local LentBlock *lent_block = nullptr;
 
-void SYS_DataTypeFree(void *block) { std::free(block); }
+namespace {
+
+void *take(size_t size)
+{
+    if (LentBlock *const lent = lent_block; lent != nullptr && !lent->taken && size <= LentBlock::size) {
+        lent->taken = true;
+        return lent->bytes;
+    }
+    return std::malloc(std::max<size_t>(size, 1));
+}
+
+} // namespace
+} // namespace bgpdt::host
+
+void *SYS_DataTypeMallocByHandle(uint32_t, uint32_t size) { return bgpdt::host::take(size); }
+
+void *SYS_DataTypeMalloc(uint32_t size) { return bgpdt::host::take(size); }
+
+void SYS_DataTypeFree(void *block)
+{
+    if (auto *const lent = bgpdt::host::lent_block; lent != nullptr && block == lent->bytes) {
+        lent->taken = false;
+        return;
+    }
+    std::free(block);
+}
 
 uint32_t SYSDT_InitHelpInfo(uint32_t handle, SYSDT_HelpInfo *info, uint32_t count)
 {

@@ -12,6 +12,7 @@
 #include "near_names.hpp"
 #include "samples.hpp"
 #include "script_table.hpp"
+#include "stream.hpp"
 #include "words.hpp"
 
 namespace bgpdt::tool {
@@ -271,20 +272,43 @@ Answer lua(Session &session, Arguments arguments)
     return {};
 }
 
+Answer canon(Session &session, Arguments arguments)
+{
+    const SYSDT_Record &type = session.type(arguments[0]);
+    const std::uint8_t mode = session.mode_for(type);
+    const Bytes value = filled_up(type, parse_text(session, type, arguments[1], mode).data);
+    const Printed printed = print_value(session, type, value, mode);
+    const std::string text = printed.text ? *printed.text : to_hex(printed.bytes);
+    return {text + "\n", {{"type", name_of(type)}, {"text", text}}};
+}
+
 constexpr Command table_of_commands[] = {
     {"types", "", "The registered types: name, id, size in bytes, operations", "", "bgpdt types", types},
     {"describe", "TYPE", "What the type is and takes", "", "bgpdt describe VRFRD", describe},
     {"parse", "TYPE TEXT", "Text to bytes", "--mode --native", "bgpdt parse CMNTY_ENHANCE 'no-export 64496:1'", parse},
     {"print", "TYPE HEX", "Bytes to text", "--mode --native --record --template --value",
      "bgpdt print COMMUNITY 0xffffff0100000000", print},
-    {"check", "TYPE HEX", "Whether the bytes are a value of the type", "--native",
-     "bgpdt check ASNUM 0x0000fbf000000000", check},
+    {"check", "TYPE [HEX]", "Whether the bytes, or the lines of the input, are values of the type",
+     "--native --from --in --jobs --rejects --show --quiet --summary", "bgpdt check ASNUM 0x0000fbf000000000", check,
+     check_lines},
+    {"canon", "TYPE [TEXT]", "The text, or the lines of the input, as the type prints them",
+     "--native --mode --from --in --output --jobs --rejects --show --quiet --summary", "bgpdt canon ASNUM 1.0", canon,
+     canon_lines},
+    {"convert", "TYPE [FILE...]", "Many values from one format to another, a line each",
+     "--native --mode --from --to --output --jobs --rejects --show --quiet --summary",
+     "bgpdt convert VRFRD --to json rds.txt", nullptr, convert_lines},
+    {"sort", "TYPE [FILE...]", "Lines in the order of their values",
+     "--native --mode --from --output --rejects --show --quiet --summary --memory --unique", "bgpdt sort VRFRD rds.txt",
+     nullptr, sort_lines},
+    {"uniq", "TYPE [FILE...]", "Of adjacent lines with the same value the first",
+     "--native --mode --from --output --rejects --show --quiet --summary", "bgpdt uniq VRFRD rds.txt", nullptr,
+     uniq_lines},
     {"compare", "TYPE VALUE VALUE", "The order of two values on this machine: -1, 0 or 1", "--mode --native",
      "bgpdt compare ASNUM 64496 0x0000fbf100000000", compare},
     {"swap", "TYPE HEX", "The bytes with their numbers in the other byte order", "--native",
      "bgpdt swap ASNUM 0x0000fbf000000000", swap_bytes},
     {"table", "TYPE VALUE", "The value as scripts see it", "--mode --native", "bgpdt table VRFRD 64496:100", table},
-    {"lua", "FILE [ARGS]", "Runs a Lua script with the module 'bgp'", "--mode", "bgpdt lua script.lua 64496", lua},
+    {"lua", "FILE [ARG...]", "Runs a Lua script with the module 'bgp'", "--mode", "bgpdt lua script.lua 64496", lua},
 };
 
 /// The names of the commands that pass.
@@ -300,7 +324,9 @@ std::vector<std::string> names_of_commands(Passes passes)
     return names;
 }
 
-constexpr std::string_view special_options[] = {"--mode", "--native", "--record", "--template", "--value"};
+constexpr std::string_view special_options[] = {
+    "--mode", "--native", "--record", "--template", "--value",   "--from",    "--to",     "--output",
+    "--in",   "--jobs",   "--show",   "--quiet",    "--summary", "--rejects", "--memory", "--unique"};
 
 void require_options(const Command &command, const Options &options)
 {
@@ -313,7 +339,26 @@ void require_options(const Command &command, const Options &options)
     }
 }
 
+/// Lines and single values have options of their own.
+void require_stream_options(const Command &command, const Options &options)
+{
+    const bool many = streams(command, options.arguments);
+    for (const std::string &option : options.given) {
+        const bool common = option == "--native" || option == "--mode";
+        const bool for_one = option == "--json";
+        if (!common && (many ? for_one : std::ranges::find(special_options, option) != std::end(special_options))) {
+            throw UsageError(option + (many ? " is for one value; --to json gives lines of JSON"
+                                            : " is for the lines of the input, and a value is given"));
+        }
+    }
+}
+
 } // namespace
+
+bool streams(const Command &command, std::span<const std::string> arguments)
+{
+    return command.stream != nullptr && (command.run == nullptr || arguments.size() < 2 || arguments[1] == "-");
+}
 
 std::span<const Command> commands() { return table_of_commands; }
 
@@ -338,10 +383,11 @@ const Command &find_command(const Options &options)
 {
     const Command &command = find_command(options.command);
     const bool open = command.arguments.ends_with("]");
+    const bool any = command.arguments.ends_with("...]");
     const auto blanks = static_cast<std::size_t>(std::ranges::count(command.arguments, ' '));
     const std::size_t wanted = command.arguments.empty() ? 0 : blanks + (open ? 0 : 1);
     const std::size_t given = options.arguments.size();
-    if (given < wanted || (given > wanted && !open)) {
+    if (given < wanted || (given > wanted + (open ? 1 : 0) && !any)) {
         throw UsageError(options.command + " takes " + (wanted == 0 ? "no arguments" : std::string(command.arguments)) +
                          ", given " +
                          (given == 0   ? "none"
@@ -350,6 +396,9 @@ const Command &find_command(const Options &options)
                          (wanted == 0 ? "" : "; for example " + std::string(command.example)));
     }
     require_options(command, options);
+    if (command.stream != nullptr) {
+        require_stream_options(command, options);
+    }
     return command;
 }
 

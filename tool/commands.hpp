@@ -10,6 +10,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "errors.hpp"
 #include "session.hpp"
 
 namespace bgpdt::tool {
@@ -22,12 +23,19 @@ struct Answer {
 
 struct Command {
     std::string_view name;
-    std::string_view arguments; ///< their names; "[ARGS]" stands for any number
+    std::string_view arguments; ///< their names; "[X]" may be left out, "[X...]" stands for any number
     std::string_view summary;
     std::string_view options; ///< those that not every command has
     std::string_view example;
+    /// Null for a command that only runs over many values.
     Answer (*run)(Session &session, std::span<const std::string> arguments);
+    /// Runs over many values and writes by itself; null for a command that does not. A command that does both takes many
+    /// if it is given no value.
+    Exit (*stream)(Session &session, std::span<const std::string> arguments) = nullptr;
 };
+
+/// Whether the command runs over many values with these arguments.
+bool streams(const Command &command, std::span<const std::string> arguments);
 
 std::span<const Command> commands();
 

@@ -15,6 +15,7 @@
 #include "host/host.hpp"
 #include "options.hpp"
 #include "session.hpp"
+#include "stream_files.hpp"
 #include "words.hpp"
 
 namespace {
@@ -39,17 +40,21 @@ void deliver(const std::string &text)
     }
 }
 
-void run(int argc, const char *const *argv)
+Exit run(int argc, const char *const *argv)
 {
     const Options options = read_options(argc, argv);
     if (!options.page.empty()) {
         deliver(options.page);
-        return;
+        return exit_done;
     }
     const Command &command = find_command(options);
     Session session(options);
+    if (streams(command, options.arguments)) {
+        return command.stream(session, options.arguments);
+    }
     const Answer answer = command.run(session, options.arguments);
     deliver(options.json && !answer.json.is_null() ? json_line(answer.json) : answer.text);
+    return exit_done;
 }
 
 /// What else is known of a refusal.
@@ -94,8 +99,7 @@ int exit_status(int argc, const char *const *argv)
 {
     const bool json = asks_for_json(argc, argv);
     try {
-        run(argc, argv);
-        return exit_done;
+        return run(argc, argv);
     } catch (const Refusal &refusal) {
         return fail(json, refusal, exit_refused);
     } catch (const std::exception &error) {
@@ -107,6 +111,7 @@ int exit_status(int argc, const char *const *argv)
 
 int main(int argc, char **argv)
 {
+    guard_standard_descriptors();
     try {
         return exit_status(argc, argv);
     } catch (...) { // memory is out even for the sentence

@@ -94,6 +94,24 @@ void declare(CLI::App &app, Options &options)
     app.add_option("--mode", options.mode, "Conversion mode; without it the one in which text goes both ways")
         ->type_name("N")
         ->check(CLI::Range(0, 255).description(""));
+    app.add_option("--from", options.from, "Format of the input: text, hex, json or binary")->type_name("FORMAT");
+    app.add_option("--to", options.to, "Format of the output: hex, text, json or binary")->type_name("FORMAT");
+    app.add_option("-o,--output", options.output, "Where the output goes; without it standard output")
+        ->type_name("FILE");
+    app.add_option("--in", options.in, "Reads the lines of the file; any number of them")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    app.add_option("-j,--jobs", options.threads, "Works in N threads; 0 is one for each processor")
+        ->type_name("N")
+        ->check(CLI::Range(0, 256).description(""));
+    app.add_option("--rejects", options.rejects, "Where refused lines go, as they are")->type_name("FILE");
+    app.add_option("--show", options.show, "Tells of the first N refused lines; without it of 10")->type_name("N");
+    app.add_flag("--quiet", options.quiet, "Tells of no refused line");
+    app.add_flag("--summary", options.summary, "Says at the end how many lines there were and how many were refused");
+    app.add_option("--memory", options.memory, "Sorts in that much memory, as in 64M, the rest in temporary files")
+        ->type_name("SIZE")
+        ->transform(CLI::AsSizeValue(false).description(""));
+    app.add_flag("--unique", options.unique, "Of equal values the first alone");
     app.add_option("--names", options.names, "Names behind the indexes: lines of INDEX NAME")->type_name("FILE");
     app.add_option("--plugin", options.plugin,
                    "The plug-in; else $BGPDT_PLUGIN, else beside bgpdt, in ../lib or ../src")

@@ -22,6 +22,20 @@ struct Options {
     std::vector<std::string> values;          ///< print: what fills the template, "KIND=VALUE"
     std::string names;
     std::string plugin;
+
+    // Of the commands that run over many values.
+    std::optional<std::string> from; ///< the format of what is read
+    std::optional<std::string> to;
+    std::string output = "-";
+    std::string rejects;         ///< the file of the refused lines, if any
+    std::vector<std::string> in; ///< what is read, where the arguments are no files
+    unsigned threads = 1;
+    std::optional<std::uint64_t> show; ///< how many refusals are told
+    bool quiet = false;
+    bool summary = false;
+    std::uint64_t memory = std::uint64_t{256} << 20; ///< of a sort, in bytes
+    bool unique = false;
+
     std::vector<std::string> given; ///< the names of the options that are given
     std::string page;               ///< help or version, asked for instead of a command
 };

@@ -8,6 +8,7 @@
 #include <lua.hpp>
 
 #include "conversions.hpp"
+#include "errors.hpp"
 #include "words.hpp"
 
 namespace bgpdt::tool {
@@ -16,6 +17,7 @@ namespace {
 using nlohmann::ordered_json;
 
 constexpr std::size_t line_width = 100;
+constexpr int deepest_table = 16;
 
 /// The number of entries if the keys are 1 to n, else 0.
 lua_Integer array_length(lua_State *lua, int table)
@@ -92,7 +94,58 @@ std::string text_at(const ordered_json &value, std::size_t indent)
     return value.is_object() && !entries.empty() ? "{ " + line + " }" : "{" + line + "}";
 }
 
+void push_json(lua_State *lua, const ordered_json &value, int depth);
+
+/// Keys of digits alone are indexes.
+void push_key(lua_State *lua, const std::string &key)
+{
+    if (key.empty() || key.size() > 9 || key.find_first_not_of("0123456789") != std::string::npos) {
+        lua_pushlstring(lua, key.data(), key.size());
+    } else {
+        lua_pushinteger(lua, std::stoi(key));
+    }
+}
+
+void push_table_json(lua_State *lua, const ordered_json &table, int depth)
+{
+    if (depth == deepest_table || lua_checkstack(lua, 4) == 0) {
+        throw Refusal("the table is nested too deeply");
+    }
+    lua_newtable(lua);
+    lua_Integer index = 0;
+    for (const auto &[key, entry] : table.items()) {
+        if (table.is_array()) {
+            lua_pushinteger(lua, ++index);
+        } else {
+            push_key(lua, key);
+        }
+        push_json(lua, entry, depth + 1);
+        lua_rawset(lua, -3);
+    }
+}
+
+void push_json(lua_State *lua, const ordered_json &value, int depth)
+{
+    using Kind = ordered_json::value_t;
+    switch (value.type()) {
+    case Kind::boolean: lua_pushboolean(lua, value.get<bool>() ? 1 : 0); return;
+    case Kind::number_integer:
+    case Kind::number_unsigned: lua_pushinteger(lua, value.get<lua_Integer>()); return;
+    case Kind::number_float: lua_pushnumber(lua, value.get<lua_Number>()); return;
+    case Kind::string: {
+        const auto &text = value.get_ref<const std::string &>();
+        lua_pushlstring(lua, text.data(), text.size());
+        return;
+    }
+    case Kind::array:
+    case Kind::object: push_table_json(lua, value, depth); return;
+    default: lua_pushnil(lua);
+    }
+}
+
 } // namespace
+
+void push_script_json(lua_State *lua, const ordered_json &value) { push_json(lua, value, 0); }
 
 LuaState new_lua_state()
 {

@@ -21,6 +21,10 @@ LuaState new_lua_state();
 /// The value at the index; the stack is left as it was.
 nlohmann::ordered_json script_json(lua_State *lua, int index);
 
+/// Pushes what script_json made, or anything like it.
+/// @throws Refusal if it is nested deeper than any type's table
+void push_script_json(lua_State *lua, const nlohmann::ordered_json &value);
+
 /// As Lua reads it, "{ asNumValue = 100, asType = 0 }"; what does not fit a line stands one entry a line.
 std::string script_text(const nlohmann::ordered_json &value);
 

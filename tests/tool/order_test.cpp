@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The order in which lines are sorted, over every two and three values of the vectors.
+#include <cstdlib>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "bgp_datatype/values.h"
+#include "support/vector_file.hpp"
+#include "tool/session.hpp"
+#include "tool/sorting.hpp"
+
+namespace {
+
+using namespace bgpdt;
+using namespace bgpdt::tool;
+
+Options options_of_test()
+{
+    Options options;
+    options.plugin = std::getenv("BGPDT_PLUGIN");
+    return options;
+}
+
+/// The host is the process's.
+Session &session()
+{
+    static const Options options = options_of_test();
+    static Session session(options);
+    return session;
+}
+
+/// The types that take the values of the dispatch rows.
+const char *type_of(const test::Line &line)
+{
+    return !line.row ? line.subject.c_str() : line.subject.starts_with("RD:") ? "BOLRD" : "BOLPREFIX";
+}
+
+/// The values of the vectors by type, in the machine's byte order.
+const std::map<std::string, std::vector<Bytes>> &values()
+{
+    static const auto all = [] {
+        std::map<std::string, std::vector<Bytes>> by_type;
+        for (const test::Line &line : test::read_vector_folder(BGPDT_SOURCE_VECTORS).lines) {
+            const SYSDT_Record &type = session().type(type_of(line));
+            for (Bytes value : {line.bytes, line.result.value_or(Bytes{})}) {
+                if (value.size() == value_size(type)) {
+                    turn_to_native(type, value);
+                    by_type[name_of(type)].push_back(value);
+                }
+            }
+        }
+        for (auto &[name, list] : by_type) {
+            std::ranges::sort(list);
+            list.erase(std::unique(list.begin(), list.end()), list.end());
+        }
+        return by_type;
+    }();
+    return all;
+}
+
+int sign(int number) { return (number > 0) - (number < 0); }
+
+/// The keys of a type's values, and every comparison.
+struct Table {
+    explicit Table(const SYSDT_Record &type, const std::vector<Bytes> &list) : order(type), size(list.size())
+    {
+        std::vector<Bytes> keys(size, Bytes(order.key_size()));
+        for (std::size_t i = 0; i < size; ++i) {
+            order.make_key(list[i], keys[i].data());
+        }
+        for (const Bytes &first : keys) {
+            for (const Bytes &second : keys) {
+                signs.push_back(sign(order.compare(order.key(first.data()), order.key(second.data()))));
+            }
+        }
+    }
+    int at(std::size_t first, std::size_t second) const { return signs[first * size + second]; }
+
+    ValueOrder order;
+    std::size_t size;
+    std::vector<int> signs;
+};
+
+/// What the type itself answers: bytes in the target's order if it compares bytes, else the machine's numbers.
+int answer(const SYSDT_Record &type, Bytes first, Bytes second)
+{
+    if (!compares_numbers(type)) {
+        turn_to_target(type, first);
+        turn_to_target(type, second);
+    }
+    return session().host().compare(type, first, second);
+}
+
+class Order : public testing::TestWithParam<std::string> {
+protected:
+    const SYSDT_Record &type = session().type(GetParam());
+    const std::vector<Bytes> list = values().contains(GetParam()) ? values().at(GetParam()) : std::vector<Bytes>{};
+};
+
+TEST_P(Order, IsTotal)
+{
+    const Table table(type, list);
+    for (std::size_t a = 0; a < table.size; ++a) {
+        for (std::size_t b = 0; b < table.size; ++b) {
+            ASSERT_EQ(table.at(a, b) == 0, a == b) << a << " " << b; // the values differ
+            ASSERT_EQ(table.at(a, b), -table.at(b, a)) << a << " " << b;
+        }
+    }
+}
+
+TEST_P(Order, IsTransitive)
+{
+    const Table table(type, list);
+    for (std::size_t a = 0; a < table.size; ++a) {
+        for (std::size_t b = 0; b < table.size; ++b) {
+            for (std::size_t c = 0; table.at(a, b) < 0 && c < table.size; ++c) {
+                ASSERT_TRUE(table.at(b, c) >= 0 || table.at(a, c) < 0) << a << " " << b << " " << c;
+            }
+        }
+    }
+}
+
+TEST_P(Order, IsTheTypesOwnWhereItOrders)
+{
+    if (type.compare == nullptr) {
+        return;
+    }
+    const Table table(type, list);
+    for (std::size_t a = 0; a < table.size; ++a) {
+        for (std::size_t b = 0; b < table.size; ++b) {
+            const int own = answer(type, list[a], list[b]);
+            if (own == 1 || own == -1) {
+                ASSERT_EQ(table.at(a, b), own) << a << " " << b;
+            }
+        }
+    }
+}
+
+/// The numbers of a type decide on this machine as on the target.
+TEST(CompareReads, NumbersOrBytes)
+{
+    for (const char *numbers : {"VRFID2VRFNAME", "ASNUM", "ASNUMEXT", "VPNID", "EVNPREFIX", "L2VPNPREFIX"}) {
+        EXPECT_TRUE(compares_numbers(session().type(numbers))) << numbers;
+    }
+    if (std::endian::native == std::endian::little) {
+        for (const char *bytes :
+             {"COMMUNITY", "LARGECOMMUNITY", "VRFRD", "ASNUM_ENHANCE", "MDTPREFIX", "BGPLSPREFIX"}) {
+            EXPECT_FALSE(compares_numbers(session().type(bytes))) << bytes;
+        }
+    }
+}
+
+std::vector<std::string> type_names()
+{
+    std::vector<std::string> names;
+    for (const SYSDT_Record *type : session().host().types()) {
+        names.push_back(name_of(*type));
+    }
+    return names;
+}
+
+/// Keys of EVPN routes are those whose Compare orders some and not others.
+TEST(Vectors, HaveValuesOfEveryExtendedType)
+{
+    for (const std::string &name : type_names()) {
+        if (session().type(name).baseKind != SYSDT_KIND_BINARY) {
+            EXPECT_GT(values().contains(name) ? values().at(name).size() : 0, 1U) << name;
+        }
+    }
+    EXPECT_GT(values().at("EVNPREFIX").size(), 50U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Types, Order, testing::ValuesIn(type_names()), [](const auto &test) { return test.param; });
+
+} // namespace

@@ -1,0 +1,75 @@
+#!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
+# What only big inputs show: order with threads, constant memory, spilling, lines without an end, the progress bar.
+# Usage: stream_big.sh BGPDT LINES
+set -eu
+bgpdt=$1 lines=$2
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+cd "$folder"
+fail() { echo "stream_big.sh: $*" >&2; exit 1; }
+equal() { cmp "$1" "$2" || fail "$3"; }
+
+# In a fixed disorder: 7919 is a prime, which no number of lines here is a multiple of.
+awk -v n="$lines" 'BEGIN { for (i = 0; i < n; i++) print (i * 7919) % n + 1 }' >numbers
+awk '{ printf "%08x00000000\n", $1 }' numbers >hex
+
+"$bgpdt" convert ASNUM numbers >out
+equal out hex "one thread does not convert as awk does"
+cat numbers | "$bgpdt" convert ASNUM -j 2 | cat >out
+equal out hex "two threads through pipes lose the order"
+"$bgpdt" convert ASNUM -j 3 --from hex hex | "$bgpdt" convert ASNUM --to binary -j 2 >binary
+"$bgpdt" convert ASNUM --from binary -j 2 binary --to text >out
+equal out numbers "from hexadecimal and binary the lines do not come back"
+
+# Every tenth line refused: none is lost, none told beyond the limit, the numbers of the first are right.
+awk 'NR % 10 == 0 { print "x" $1; next } { print }' numbers >mixed
+grep x mixed >refused
+grep -v x mixed >taken
+code=0
+"$bgpdt" canon ASNUM --in mixed -j 2 --rejects rejects >out 2>told || code=$?
+[ "$code" -eq 1 ] || fail "exit status $code, not 1"
+equal out taken "lines beside refused ones are lost"
+equal rejects refused "the rejects are not the refused lines"
+[ "$(wc -l <told)" -eq 11 ] || fail "not 10 lines and a summary told"
+sed -n 10p told | grep -q '^mixed:100: "x' || fail "the tenth refusal is not of line 100"
+
+# Memory, in KiB of addresses; a sanitizer takes all there are.
+if [ "${SANITIZED:-}" = "" ]; then
+    (ulimit -v 250000 && "$bgpdt" convert ASNUM -j 2 --to json numbers >/dev/null) || fail "JSON takes more"
+    # A line without an end, and output far larger than its input.
+    { head -c 104857600 /dev/zero | tr '\0' 7; printf '\n1\n'; } >long
+    code=0
+    (ulimit -v 100000 && "$bgpdt" convert ASNUM long --rejects rejects --quiet >out) || code=$?
+    [ "$code" -eq 1 ] || fail "a line of 100 MB: exit status $code, not 1"
+    head -n 1 long | cmp - rejects || fail "a line of 100 MB does not come back whole"
+    [ "$(cat out)" = 0000000100000000 ] || fail "the line behind the long one is lost"
+    yes 1 | head -n 100000 | (ulimit -v 100000 && "$bgpdt" convert ASNUM_ENHANCE) | wc -c >out
+    [ "$(cat out)" -eq 256100000 ] || fail "lists of AS numbers: $(cat out) characters"
+    (ulimit -v 200000 && "$bgpdt" sort ASNUM --memory 4M numbers >out) || fail "sorting takes more than it is given"
+fi
+
+sort -n numbers >sorted
+"$bgpdt" sort ASNUM numbers >out
+equal out sorted "sorting in memory"
+"$bgpdt" sort ASNUM --memory 256K - <numbers >out # more runs than are open at a time
+equal out sorted "sorting in files"
+cat numbers numbers | "$bgpdt" sort ASNUM --unique --memory 1M >out
+equal out sorted "each once"
+
+# Ended by a signal while it sorts, nothing is left.
+mkdir temporary
+{ cat numbers; sleep 10; } | TMPDIR=temporary "$bgpdt" sort ASNUM --memory 256K >out &
+pid=$!
+sleep 1
+kill "$pid"
+wait "$pid" 2>/dev/null || true
+[ -z "$(ls -A temporary)" ] || fail "temporary files are left"
+
+# The bar is for terminals and files alone.
+on_terminal() { script -qec "$1" /dev/null </dev/null; }
+head -n 300000 numbers >part
+on_terminal "$bgpdt convert ASNUM part -o out --to json" | grep -q ' %' || fail "no progress bar for a file"
+on_terminal "cat part | $bgpdt convert ASNUM -o out --to json" | grep -q ' %' && fail "a progress bar for a pipe"
+"$bgpdt" convert ASNUM numbers 2>told >out
+[ ! -s told ] || fail "a progress bar where no terminal is"

@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pipeline.hpp"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <thread>
+
+#include "errors.hpp"
+
+namespace bgpdt::tool {
+namespace {
+
+/// Refused lines that are told where nothing is said.
+constexpr std::uint64_t usual_limit = 10;
+
+void say(std::string_view text)
+{
+    static_cast<void>(write_all(STDERR_FILENO, text)); // there is nowhere else to complain
+}
+
+/// The threads over the input.
+class Threads {
+public:
+    Threads(Input &input, Report &report) : input_(input), report_(report) {}
+
+    void run(Worker &worker)
+    {
+        try {
+            Block block;
+            Results results;
+            while (next(block)) {
+                worker.work(block, results, [&](Results &part) { hand_out(block, part); });
+                hand_out(block, results);
+                pass(block);
+            }
+        } catch (...) {
+            abandon(std::current_exception());
+        }
+    }
+
+    void rethrow() const
+    {
+        if (failure_) {
+            std::rethrow_exception(failure_);
+        }
+    }
+
+private:
+    /// Another thread has failed, and told why.
+    struct Abandoned {};
+
+    /// What was read before the input failed is handed out all the same.
+    bool next(Block &block)
+    {
+        const std::lock_guard lock(input_mutex_);
+        if (ended_) {
+            return false;
+        }
+        try {
+            ended_ = !input_.next(block);
+        } catch (...) {
+            ended_ = true;
+            const std::lock_guard turn(turn_mutex_);
+            failure_ = failure_ ? failure_ : std::current_exception();
+        }
+        return !ended_;
+    }
+
+    void hand_out(const Block &block, Results &results)
+    {
+        {
+            std::unique_lock lock(turn_mutex_);
+            turn_.wait(lock, [&] { return abandoned_ || next_ == block.number; });
+            if (abandoned_) {
+                throw Abandoned();
+            }
+        }
+        report_.take(block, results); // whose turn it is, is alone here
+        results.clear();
+    }
+
+    void pass(const Block &block)
+    {
+        report_.pass(block);
+        {
+            const std::lock_guard lock(turn_mutex_);
+            ++next_;
+        }
+        turn_.notify_all();
+    }
+
+    void abandon(std::exception_ptr failure)
+    {
+        {
+            const std::lock_guard lock(turn_mutex_);
+            if (!abandoned_) {
+                failure_ = std::move(failure);
+            }
+            abandoned_ = true;
+        }
+        turn_.notify_all();
+        input_.interrupt();
+    }
+
+    Input &input_;
+    Report &report_;
+    std::mutex input_mutex_;
+    bool ended_ = false;
+    std::mutex turn_mutex_;
+    std::condition_variable turn_;
+    std::uint64_t next_ = 0; ///< the block that is handed out
+    bool abandoned_ = false;
+    std::exception_ptr failure_;
+};
+
+} // namespace
+
+void Results::clear()
+{
+    output.clear();
+    rejects.clear();
+    told.clear();
+    refused = 0;
+    lines = 0;
+    continues_reject = false;
+}
+
+Report::Report(const Options &options, const Input &input, Output *output, const char *records)
+    : input_(input), output_(output), records_(records), limit_(options.quiet ? 0 : options.show.value_or(usual_limit)),
+      summary_(options.summary), quiet_(options.quiet)
+{
+    if (!options.rejects.empty()) {
+        rejects_.emplace(options.rejects, "the file of the rejects");
+    }
+    const bool seen = isatty(STDERR_FILENO) != 0 && (output == nullptr || isatty(output->descriptor()) == 0);
+    size_ = seen && !quiet_ ? input.size() : std::nullopt;
+    for (Output *file : {output_, rejects_ ? &*rejects_ : nullptr}) {
+        if (file != nullptr && input.is_among(file->descriptor())) {
+            throw UsageError("one of the files to read is written too; the output needs a file of its own");
+        }
+    }
+    if (output_ != nullptr) {
+        output_->empty();
+    }
+    if (rejects_) {
+        rejects_->empty();
+    }
+}
+
+void Report::reject(const Results &results)
+{
+    if (!rejects_ || results.rejects.size() == 0) {
+        return;
+    }
+    if (open_reject_ && !results.continues_reject) {
+        rejects_->write("\n");
+    }
+    rejects_->write(results.rejects.text());
+    open_reject_ = !results.rejects.text().ends_with('\n');
+}
+
+void Report::take(const Block &block, const Results &results)
+{
+    if (block.file != file_) {
+        file_ = block.file;
+        line_ = 0;
+    }
+    if (output_ != nullptr && results.output.size() != 0) {
+        output_->write(results.output.text());
+    }
+    reject(results);
+    for (const Results::Refused &refused : results.told) {
+        if (told_ == limit_) {
+            break;
+        }
+        clear_progress();
+        say(input_.name(file_) + ":" + std::to_string(line_ + refused.line + 1) + ": " + refused.sentence + "\n");
+        ++told_;
+    }
+    refused_ += results.refused;
+    line_ += results.lines;
+    lines_ += results.lines;
+}
+
+void Report::pass(const Block &block)
+{
+    read_ += block.size;
+    if (size_ && Clock::now() - shown_ > std::chrono::milliseconds(200)) {
+        show_progress();
+    }
+}
+
+void Report::show_progress()
+{
+    constexpr std::uint64_t width = 40;
+    const std::uint64_t size = std::max<std::uint64_t>(*size_, 1);
+    const std::uint64_t done = std::min(read_, size);
+    const auto filled = static_cast<std::size_t>(width * done / size);
+    const std::string percent = std::to_string(100 * done / size);
+    say("\r[" + std::string(filled, '#') + std::string(width - filled, ' ') + "] " + percent + " %");
+    shown_ = Clock::now();
+    on_screen_ = true;
+}
+
+void Report::clear_progress()
+{
+    if (std::exchange(on_screen_, false)) {
+        say("\r\033[K");
+    }
+}
+
+void Report::finish()
+{
+    clear_progress();
+    if (output_ != nullptr) {
+        output_->close();
+    }
+    if (rejects_) {
+        rejects_->close();
+    }
+    if (summary_ || (refused_ != 0 && !quiet_)) {
+        const std::string hidden = refused_ > told_ && !quiet_ ? ", " + std::to_string(told_) + " told" : "";
+        say("bgpdt: " + std::to_string(refused_) + " of " + std::to_string(lines_) + " " + records_ + " refused" +
+            hidden + "\n");
+    }
+}
+
+void run(Input &input, std::vector<std::unique_ptr<Worker>> workers, Report &report)
+{
+    Threads threads(input, report);
+    std::vector<std::jthread> others;
+    for (std::size_t i = 1; i < workers.size(); ++i) {
+        others.emplace_back([&threads, &worker = *workers[i]] { threads.run(worker); });
+    }
+    threads.run(*workers.front());
+    others.clear(); // joins
+    threads.rethrow();
+}
+
+} // namespace bgpdt::tool

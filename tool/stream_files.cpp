@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "stream_files.hpp"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <iterator>
+#include <utility>
+
+#include "errors.hpp"
+
+namespace bgpdt::tool {
+namespace {
+
+constexpr std::string_view standard = "-";
+
+std::optional<struct stat> regular_file(int descriptor)
+{
+    struct stat status {};
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) ? std::optional(status) : std::nullopt;
+}
+
+/// As it will be opened.
+std::optional<struct stat> regular_file(const std::string &name)
+{
+    if (name == standard) {
+        return regular_file(STDIN_FILENO);
+    }
+    struct stat status {};
+    return stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode) ? std::optional(status) : std::nullopt;
+}
+
+} // namespace
+
+Descriptor::Descriptor(Descriptor &&other) noexcept : number_(std::exchange(other.number_, -1)) {}
+
+Descriptor &Descriptor::operator=(Descriptor &&other) noexcept
+{
+    std::swap(number_, other.number_);
+    return *this;
+}
+
+bool Descriptor::close()
+{
+    const int number = std::exchange(number_, -1);
+    return number <= STDERR_FILENO || ::close(number) == 0;
+}
+
+void guard_standard_descriptors()
+{
+    for (int number = STDIN_FILENO; number <= STDERR_FILENO; ++number) {
+        if (fcntl(number, F_GETFD) < 0) {
+            static_cast<void>(open("/dev/null", number == STDIN_FILENO ? O_WRONLY : O_RDONLY)); // takes the lowest
+        }
+    }
+}
+
+Input::Input(std::vector<std::string> names, std::size_t record)
+    : names_(std::move(names)), record_(record), interruption_(eventfd(0, EFD_CLOEXEC))
+{
+    if (names_.empty()) {
+        names_.emplace_back(standard);
+    }
+}
+
+bool Input::open_next()
+{
+    if (opened_ == names_.size()) {
+        return false;
+    }
+    const std::string &name = names_[opened_++];
+    file_ = Descriptor(name == standard ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file_.is_open()) {
+        throw UsageError(name + " cannot be read: " + std::strerror(errno));
+    }
+    static_cast<void>(posix_fadvise(file_.number(), 0, 0, POSIX_FADV_SEQUENTIAL));
+    return true;
+}
+
+void Input::interrupt() { static_cast<void>(eventfd_write(interruption_.number(), 1)); }
+
+/// Waits for something to read. False if that is interrupted for good.
+bool Input::wait() const
+{
+    pollfd ready[] = {{interruption_.number(), POLLIN, 0}, {file_.number(), POLLIN, 0}};
+    while (::poll(ready, std::size(ready), -1) < 0 && errno == EINTR) {
+    }
+    return (ready[0].revents & POLLIN) == 0;
+}
+
+std::size_t Input::read(char *to, std::size_t count)
+{
+    ssize_t size = 0;
+    do {
+        size = wait() ? ::read(file_.number(), to, count) : 0;
+    } while (size < 0 && (errno == EINTR || errno == EAGAIN));
+    if (size < 0) {
+        throw UsageError(names_[opened_ - 1] + " cannot be read: " + std::strerror(errno));
+    }
+    return static_cast<std::size_t>(size);
+}
+
+/// How much of the text is whole records; of a line that goes on from the block before, its end alone.
+std::size_t Input::whole(std::string_view text) const
+{
+    if (record_ != 0) {
+        return text.size() - text.size() % record_;
+    }
+    const std::size_t end = within_line_ ? text.find('\n') : text.rfind('\n');
+    return end == std::string_view::npos ? 0 : end + 1;
+}
+
+/// Keeps what is behind the size for the next block.
+void Input::cut(Block &block, std::size_t size)
+{
+    rest_size_ = block.size - size;
+    std::memcpy(rest_.get(), block.text().data() + size, rest_size_);
+    block.size = size;
+    block.begins = !std::exchange(within_line_, !block.ends);
+    block.file = opened_ - 1;
+    block.number = blocks_++;
+}
+
+bool Input::next(Block &block)
+{
+    char *const text = block.text().data();
+    std::memcpy(text, rest_.get(), rest_size_);
+    block.size = rest_size_;
+    block.ends = true;
+    std::size_t searched = 0;
+    while (true) {
+        // What was searched before holds no end of a line; of records the sum counts.
+        const std::string_view fresh(text + searched, block.size - searched);
+        const std::size_t found = record_ != 0 ? whole({text, block.size}) : whole(fresh);
+        if (found != 0) {
+            cut(block, found + (record_ != 0 ? 0 : searched));
+            return true;
+        }
+        if (block.size == Block::capacity) {
+            block.ends = false;
+            cut(block, block.size);
+            return true;
+        }
+        searched = block.size;
+        const std::size_t added = file_.is_open() ? read(text + block.size, Block::capacity - block.size) : 0;
+        block.size += added;
+        if (added != 0) {
+            continue;
+        }
+        static_cast<void>(file_.close());
+        if (block.size != 0 || within_line_) {
+            cut(block, block.size); // a last line without an end, or nothing but its end; a part of a record
+            return true;
+        }
+        if (!open_next()) {
+            return false;
+        }
+    }
+}
+
+std::optional<std::uint64_t> Input::size() const
+{
+    std::uint64_t size = 0;
+    for (const std::string &name : names_) {
+        const auto file = regular_file(name);
+        if (!file) {
+            return std::nullopt;
+        }
+        size += static_cast<std::uint64_t>(file->st_size);
+    }
+    return size;
+}
+
+bool Input::is_among(int descriptor) const
+{
+    const auto file = regular_file(descriptor);
+    return file && std::ranges::any_of(names_, [&](const std::string &name) {
+               const auto other = regular_file(name);
+               return other && other->st_dev == file->st_dev && other->st_ino == file->st_ino;
+           });
+}
+
+Output::Output(const std::string &name, std::string purpose)
+    : purpose_(std::move(purpose)),
+      file_(name == standard ? STDOUT_FILENO : open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666))
+{
+    if (!file_.is_open()) {
+        fail();
+    }
+}
+
+void Output::empty()
+{
+    if (regular_file(file_.number()) && file_.number() > STDERR_FILENO && ftruncate(file_.number(), 0) != 0) {
+        fail();
+    }
+}
+
+void Output::write(std::string_view text)
+{
+    if (!write_all(file_.number(), text)) {
+        fail();
+    }
+}
+
+void Output::close()
+{
+    if (!file_.close()) {
+        fail();
+    }
+}
+
+void Output::fail() const { throw UsageError(purpose_ + " cannot be written: " + std::strerror(errno)); }
+
+bool write_all(int descriptor, std::string_view text)
+{
+    while (!text.empty()) {
+        const ssize_t size = ::write(descriptor, text.data(), text.size());
+        if (size >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(size));
+        } else if (errno == EAGAIN) { // it does not wait by itself
+            pollfd ready{descriptor, POLLOUT, 0};
+            static_cast<void>(::poll(&ready, 1, -1));
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace bgpdt::tool

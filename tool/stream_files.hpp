@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The files that streams come from and go to. "-" is standard input or output.
+#ifndef BGPDT_TOOL_STREAM_FILES_HPP
+#define BGPDT_TOOL_STREAM_FILES_HPP
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bgpdt::tool {
+
+/// A file descriptor, closed with it but for the standard ones.
+class Descriptor {
+public:
+    explicit Descriptor(int number = -1) : number_(number) {}
+    ~Descriptor() { static_cast<void>(close()); }
+    Descriptor(Descriptor &&other) noexcept;
+    Descriptor &operator=(Descriptor &&other) noexcept;
+
+    int number() const { return number_; }
+    bool is_open() const { return number_ >= 0; }
+    /// @return whether what was written is known to have arrived
+    bool close();
+
+private:
+    int number_;
+};
+
+/// Puts something that can neither be read nor written in the place of a standard descriptor that is closed, lest a file
+/// take it.
+void guard_standard_descriptors();
+
+/// A piece of the input: whole lines, or a part of a line that no block holds.
+class Block {
+public:
+    static constexpr std::size_t capacity = std::size_t{128} << 10;
+
+    std::span<char> text() const { return {characters_.get(), size}; }
+
+    std::size_t size = 0;
+    std::size_t file = 0;     ///< which of the inputs
+    std::uint64_t number = 0; ///< of the block, from 0
+    bool begins = true;       ///< false if the line began in the block before
+    bool ends = true;         ///< false if the line goes on in the next block
+
+private:
+    std::unique_ptr<char[]> characters_{new char[capacity + 1]}; ///< with room for a NUL
+};
+
+class Input {
+public:
+    /// @param names   none is standard input
+    /// @param record  the size of a record; 0 if records are lines
+    Input(std::vector<std::string> names, std::size_t record);
+
+    /// The next block; false at the end of the last file.
+    /// @throws UsageError
+    bool next(Block &block);
+
+    /// Ends a wait for input, in whatever thread it is; what is read from then on counts no more.
+    void interrupt();
+
+    const std::string &name(std::size_t file) const { return names_[file]; }
+    /// Of all the files; nothing if one is no regular file.
+    std::optional<std::uint64_t> size() const;
+    /// Whether one of them is that regular file.
+    bool is_among(int descriptor) const;
+
+private:
+    bool open_next();
+    bool wait() const;
+    std::size_t read(char *to, std::size_t count);
+    std::size_t whole(std::string_view text) const;
+    void cut(Block &block, std::size_t size);
+
+    std::vector<std::string> names_;
+    std::size_t record_;
+    std::size_t opened_ = 0;
+    std::uint64_t blocks_ = 0;
+    Descriptor file_;
+    Descriptor interruption_;
+    bool within_line_ = false;
+    std::size_t rest_size_ = 0;
+    std::unique_ptr<char[]> rest_{new char[Block::capacity]}; ///< read, but of the next block
+};
+
+class Output {
+public:
+    /// Opens the file, or makes it. What it is for is told in what is thrown.
+    /// @throws UsageError
+    Output(const std::string &name, std::string purpose);
+
+    /// Takes out what the file held before.
+    void empty();
+    void write(std::string_view text);
+    /// Makes sure that all has arrived.
+    void close();
+    int descriptor() const { return file_.number(); }
+
+private:
+    [[noreturn]] void fail() const;
+
+    std::string purpose_;
+    Descriptor file_;
+};
+
+/// Writes all of it. False, with errno, if that fails.
+bool write_all(int descriptor, std::string_view text);
+
+} // namespace bgpdt::tool
+
+#endif

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Values of one type as they stand in streams: a line each in the formats that are text, back to back in binary.
+#ifndef BGPDT_TOOL_STREAM_VALUES_HPP
+#define BGPDT_TOOL_STREAM_VALUES_HPP
+
+#include <bit>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "buffer.hpp"
+#include "bytes.hpp"
+#include "script_table.hpp"
+#include "session.hpp"
+
+namespace bgpdt::tool {
+
+enum class Format : std::uint8_t { text, hex, json, binary };
+
+/// @throws UsageError that names the option
+Format format_named(const std::string &word, const char *option);
+
+/// A value in the machine's byte order; null is none.
+using Value = std::span<const std::uint8_t>;
+
+/// Why a type does not take a text, in a few words: what is said of each of many lines.
+std::string refusal_sentence(const SYSDT_Record &type, std::string_view text, std::uint32_t status);
+
+/// The value's bytes with what is missing at the end of a host's string.
+Value filled_up(const SYSDT_Record &type, Value value, Bytes &room);
+
+/// The numbers of a value of the type, from the machine's byte order to the target's and back.
+class TargetOrder {
+public:
+    explicit TargetOrder(const SYSDT_Record &type) : type_(type) {}
+
+    /// Where the bytes of the value in the target's order stand in it; as many as the value has.
+    const std::uint16_t *positions(Value value)
+    {
+        const Layout layout = layout_of(type_.typeId, value, std::endian::native);
+        if (layout.fields.data() != fields_ || positions_.size() != value.size()) {
+            work_out(layout, value.size());
+        }
+        return positions_.data();
+    }
+
+private:
+    void work_out(const Layout &layout, std::size_t size);
+
+    const SYSDT_Record &type_;
+    const Field *fields_ = nullptr; ///< for whose layout
+    std::vector<std::uint16_t> positions_;
+};
+
+/// Reads values, one thread's own.
+class ValueReader {
+public:
+    /// @throws UsageError if the type has no such form
+    ValueReader(Session &session, const SYSDT_Record &type, Format format);
+
+    /// The value of the line, which has a NUL behind it and may be changed; null if it is refused. It stays until the
+    /// next call.
+    Value read(std::span<char> line);
+    /// Why the last line was refused.
+    std::string refusal(std::string_view line) const;
+
+private:
+    Value read_text(std::span<char> text);
+    Value read_hex(std::string_view text);
+    Value read_plain_hex(std::string_view text);
+    Value read_json(std::string_view text);
+    Value keep(Bytes value);
+    Bytes value_of(const nlohmann::ordered_json &record);
+    void require_agreement(const nlohmann::ordered_json &given, Value value);
+
+    Session &session_;
+    const SYSDT_Record &type_;
+    const Format format_;
+    const std::size_t size_;
+    host::Converter converter_;
+    LuaState lua_{nullptr, nullptr};
+    Bytes value_;
+    std::uint32_t status_ = 0;
+    std::string reason_; ///< where the type was not asked
+};
+
+/// Writes values, one thread's own.
+class ValueWriter {
+public:
+    /// @throws UsageError if the type has no such form
+    ValueWriter(Session &session, const SYSDT_Record &type, Format format);
+
+    /// Writes the value and the line's end. False, with nothing written, if the type refuses to.
+    bool write(Value value, Buffer &out);
+    /// Why the last value was not written.
+    std::string refusal() const;
+
+private:
+    bool write_text(Value value, Buffer &out);
+    void write_hex(Value value, Buffer &out);
+    void write_binary(Value value, Buffer &out);
+    void write_json(Value value, Buffer &out);
+
+    Session &session_;
+    const SYSDT_Record &type_;
+    const Format format_;
+    host::Converter converter_;
+    TargetOrder order_;
+    LuaState lua_{nullptr, nullptr};
+    Bytes filled_;
+    std::uint32_t status_ = 0;
+};
+
+} // namespace bgpdt::tool
+
+#endif
