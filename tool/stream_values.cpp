@@ -268,7 +268,7 @@ Bytes ValueReader::value_of(const ordered_json &record)
         }
         return {value.begin(), value.end()};
     }
-    throw Refusal("it has none of the members \"hex\", \"table\" and \"text\"");
+    throw Refusal(R"(it has none of the members "hex", "table" and "text")");
 }
 
 /// The members beside the one that the value was taken from must not say another.
