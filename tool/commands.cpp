@@ -206,6 +206,14 @@ const char *storage(const SYSDT_Record &type)
     }
 }
 
+/// In a line if they fit one, else a line each.
+std::string examples(const std::vector<std::string> &texts)
+{
+    constexpr std::size_t line_room = 80;
+    const std::string line = joined(texts, ", ");
+    return line.size() <= line_room ? line : joined(texts, "\n" + std::string(14, ' '));
+}
+
 std::string kinds_text(const std::vector<Kind> &kinds)
 {
     std::string text = kinds.empty() ? "" : "  kinds\n";
@@ -245,7 +253,7 @@ Answer describe(Session &session, Arguments arguments)
     Answer answer;
     answer.text = name_of(type) + "\n" + fact("about", sample.about) + fact("id", id_text(type.typeId)) +
                   fact("kind", storage(type)) + fact("size", counted(value_size(type), "byte")) + fact("swaps", swaps) +
-                  fact("takes", joined(takes, " or ")) + fact("for example", joined(sample.texts, ", ")) +
+                  fact("takes", joined(takes, " or ")) + fact("for example", examples(sample.texts)) +
                   fact("operations", joined(words, " ")) + kinds_text(all_kinds);
     answer.json = {{"name", name_of(type)},    {"about", sample.about},    {"id", type.typeId},
                    {"kind", storage(type)},    {"size", value_size(type)}, {"takes", takes},

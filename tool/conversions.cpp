@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "conversions.hpp"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
+#include "diagnosis.hpp"
 #include "errors.hpp"
 #include "kinds.hpp"
 #include "samples.hpp"
+#include "shown_text.hpp"
 #include "words.hpp"
 
 namespace bgpdt::tool {
@@ -28,10 +32,11 @@ std::string meaning(std::uint32_t status)
 
 /// "TYPE refuses WHAT: REASON (SYSDT_ERR_X)REST"
 [[noreturn]] void refuse(const SYSDT_Record &type, const std::string &what, std::uint32_t status,
-                         const std::string &reason, const std::string &rest = {}, std::vector<KindForm> forms = {})
+                         const std::string &reason, const std::string &rest = {}, std::vector<KindForm> forms = {},
+                         std::optional<Diagnosis> diagnosis = {})
 {
     throw Refusal(name_of(type) + " refuses " + what + ": " + reason + " (" + host::status_name(status) + ")" + rest,
-                  status, std::move(forms));
+                  status, std::move(forms), std::move(diagnosis));
 }
 
 template <class Slot>
@@ -54,43 +59,83 @@ std::string lengths(std::size_t is, std::size_t must_be)
     return counted(is, "byte") + ", must be " + std::to_string(must_be);
 }
 
-/// What the type takes, behind the sentence about a text that it refuses.
-std::string advice(Session &session, const SYSDT_Record &type, bool by_kind)
+/// The types that take the text; not those of any text or number.
+std::string takers(Session &session, std::string_view text)
 {
+    std::vector<std::string> names;
+    for (const SYSDT_Record *type : session.host().types()) {
+        const bool structured = type->baseKind == SYSDT_KIND_EXTEND && type->formatIn != nullptr;
+        const host::Converted converted = structured ? session.host().parse(*type, text, session.mode_for(*type))
+                                                     : host::Converted{SYSDT_ERR_FAIL, 0, {}};
+        if (converted.ok() && !converted.data.empty()) {
+            names.push_back(name_of(*type));
+        }
+    }
+    return names.empty() ? "" : "; it is a text of " + joined(names, ", ");
+}
+
+/// What the type takes, behind the sentence about a text that it refuses.
+std::string advice(Session &session, const SYSDT_Record &type, const std::vector<KindForm> &forms)
+{
+    if (!forms.empty()) {
+        return forms.front().kind.empty() ? "; it takes these forms" : "; it takes the forms of its kinds";
+    }
     const std::string samples = joined(sample_of(type.typeId).texts, ", ");
-    const std::string help = by_kind ? "the forms of its kinds" : joined(help_texts(session, type), " or ");
+    const std::string help = joined(help_texts(session, type), " or ");
     if (samples.empty()) {
         return help.empty() ? "" : "; it takes " + help;
     }
-    return "; it takes texts such as " + samples + (help.empty() || by_kind ? "" : " (its help says " + help + ")");
+    return "; it takes texts such as " + samples + (help.empty() ? "" : " (its help says " + help + ")");
+}
+
+/// The kinds that take text, of the diagnosed ones if there are any, with the first sample of each; of a type without
+/// kinds the samples, if nothing is diagnosed and a line has no room for them.
+std::vector<KindForm> forms_of(Session &session, const SYSDT_Record &type, const std::optional<Diagnosis> &diagnosis)
+{
+    std::vector<KindForm> forms;
+    const std::vector<std::string> texts = sample_of(type.typeId).texts;
+    for (const Kind &kind : kinds(session, type)) {
+        const auto is_of_kind = [&](const std::string &text) {
+            const host::Converted converted = session.host().parse(type, text, session.mode_for(type));
+            return converted.ok() && kind_of(converted.data) == kind.number;
+        };
+        const bool near = !diagnosis || std::ranges::find(diagnosis->kinds, kind.name) != diagnosis->kinds.end();
+        const auto text = std::ranges::find_if(texts, is_of_kind);
+        if (kind.takes_text && near) {
+            forms.push_back({kind.name, kind.form, text == texts.end() ? "" : *text});
+        }
+    }
+    constexpr std::size_t line_room = 80;
+    if (forms.empty() && !diagnosis && joined(texts, ", ").size() > line_room) {
+        std::ranges::transform(texts, std::back_inserter(forms), [](const std::string &text) {
+            return KindForm{{}, {}, text};
+        });
+    }
+    return forms;
 }
 
 [[noreturn]] void refuse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode,
                               std::uint32_t status)
 {
     const std::string said_mode = in_mode(session, type, mode);
-    const std::string what = "the text " + lua_quoted(text) + said_mode;
-    if (status == SYSDT_ERR_FAIL) {
-        refuse(type, what, status, "it takes no text in this mode");
-    }
-    if (status == SYSDT_ERR_UNSUPPORTED) {
-        refuse(type, what, status, "it takes no text in this mode, or not as it is written");
-    }
-    if (status != SYSDT_ERR_INVALID_VALUE && status != SYSDT_ERR_PARAM) {
+    const std::string what = lua_quoted(shortened(text)) + said_mode;
+    const bool of_text = status == SYSDT_ERR_INVALID_VALUE || status == SYSDT_ERR_PARAM;
+    const bool of_mode = status == SYSDT_ERR_FAIL || status == SYSDT_ERR_UNSUPPORTED;
+    if (!of_text && !of_mode) {
         refuse(type, what, status, meaning(status));
     }
-    const std::string about = sample_of(type.typeId).about;
-    std::vector<KindForm> forms;
-    for (const Kind &kind : kinds(session, type)) {
-        if (kind.takes_text) {
-            forms.push_back({kind.name, kind.form});
-        }
+    const Sample sample = sample_of(type.typeId);
+    if ((of_mode && sample.texts.empty()) || (!sample.texts.empty() && !takes_samples(session, type, mode))) {
+        refuse(type, what, status, "it takes no text in this mode");
     }
-    const std::string rest = advice(session, type, !forms.empty());
-    refuse(type, what, status,
-           "it is no " + (about.empty() ? "text of the type" : about) +
-               (said_mode.empty() ? "" : ", or not in this mode"),
-           rest, std::move(forms));
+    std::optional<Diagnosis> diagnosis = diagnose(session, type, text, mode);
+    std::vector<KindForm> forms = forms_of(session, type, diagnosis);
+    const std::string reason = diagnosis ? diagnosis->reason
+                               : text.empty()
+                                   ? "it is empty"
+                                   : "it is no " + (sample.about.empty() ? "text of the type" : sample.about);
+    const std::string rest = diagnosis ? "" : takers(session, text) + advice(session, type, forms);
+    refuse(type, what, status, reason, rest, std::move(forms), std::move(diagnosis));
 }
 
 } // namespace
@@ -98,8 +143,10 @@ std::string advice(Session &session, const SYSDT_Record &type, bool by_kind)
 host::Converted parse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode)
 {
     require(type.formatIn, type, "takes no text; the other commands take its values in hexadecimal");
-    if (text.find('\0') != std::string_view::npos) {
-        throw Refusal("the text " + lua_quoted(text) + " holds a NUL, where texts end");
+    if (const std::size_t end = text.find('\0'); end != std::string_view::npos) {
+        const char *reason = "it holds a NUL, where texts end";
+        throw Refusal(name_of(type) + " refuses " + lua_quoted(shortened(text)) + ": " + reason, 0, {},
+                      Diagnosis{std::string(text), end, 1, reason, {}});
     }
     host::Converted converted = session.host().parse(type, text, mode);
     if (!converted.ok()) {
@@ -110,8 +157,12 @@ host::Converted parse_text(Session &session, const SYSDT_Record &type, std::stri
                       "; the other commands take its values in hexadecimal");
     }
     if (type.baseKind == SYSDT_KIND_STRING && converted.data.size() > value_size(type)) {
-        throw Refusal(name_of(type) + " has room for " + counted(value_size(type) - 1, "character") +
-                      ", the text has " + std::to_string(converted.data.size() - 1));
+        const std::size_t room = value_size(type) - 1;
+        const std::string reason =
+            "it has room for " + counted(room, "character") + ", the text has " + std::to_string(text.size());
+        throw Refusal(
+            name_of(type) + " refuses " + lua_quoted(shortened(text)) + ": " + reason, 0, {},
+            Diagnosis{std::string(text), room, text.size() - room, reason, std::string(text.substr(0, room))});
     }
     return converted;
 }
@@ -229,18 +280,13 @@ void require_size(const SYSDT_Record &type, std::span<const std::uint8_t> value,
 
 std::string lua_quoted(std::string_view text)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
     std::string result = "\"";
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+        const char c = text[at];
         if (c == '"' || c == '\\') {
             result += {'\\', c};
-        } else if (c == '\n') {
-            result += "\\n";
-        } else if (byte < 0x20 || byte == 0x7f) {
-            result += {'\\', 'x', digits[byte >> 4], digits[byte & 0x0f]};
         } else {
-            result += c;
+            result += c == '\n' ? "\\n" : shown_character(text, at);
         }
     }
     return result + "\"";

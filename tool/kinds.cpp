@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kinds.hpp"
 
+#include <algorithm>
 #include <cstring>
 #include <set>
 #include <span>
@@ -86,6 +87,13 @@ std::vector<Kind> kinds(Session &session, const SYSDT_Record &type)
                          .form = takes_text && first ? std::move(help) : ""});
     }
     return kinds;
+}
+
+std::uint32_t kind_of(std::span<const std::uint8_t> value)
+{
+    std::uint32_t number = 0;
+    std::memcpy(&number, value.data(), std::min(value.size(), sizeof number));
+    return number;
 }
 
 } // namespace bgpdt::tool

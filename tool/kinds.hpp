@@ -5,6 +5,7 @@
 #define BGPDT_TOOL_KINDS_HPP
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,9 @@ struct Kind {
 
 /// In the order of the type's dispatch table; none for a type without.
 std::vector<Kind> kinds(Session &session, const SYSDT_Record &type);
+
+/// The number of the kind that the value of a type with kinds is of, in the machine's order.
+std::uint32_t kind_of(std::span<const std::uint8_t> value);
 
 } // namespace bgpdt::tool
 

@@ -78,7 +78,7 @@ std::string hex_of(const Value &value)
     return to_hex(bytes);
 }
 
-/// A function of the module: what it throws is nil and a message. The engine leaves by longjmp when an argument is of
+/// A function of the module: what it throws is nil, a message and, if there is one, a place. The engine leaves by longjmp when an argument is of
 /// another kind, so that arguments are read before anything that has a destructor.
 template <int (*function)(lua_State *, Session &)>
 int entry(lua_State *lua)
@@ -86,6 +86,14 @@ int entry(lua_State *lua)
     auto *session = static_cast<Session *>(lua_touserdata(lua, lua_upvalueindex(1)));
     try {
         return function(lua, *session);
+    } catch (const Refusal &refusal) {
+        lua_pushnil(lua);
+        lua_pushstring(lua, refusal.what());
+        if (!refusal.diagnosis()) {
+            return 2;
+        }
+        lua_pushinteger(lua, static_cast<lua_Integer>(refusal.diagnosis()->at) + 1);
+        return 3;
     } catch (const std::exception &error) {
         lua_pushnil(lua);
         lua_pushstring(lua, error.what());

@@ -15,6 +15,7 @@
 #include "host/host.hpp"
 #include "options.hpp"
 #include "session.hpp"
+#include "shown_text.hpp"
 #include "stream_files.hpp"
 #include "words.hpp"
 
@@ -57,6 +58,14 @@ Exit run(int argc, const char *const *argv)
     return exit_done;
 }
 
+/// No member for what there is not.
+void add(ordered_json &object, const char *member, const std::string &text)
+{
+    if (!text.empty()) {
+        object[member] = text;
+    }
+}
+
 /// What else is known of a refusal.
 ordered_json details(const Refusal &refusal)
 {
@@ -64,13 +73,39 @@ ordered_json details(const Refusal &refusal)
     if (refusal.status() != 0) {
         members["status"] = bgpdt::host::status_name(refusal.status());
     }
+    if (refusal.diagnosis()) {
+        const Diagnosis &diagnosis = *refusal.diagnosis();
+        members["at"] = diagnosis.at;
+        members["length"] = diagnosis.length;
+        members["reason"] = diagnosis.reason;
+        add(members, "repair", diagnosis.repair);
+        add(members, "other", diagnosis.other);
+    }
     for (const KindForm &form : refusal.forms()) {
-        ordered_json &entry = members["forms"].emplace_back(ordered_json{{"kind", form.kind}});
-        if (!form.form.empty()) {
-            entry["form"] = form.form;
-        }
+        ordered_json &entry = members["forms"].emplace_back(ordered_json::object());
+        add(entry, "kind", form.kind);
+        add(entry, "form", form.form);
+        add(entry, "example", form.example);
     }
     return members;
+}
+
+/// The place of what is wrong, what is taken instead, and the forms.
+std::string more_lines(const Refusal &refusal)
+{
+    std::string lines;
+    if (refusal.diagnosis()) {
+        const Diagnosis &diagnosis = *refusal.diagnosis();
+        lines += underlined(diagnosis.text, diagnosis.at, diagnosis.length);
+        lines += diagnosis.repair.empty() ? "" : "  accepted: " + shown(diagnosis.repair) + "\n";
+        lines += diagnosis.other.empty() ? "" : "  in another form: " + shown(diagnosis.other) + "\n";
+    }
+    for (const KindForm &form : refusal.forms()) {
+        const bool both = !form.form.empty() && !form.example.empty();
+        lines += padded("  " + form.kind, form.kind.empty() ? 0 : 16) + form.form + (both ? ", such as " : "") +
+                 form.example + "\n";
+    }
+    return lines;
 }
 
 /// Tells what went wrong, in JSON on standard output or as a sentence on standard error.
@@ -88,10 +123,7 @@ int fail(bool json, const std::exception &error, Exit exit)
         std::cerr << "bgpdt: " << unwritten.what() << '\n';
         exit = exit_usage;
     }
-    std::cerr << "bgpdt: " << error.what() << '\n';
-    for (const KindForm &form : refusal != nullptr ? refusal->forms() : std::vector<KindForm>{}) {
-        std::cerr << padded("  " + form.kind, form.form.empty() ? 0 : 16) << form.form << '\n';
-    }
+    std::cerr << "bgpdt: " << error.what() << '\n' << (refusal != nullptr ? more_lines(*refusal) : "");
     return exit;
 }
 

@@ -4,28 +4,22 @@
 #include <algorithm>
 #include <cctype>
 #include <numeric>
-#include <vector>
 
 namespace bgpdt::tool {
-namespace {
-
-/// The Levenshtein distance, one row of its matrix at a time.
-std::size_t distance(std::string_view first, std::string_view second)
+std::vector<std::size_t> distances(std::string_view word, std::string_view text)
 {
-    std::vector<std::size_t> row(second.size() + 1);
+    std::vector<std::size_t> row(text.size() + 1);
     std::iota(row.begin(), row.end(), 0);
-    for (const char letter : first) {
+    for (const char letter : word) {
         std::size_t diagonal = row[0]++;
-        for (std::size_t j = 0; j < second.size(); ++j) {
-            const std::size_t replaced = diagonal + (letter == second[j] ? 0 : 1);
+        for (std::size_t j = 0; j < text.size(); ++j) {
+            const std::size_t replaced = diagonal + (letter == text[j] ? 0 : 1);
             diagonal = row[j + 1];
             row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
         }
     }
-    return row.back();
+    return row;
 }
-
-} // namespace
 
 std::string lower(std::string_view text)
 {
@@ -42,7 +36,7 @@ std::string did_you_mean(std::string_view name, std::span<const std::string> kno
     for (const std::string &candidate : known) {
         const std::string other = lower(candidate);
         const bool part = wanted.size() > 1 && other.find(wanted) != std::string::npos;
-        if (part || distance(wanted, other) <= 2) {
+        if (part || distances(wanted, other).back() <= 2) {
             names += (names.empty() ? "" : ", ") + candidate;
         }
     }

@@ -4,14 +4,19 @@
 #ifndef BGPDT_TOOL_NEAR_NAMES_HPP
 #define BGPDT_TOOL_NEAR_NAMES_HPP
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace bgpdt::tool {
 
 /// In small ASCII letters.
 std::string lower(std::string_view text);
+
+/// The Levenshtein distances of the word from the beginnings of the text, by their lengths.
+std::vector<std::size_t> distances(std::string_view word, std::string_view text);
 
 /// " (did you mean A, B?)" with the known names that contain the given one or are up to two letters away from it,
 /// whatever the case; empty when there are none.

@@ -12,7 +12,8 @@ namespace bgpdt::tool {
 
 struct Sample {
     std::string about;
-    std::vector<std::string> texts; ///< one of each form; none for a type that takes no text or tells the forms itself
+    std::vector<std::string> texts;      ///< one of each form in mode 2; none for a type that takes no text
+    std::vector<std::string> words = {}; ///< which may stand in its texts
 };
 
 /// Empty for a type of another plug-in.
