@@ -56,7 +56,7 @@ protected:
     std::vector<Refused> refused_by_vectors()
     {
         std::vector<Refused> all;
-        const test::Vectors vectors = test::read_vector_folder(std::getenv("VECTORS"));
+        const test::Vectors vectors = test::read_vector_folder(BGPDT_SOURCE_VECTORS);
         EXPECT_TRUE(vectors.errors.empty());
         for (const test::Line &line : vectors.lines) {
             const SYSDT_Record *type = session_.host().find(line.row ? "BOLPREFIX" : line.subject);
