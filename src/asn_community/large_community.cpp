@@ -26,8 +26,8 @@ namespace {
 
 u32 print_value(const SYSDT_LargeCommunity &value, u8, Writer &out)
 {
-    const auto &part = value.largeCommunity;
-    print<"%u:%u:%u">(out, u32{part[0]}, u32{part[1]}, u32{part[2]});
+    const u32 part[] = {value.largeCommunity[0], value.largeCommunity[1], value.largeCommunity[2]}; // wherever it stands
+    print<"%u:%u:%u">(out, part[0], part[1], part[2]);
     return SYSDT_OK;
 }
 

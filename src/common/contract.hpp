@@ -176,8 +176,10 @@ u32 print_out(const Context &context, u32 length, const void *data, Output out)
         return SYSDT_ERR_NO_MEMORY;
     }
     Writer text(static_cast<char *>(block), type.limit);
-    // A copy: the caller's block may hold the value itself, which may be short, and at any address.
-    const u32 status = type.print(read_value<type>(length, data), context.mode, text);
+    // A block of the caller's may hold the value itself, a short value must be completed: these are copied.
+    const bool in_place = own && (type.reads == Input::whole || length >= sizeof(ValueOf<type>));
+    const u32 status = in_place ? type.print(*static_cast<const ValueOf<type> *>(data), context.mode, text)
+                                : type.print(read_value<type>(length, data), context.mode, text);
     const u32 printed = text.finish();
     if (status != SYSDT_OK && type.on_print_failure != OnPrintFailure::hand_back) {
         if (own || type.on_print_failure == OnPrintFailure::release) {

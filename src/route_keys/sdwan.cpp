@@ -34,7 +34,7 @@ struct Text {
     using Key = SYSDT_Sdwan;
     using Numbers = std::tuple<u16, u32, u32>;
 
-    static Numbers numbers_of(const Key &key) { return {key.routeType, key.portLocalId, key.siteId}; }
+    static Numbers numbers_of(const Key &key) { return {u16{key.routeType}, u32{key.portLocalId}, u32{key.siteId}}; }
     static void store(Key &key, const Numbers &numbers)
     {
         key.routeType = std::get<0>(numbers);

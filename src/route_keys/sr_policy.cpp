@@ -39,7 +39,7 @@ struct Text {
     using Key = SYSDT_SrPolicy;
     using Numbers = std::tuple<u32, u32>;
 
-    static Numbers numbers_of(const Key &key) { return {key.distinguisher, key.colour}; }
+    static Numbers numbers_of(const Key &key) { return {u32{key.distinguisher}, u32{key.colour}}; }
     static void store(Key &key, const Numbers &numbers)
     {
         key.distinguisher = std::get<0>(numbers);

@@ -101,8 +101,8 @@ void PrintFact::expect_printed(std::uint8_t mode, Verb verb)
         }
         settle(report_);
     }
-    report_.situation(in_mode(mode) + ", caller's block");
-    Guarded value(native_);
+    report_.situation(in_mode(mode) + ", value at an odd address, caller's block");
+    Guarded value(native_, Place::odd);
     host_.begin();
     void *lent = host_.lend(block_size());
     const Converted result = print(subject_, value, length(), mode, lent, report_);
