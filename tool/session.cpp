@@ -23,14 +23,15 @@ fs::path find_plugin(const Options &options)
         return fs::absolute(named);
     }
     const fs::path here = fs::read_symlink("/proc/self/exe").parent_path();
-    for (const fs::path &folder : {here, here / "../lib", here / "../src"}) {
+    for (const fs::path &folder : {here, here / BGPDT_LIBRARIES, here / "../lib", here / "../src"}) {
         fs::path candidate = folder / "libbgp_datatype.so";
         if (fs::exists(candidate)) {
             return candidate;
         }
     }
     throw UsageError("libbgp_datatype.so stands neither in " + here.string() +
-                     " nor in ../lib or ../src beside it; name the plug-in with --plugin FILE or BGPDT_PLUGIN");
+                     " nor in " BGPDT_LIBRARIES
+                     ", ../lib or ../src beside it; name the plug-in with --plugin FILE or BGPDT_PLUGIN");
 }
 
 } // namespace

@@ -1,0 +1,38 @@
+# SPDX-License-Identifier: Apache-2.0
+# What `cmake --install` puts where, by component: plugin, host, tool and dev.
+include(CMakePackageConfigHelpers)
+set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/bgp_datatype)
+set(bgp_datatype_targets bgp_datatype_headers)
+set_target_properties(bgp_datatype_headers PROPERTIES EXPORT_NAME headers)
+
+install(TARGETS bgp_datatype LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT plugin)
+install(DIRECTORY include/bgp_datatype DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
+if(BGPDT_HOST)
+    list(APPEND bgp_datatype_targets bgpdt_host)
+    set_target_properties(bgpdt_host PROPERTIES EXPORT_NAME host)
+    install(FILES host/host.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/bgpdt/host COMPONENT dev)
+endif()
+if(BGPDT_TOOL)
+    install(TARGETS bgpdt RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+endif()
+
+install(TARGETS ${bgp_datatype_targets} EXPORT bgp_datatype
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT host NAMELINK_COMPONENT dev)
+install(EXPORT bgp_datatype NAMESPACE bgp_datatype:: DESTINATION ${config_dir} FILE targets.cmake COMPONENT dev)
+configure_package_config_file(packaging/config.cmake.in ${PROJECT_BINARY_DIR}/bgp_datatypeConfig.cmake
+    INSTALL_DESTINATION ${config_dir} PATH_VARS CMAKE_INSTALL_LIBDIR)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/bgp_datatypeConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/bgp_datatypeConfig.cmake ${PROJECT_BINARY_DIR}/bgp_datatypeConfigVersion.cmake
+    DESTINATION ${config_dir} COMPONENT dev)
+
+# The files for pkg-config find their prefix from their own place.
+file(RELATIVE_PATH pc_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+if(NOT BGPDT_LUA_DIR)
+    set(pc_lua lua5.4)
+endif()
+foreach(pc IN ITEMS bgp_datatype bgpdt_host)
+    if(pc STREQUAL bgp_datatype OR BGPDT_HOST)
+        configure_file(packaging/${pc}.pc.in ${PROJECT_BINARY_DIR}/${pc}.pc @ONLY)
+        install(FILES ${PROJECT_BINARY_DIR}/${pc}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
+    endif()
+endforeach()
