@@ -14,7 +14,7 @@ set(CPACK_COMPONENTS_ALL plugin host tool dev)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/host) # the tool needs the host's package, as told below
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/host) # whose package is told below
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 set(soversion ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
@@ -26,7 +26,8 @@ macro(bgpdt_package component name section text)
     set(CPACK_DEBIAN_${key}_PACKAGE_NAME ${name})
     set(CPACK_DEBIAN_${key}_PACKAGE_SECTION ${section})
     set(CPACK_COMPONENT_${key}_DESCRIPTION "${text}")
-    list(JOIN ARGN ", " CPACK_DEBIAN_${key}_PACKAGE_DEPENDS)
+    set(dependencies ${ARGN}) # ARGN is no variable in a macro
+    list(JOIN dependencies ", " CPACK_DEBIAN_${key}_PACKAGE_DEPENDS)
     set(copyright_dir ${CMAKE_INSTALL_DATADIR}/doc/${name})
     install(FILES LICENSE RENAME copyright DESTINATION ${copyright_dir} COMPONENT ${component})
 endmacro()
