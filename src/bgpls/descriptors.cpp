@@ -15,7 +15,8 @@
 ///  (10) An IS-IS router identifier has its digits at fixed places; what stands between and behind them is not looked
 ///      at, and each two are read as "%2x": one digit is enough, and a sign is one of the two.
 ///  (11) An OSPF router identifier may name the designated router's interface behind '/'; other protocols have none.
-///  (14) if-address and peer-address may be repeated, and share their fields with local and remote: the last one stays.
+///  (14) if-address and peer-address may be repeated, and share their fields with local and remote, as identifier does
+///      with link-local-id and link-remote-id: the last one stays.
 ///  (18) Under BGP the mt-id of a SID is not looked at, however often it comes.
 #include <cstring>
 #include <iterator>

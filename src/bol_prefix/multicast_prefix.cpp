@@ -9,7 +9,7 @@
 ///     +----+--------+-------------+---- zero ----     +----+--------+-------+-------------+---- zero ----
 ///
 /// Text: "192.0.2.0/24", 9 to 18 characters for VPNv4 multicast, 7 to 35 for MDT, the mask length at most 32. White
-/// space at the ends is cut off; what follows the mask length is not looked at.
+/// space at the ends is cut off.
 ///
 /// Irregularities, all deliberate:
 ///  (1) Printing gives the prefix address alone, without mask length and group, and does not look at the sub-kind.
@@ -18,6 +18,8 @@
 ///  (4) The VPNv4 multicast LuaGet keeps the low 16 bits of both numbers; the reader behind BOLPREFIX keeps all.
 ///  (5) Endian works on the short registered form, everything else on 89 bytes. The MDT group is not swapped.
 ///  (6) MDT takes its memory from the plain allocator.
+///  (7) What follows the mask length is not looked at; a sign may stand before each number: a negative one counts modulo
+///      2^32.
 #include "bol_prefix/bol_row.hpp"
 #include "common/bytes.hpp"
 #include "common/ipv4.hpp"
@@ -33,7 +35,7 @@ u32 parse_prefix(char *text, std::size_t shortest, std::size_t longest, u32 &add
     text = trimmed(text, shortest, longest);
     u32 octet[4]{};
     if (text == nullptr || scan<"%u.%u.%u.%u/%u">(text, octet[0], octet[1], octet[2], octet[3], mask_length) != 5)
-        return SYSDT_ERR_FAIL;
+        return SYSDT_ERR_FAIL; // (7)
     if (!are_octets(octet) || mask_length > 32)
         return SYSDT_ERR_FAIL;
     address = joined(octet);

@@ -242,7 +242,7 @@ bool no_place(const AcceptedText &text)
 
 constexpr std::array<Irregularity, 25> rows{{
     {" COMMUNITY CMNTY_ENHANCE ", "1, 3", "a well-known community prints by its name", named},
-    {" VPNV4MCAST MDT ", "1", "only the address prints; what follows the mask length is not looked at",
+    {" VPNV4MCAST MDT ", "1, 7", "only the address prints; what follows the mask length is not looked at",
      address_and_mask},
     {" RTPRD ", "3", "behind a star nothing is looked at", begins_with_printed},
     {" TIME_RANGE ", "-", "it is not printed; the seconds are those of the numbers", duration},
@@ -268,7 +268,7 @@ constexpr std::array<Irregularity, 25> rows{{
     {" BGPLSPREFIX ", "13", "what has no place in the key is dropped", no_place},
     {" BGPLSPREFIX ", "18", "under BGP the MT-ID of a SID is not looked at", dropped_mt_id},
     {" BGPLSPREFIX ", "14", "if-address and peer-address may be repeated", repeated_addresses},
-    {" BGPLSPREFIX ", "-", "identifier shares its fields with link-local-id and link-remote-id", repeated_identifiers},
+    {" BGPLSPREFIX ", "14", "identifier shares its fields with link-local-id and link-remote-id", repeated_identifiers},
 }};
 
 } // namespace
