@@ -13,6 +13,8 @@ namespace bgpdt {
 /// What a text is made of. The counts hold for a text of at most 255 characters.
 class Census {
 public:
+    constexpr Census() = default;
+
     /// Whether the text has so many characters (`longest` at most 255), and all are known. That answers the
     /// host's question for white space too: no grammar's characters are.
     constexpr bool admits(std::size_t shortest, std::size_t longest) const
@@ -45,7 +47,7 @@ public:
     {
         u32 counts = 0;
         const char *at = text;
-        for (u32 more = 0; *at != '\0' && (more = weight<Known>[static_cast<u8>(*at)]) != stranger; ++at)
+        for (u32 more = 0; (more = weight<Known>[static_cast<u8>(*at)]) != stranger; ++at) // the text's end is one
             counts += more;
         return {counts, static_cast<std::size_t>(at - text)};
     }
@@ -87,8 +89,8 @@ private:
         return table;
     }();
 
-    u32 counts_;
-    std::size_t length_;
+    u32 counts_ = 0;
+    std::size_t length_ = 0;
 };
 
 } // namespace bgpdt

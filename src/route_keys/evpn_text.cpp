@@ -18,39 +18,14 @@ using namespace bgpdt;
 
 namespace {
 
-/// What is outside a text's brackets.
-struct Outside {
-    u32 colons = 0;
-    u32 brackets = 0; ///< themselves, of either kind
-
-    /// Counts them; false if there is a character that no text may have.
-    bool count(const char *text)
-    {
-        bool inside = false;
-        for (;; ++text) {
-            if (format::digit_value<16>(*text) < 16)
-                continue;
-            switch (*text) {
-            case ':': colons += inside ? 0 : 1; break;
-            case '[':
-            case ']':
-                ++brackets;
-                inside = *text == '[';
-                break;
-            case '.':
-            case '-': break;
-            default: return *text == '\0';
-            }
-        }
-    }
-};
+/// Brackets are strangers to it: few texts have any.
+constexpr FixedString plain_characters = "0123456789abcdefABCDEF.:-";
 
 /// What a text is made of.
 struct Shape {
-    u32 dots = 0;
-    u32 colons = 0;
-    u32 dashes = 0;
-    Outside outside{};
+    Census census{};        ///< without the brackets
+    u32 brackets = 0;       ///< of either kind
+    u32 outside_colons = 0; ///< not in brackets
 
     // What stands ahead of the second colon.
     bool inclusive = false;  ///< no bracket
@@ -61,29 +36,37 @@ struct Shape {
     bool count(const char *text)
     {
         const char *const second_colon = find_second_colon(text);
-        Census census = second_colon == nullptr ? census_of(text) : census_of(std::string_view(text, second_colon));
         if (second_colon != nullptr) {
-            segment = census.dots() == 4;
-            inclusive = census.strangers() == 0 && !segment;
-            ipv4_prefix = census.dots() != 0 && !segment;
-            census += census_of(second_colon);
+            const auto ahead = Census::of<plain_characters>(std::string_view(text, second_colon));
+            segment = ahead.dots() == 4;
+            inclusive = ahead.strangers() == 0 && !segment;
+            ipv4_prefix = ahead.dots() != 0 && !segment;
+            if (ahead.strangers() == 0) {
+                census = ahead;
+                outside_colons = ahead.colons();
+                text = second_colon;
+            }
         }
-        if (census.length() < 1 || census.length() > 183)
-            return false;
-        dots = census.dots();
-        colons = census.colons();
-        dashes = census.marks();
-        outside.colons = colons;
-        if (census.strangers() == 0)
-            return true;
-        outside = {};
-        return outside.count(text);
+        const std::size_t length = count_rest(text) ? census.length() + brackets : 0;
+        return length >= 1 && length <= 183;
+    }
+
+    /// Adds the characters of a text's rest, which begins outside brackets; false if there is one that none may have.
+    bool count_rest(const char *rest)
+    {
+        for (bool inside = false;; ++rest) {
+            const auto plain = Census::of_start<plain_characters>(rest);
+            census += plain;
+            outside_colons += inside ? 0 : plain.colons();
+            rest += plain.length();
+            if (*rest != '[' && *rest != ']')
+                return *rest == '\0';
+            ++brackets;
+            inside = *rest == '[';
+        }
     }
 
 private:
-    /// Brackets are strangers to it: few texts have any.
-    static Census census_of(auto text) { return Census::of<"0123456789abcdefABCDEF.:-">(text); }
-
     static const char *find_second_colon(const char *text)
     {
         const char *const first = std::strchr(text, ':');
@@ -104,28 +87,31 @@ u32 read_by_outer_colons(u32 outer_colons, char *text, SYSDT_BolEvpn *value)
 /// The first line that fits the text decides. (3)
 u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 lenient)
 {
-    const u32 brackets = shape.outside.brackets;
-    if (shape.outside.colons >= 6 && shape.outside.colons <= 8)
-        return read_by_outer_colons(shape.outside.colons, text, value);
+    const u32 brackets = shape.brackets;
+    const u32 dots = shape.census.dots();
+    const u32 colons = shape.census.colons();
+    const u32 dashes = shape.census.marks();
+    if (shape.outside_colons >= 6 && shape.outside_colons <= 8)
+        return read_by_outer_colons(shape.outside_colons, text, value);
     if (shape.segment)
         return SYSDT_Str2Es(text, value, lenient);
-    if (brackets == 2 && shape.dashes == 0)
+    if (brackets == 2 && dashes == 0)
         return (shape.inclusive ? SYSDT_Str2Inclusive : SYSDT_Str2Ipv6Prefix)(text, value);
-    if (brackets == 2 && shape.dashes == 2)
-        return shape.colons < 5 ? SYSDT_ERR_FAIL : SYSDT_Str2EvnMac(text, value);
-    if ((shape.dots != 3 && shape.dots != 4 && shape.dots != 7) || shape.colons > 4 || brackets != 0)
+    if (brackets == 2 && dashes == 2)
+        return colons < 5 ? SYSDT_ERR_FAIL : SYSDT_Str2EvnMac(text, value);
+    if ((dots != 3 && dots != 4 && dots != 7) || colons > 4 || brackets != 0)
         return SYSDT_ERR_FAIL;
-    if (shape.dashes != 0 && shape.dashes != 2)
+    if (dashes != 0 && dashes != 2)
         return SYSDT_ERR_FAIL;
-    if (shape.dashes == 0 && shape.colons == 2 && !shape.ipv4_prefix)
+    if (dashes == 0 && colons == 2 && !shape.ipv4_prefix)
         return SYSDT_Str2Inclusive(text, value);
-    if (shape.dashes == 0 && shape.colons == 2)
-        return shape.dots == 3 ? SYSDT_Str2IpPrefix(text, value) : SYSDT_ERR_FAIL;
-    if (shape.colons == 0 && shape.dots == 4)
+    if (dashes == 0 && colons == 2)
+        return dots == 3 ? SYSDT_Str2IpPrefix(text, value) : SYSDT_ERR_FAIL;
+    if (colons == 0 && dots == 4)
         return evpn::read_segment_alone(text, value, lenient);
-    if (shape.colons == 1 && shape.dots == 4)
+    if (colons == 1 && dots == 4)
         return SYSDT_Str2Ad(text, value, lenient);
-    return shape.colons == 4 ? SYSDT_Str2EvnMac(text, value) : SYSDT_ERR_FAIL;
+    return colons == 4 ? SYSDT_Str2EvnMac(text, value) : SYSDT_ERR_FAIL;
 }
 
 } // namespace
@@ -143,6 +129,6 @@ u32 SYSDT_Str2EvpnMcRoute(char *text, SYSDT_BolEvpn *value)
 {
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    Outside outside;
-    return outside.count(text) ? read_by_outer_colons(outside.colons, text, value) : SYSDT_ERR_FAIL;
+    Shape shape;
+    return shape.count_rest(text) ? read_by_outer_colons(shape.outside_colons, text, value) : SYSDT_ERR_FAIL;
 }
