@@ -13,7 +13,7 @@ tool_packages="$build_packages libcli11-dev nlohmann-json3-dev"
 bench_packages="$build_packages libbenchmark-dev valgrind python3"
 fuzz_packages="$build_packages clang libclang-rt-dev llvm"
 test_packages="$tool_packages $fuzz_packages libgtest-dev googletest clang-format clang-tidy g++-powerpc-linux-gnu
-    g++-i686-linux-gnu qemu-user valgrind gcovr python3 dpkg-dev"
+    g++-i686-linux-gnu qemu-user valgrind gcovr python3 dpkg-dev lua5.4 libsqlite3-dev sqlite3"
 
 # Installs the Debian packages that are missing.
 need_packages() {

@@ -78,8 +78,8 @@ std::string hex_of(const Value &value)
     return to_hex(bytes);
 }
 
-/// A function of the module: what it throws is nil, a message and, if there is one, a place. The engine leaves by longjmp when an argument is of
-/// another kind, so that arguments are read before anything that has a destructor.
+/// A function of the module: what it throws is nil, a message and, if there is one, a place. The engine leaves by
+/// longjmp when an argument is of another kind, so that arguments are read before anything that has a destructor.
 template <int (*function)(lua_State *, Session &)>
 int entry(lua_State *lua)
 {
@@ -269,9 +269,7 @@ int traceback(lua_State *lua)
 void install(lua_State *lua, Session &session)
 {
     luaL_openlibs(lua);
-    lua_pushlightuserdata(lua, &session);
-    lua_pushcclosure(lua, open_module, 1);
-    lua_call(lua, 0, 1);
+    push_module(lua, session);
     luaL_getsubtable(lua, LUA_REGISTRYINDEX, LUA_LOADED_TABLE);
     lua_pushvalue(lua, -2);
     lua_setfield(lua, -2, "bgp");
@@ -298,6 +296,13 @@ void pass_arguments(lua_State *lua, const std::string &file, std::span<const std
 }
 
 } // namespace
+
+void push_module(lua_State *lua, Session &session)
+{
+    lua_pushlightuserdata(lua, &session);
+    lua_pushcclosure(lua, open_module, 1);
+    lua_call(lua, 0, 1);
+}
 
 void run_script(Session &session, const std::string &file, std::span<const std::string> arguments)
 {

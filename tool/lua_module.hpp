@@ -13,9 +13,9 @@
 /// | `bgp.check(value)` | true |
 /// | `bgp.compare(value, value)` | -1, 0 or 1 |
 ///
-/// What a type refuses is nil and a message, and of a text the place of the first wrong byte, counted from 1. A value has `type`, `size`, `hex` (numbers in the target's order) and
-/// `bytes` (as they stand in memory); tostring gives its text, or its hex behind 0x if it has none; values are equal
-/// when type and bytes are.
+/// What a type refuses is nil and a message, and of a text the place of the first wrong byte, counted from 1. A value
+/// has `type`, `size`, `hex` (numbers in the target's order) and `bytes` (as they stand in memory); tostring gives its
+/// text, or its hex behind 0x if it has none; values are equal when type and bytes are.
 #ifndef BGPDT_TOOL_LUA_MODULE_HPP
 #define BGPDT_TOOL_LUA_MODULE_HPP
 
@@ -24,7 +24,13 @@
 
 #include "session.hpp"
 
+struct lua_State;
+
 namespace bgpdt::tool {
+
+/// Pushes the module, a table. Errors of the engine leave it.
+/// @param session  which outlives the engine
+void push_module(lua_State *lua, Session &session);
 
 /// Runs the script; the arguments stand in `arg` and `...` as the Lua interpreter gives them.
 /// @throws UsageError if it cannot be read, Refusal with a traceback if it fails

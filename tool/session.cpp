@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "session.hpp"
 
+#include <dlfcn.h>
+#include <link.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
@@ -14,6 +17,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Where this code was loaded from: a shared module's path; empty if it is of the program itself.
+fs::path own_module()
+{
+    static const char own = 0;
+    Dl_info info;
+    link_map *map = nullptr;
+    const bool known = dladdr1(&own, &info, reinterpret_cast<void **>(&map), RTLD_DL_LINKMAP) != 0;
+    return known ? fs::path(map->l_name) : fs::path();
+}
+
+/// The plug-in takes its services from the process: also where they came along with a module that was loaded locally.
+void offer_services()
+{
+    Dl_info info;
+    const bool known = dladdr(reinterpret_cast<const void *>(&SYS_DataTypeFree), &info) != 0;
+    void *services = known ? dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_GLOBAL) : nullptr;
+    if (services == nullptr) {
+        throw UsageError("the library of the host's services cannot be offered to the plug-in");
+    }
+    dlclose(services); // it stays loaded with the module
+}
+
 fs::path find_plugin(const Options &options)
 {
     if (!options.plugin.empty()) {
@@ -22,7 +47,8 @@ fs::path find_plugin(const Options &options)
     if (const char *named = std::getenv("BGPDT_PLUGIN"); named != nullptr && *named != '\0') {
         return fs::absolute(named);
     }
-    const fs::path here = fs::read_symlink("/proc/self/exe").parent_path();
+    const fs::path module = own_module();
+    const fs::path here = fs::canonical(module.empty() ? "/proc/self/exe" : module).parent_path();
     for (const fs::path &folder : {here, here / BGPDT_LIBRARIES, here / "../lib", here / "../src"}) {
         fs::path candidate = folder / "libbgp_datatype.so";
         if (fs::exists(candidate)) {
@@ -30,8 +56,8 @@ fs::path find_plugin(const Options &options)
         }
     }
     throw UsageError("libbgp_datatype.so stands neither in " + here.string() +
-                     " nor in " BGPDT_LIBRARIES
-                     ", ../lib or ../src beside it; name the plug-in with --plugin FILE or BGPDT_PLUGIN");
+                     " nor in " BGPDT_LIBRARIES ", ../lib or ../src beside it; name the plug-in with " +
+                     (module.empty() ? "--plugin FILE or " : "") + "BGPDT_PLUGIN");
 }
 
 } // namespace
@@ -64,6 +90,16 @@ std::uint8_t Session::mode_for(const SYSDT_Record &type) const
     const bool printed_only = type.formatIn == nullptr;
     const bool host_string = type.baseKind == SYSDT_KIND_STRING;
     return options_.mode.value_or(printed_only || host_string ? 1 : 2);
+}
+
+Session &module_session()
+{
+    static const Options options;
+    static Session session = [] {
+        offer_services();
+        return Session(options);
+    }();
+    return session;
 }
 
 std::string name_of(const SYSDT_Record &type)

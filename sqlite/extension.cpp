@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sqlite/extension.hpp"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include <lua.hpp>
+
+#include "tool/conversions.hpp"
+#include "tool/errors.hpp"
+#include "tool/script_table.hpp"
+#include "tool/stream_values.hpp"
+
+extern "C" {
+SQLITE_EXTENSION_INIT1
+}
+
+namespace bgpdt::sqlite {
+namespace {
+
+using tool::Bytes;
+
+/// The text or blob of an argument, until it is asked for in another form.
+std::string_view view(sqlite3_value *argument)
+{
+    const bool blob = sqlite3_value_type(argument) == SQLITE_BLOB;
+    const auto *bytes = blob ? static_cast<const char *>(sqlite3_value_blob(argument))
+                             : reinterpret_cast<const char *>(sqlite3_value_text(argument));
+    return {bytes, bytes == nullptr ? 0 : static_cast<std::size_t>(sqlite3_value_bytes(argument))};
+}
+
+void give(sqlite3_context *context, std::string_view text)
+{
+    sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+/// The blob as a value of the type, in this machine's byte order.
+Bytes value_at(const SYSDT_Record &type, sqlite3_value *argument)
+{
+    if (sqlite3_value_type(argument) != SQLITE_BLOB) {
+        throw tool::Refusal("the value of " + tool::name_of(type) + " must be a blob, as bgp_value() gives it");
+    }
+    const std::string_view blob = view(argument);
+    Bytes value(blob.begin(), blob.end());
+    tool::require_size(type, value, value_size(type));
+    tool::turn_to_native(type, value);
+    return value;
+}
+
+using Function = void(sqlite3_context *, tool::Session &, const SYSDT_Record &, sqlite3_value *);
+
+void value(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *text)
+{
+    const Bytes parsed = tool::parse_text(session, type, view(text), session.mode_for(type)).data;
+    Bytes room;
+    const tool::Value whole = tool::filled_up(type, parsed, room);
+    Bytes bytes(whole.begin(), whole.end());
+    tool::turn_to_target(type, bytes);
+    sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
+}
+
+void text(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
+{
+    const tool::Printed printed = tool::print_value(session, type, value_at(type, blob), session.mode_for(type));
+    if (!printed.text) {
+        throw tool::Refusal(tool::name_of(type) + " prints no text");
+    }
+    give(context, *printed.text);
+}
+
+void valid(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+{
+    std::string line(view(argument));
+    tool::ValueReader reader(session, type, tool::Format::text);
+    const bool whole = line.find('\0') == std::string::npos;
+    sqlite3_result_int(context, whole && reader.read({line.data(), line.size()}).data() != nullptr ? 1 : 0);
+}
+
+/// Null for a text that is valid.
+void why(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+{
+    try {
+        tool::parse_text(session, type, view(argument), session.mode_for(type));
+    } catch (const tool::Refusal &refusal) {
+        give(context, refusal.what());
+    }
+}
+
+void json(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
+{
+    const Bytes bytes = value_at(type, blob);
+    const tool::LuaState lua = tool::new_lua_state();
+    tool::push_table(session, lua.get(), type, bytes);
+    const nlohmann::ordered_json table = tool::script_json(lua.get(), -1);
+    give(context, table.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+    sqlite3_result_subtype(context, 'J'); // SQLite's own JSON functions take it as JSON, not as a string
+}
+
+/// A function of SQL: NULL for NULL, an error with the sentence for what is refused.
+template <Function *function>
+void entry(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    const auto is_null = [](sqlite3_value *argument) { return sqlite3_value_type(argument) == SQLITE_NULL; };
+    if (std::any_of(arguments, arguments + 2, is_null)) {
+        return;
+    }
+    try {
+        auto &session = *static_cast<tool::Session *>(sqlite3_user_data(context));
+        function(context, session, session.type(view(arguments[0])), arguments[1]);
+    } catch (const std::bad_alloc &) {
+        sqlite3_result_error_nomem(context);
+    } catch (const std::exception &error) {
+        sqlite3_result_error(context, error.what(), -1);
+    }
+}
+
+struct Named {
+    const char *name;
+    void (*function)(sqlite3_context *, int, sqlite3_value **);
+    int flags = 0;
+};
+
+#ifdef SQLITE_RESULT_SUBTYPE // before SQLite 3.45 there is no need to announce it
+constexpr int gives_subtype = SQLITE_RESULT_SUBTYPE;
+#else
+constexpr int gives_subtype = 0;
+#endif
+
+constexpr Named functions[] = {
+    {"bgp_json", entry<json>, gives_subtype},
+    {"bgp_text", entry<text>},
+    {"bgp_valid", entry<valid>},
+    {"bgp_value", entry<value>},
+    {"bgp_why", entry<why>},
+};
+
+int add_functions(sqlite3 *database, tool::Session &session)
+{
+    constexpr int always = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+    for (const Named &row : functions) {
+        const int result = sqlite3_create_function_v2(database, row.name, 2, always | row.flags, &session, row.function,
+                                                      nullptr, nullptr, nullptr);
+        if (result != SQLITE_OK) {
+            return result;
+        }
+    }
+    return SQLITE_OK;
+}
+
+int add_all(sqlite3 *database)
+{
+    tool::Session &session = tool::module_session();
+    int result = add_functions(database, session);
+    result = result == SQLITE_OK ? add_collations(database, session) : result;
+    return result == SQLITE_OK ? add_types_table(database, session) : result;
+}
+
+} // namespace
+} // namespace bgpdt::sqlite
+
+extern "C" __attribute__((visibility("default"))) int sqlite3_bgpdtsqlite_init(sqlite3 *database, char **message,
+                                                                               const sqlite3_api_routines *api)
+{
+    SQLITE_EXTENSION_INIT2(api);
+    try {
+        return bgpdt::sqlite::add_all(database);
+    } catch (const std::exception &error) {
+        *message = sqlite3_mprintf("%s", error.what());
+        return SQLITE_ERROR;
+    }
+}

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <new>
+#include <string>
+
+#include "sqlite/extension.hpp"
+#include "tool/conversions.hpp"
+#include "tool/samples.hpp"
+#include "tool/words.hpp"
+
+namespace bgpdt::sqlite {
+namespace {
+
+struct Table : sqlite3_vtab {
+    explicit Table(tool::Session &of) : sqlite3_vtab{}, session(of) {}
+    tool::Session &session;
+};
+
+struct Cursor : sqlite3_vtab_cursor {
+    Cursor() : sqlite3_vtab_cursor{} {}
+    std::size_t row = 0;
+};
+
+std::span<const SYSDT_Record *const> rows(const sqlite3_vtab_cursor *cursor)
+{
+    return static_cast<const Table *>(cursor->pVtab)->session.host().types();
+}
+
+std::size_t &row(sqlite3_vtab_cursor *cursor) { return static_cast<Cursor *>(cursor)->row; }
+
+int connect(sqlite3 *database, void *session, int, const char *const *, sqlite3_vtab **table, char **)
+{
+    const int declared = sqlite3_declare_vtab(
+        database, "CREATE TABLE bgp_types(name TEXT, id INTEGER, size INTEGER, operations TEXT, about TEXT)");
+    if (declared != SQLITE_OK) {
+        return declared;
+    }
+    *table = new (std::nothrow) Table(*static_cast<tool::Session *>(session));
+    return *table == nullptr ? SQLITE_NOMEM : sqlite3_vtab_config(database, SQLITE_VTAB_INNOCUOUS);
+}
+
+int disconnect(sqlite3_vtab *table)
+{
+    delete static_cast<Table *>(table);
+    return SQLITE_OK;
+}
+
+int plan(sqlite3_vtab *, sqlite3_index_info *index)
+{
+    index->estimatedCost = 100;
+    return SQLITE_OK;
+}
+
+int open(sqlite3_vtab *, sqlite3_vtab_cursor **cursor)
+{
+    *cursor = new (std::nothrow) Cursor;
+    return *cursor == nullptr ? SQLITE_NOMEM : SQLITE_OK;
+}
+
+int close(sqlite3_vtab_cursor *cursor)
+{
+    delete static_cast<Cursor *>(cursor);
+    return SQLITE_OK;
+}
+
+int first(sqlite3_vtab_cursor *cursor, int, const char *, int, sqlite3_value **)
+{
+    row(cursor) = 0;
+    return SQLITE_OK;
+}
+
+int next(sqlite3_vtab_cursor *cursor)
+{
+    ++row(cursor);
+    return SQLITE_OK;
+}
+
+int at_end(sqlite3_vtab_cursor *cursor) { return row(cursor) >= rows(cursor).size() ? 1 : 0; }
+
+void give(sqlite3_context *context, const std::string &text)
+{
+    sqlite3_result_text(context, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+}
+
+int column(sqlite3_vtab_cursor *cursor, sqlite3_context *context, int number)
+{
+    const SYSDT_Record &type = *rows(cursor)[row(cursor)];
+    try {
+        switch (number) {
+        case 0: give(context, tool::name_of(type)); break;
+        case 1: sqlite3_result_int(context, type.typeId); break;
+        case 2: sqlite3_result_int64(context, static_cast<sqlite3_int64>(value_size(type))); break;
+        case 3: give(context, tool::joined(tool::operations(type), " ")); break;
+        default: give(context, tool::sample_of(type.typeId).about);
+        }
+    } catch (const std::bad_alloc &) {
+        return SQLITE_NOMEM;
+    }
+    return SQLITE_OK;
+}
+
+int row_id(sqlite3_vtab_cursor *cursor, sqlite3_int64 *id)
+{
+    *id = static_cast<sqlite3_int64>(row(cursor));
+    return SQLITE_OK;
+}
+
+/// Eponymous alone, as there is no xCreate.
+constexpr sqlite3_module module = [] {
+    sqlite3_module slots{};
+    slots.xConnect = connect;
+    slots.xBestIndex = plan;
+    slots.xDisconnect = disconnect;
+    slots.xOpen = open;
+    slots.xClose = close;
+    slots.xFilter = first;
+    slots.xNext = next;
+    slots.xEof = at_end;
+    slots.xColumn = column;
+    slots.xRowid = row_id;
+    return slots;
+}();
+
+} // namespace
+
+int add_types_table(sqlite3 *database, tool::Session &session)
+{
+    return sqlite3_create_module(database, "bgp_types", &module, &session);
+}
+
+} // namespace bgpdt::sqlite
