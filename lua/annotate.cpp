@@ -123,7 +123,7 @@ using Descriptions = std::map<std::string, std::set<std::string>>; ///< by scrip
 void describe(const SYSDT_Record &type, const Bytes &value, Descriptions &descriptions)
 {
     for (const Field &field : layout_of(type.typeId, value, std::endian::native).fields) {
-        if (field.key != nullptr) {
+        if (field.key != nullptr && field.name != nullptr) {
             descriptions[field.key].insert(field.name);
         }
     }

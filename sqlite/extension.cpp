@@ -14,9 +14,7 @@
 #include "tool/script_table.hpp"
 #include "tool/stream_values.hpp"
 
-extern "C" {
-SQLITE_EXTENSION_INIT1
-}
+const sqlite3_api_routines *sqlite3_api = nullptr;
 
 namespace bgpdt::sqlite {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "tool/session.hpp"
 
-extern const sqlite3_api_routines *sqlite3_api;
+extern "C" const sqlite3_api_routines *sqlite3_api; // what the header calls SQLite through
 
 namespace bgpdt::sqlite {
 

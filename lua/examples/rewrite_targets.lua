@@ -17,9 +17,13 @@ local function octets(value)
     return string.char(table.unpack(bgp.table(value).RtValue))
 end
 
+if not arg[1] then
+    io.stderr:write("usage: rewrite_targets.lua TABLE <TARGETS\n")
+    os.exit(2)
+end
 local rewritten = {}
 local number = 0
-for line in io.lines(assert(arg[1], "usage: rewrite_targets.lua TABLE <TARGETS")) do
+for line in io.lines(arg[1]) do
     number = number + 1
     local old, new = line:match("^%s*(%S+)%s+(%S+)%s*$")
     local where = arg[1] .. ":" .. number

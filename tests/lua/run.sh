@@ -46,7 +46,7 @@ written out <<END
 100:48:0000-5e00-5301:32:192.0.2.1
 100:48:0000-5e00-5302:128:[2001:db8::1]
 END
-grep -q '^19: EVNPREFIX refuses "100:48:0000-5e00-53zz:32:192.0.2.1"' "$work/err"
+grep -q '^18: EVNPREFIX refuses "100:48:0000-5e00-53zz:32:192.0.2.1"' "$work/err"
 expect 0 "$lua" "$examples/filter_keys.lua" 1 100 <<END
 0011.2233.4455.6677.8899:100
 0011.2233.4455.6677.8899:200

@@ -50,7 +50,7 @@ SELECT name, type, flags & 0x200800 = 0x200800 FROM pragma_function_list WHERE n
 1|1|1
 abc
 89|1
-31
+33
 bgp_json|s|1
 bgp_text|s|1
 bgp_valid|s|1
@@ -91,7 +91,7 @@ SELECT count(*) FROM t WHERE bgp_value('VRFRD', k) = bgp_value('VRFRD', '64496:1
 SELECT count(*) FROM names;
 --
 1
-31
+33
 END
 
 # 100,000 keys, in an order that is none, in an index that survives the connection.
