@@ -18,6 +18,7 @@
 #include "tool/errors.hpp"
 #include "tool/samples.hpp"
 #include "tool/script_table.hpp"
+#include "tool/words.hpp"
 
 namespace bgpdt::tool {
 namespace {
@@ -88,6 +89,8 @@ function bgp.check(value) end
 function bgp.compare(first, second) end
 )";
 
+std::string class_of(const SYSDT_Record &type) { return "bgp." + name_of(type); }
+
 /// What scripts see of one field or value.
 struct Shape {
     std::set<std::string> kinds; ///< Lua's names, of what is no table
@@ -118,13 +121,15 @@ struct Shape {
     }
 };
 
-using Descriptions = std::map<std::string, std::set<std::string>>; ///< by script field
+using Descriptions = std::map<std::string, std::set<std::string>>; ///< by class and field, "bgp.ASNUM.asType"
 
 void describe(const SYSDT_Record &type, const Bytes &value, Descriptions &descriptions)
 {
-    for (const Field &field : layout_of(type.typeId, value, std::endian::native).fields) {
+    const auto below = [](const char *part) { return part == nullptr ? "" : std::string(".") + part; };
+    const Layout layout = layout_of(type.typeId, value, std::endian::native);
+    for (const Field &field : layout.fields) {
         if (field.key != nullptr && field.name != nullptr) {
-            descriptions[field.key].insert(field.name);
+            descriptions[class_of(type) + below(layout.key) + below(field.table) + below(field.key)].insert(field.name);
         }
     }
 }
@@ -155,25 +160,18 @@ std::string write_shape(std::ostream &out, const std::string &name, const Shape 
     if (shape.tables != 0) {
         std::ostringstream rows;
         for (const auto &[key, field] : shape.fields) {
-            const std::string of = write_shape(out, name + "." + key, field, descriptions);
-            rows << "---@field " << key << (field.times < shape.tables ? "? " : " ") << of;
-            if (const auto found = descriptions.find(key); found != descriptions.end()) {
-                const char *separator = " ";
-                for (const std::string &text : found->second) {
-                    rows << separator << text;
-                    separator = "; ";
-                }
+            const std::string path = name + "." + key;
+            rows << "---@field " << key << (field.times < shape.tables ? "? " : " ")
+                 << write_shape(out, path, field, descriptions);
+            if (const auto found = descriptions.find(path); found != descriptions.end()) {
+                rows << " " << joined(std::vector(found->second.begin(), found->second.end()), "; ");
             }
             rows << "\n";
         }
         out << "\n---@class " << name << "\n" << rows.str();
         words.insert(name);
     }
-    std::string together;
-    for (const std::string &word : words) {
-        together += (together.empty() ? "" : "|") + word;
-    }
-    return together.empty() ? "any" : together;
+    return words.empty() ? "any" : joined(std::vector(words.begin(), words.end()), "|");
 }
 
 void write_type(std::ostream &out, Session &session, lua_State *lua, const SYSDT_Record &type)
@@ -188,7 +186,7 @@ void write_type(std::ostream &out, Session &session, lua_State *lua, const SYSDT
             lua_pop(lua, 1);
         }
     }
-    const std::string name = "bgp." + name_of(type);
+    const std::string name = class_of(type);
     const std::string written = write_shape(out, name, shape, descriptions);
     if (written != name) {
         out << "\n---@alias " << name << " " << written << "\n";

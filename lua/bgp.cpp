@@ -10,7 +10,7 @@
 #include <lua.hpp>
 
 #include "tool/lua_module.hpp"
-#include "tool/session.hpp"
+#include "tool/module_session.hpp"
 
 namespace bgpdt {
 namespace {

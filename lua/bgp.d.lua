@@ -135,32 +135,32 @@ function bgp.compare(first, second) end
 
 ---@class bgp.BGPLSPREFIX.endpoint
 ---@field flag integer family
----@field ipv4Addr integer endpoint; originator
----@field ipv6Addr integer[] endpoint; originator
+---@field ipv4Addr integer endpoint
+---@field ipv6Addr integer[] endpoint
 
 ---@class bgp.BGPLSPREFIX.localMemberAs
----@field asNumValue integer AS; local AS; local member AS; member AS; originator AS; remote AS; remote member AS
+---@field asNumValue integer local member AS; member AS
 ---@field asType integer notation
 
 ---@class bgp.BGPLSPREFIX.originatorAddr
 ---@field flag integer family
----@field ipv4Addr integer endpoint; originator
----@field ipv6Addr integer[] endpoint; originator
+---@field ipv4Addr integer originator
+---@field ipv6Addr integer[] originator
 
 ---@class bgp.BGPLSPREFIX.originatorAs
----@field asNumValue integer AS; local AS; local member AS; member AS; originator AS; remote AS; remote member AS
+---@field asNumValue integer originator AS
 ---@field asType integer notation
 
 ---@class bgp.BGPLSPREFIX.remoteMemberAs
----@field asNumValue integer AS; local AS; local member AS; member AS; originator AS; remote AS; remote member AS
+---@field asNumValue integer remote member AS
 ---@field asType integer notation
 
 ---@class bgp.BGPLSPREFIX.stLocalAs
----@field asNumValue integer AS; local AS; local member AS; member AS; originator AS; remote AS; remote member AS
+---@field asNumValue integer AS; local AS
 ---@field asType integer notation
 
 ---@class bgp.BGPLSPREFIX.stRemoteAs
----@field asNumValue integer AS; local AS; local member AS; member AS; originator AS; remote AS; remote member AS
+---@field asNumValue integer remote AS
 ---@field asType integer notation
 
 ---@class bgp.BGPLSPREFIX.uiIdentifier
@@ -250,8 +250,8 @@ function bgp.compare(first, second) end
 ---@field bolType integer sub-kind
 
 ---@class bgp.BOLRD.RdValue
----@field RdType integer sub-kind; text form
----@field RdValue integer[] type and value
+---@field RdType integer
+---@field RdValue integer[]
 
 ---@class bgp.BOLRD
 ---@field RdType integer sub-kind; text form

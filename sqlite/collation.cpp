@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
-#include <cstring>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "sqlite/extension.hpp"
 #include "tool/sorting.hpp"
@@ -11,23 +12,23 @@
 namespace bgpdt::sqlite {
 namespace {
 
-/// One connection's, which SQLite enters in one thread at a time.
-class Collation {
+/// Compares texts, in one thread at a time.
+class Comparer {
 public:
-    Collation(tool::Session &session, const SYSDT_Record &type)
-        : type_(type), reader_(session, type, tool::Format::text), order_(type), sides_{Side(order_), Side(order_)}
+    Comparer(tool::Session &session, const SYSDT_Record &type)
+        : reader_(session, type), order_(type), first_(order_), second_(order_)
     {
     }
 
     int compare(std::string_view first, std::string_view second)
     {
-        read(first, sides_[0]);
-        read(second, sides_[1]);
-        if (sides_[0].valid != sides_[1].valid) {
-            return sides_[0].valid ? -1 : 1;
+        read(first, first_);
+        read(second, second_);
+        if (first_.valid != second_.valid) {
+            return first_.valid ? -1 : 1;
         }
-        return sides_[0].valid ? order_.compare(order_.key(sides_[0].key.data()), order_.key(sides_[1].key.data()))
-                               : first.compare(second);
+        return first_.valid ? order_.compare(order_.key(first_.key.data()), order_.key(second_.key.data()))
+                            : first.compare(second);
     }
 
 private:
@@ -45,25 +46,52 @@ private:
         if (side.known && side.text == text) {
             return;
         }
-        side.known = false; // until nothing can be thrown any more
+        side.known = true;
         side.text = text;
-        line_.assign(text.begin(), text.end());
-        line_.push_back('\0');
-        const bool whole = text.find('\0') == std::string_view::npos;
-        const tool::Value value = whole ? reader_.read({line_.data(), text.size()}) : tool::Value();
+        const tool::Value value = reader_.read(text);
         side.valid = value.data() != nullptr;
         if (side.valid) {
-            order_.make_key(tool::filled_up(type_, value, filled_), side.key.data());
+            order_.make_key(value, side.key.data());
         }
-        side.known = true;
     }
 
-    const SYSDT_Record &type_;
-    tool::ValueReader reader_;
+    TextReader reader_;
     tool::ValueOrder order_;
-    Side sides_[2];
-    std::string line_;
-    tool::Bytes filled_;
+    Side first_;
+    Side second_;
+};
+
+/// One connection's. Still it is entered in several threads at once: "PRAGMA threads" lets SQLite sort in more.
+class Collation {
+public:
+    Collation(tool::Session &session, const SYSDT_Record &type) : session_(session), type_(type) {}
+
+    /// What is thrown ends the program: SQLite takes no error from a collation, and a wrong answer would spoil an index.
+    int compare(std::string_view first, std::string_view second) noexcept
+    {
+        std::unique_ptr<Comparer> comparer = take();
+        const int order = comparer->compare(first, second);
+        const std::lock_guard lock(mutex_);
+        idle_.push_back(std::move(comparer));
+        return order;
+    }
+
+private:
+    std::unique_ptr<Comparer> take()
+    {
+        const std::lock_guard lock(mutex_);
+        if (idle_.empty()) {
+            return std::make_unique<Comparer>(session_, type_);
+        }
+        std::unique_ptr<Comparer> comparer = std::move(idle_.back());
+        idle_.pop_back();
+        return comparer;
+    }
+
+    tool::Session &session_;
+    const SYSDT_Record &type_;
+    std::mutex mutex_;
+    std::vector<std::unique_ptr<Comparer>> idle_;
 };
 
 int compare(void *collation, int first_size, const void *first, int second_size, const void *second)

@@ -10,9 +10,10 @@
 #include <lua.hpp>
 
 #include "tool/conversions.hpp"
+#include "tool/display_record.hpp"
 #include "tool/errors.hpp"
+#include "tool/module_session.hpp"
 #include "tool/script_table.hpp"
-#include "tool/stream_values.hpp"
 
 const sqlite3_api_routines *sqlite3_api = nullptr;
 
@@ -62,7 +63,8 @@ void value(sqlite3_context *context, tool::Session &session, const SYSDT_Record 
 
 void text(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
 {
-    const tool::Printed printed = tool::print_value(session, type, value_at(type, blob), session.mode_for(type));
+    const Bytes shown = tool::printable(type, value_at(type, blob));
+    const tool::Printed printed = tool::print_value(session, type, shown, session.mode_for(type));
     if (!printed.text) {
         throw tool::Refusal(tool::name_of(type) + " prints no text");
     }
@@ -71,10 +73,7 @@ void text(sqlite3_context *context, tool::Session &session, const SYSDT_Record &
 
 void valid(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
 {
-    std::string line(view(argument));
-    tool::ValueReader reader(session, type, tool::Format::text);
-    const bool whole = line.find('\0') == std::string::npos;
-    sqlite3_result_int(context, whole && reader.read({line.data(), line.size()}).data() != nullptr ? 1 : 0);
+    sqlite3_result_int(context, TextReader(session, type).read(view(argument)).data() != nullptr ? 1 : 0);
 }
 
 /// Null for a text that is valid.
@@ -92,8 +91,7 @@ void json(sqlite3_context *context, tool::Session &session, const SYSDT_Record &
     const Bytes bytes = value_at(type, blob);
     const tool::LuaState lua = tool::new_lua_state();
     tool::push_table(session, lua.get(), type, bytes);
-    const nlohmann::ordered_json table = tool::script_json(lua.get(), -1);
-    give(context, table.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+    give(context, tool::json_text(tool::script_json(lua.get(), -1)));
     sqlite3_result_subtype(context, 'J'); // SQLite's own JSON functions take it as JSON, not as a string
 }
 

@@ -156,4 +156,10 @@ Bytes bitmap_record(std::span<const std::uint8_t> bitmap, std::string_view line_
     return record;
 }
 
+Bytes printable(const SYSDT_Record &type, std::span<const std::uint8_t> value)
+{
+    return type.typeId == SYSDT_TYPE_ATTRIDBITMAP ? bitmap_record(value, default_template, {})
+                                                  : Bytes(value.begin(), value.end());
+}
+
 } // namespace bgpdt::tool

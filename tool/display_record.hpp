@@ -30,6 +30,9 @@ struct DisplayValue {
 /// The words that name a kind, separated by commas.
 std::string display_kinds();
 
+/// What the type is given to print: of a bitmap, the record in which a router shows it.
+Bytes printable(const SYSDT_Record &type, std::span<const std::uint8_t> value);
+
 /// Reads "KIND=VALUE".
 /// @throws UsageError if there is no such kind, Refusal if the value is none of it
 DisplayValue read_display_value(std::string_view argument);

@@ -64,13 +64,6 @@ std::uint8_t mode_at(lua_State *lua, int index, std::uint8_t otherwise)
     return static_cast<std::uint8_t>(mode);
 }
 
-/// What the type is given to print: of a bitmap, the record in which a router shows it.
-Bytes printable(const Value &value)
-{
-    return value.type.typeId == SYSDT_TYPE_ATTRIDBITMAP ? bitmap_record(value.bytes, default_template, {})
-                                                        : Bytes(value.bytes.begin(), value.bytes.end());
-}
-
 std::string hex_of(const Value &value)
 {
     Bytes bytes(value.bytes.begin(), value.bytes.end());
@@ -145,7 +138,7 @@ int print(lua_State *lua, Session &session)
 {
     const Value value = value_at(lua, 1);
     const std::uint8_t mode = mode_at(lua, 2, session.mode_for(value.type));
-    const Printed printed = print_value(session, value.type, printable(value), mode);
+    const Printed printed = print_value(session, value.type, printable(value.type, value.bytes), mode);
     push(lua, printed.text ? std::string_view(*printed.text) : view(printed.bytes));
     return 1;
 }
@@ -225,7 +218,8 @@ int value_text(lua_State *lua, Session &session)
 {
     const Value value = value_at(lua, 1);
     try {
-        const Printed printed = print_value(session, value.type, printable(value), session.mode_for(value.type));
+        const Printed printed =
+            print_value(session, value.type, printable(value.type, value.bytes), session.mode_for(value.type));
         push(lua, printed.text ? *printed.text : "0x" + hex_of(value));
     } catch (const Refusal &) {
         push(lua, "0x" + hex_of(value));

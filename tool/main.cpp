@@ -14,6 +14,7 @@
 #include "errors.hpp"
 #include "host/host.hpp"
 #include "options.hpp"
+#include "script_table.hpp"
 #include "session.hpp"
 #include "shown_text.hpp"
 #include "stream_files.hpp"
@@ -23,12 +24,6 @@ namespace {
 
 using namespace bgpdt::tool;
 using nlohmann::ordered_json;
-
-/// JSON text; bytes that are no UTF-8 become U+FFFD.
-std::string json_line(const ordered_json &json)
-{
-    return json.dump(-1, ' ', false, ordered_json::error_handler_t::replace) + "\n";
-}
 
 /// Writes, and makes sure that everything written so far has arrived.
 void deliver(const std::string &text)
@@ -54,7 +49,7 @@ Exit run(int argc, const char *const *argv)
         return command.stream(session, options.arguments);
     }
     const Answer answer = command.run(session, options.arguments);
-    deliver(options.json && !answer.json.is_null() ? json_line(answer.json) : answer.text);
+    deliver(options.json && !answer.json.is_null() ? json_text(answer.json) + "\n" : answer.text);
     return exit_done;
 }
 
@@ -116,7 +111,7 @@ int fail(bool json, const std::exception &error, Exit exit)
         if (json) {
             ordered_json answer = {{"error", error.what()}, {"exit", exit}};
             answer.update(refusal != nullptr ? details(*refusal) : ordered_json::object());
-            deliver(json_line(answer));
+            deliver(json_text(answer) + "\n");
             return exit;
         }
     } catch (const UsageError &unwritten) {

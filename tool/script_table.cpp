@@ -177,6 +177,11 @@ ordered_json script_json(lua_State *lua, int index)
     }
 }
 
+std::string json_text(const ordered_json &value)
+{
+    return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
 std::string script_text(const ordered_json &value) { return text_at(value, 0); }
 
 } // namespace bgpdt::tool

@@ -21,6 +21,9 @@ LuaState new_lua_state();
 /// The value at the index; the stack is left as it was.
 nlohmann::ordered_json script_json(lua_State *lua, int index);
 
+/// On one line; bytes that are no UTF-8 become U+FFFD.
+std::string json_text(const nlohmann::ordered_json &value);
+
 /// Pushes what script_json made, or anything like it.
 /// @throws Refusal if it is nested deeper than any type's table
 void push_script_json(lua_State *lua, const nlohmann::ordered_json &value);

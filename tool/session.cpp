@@ -27,18 +27,6 @@ fs::path own_module()
     return known ? fs::path(map->l_name) : fs::path();
 }
 
-/// The plug-in takes its services from the process: also where they came along with a module that was loaded locally.
-void offer_services()
-{
-    Dl_info info;
-    const bool known = dladdr(reinterpret_cast<const void *>(&SYS_DataTypeFree), &info) != 0;
-    void *services = known ? dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_GLOBAL) : nullptr;
-    if (services == nullptr) {
-        throw UsageError("the library of the host's services cannot be offered to the plug-in");
-    }
-    dlclose(services); // it stays loaded with the module
-}
-
 fs::path find_plugin(const Options &options)
 {
     if (!options.plugin.empty()) {
@@ -90,16 +78,6 @@ std::uint8_t Session::mode_for(const SYSDT_Record &type) const
     const bool printed_only = type.formatIn == nullptr;
     const bool host_string = type.baseKind == SYSDT_KIND_STRING;
     return options_.mode.value_or(printed_only || host_string ? 1 : 2);
-}
-
-Session &module_session()
-{
-    static const Options options;
-    static Session session = [] {
-        offer_services();
-        return Session(options);
-    }();
-    return session;
 }
 
 std::string name_of(const SYSDT_Record &type)

@@ -35,10 +35,6 @@ private:
     host::Host host_;
 };
 
-/// The session of a module in another program: one for the process, as the host is, until the module is unloaded.
-/// @throws UsageError, host::HostError; the next call tries again
-Session &module_session();
-
 std::string name_of(const SYSDT_Record &type);
 
 } // namespace bgpdt::tool

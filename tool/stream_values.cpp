@@ -50,12 +50,6 @@ constexpr auto hex_values = [] {
     return values;
 }();
 
-/// JSON text as it is written to lines: bytes that are no UTF-8 become U+FFFD.
-std::string dumped(const ordered_json &json)
-{
-    return json.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
-}
-
 /// The members that say the value in another way than by its bytes, as far as the type has them.
 ordered_json other_members(Session &session, host::Converter &printer, lua_State *lua, const SYSDT_Record &type,
                            Value value)
@@ -277,7 +271,7 @@ void ValueReader::require_agreement(const ordered_json &given, Value value)
     const ordered_json own = other_members(session_, converter_, lua_.get(), type_, value);
     for (const auto &[member, says] : own.items()) {
         if (!given.contains(member) || same(given[member], says) ||
-            same(given[member], ordered_json::parse(dumped(says)))) {
+            same(given[member], ordered_json::parse(json_text(says)))) {
             continue;
         }
         if (member == "text" && given[member].is_string() && type_.formatIn != nullptr) { // written in another way
@@ -399,7 +393,7 @@ void ValueWriter::write_json(Value value, Buffer &out)
     write_hex(value, hex);
     ordered_json record = other_members(session_, converter_, lua_.get(), type_, value);
     record["hex"] = hex.text().substr(0, hex.size() - 1);
-    out.append(dumped(record));
+    out.append(json_text(record));
     out.append('\n');
 }
 

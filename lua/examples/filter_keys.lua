@@ -9,8 +9,13 @@ if not (route_type and tag) then
     os.exit(2)
 end
 
--- The tag stands first in the text of a key, behind the Ethernet segment identifier if there is one (RFC 7432).
+-- The tag stands first in the text of a key, behind the Ethernet segment identifier if there is one; a key of an
+-- Ethernet segment itself has none (RFC 7432).
+local ethernet_segment <const> = 4
 local function tag_of(fields)
+    if fields.bolPrefixRtType == ethernet_segment then
+        return nil
+    end
     local text = fields.bolPrefixRtValue
     local segment = "^%x%x%x%x%.%x%x%x%x%.%x%x%x%x%.%x%x%x%x%.%x%x%x%x:?"
     return math.tointeger(tonumber(text:gsub(segment, ""):match("^%d+")))

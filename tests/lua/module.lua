@@ -4,6 +4,22 @@ local bgp = require "bgp"
 assert(_G.bgp == nil, "a module sets no global")
 assert(require "bgp" == bgp)
 
+-- The annotations are of its functions, and Lua.
+local annotated = {}
+for line in io.lines(arg[1]) do
+    local name, parameters = line:match("^function bgp%.(%w[%w_]*)%((.*)%) end$")
+    if name then
+        annotated[name] = parameters
+    end
+end
+assert(loadfile(arg[1]))
+for name in pairs(bgp) do
+    assert(annotated[name], name)
+end
+for name in pairs(annotated) do
+    assert(bgp[name], name)
+end
+
 local rd = assert(bgp.parse("VRFRD", "64496:1"))
 assert(rd.type == "VRFRD" and tostring(rd) == "64496:1")
 assert(bgp.value("VRFRD", bgp.table(rd)) == rd)
@@ -12,6 +28,26 @@ assert(bgp.value("VRFRD", bgp.table(rd)) == rd)
 local value, message, position = bgp.parse("VRFRD", "64496:1x")
 assert(value == nil and message:find("VRFRD refuses \"64496:1x\"", 1, true) and position == 8)
 assert(select("#", bgp.parse("NONE", "1")) == 2)
+
+-- What is of another Lua type is an argument error, and nothing else is an error.
+for _, call in ipairs {
+    { bgp.parse, 1 }, { bgp.parse, "ASNUM", {} }, { bgp.parse, "ASNUM", "1", "x" }, { bgp.parse, "ASNUM", "1", 256 },
+    { bgp.from_hex, "ASNUM" }, { bgp.value, "ASNUM" }, { bgp.table, "ASNUM" }, { bgp.print, rd, {} }, { bgp.check },
+    { bgp.compare, rd, "64496:1" }, { bgp.compare, rd, bgp.parse("ASNUM", "1") },
+} do
+    local done, why = pcall(table.unpack(call))
+    assert(not done and why:find("bad argument", 1, true), why)
+end
+for _, call in ipairs {
+    { bgp.parse, "ASNUM", "" }, { bgp.parse, "ASNUM", "1\0" }, { bgp.parse, "ASNUM", "1", 255 },
+    { bgp.parse, "ATTRIDBITMAP", "1" }, { bgp.from_hex, "ASNUM", "00" }, { bgp.from_hex, "ASNUM", "zz" },
+    { bgp.value, "VRFRD", {} }, { bgp.value, "VRFRD", 1 }, { bgp.value, "VRFRD", nil },
+    { bgp.value, "VRFRD", setmetatable({}, { __index = error }) },
+    { bgp.table, bgp.from_hex("BOLPREFIX", ("ff"):rep(89)) },
+} do
+    local done, none, why = pcall(table.unpack(call, 1, 4))
+    assert(done and none == nil and type(why) == "string", why)
+end
 
 -- Errors of the engine and of the types cross the boundary many times, in coroutines too.
 local turns = coroutine.wrap(function()

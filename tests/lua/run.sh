@@ -28,7 +28,7 @@ written() {
     diff - "$work/$1" >&2
 }
 
-expect 0 "$lua" "$here/module.lua"
+expect 0 "$lua" "$here/module.lua" "$here/../../lua/bgp.d.lua"
 echo ok | written out
 
 # What the module needs is told where it cannot be found.
@@ -52,6 +52,8 @@ expect 0 "$lua" "$examples/filter_keys.lua" 1 100 <<END
 0011.2233.4455.6677.8899:200
 END
 echo 0011.2233.4455.6677.8899:100 | written out
+echo 0011.2233.4455.6677.8899:32:192.0.2.1 | expect 0 "$lua" "$examples/filter_keys.lua" 4 32
+: | written out
 expect 2 "$lua" "$examples/filter_keys.lua" two 100 </dev/null
 
 # The old target of the second row is written in another way than in the input.
