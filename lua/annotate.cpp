@@ -160,7 +160,8 @@ std::string write_shape(std::ostream &out, const std::string &name, const Shape 
     if (shape.tables != 0) {
         std::ostringstream rows;
         for (const auto &[key, field] : shape.fields) {
-            const std::string path = name + "." + key;
+            std::string path = name;
+            path.append(".").append(key);
             rows << "---@field " << key << (field.times < shape.tables ? "? " : " ")
                  << write_shape(out, path, field, descriptions);
             if (const auto found = descriptions.find(path); found != descriptions.end()) {
