@@ -13,7 +13,6 @@
 #include <cstring>
 
 #include "common/bytes.hpp"
-#include "common/scan.hpp"
 #include "route_keys/evpn.hpp"
 
 using namespace bgpdt;
@@ -142,24 +141,7 @@ u32 SYSDT_Str2EvpnUintNum(char **cursor, u32 *out, u32 maxDigits, u32 min, u32 m
 {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    char *const digits = *cursor;
-    u32 number = 0;
-    std::size_t length = 0;
-    if (isLast != 0) {
-        length = std::strlen(digits);
-        if (SMP_StrToUint32(digits, &number) != SYSDT_OK)
-            return SYSDT_ERR_FAIL;
-    } else {
-        const char *const end = format::read_digits<10>(digits, nullptr, number);
-        if (end == nullptr || *end != ':')
-            return SYSDT_ERR_FAIL;
-        length = static_cast<std::size_t>(end - digits);
-    }
-    if (length > maxDigits || number < min || number > max)
-        return SYSDT_ERR_FAIL;
-    *cursor += length;
-    *out = number;
-    return SYSDT_OK;
+    return take_number(*cursor, isLast != 0, {maxDigits, min, max}, *out);
 }
 
 u32 SYSDT_Str2EvpnIpAddr(char **cursor, SYSDT_EvpnAddress *field, u32 isLast)
@@ -186,7 +168,7 @@ u32 SYSDT_Str2EvpnIpv6(char *text, u8 out[16], u32 *outLength)
         return SYSDT_ERR_NULL_PTR;
     SYSDT_EvpnAddress address{};
     u32 length = 0;
-    if (SYSDT_Str2EvpnUintNum(&text, &length, 3, 0, 128, 0) != SYSDT_OK) // (7)
+    if (take_number(text, false, {3, 0, 128}, length) != SYSDT_OK) // (7)
         return SYSDT_ERR_FAIL;
     ++text;
     if (read_bracketed(text, address) != SYSDT_OK || *text != '\0')

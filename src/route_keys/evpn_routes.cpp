@@ -49,34 +49,32 @@ struct Piece {
     /// Reads the field at the cursor and leaves the cursor at the separator behind it.
     u32 (*read)(Reading &in, const Piece &piece, u8 *to);
     std::size_t offset; ///< in the 89 bytes
-    u32 most = 0;       ///< characters
-    u32 lowest = 0;
-    u32 highest = 0;
+    Limits limits{};
 };
 
 template <class Number>
 u32 read_number(Reading &in, const Piece &piece, u8 *to)
 {
     u32 number = 0;
-    const u32 status = SYSDT_Str2EvpnUintNum(&in.at, &number, piece.most, piece.lowest, piece.highest, in.last);
+    const u32 status = take_number(in.at, in.last, piece.limits, number);
     store(to, static_cast<Number>(number));
     return status;
 }
 
 u32 read_mac(Reading &in, const Piece &piece, u8 *to)
 {
-    const Cut mac = take_field(in.at, in.last, piece.most);
+    const Cut mac = take_field(in.at, in.last, piece.limits.characters);
     return mac.get() == nullptr ? SYSDT_ERR_FAIL : SMP_Str2Mac(mac.get(), to);
 }
 
 u32 read_esi(Reading &in, const Piece &piece, u8 *to)
 {
-    return SYSDT_Str2EsiBas(take_field(in.at, in.last, piece.most).get(), to, 1, in.lenient);
+    return SYSDT_Str2EsiBas(take_field(in.at, in.last, piece.limits.characters).get(), to, 1, in.lenient);
 }
 
 u32 read_auto_discovery_esi(Reading &in, const Piece &piece, u8 *to)
 {
-    const Cut esi = take_field(in.at, in.last, piece.most);
+    const Cut esi = take_field(in.at, in.last, piece.limits.characters);
     if (esi.get() == nullptr)
         return SYSDT_ERR_FAIL;
     if (const u32 status = SYSDT_Str2EsiForAd(esi.get(), to, 1, in.lenient);
@@ -104,7 +102,7 @@ u32 read_prefix_address(Reading &in, const Piece &, u8 *to)
 u32 read_sized_ipv4(char *text, SYSDT_EvpnSizedAddress &out)
 {
     u32 length = 0;
-    if (SYSDT_Str2EvpnUintNum(&text, &length, 3, 0, UINT8_MAX, 0) != SYSDT_OK) // (7)
+    if (take_number(text, false, {3, 0, UINT8_MAX}, length) != SYSDT_OK) // (7)
         return SYSDT_ERR_FAIL;
     out.length = static_cast<u8>(length);
     return read_ipv4(text + 1, out.address);
@@ -133,24 +131,24 @@ u32 read_sized_address(Reading &in, const Piece &, u8 *to)
 
 #define AT(member) offsetof(SYSDT_BolEvpn, key.member)
 
-constexpr Piece number(std::size_t offset) { return {read_number<u32>, offset, 10, 0, UINT32_MAX}; }
+constexpr Piece number(std::size_t offset) { return {read_number<u32>, offset, {10, 0, UINT32_MAX}}; }
 
 constexpr Piece length(std::size_t offset, u32 lowest, u32 highest)
 {
-    return {read_number<u8>, offset, 3, lowest, highest};
+    return {read_number<u8>, offset, {3, lowest, highest}};
 }
 
-constexpr Piece prefix_length{read_number<u8>, AT(prefix.ip.length), UINT32_MAX, 0, UINT8_MAX}; // (7) (8)
+constexpr Piece prefix_length{read_number<u8>, AT(prefix.ip.length), {UINT32_MAX, 0, UINT8_MAX}}; // (7) (8)
 
 constexpr Piece auto_discovery[] = {
-    {read_auto_discovery_esi, AT(autoDiscovery.esi), 24},
+    {read_auto_discovery_esi, AT(autoDiscovery.esi), {24}},
     number(AT(autoDiscovery.tag)),
 };
 
 constexpr Piece mac_ip[] = {
     number(AT(macIp.tag)),
     length(AT(macIp.macLength), 0, UINT8_MAX), // (7)
-    {read_mac, AT(macIp.mac), 14},
+    {read_mac, AT(macIp.mac), {14}},
     {read_sized_address, AT(macIp.ip)},
 };
 
@@ -160,7 +158,7 @@ constexpr Piece inclusive[] = {
 };
 
 constexpr Piece segment[] = {
-    {read_esi, AT(segment.esi), 24},
+    {read_esi, AT(segment.esi), {24}},
     {read_sized_address, AT(segment.ip)},
 };
 
