@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands.hpp"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 
 #include "conversions.hpp"
 #include "display_record.hpp"
 #include "errors.hpp"
+#include "explain.hpp"
 #include "kinds.hpp"
 #include "lua_module.hpp"
 #include "near_names.hpp"
@@ -274,6 +278,27 @@ Answer table(Session &session, Arguments arguments)
     return {script_text(json) + "\n", {{"type", name_of(type)}, {"table", json}}};
 }
 
+bool is_coloured(const Options &options)
+{
+    if (options.color != "auto") {
+        return options.color == "always";
+    }
+    const char *no_color = std::getenv("NO_COLOR");
+    return (no_color == nullptr || *no_color == '\0') && isatty(STDOUT_FILENO) == 1;
+}
+
+Answer explain(Session &session, Arguments arguments)
+{
+    const Options &options = session.options();
+    if (options.html && options.json) {
+        throw UsageError("--html and --json are two answers; give one of them");
+    }
+    const SYSDT_Record &type = session.type(arguments[0]);
+    const Explanation explanation = explanation_of(session, type, read_text_or_value(session, type, arguments[1]));
+    return {options.html ? explanation_html(explanation) : explanation_text(explanation, is_coloured(options)),
+            explanation_json(explanation)};
+}
+
 Answer lua(Session &session, Arguments arguments)
 {
     run_script(session, arguments[0], arguments.subspan(1));
@@ -316,6 +341,8 @@ constexpr Command table_of_commands[] = {
     {"swap", "TYPE HEX", "The bytes with their numbers in the other byte order", "--native",
      "bgpdt swap ASNUM 0x0000fbf000000000", swap_bytes},
     {"table", "TYPE VALUE", "The value as scripts see it", "--mode --native", "bgpdt table VRFRD 64496:100", table},
+    {"explain", "TYPE VALUE", "The value's bytes, and what each field of them is", "--mode --native --color --html",
+     "bgpdt explain VRFRD 64496:100", explain},
     {"lua", "FILE [ARG...]", "Runs a Lua script with the module 'bgp'", "--mode", "bgpdt lua script.lua 64496", lua},
 };
 
@@ -333,8 +360,8 @@ std::vector<std::string> names_of_commands(Passes passes)
 }
 
 constexpr std::string_view special_options[] = {
-    "--mode", "--native", "--record", "--template", "--value",   "--from",    "--to",     "--output",
-    "--in",   "--jobs",   "--show",   "--quiet",    "--summary", "--rejects", "--memory", "--unique"};
+    "--mode", "--native", "--record", "--template", "--value",   "--from",   "--to",     "--output", "--in",
+    "--jobs", "--show",   "--quiet",  "--summary",  "--rejects", "--memory", "--unique", "--color",  "--html"};
 
 void require_options(const Command &command, const Options &options)
 {

@@ -112,6 +112,10 @@ void declare(CLI::App &app, Options &options)
         ->type_name("SIZE")
         ->transform(CLI::AsSizeValue(false).description(""));
     app.add_flag("--unique", options.unique, "Of equal values the first alone");
+    app.add_option("--color", options.color, "Colours: auto (on a terminal, unless NO_COLOR is set), always or never")
+        ->type_name("WHEN")
+        ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
+    app.add_flag("--html", options.html, "A page for a browser");
     app.add_option("--names", options.names, "Names behind the indexes: lines of INDEX NAME")->type_name("FILE");
     app.add_option("--plugin", options.plugin,
                    "The plug-in; else $BGPDT_PLUGIN, else beside bgpdt, in ../lib or ../src")

@@ -20,6 +20,8 @@ struct Options {
     std::optional<std::uint8_t> mode;
     std::optional<std::string> line_template; ///< print: of an attribute bitmap's display record
     std::vector<std::string> values;          ///< print: what fills the template, "KIND=VALUE"
+    std::string color = "auto";               ///< explain: "always" and "never" do not ask for a terminal
+    bool html = false;                        ///< explain: a page
     std::string names;
     std::string plugin;
 

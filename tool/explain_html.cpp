@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <string_view>
+
+#include "explain.hpp"
+#include "shown_text.hpp"
+
+namespace bgpdt::tool {
+namespace {
+
+constexpr std::size_t bytes_per_line = 16;
+
+constexpr std::string_view style = R"(body { font-family: sans-serif; margin: 2em; color: #222; background: #fff }
+table { border-collapse: collapse }
+th, td { border: 1px solid #bbb; padding: .2em .6em; text-align: left; vertical-align: top }
+code, pre { font-family: monospace }
+pre { white-space: pre-wrap; overflow-wrap: anywhere }
+.c0 { background: #fde2e0 } .c1 { background: #dff3df } .c2 { background: #fbf1c9 }
+.c3 { background: #dde8fb } .c4 { background: #f2dff6 } .c5 { background: #d8f3f3 }
+.none { color: #767676 }
+)";
+
+std::string escaped(std::string_view text)
+{
+    std::string html;
+    for (const char c : text) {
+        switch (c) {
+        case '&': html += "&amp;"; break;
+        case '<': html += "&lt;"; break;
+        case '>': html += "&gt;"; break;
+        case '"': html += "&quot;"; break;
+        default: html += c;
+        }
+    }
+    return html;
+}
+
+std::string cell(const std::string &html) { return "<td>" + html + "</td>"; }
+
+std::string row(const Explanation &explanation, const Part &part, std::optional<std::size_t> colour)
+{
+    std::string bytes;
+    for (const std::string &line : byte_lines(explanation.bytes_of(part), bytes_per_line)) {
+        bytes += (bytes.empty() ? "" : "<br>") + line;
+    }
+    return "<tr class=\"" + (colour ? "c" + std::to_string(*colour) : "none") + "\">" +
+           cell(std::to_string(part.offset)) + cell(std::to_string(part.size)) + cell("<code>" + bytes + "</code>") +
+           cell(part.name.empty() ? "-" : escaped(part.name)) + cell(escaped(part.meaning)) +
+           cell(escaped(part.shown)) + cell(escaped(part.key)) + "</tr>\n";
+}
+
+} // namespace
+
+std::string explanation_html(const Explanation &explanation)
+{
+    const std::string title = escaped(title_of(explanation));
+    const auto colours = colours_of(explanation);
+    std::string rows;
+    for (std::size_t i = 0; i < colours.size(); ++i) {
+        rows += row(explanation, explanation.parts[i], colours[i]);
+    }
+    return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + title +
+           "</title>\n<style>\n" + std::string(style) + "</style>\n</head>\n<body>\n<h1>" + title +
+           "</h1>\n<p>Byte order: " + escaped(order_of(explanation)) +
+           "</p>\n<table>\n<tr><th>Offset</th><th>Size</th><th>Bytes</th><th>Field</th><th>Meaning</th><th>Value</th>"
+           "<th>Script field</th></tr>\n" +
+           rows + "</table>\n<h2>Text</h2>\n<pre>" + escaped(text_of(explanation)) +
+           "</pre>\n<h2>Script table</h2>\n<pre>" + escaped(table_of(explanation)) + "</pre>\n</body>\n</html>\n";
+}
+
+} // namespace bgpdt::tool
