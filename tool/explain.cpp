@@ -92,9 +92,35 @@ struct Reader {
     Value value;
     std::string kind; ///< the sub-kind's name
 
-    std::string meaning(const Field &field, std::span<const std::uint64_t> numbers) const;
+    std::string meaning(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const;
     std::string shown(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const;
 };
+
+/// The octets of a route distinguisher or an extended community: what the type code makes of the six behind it.
+struct Coded {
+    enum Split { as2_number4, ipv4_number2, as4_number2, six_octets } split;
+    std::uint16_t code;
+};
+
+/// @param type  of which the octets are; a route distinguisher's code is a number (RFC 4364, section 4.2), a community's
+///              a type and a sub-type (RFC 4360, section 3, without the transitivity bit; RFC 5668)
+Coded coded(std::uint16_t type, Value octets)
+{
+    const auto code = static_cast<std::uint16_t>(octets[0] << 8 | octets[1]);
+    const bool rd = type == SYSDT_TYPE_VRFRD || type == SYSDT_TYPE_RTPRD || type == SYSDT_TYPE_BOLRD;
+    const unsigned chosen = rd ? code : octets[0] & ~0x40U;
+    return {chosen < Coded::six_octets ? static_cast<Coded::Split>(chosen) : Coded::six_octets, code};
+}
+
+bool is_coded(const Field &field) { return std::string_view(field.name) == "type and value"; }
+
+std::string coded_meaning(const Coded &octets)
+{
+    constexpr std::string_view splits[] = {"2-octet AS, number", "IPv4 address, number", "4-octet AS, number",
+                                           "six octets"};
+    const std::uint8_t code[] = {static_cast<std::uint8_t>(octets.code >> 8), static_cast<std::uint8_t>(octets.code)};
+    return "type 0x" + to_hex(code) + ": " + std::string(splits[octets.split]);
+}
 
 bool is_mac_like_target(Value value)
 {
@@ -102,9 +128,12 @@ bool is_mac_like_target(Value value)
     return kind_of(value) == SYSDT_BOL_VRFRTEXT && value[code] == 6 && value[code + 1] == 2;
 }
 
-std::string Reader::meaning(const Field &field, std::span<const std::uint64_t> numbers) const
+std::string Reader::meaning(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const
 {
     const std::string_view name = field.name;
+    if (is_coded(field)) {
+        return coded_meaning(coded(type.typeId, bytes));
+    }
     if (numbers.size() != 1 || field.form != Form::number) {
         return type.typeId == SYSDT_TYPE_CVRFNAME ? "text" : reading(field);
     }
@@ -173,9 +202,33 @@ std::string ipv4_text(std::uint64_t address)
     return PAL_IpAddrToStr(static_cast<std::uint32_t>(address), buffer.data());
 }
 
+std::uint64_t network_number(Value bytes)
+{
+    std::uint64_t number = 0;
+    for (const std::uint8_t byte : bytes) {
+        number = number << 8 | byte;
+    }
+    return number;
+}
+
+std::string coded_value(const Coded &octets, Value bytes)
+{
+    const auto number = [bytes](std::size_t at, std::size_t size) { return network_number(bytes.subspan(at, size)); };
+    switch (octets.split) {
+    case Coded::as2_number4: return std::to_string(number(2, 2)) + ", " + std::to_string(number(4, 4));
+    case Coded::ipv4_number2: return ipv4_text(number(2, 4)) + ", " + std::to_string(number(6, 2));
+    case Coded::as4_number2: return std::to_string(number(2, 4)) + ", " + std::to_string(number(6, 2));
+    case Coded::six_octets: break;
+    }
+    return to_hex(bytes.subspan(2));
+}
+
 std::string Reader::shown(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const
 {
     std::array<char, 46> buffer{};
+    if (is_coded(field)) {
+        return coded_value(coded(type.typeId, bytes), bytes);
+    }
     switch (field.form) {
     case Form::bytes: return octets(type.typeId, bytes);
     case Form::ipv6: return PAL_Inet_ntoa_b_ipv6(bytes.data(), buffer.data());
@@ -225,7 +278,7 @@ Part part_of(const Reader &reader, const Field &field, std::size_t offset)
 {
     const Value bytes = reader.value.subspan(offset, field.size());
     Part part{offset, field.size(), field.name, "", "", "", numbers_of(field, bytes)};
-    part.meaning = reader.meaning(field, part.numbers);
+    part.meaning = reader.meaning(field, bytes, part.numbers);
     part.shown = reader.shown(field, bytes, part.numbers);
     if (field.key != nullptr) {
         part.key = (field.table == nullptr ? "" : std::string(field.table) + ".") + field.key;
@@ -285,7 +338,8 @@ std::vector<Part> parts_of_fields(const Reader &reader, const Layout &layout)
                          "as entry " + std::to_string(last + 1),
                          "",
                          "",
-                         {}});
+                         {},
+                         rest});
     }
     add_unnamed(parts, reader.value, layout.size(), reader.value.size());
     return parts;
@@ -367,30 +421,8 @@ ordered_json part_json(const Explanation &explanation, const Part &part)
     return json;
 }
 
-} // namespace
-
-Explanation explanation_of(Session &session, const SYSDT_Record &type, const Bytes &value)
-{
-    const Layout layout = layout_of(type.typeId, value, std::endian::native);
-    Explanation explanation{.type = name_of(type),
-                            .about = sample_of(type.typeId).about,
-                            .native = session.options().native,
-                            .bytes = value};
-    const auto is_sub_kind = [](const Field &field) { return std::string_view(field.name) == "sub-kind"; };
-    if (std::ranges::any_of(layout.fields, is_sub_kind)) {
-        explanation.kind = kind_name(session, type, value);
-    }
-    explanation.parts = layout.fields.empty() ? std::vector{whole_value(type, value)}
-                                              : parts_of_fields({type, value, explanation.kind}, layout);
-    add_text(session, type, value, explanation);
-    add_table(session, type, value, explanation);
-    if (!explanation.native) {
-        turn_to_target(type, explanation.bytes);
-    }
-    return explanation;
-}
-
-std::vector<std::string> byte_lines(std::span<const std::uint8_t> bytes, std::size_t per_line)
+/// As byte_lines() below.
+std::vector<std::string> lines_of(Value bytes, std::size_t per_line)
 {
     const std::uint8_t last = bytes.empty() ? 0 : bytes.back();
     const auto other = std::find_if(bytes.rbegin(), bytes.rend(), [last](std::uint8_t byte) { return byte != last; });
@@ -404,6 +436,43 @@ std::vector<std::string> byte_lines(std::span<const std::uint8_t> bytes, std::si
     if (counted_bytes != 0) {
         lines.push_back(to_hex(bytes.last(1)) + " x " + std::to_string(counted_bytes));
     }
+    return lines;
+}
+
+} // namespace
+
+Explanation explanation_of(Session &session, const SYSDT_Record &type, const Bytes &value)
+{
+    const Layout layout = layout_of(type.typeId, value, std::endian::native);
+    Explanation explanation{.type = name_of(type),
+                            .about = sample_of(type.typeId).about,
+                            .native = session.options().native,
+                            .bytes = value};
+    const auto is_sub_kind = [](const Field &field) { // what scripts alone know has no name
+        return field.name != nullptr && std::string_view(field.name) == "sub-kind";
+    };
+    if (std::ranges::any_of(layout.fields, is_sub_kind)) {
+        explanation.kind = kind_name(session, type, value);
+    }
+    explanation.parts = layout.fields.empty() ? std::vector{whole_value(type, value)}
+                                              : parts_of_fields({type, value, explanation.kind}, layout);
+    add_text(session, type, value, explanation);
+    add_table(session, type, value, explanation);
+    if (!explanation.native) {
+        turn_to_target(type, explanation.bytes);
+    }
+    return explanation;
+}
+
+std::vector<std::string> byte_lines(const Explanation &explanation, const Part &part, std::size_t per_line)
+{
+    const Value all = explanation.bytes_of(part);
+    const bool equal_bytes = std::ranges::count(all, all.front()) == static_cast<std::ptrdiff_t>(all.size());
+    if (part.repeats == 1 || equal_bytes) {
+        return lines_of(all, per_line);
+    }
+    std::vector<std::string> lines = lines_of(all.first(part.size / part.repeats), per_line);
+    lines.back() += " x " + std::to_string(part.repeats);
     return lines;
 }
 

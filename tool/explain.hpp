@@ -26,6 +26,7 @@ struct Part {
     std::string shown;   ///< its value; empty where the meaning says it all
     std::string key;     ///< the script field, "table.field" where it stands in one; empty if scripts do not see it
     std::vector<std::uint64_t> numbers; ///< of a field that is kept as one or more numbers
+    std::size_t repeats = 1;            ///< of entries that are alike: how many
 };
 
 struct Explanation {
@@ -49,8 +50,9 @@ struct Explanation {
 /// @param value  of the type's length, in the machine's order
 Explanation explanation_of(Session &session, const SYSDT_Record &type, const Bytes &value);
 
-/// "c0 00 02 01": bytes, `per_line` a line; a long row of zeros at the end, or of equal bytes, is counted.
-std::vector<std::string> byte_lines(std::span<const std::uint8_t> bytes, std::size_t per_line);
+/// "c0 00 02 01": the part's bytes, `per_line` a line; a long row of zeros at the end, or of equal bytes or entries, is
+/// counted.
+std::vector<std::string> byte_lines(const Explanation &explanation, const Part &part, std::size_t per_line);
 
 /// What each picture says above and below the fields.
 std::string title_of(const Explanation &explanation);

@@ -40,7 +40,7 @@ std::string cell(const std::string &html) { return "<td>" + html + "</td>"; }
 std::string row(const Explanation &explanation, const Part &part, std::optional<std::size_t> colour)
 {
     std::string bytes;
-    for (const std::string &line : byte_lines(explanation.bytes_of(part), bytes_per_line)) {
+    for (const std::string &line : byte_lines(explanation, part, bytes_per_line)) {
         bytes += (bytes.empty() ? "" : "<br>") + line;
     }
     return "<tr class=\"" + (colour ? "c" + std::to_string(*colour) : "none") + "\">" +

@@ -38,7 +38,7 @@ void add_lines(std::vector<Line> &lines, const Explanation &explanation, const P
                std::optional<std::size_t> colour)
 {
     Cells cells = {range_of(part), "", part.name.empty() ? "-" : part.name, part.meaning, part.shown};
-    for (const std::string &bytes : byte_lines(explanation.bytes_of(part), bytes_per_line)) {
+    for (const std::string &bytes : byte_lines(explanation, part, bytes_per_line)) {
         cells[1] = bytes;
         lines.push_back({cells, colour});
         cells = {};

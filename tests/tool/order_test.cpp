@@ -1,66 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The order in which lines are sorted, over every two and three values of the vectors.
-#include <cstdlib>
-#include <map>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "bgp_datatype/values.h"
-#include "support/vector_file.hpp"
-#include "tool/session.hpp"
 #include "tool/sorting.hpp"
+#include "vector_values.hpp"
 
 namespace {
 
 using namespace bgpdt;
 using namespace bgpdt::tool;
-
-Options options_of_test()
-{
-    Options options;
-    options.plugin = std::getenv("BGPDT_PLUGIN");
-    return options;
-}
-
-/// The host is the process's.
-Session &session()
-{
-    static const Options options = options_of_test();
-    static Session session(options);
-    return session;
-}
-
-/// The types that take the values of the dispatch rows.
-const char *type_of(const test::Line &line)
-{
-    return !line.row ? line.subject.c_str() : line.subject.starts_with("RD:") ? "BOLRD" : "BOLPREFIX";
-}
-
-/// The values of the vectors by type, in the machine's byte order.
-const std::map<std::string, std::vector<Bytes>> &values()
-{
-    static const auto all = [] {
-        std::map<std::string, std::vector<Bytes>> by_type;
-        for (const test::Line &line : test::read_vector_folder(BGPDT_SOURCE_VECTORS).lines) {
-            const SYSDT_Record &type = session().type(type_of(line));
-            for (Bytes value : {line.bytes, line.result.value_or(Bytes{})}) {
-                if (value.size() == value_size(type)) {
-                    turn_to_native(type, value);
-                    by_type[name_of(type)].push_back(value);
-                }
-            }
-        }
-        for (auto &[name, list] : by_type) {
-            std::ranges::sort(list);
-            list.erase(std::unique(list.begin(), list.end()), list.end());
-        }
-        return by_type;
-    }();
-    return all;
-}
+using test::session;
+using test::values;
 
 int sign(int number) { return (number > 0) - (number < 0); }
 
