@@ -1,0 +1,308 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""Writes the pages of docs/types, one for each type, from what the tool tells of it and from the vectors.
+
+    docs/generate.py BGPDT           writes them
+    docs/generate.py BGPDT --check   fails where a page is not what it would write
+"""
+import json
+import os
+import pathlib
+import re
+import subprocess
+import sys
+from concurrent.futures import ThreadPoolExecutor
+from itertools import groupby
+
+top = pathlib.Path(__file__).resolve().parent.parent
+tool = ""
+examples_wanted = 3
+# What the host's own types take and refuse is no matter of the vectors: indexes, and strings of the type's size.
+index_texts = {"in": ["0", "7", "4294967295"], "bad": ["", "-1", "4294967296"]}
+string_texts = {"in": ["vpn1", "a", "x" * 31], "bad": ["x" * 32, "x" * 33, "x" * 100]}
+# The vectors of a dispatch row that has no type of its own are told with the type that dispatches to it.
+dispatching = "BOLPREFIX"
+
+
+def ask(*words):
+    """What the tool answers in JSON, refusals included."""
+    run = subprocess.run([tool, "--json", *words[:2], "--", *words[2:]], capture_output=True, text=True, check=False)
+    if run.returncode > 1:
+        sys.exit(f"bgpdt {' '.join(words)}: {run.stdout}{run.stderr}")
+    return json.loads(run.stdout)
+
+
+def ask_text(*words):
+    return subprocess.run([tool, *words[:2], "--", *words[2:]], capture_output=True, text=True, check=True).stdout
+
+
+def quoted(text):
+    """A word of the shell."""
+    return text if re.fullmatch(r"[\w.,:/-]+", text) else "'" + text + "'"
+
+
+class VectorFile:
+    """The comment at the head of a file of vectors, and its lines that are about a type."""
+
+    def __init__(self, path):
+        self.name = path.name
+        lines = path.read_text(encoding="utf-8").splitlines()
+        end = next(i for i, line in enumerate(lines) if not line.startswith("#"))
+        head = [line[2:] for line in lines[1:end] if not re.match(r"# -{8}", line)]
+        start = next((i for i, line in enumerate(head) if re.match(r" *\(\d+\)", line)), len(head))
+        numbered = head[start:]
+        self.about = "\n".join(line for line in head[:start] if not line.startswith("Deliberate")).strip()
+        self.irregularities, self.more = [], []
+        for line in numbered:
+            if item := re.match(r" *\((\d+)\) (.*)", line):
+                self.irregularities.append([item[1], item[2]])
+            elif line.startswith(" ") and self.irregularities:
+                self.irregularities[-1][1] += " " + line.strip()
+            else:
+                self.more.append(line)
+        self.lines = []
+        subject = None
+        for line in re.sub(r"\\\n\s*", "", "\n".join(lines[end:])).splitlines():
+            if name := re.match(r"(type|row) (\S+)", line):
+                subject = name[2] if name[1] == "type" else None
+            elif subject is not None:
+                self.lines.append((subject, line))
+
+
+def read_vectors():
+    return [VectorFile(path) for path in sorted((top / "tests/vectors").glob("*/*.vec"))]
+
+
+def expanded(word):
+    """The bytes of the vectors' grammar, as hexadecimal digits."""
+    word = re.sub(r"([0-9a-f]{2})\*(\d+)", lambda m: m[1] * int(m[2]), word)
+    return re.sub(r"\(([^()]*)\)\*(\d+)", lambda m: m[1] * int(m[2]), word).replace("_", "")
+
+
+def texts_of(files, type_name, verb):
+    """Plain texts of lines that hold in mode 2, with the bytes that are told for them."""
+    for file in files:
+        for subject, line in file.lines:
+            found = re.match(verb + r'(?:@([\d,]+))? +"([ -\[\]-~]{1,300})" +([0-9a-f_*()]+|[A-Z_]+)( !\w+)? *(#.*)?$', line)
+            text = found[2].replace('""', "") if found else '"'
+            if subject == type_name and '"' not in text and "2" in (found[1] or "2").split(","):
+                yield text, found[3]
+
+
+def shape(text):
+    """What sets the forms of a type apart: words, and how many there are of each other character."""
+    return re.findall("[g-zG-Z]+", text), sorted(re.findall("[^0-9a-zA-Z]", text))
+
+
+def known_texts(description, files, verb):
+    """By text the bytes, or null, of what the vectors say; what they do not is the host's."""
+    if description["kind"] != "structured" and not any(texts_of(files, description["name"], "bad")):
+        return dict.fromkeys((string_texts if description["kind"] == "string" else index_texts)[verb])
+    return {text: word for text, word in texts_of(files, description["name"], verb) if text.strip()}
+
+
+def good_texts(description, files):
+    """Each of another form as long as there are any, checked against their bytes."""
+    known = known_texts(description, files, "in")
+    bare = [text for text in known if text == text.strip()]
+    chosen = {}
+    for text in bare:
+        chosen.setdefault(str(shape(text)), text)
+    answers = []
+    for text in list(dict.fromkeys([*chosen.values(), *bare]))[:examples_wanted]:
+        answer = ask("parse", description["name"], text)
+        if "hex" not in answer or (known[text] and not same_bytes(answer["hex"], expanded(known[text]))):
+            sys.exit(f"{description['name']}: {text!r} is not what the vectors say: {answer}")
+        answers.append((text, answer["hex"]))
+    return answers
+
+
+def same_bytes(first, second):
+    size = max(len(first), len(second))
+    return first.ljust(size, "0") == second.ljust(size, "0")
+
+
+def bad_texts(description, files):
+    """Each refused for another reason as long as there are any, those first of which the tool tells where they err."""
+    chosen, others = {}, []
+    for text in list(known_texts(description, files, "bad"))[:40]:
+        answer = ask("parse", description["name"], text)
+        if "error" not in answer:
+            sys.exit(f"{description['name']}: {text!r} is taken, the vectors say that it is not")
+        entry = (text, answer.get("reason") or "it is " + answer["error"].split(": it is ")[-1].split(" (SYSDT")[0],
+                 answer.get("repair", ""))
+        if "at" not in answer or chosen.setdefault(re.sub(r'"[^"]*"|\d+', "9", entry[1]), entry) is not entry:
+            others.append(entry)
+        if len(chosen) == examples_wanted:
+            break
+    return (list(chosen.values()) + others)[:examples_wanted]
+
+
+def first_value(files, type_name, size):
+    """Bytes of a type without text."""
+    for file in files:
+        for subject, line in file.lines:
+            found = re.match(r"(?:out|bare|copy|set)(?:@[\d,]+)? +([0-9a-f_*()]+) ", line)
+            if subject == type_name and found and len(expanded(found[1])) == 2 * size and expanded(found[1]).strip("0"):
+                return "0x" + expanded(found[1])
+    return "0x" + "00" * size
+
+
+def pictures(description, files):
+    """A value of every layout that the samples, or the kinds without text, have."""
+    values = description["examples"] or [first_value(files, description["name"], description["size"])]
+    kinds = {}
+    for kind in description.get("kinds", []):
+        kinds[kind["name"]] = "0x%08x" % kind["number"] + "00" * (description["size"] - 4)
+    seen = {}
+    for value in values + list(kinds.values()):
+        answer = ask("explain", description["name"], value)
+        layout = tuple((part["offset"], part["size"], part.get("name")) for part in answer["parts"])
+        kind_told = answer.get("kind") in {other.get("kind") for other, _ in seen.values()}
+        if layout not in seen and not (value in kinds.values() and kind_told):
+            seen[layout] = (answer, value)
+    return list(seen.values())
+
+
+def escaped(text):
+    return re.sub(r"([*\[\]\\|`])", r"\\\1", text).replace("<", "&lt;")
+
+
+def code(text):
+    fence = "``" if "`" in text else "`"
+    return fence + text.replace("|", "\\|") + fence if text else "(the empty text)"
+
+
+def table(heads, rows):
+    lines = ["| " + " | ".join(row) + " |" for row in [heads, ["---"] * len(heads), *rows]]
+    return "\n".join(lines) + "\n"
+
+
+def text_section(description, files):
+    name = description["name"]
+    if "parse" not in description["operations"]:
+        return "## Text\n\nThe type takes no text" + (
+            "; it prints one.\n" if "print" in description["operations"] else ".\n")
+    parts = ["## Text\n"]
+    if description["takes"]:
+        parts.append("Its help says: " + " or ".join(code(text) for text in description["takes"]) + "\n")
+    if description["examples"]:
+        parts.append("One text of each form:\n\n```text\n" + "\n".join(description["examples"]) + "\n```\n")
+    if any(kind.get("form") for kind in description.get("kinds", [])):
+        parts.append(table(["kind", "number", "its help says"],
+                           [[kind["name"], str(kind["number"]), code(kind["form"]) if kind.get("form") else ""]
+                            for kind in description["kinds"]]))
+    good = good_texts(description, files)
+    if good:
+        parts.append("Taken:\n\n" + table(["text", "bytes"],
+                                          [[code(text), code(shortened(digits))] for text, digits in good]))
+        bad = bad_texts(description, files)
+        parts.append("Refused:\n\n" + table(["text", "why", "taken instead"],
+                                            [[code(text), escaped(why), code(repair) if repair else ""]
+                                             for text, why, repair in bad]))
+    else:
+        parts.append("No text gives a value.\n")
+    return "\n".join(parts)
+
+
+def shortened(digits):
+    """What is repeated at the end is counted."""
+    found = re.search(r"((?:..){1,8}?)\1{8,}$", digits)
+    if not found or found.start() % 2:
+        return digits
+    return f"{digits[:found.start()]} {found[1]} x {len(found[0]) // len(found[1])}".strip()
+
+
+def counted(text):
+    """Equal lines that follow each other are counted, so are the last ones of a list, which lack a comma."""
+    lines = []
+    for line, same in groupby(text.splitlines(), lambda line: line.rstrip(",")):
+        same = list(same)
+        lines += same if len(same) < 4 else [same[0], f"{line[:len(line) - len(line.lstrip())]}... {len(same) - 1} more"]
+    return "\n".join(lines) + "\n"
+
+
+def picture_section(description, files):
+    parts = ["## Bytes\n"]
+    answers = pictures(description, files)
+    for answer, value in answers:
+        if len(answers) > 1:
+            route = next((part["meaning"] for part in answer["parts"] if part.get("name") == "route type"), "number")
+            kind = answer.get("kind") if "kinds" in description else None
+            parts.append(f"### {' '.join(filter(None, [kind, '' if route == 'number' else route]))}\n")
+        box = counted(ask_text("explain", description["name"], value))
+        parts.append(f"```text\n$ bgpdt explain {description['name']} {quoted(value)}\n{box}```\n")
+        keyed = [[str(part["offset"]), str(part["size"]), escaped(part["name"]), code(part["key"])]
+                 for part in answer["parts"] if part.get("key")]
+        if keyed:
+            parts.append(table(["offset", "size", "field", "script field"], keyed))
+    return "\n".join(parts)
+
+
+def irregularity_section(files):
+    parts = ["## Deliberate irregularities\n"]
+    for file in files:
+        if len(files) > 1:
+            parts.append(f"### {file.name.removesuffix('.vec')}\n\n{escaped(file.about)}\n")
+        # A number that goes on from another file's would be counted anew by a list of Markdown's.
+        parts += [f"- ({number}) {escaped(text)}" for number, text in file.irregularities]
+        parts.append("\n" + escaped("\n".join(file.more)) + "\n" if file.more else "")
+    if not any(file.irregularities for file in files):
+        parts.append("None.\n")
+    return "\n".join(parts)
+
+
+def page(name, files):
+    description = ask("describe", name)
+    head = f"# {name}: {description['about']}\n\n"
+    head += f"Type {description['id']:#06x}, {description['kind']}, {description['size']} bytes, "
+    head += "with " + " ".join(description["operations"]) + ".\n\n"
+    if len(files) == 1:
+        head += escaped(files[0].about) + "\n\n"
+    text = head + text_section(description, files) + "\n" + picture_section(description, files) + "\n"
+    text += irregularity_section(files) if files else ""
+    return re.sub(r"\n{3,}", "\n\n", text).rstrip() + "\n"
+
+
+def file_of_type(file, names):
+    """The type whose page tells a file: the longest name that the file's begins with."""
+    stem = file.name.removesuffix(".vec")
+    return max((name for name in names if re.match(re.escape(name) + r"(_[a-z]|$)", stem)), key=len, default=dispatching)
+
+
+def pages():
+    types = ask("types")
+    names = [entry["name"] for entry in types]
+    vectors = read_vectors()
+    files = {name: [file for file in vectors if file_of_type(file, names) == name] for name in names}
+    with ThreadPoolExecutor(os.cpu_count()) as pool:
+        texts = list(pool.map(lambda name: page(name, files[name]), names))
+    rows = [[f"[{entry['name']}]({entry['name']}.md)", ask("describe", entry["name"])["about"], str(entry["size"])]
+            for entry in types]
+    index = "# The types\n\n" + table(["type", "what it is", "bytes"], rows)
+    return {"README.md": index, **{name + ".md": text for name, text in zip(names, texts)}}
+
+
+def main():
+    global tool
+    if len(sys.argv) not in (2, 3) or sys.argv[2:] not in ([], ["--check"]):
+        sys.exit(__doc__)
+    tool = sys.argv[1]
+    folder = top / "docs/types"
+    made = pages()
+    there = {path.name for path in folder.glob("*.md")}
+    if len(sys.argv) == 3:
+        stale = sorted(name for name in there | set(made)
+                       if name not in made or name not in there
+                       or (folder / name).read_text(encoding="utf-8") != made[name])
+        if stale:
+            sys.exit("not current, write them with docs/generate.py: " + " ".join(stale))
+        return
+    folder.mkdir(exist_ok=True)
+    for name in there - set(made):
+        (folder / name).unlink()
+    for name, text in made.items():
+        (folder / name).write_text(text, encoding="utf-8")
+
+
+main()
