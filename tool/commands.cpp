@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 
 #include "conversions.hpp"
@@ -244,24 +245,113 @@ ordered_json kinds_json(const std::vector<Kind> &kinds)
     return array;
 }
 
+/// The named fields of a value, and the script fields that hold them. Of a list those of the entries that differ.
+/// @param text  names the value, if not every value has these fields
+Answer fields_of(Session &session, const SYSDT_Record &type, const Bytes &value, const std::string &text = {})
+{
+    std::vector<Part> parts = explanation_of(session, type, value).parts;
+    std::erase_if(parts, [](const Part &part) { return part.name.empty() || part.repeats > 1; });
+    std::size_t column = 0;
+    for (const Part &part : parts) {
+        column = std::max(column, part.name.size() + 2);
+    }
+    Answer fields{"  fields" + (text.empty() ? "" : "      of " + text) + "\n", ordered_json::array()};
+    for (const Part &part : parts) {
+        fields.text += padded("    " + range_of(part), 14) + padded(part.name, part.key.empty() ? 0 : column);
+        fields.text += part.key + "\n";
+        fields.json.push_back({{"offset", part.offset}, {"size", part.size}, {"name", part.name}});
+        if (!part.key.empty()) {
+            fields.json.back()["key"] = part.key;
+        }
+    }
+    return fields;
+}
+
+Bytes value_of_kind(const SYSDT_Record &type, std::uint32_t number)
+{
+    Bytes value(value_size(type));
+    std::memcpy(value.data(), &number, sizeof number);
+    return value;
+}
+
+/// Those of the first sample where they depend on the value, else what all have.
+Answer fields_of_type(Session &session, const SYSDT_Record &type)
+{
+    const Bytes zeros(value_size(type));
+    const Layout layout = layout_of(type.typeId, zeros, std::endian::native);
+    const bool depends = std::ranges::any_of(layout.fields, [](const Field &field) {
+        return field.name != nullptr && std::string_view(field.name) == "route type";
+    });
+    if (!depends) {
+        return fields_of(session, type, zeros);
+    }
+    const std::string text = sample_of(type.typeId).texts.front();
+    return fields_of(session, type, read_text_or_value(session, type, text), text);
+}
+
+/// As far as the type's samples are texts of the kind.
+std::vector<std::string> samples_of_kind(Session &session, const SYSDT_Record &type, const Kind &kind)
+{
+    std::vector<std::string> texts = sample_of(type.typeId).texts;
+    std::erase_if(texts, [&](const std::string &text) {
+        const host::Converted converted = session.host().parse(type, text, session.mode_for(type));
+        return !converted.ok() || kind_of(converted.data) != kind.number;
+    });
+    return texts;
+}
+
+Answer describe_kind(Session &session, const SYSDT_Record &type, const std::string &name)
+{
+    const std::vector<Kind> all = kinds(session, type);
+    const auto kind = std::ranges::find_if(all, [&](const Kind &k) { return lower(k.name) == lower(name); });
+    if (kind == all.end()) {
+        std::vector<std::string> names;
+        std::ranges::transform(all, std::back_inserter(names), &Kind::name);
+        throw UsageError(name_of(type) + (all.empty() ? " has no kinds" : " has no kind " + name) +
+                         did_you_mean(name, names));
+    }
+    const std::vector<std::string> texts = samples_of_kind(session, type, *kind);
+    const Answer fields = texts.empty() ? fields_of(session, type, value_of_kind(type, kind->number))
+                                        : fields_of(session, type, read_text_or_value(session, type, texts.front()),
+                                                    kind->number == SYSDT_BOL_EVN ? texts.front() : "");
+    return {kind->name + "\n" + fact("kind", std::to_string(kind->number) + " of " + name_of(type)) +
+                fact("size", counted(value_size(type), "byte")) + fact("takes", kind->form) +
+                fact("for example", examples(texts)) + fact("operations", joined(kind->operations, " ")) + fields.text,
+            {{"name", kind->name},
+             {"type", name_of(type)},
+             {"number", kind->number},
+             {"size", value_size(type)},
+             {"form", kind->form},
+             {"examples", texts},
+             {"operations", kind->operations},
+             {"fields", fields.json}}};
+}
+
 Answer describe(Session &session, Arguments arguments)
 {
     const SYSDT_Record &type = session.type(arguments[0]);
+    if (arguments.size() > 1) {
+        return describe_kind(session, type, arguments[1]);
+    }
     const Sample sample = sample_of(type.typeId);
     const std::vector<Kind> all_kinds = kinds(session, type);
     // The help of a type with kinds is that of its first kind.
     const std::vector<std::string> takes = all_kinds.empty() ? help_texts(session, type) : std::vector<std::string>{};
     const std::vector<std::string> words = operations(type);
+    const Answer fields = all_kinds.empty() ? fields_of_type(session, type) : Answer();
     const std::string swaps = swaps_short_form(type) ? counted(type.dataLength, "byte") + ", a short form" : "";
 
     Answer answer;
     answer.text = name_of(type) + "\n" + fact("about", sample.about) + fact("id", id_text(type.typeId)) +
                   fact("kind", storage(type)) + fact("size", counted(value_size(type), "byte")) + fact("swaps", swaps) +
                   fact("takes", joined(takes, " or ")) + fact("for example", examples(sample.texts)) +
-                  fact("operations", joined(words, " ")) + kinds_text(all_kinds);
+                  fact("operations", joined(words, " ")) + fields.text + kinds_text(all_kinds);
     answer.json = {{"name", name_of(type)},    {"about", sample.about},    {"id", type.typeId},
                    {"kind", storage(type)},    {"size", value_size(type)}, {"takes", takes},
                    {"examples", sample.texts}, {"operations", words}};
+    if (!fields.json.empty()) {
+        answer.json["fields"] = fields.json;
+    }
     if (!all_kinds.empty()) {
         answer.json["kinds"] = kinds_json(all_kinds);
     }
@@ -317,7 +407,8 @@ Answer canon(Session &session, Arguments arguments)
 
 constexpr Command table_of_commands[] = {
     {"types", "", "The registered types: name, id, size in bytes, operations", "", "bgpdt types", types},
-    {"describe", "TYPE", "What the type is and takes", "", "bgpdt describe VRFRD", describe},
+    {"describe", "TYPE [KIND]", "What the type, or a kind of its values, is and takes", "", "bgpdt describe VRFRD",
+     describe},
     {"parse", "TYPE TEXT", "Text to bytes", "--mode --native", "bgpdt parse CMNTY_ENHANCE 'no-export 64496:1'", parse},
     {"print", "TYPE HEX", "Bytes to text", "--mode --native --record --template --value",
      "bgpdt print COMMUNITY 0xffffff0100000000", print},

@@ -54,6 +54,9 @@ Explanation explanation_of(Session &session, const SYSDT_Record &type, const Byt
 /// counted.
 std::vector<std::string> byte_lines(const Explanation &explanation, const Part &part, std::size_t per_line);
 
+/// "4-7": the part's bytes, "4" for one alone.
+std::string range_of(const Part &part);
+
 /// What each picture says above and below the fields.
 std::string title_of(const Explanation &explanation);
 std::string order_of(const Explanation &explanation);

@@ -27,13 +27,6 @@ std::size_t width_of(const std::string &text)
     return characters;
 }
 
-/// "4-7", or "4" for a byte alone.
-std::string range_of(const Part &part)
-{
-    const std::string first = std::to_string(part.offset);
-    return part.size == 1 ? first : first + "-" + std::to_string(part.offset + part.size - 1);
-}
-
 void add_lines(std::vector<Line> &lines, const Explanation &explanation, const Part &part,
                std::optional<std::size_t> colour)
 {
@@ -90,6 +83,12 @@ std::string box(const std::vector<Line> &lines, bool coloured)
 }
 
 } // namespace
+
+std::string range_of(const Part &part)
+{
+    const std::string first = std::to_string(part.offset);
+    return part.size == 1 ? first : first + "-" + std::to_string(part.offset + part.size - 1);
+}
 
 std::string explanation_text(const Explanation &explanation, bool coloured)
 {
