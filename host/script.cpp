@@ -13,32 +13,56 @@ namespace {
 
 lua_State *engine(void *state) { return static_cast<lua_State *>(state); }
 
+/// Makes room for one more value on a stack of so many. The engine itself guarantees LUA_MINSTACK of them.
+void require_room(lua_State *lua, int top)
+{
+    if (top >= LUA_MINSTACK && lua_checkstack(lua, 1) == 0) [[unlikely]] {
+        luaL_error(lua, "the script stack is full");
+    }
+}
+
 /// The state with room for one more value.
 lua_State *engine_with_room(void *state)
 {
     lua_State *const lua = engine(state);
-    if (lua_checkstack(lua, 1) == 0) {
-        luaL_error(lua, "the script stack is full");
-    }
+    require_room(lua, lua_gettop(lua));
     return lua;
 }
 
-/// The type of the value at the index; LUA_TNONE for what is not on the stack.
-int type_at(lua_State *lua, int index)
+/// The type of the value at the index of a stack of so many; LUA_TNONE for what is not on the stack.
+int type_at(lua_State *lua, int index, int top)
 {
-    const bool below = index <= 0 && (index == 0 || index < -lua_gettop(lua));
+    const bool below = index <= 0 && (index == 0 || index < -top);
     return below ? LUA_TNONE : lua_type(lua, index); // which answers LUA_TNONE above the top
 }
 
-/// Raises an error unless there is a table at the index and `operands` values above it.
-void require_store(lua_State *lua, int index, int operands)
+int type_at(lua_State *lua, int index)
 {
-    if (const int type = type_at(lua, index); type != LUA_TTABLE) {
+    if (index > 0 || index == -1) [[likely]] {
+        return lua_type(lua, index); // of an empty stack the running function, or nil where none runs
+    }
+    return type_at(lua, index, lua_gettop(lua));
+}
+
+[[gnu::cold, gnu::noinline]] void refuse_store(lua_State *lua, int type)
+{
+    if (type != LUA_TTABLE) {
         luaL_error(lua, "a field is stored in a %s value", lua_typename(lua, type));
     }
-    if (lua_gettop(lua) <= operands) {
-        luaL_error(lua, "a field is stored without a value");
+    luaL_error(lua, "a field is stored without a value");
+}
+
+/// Raises an error unless there is a table at the index and `operands` values above it.
+void require_store(lua_State *lua, int index, int operands, int top)
+{
+    if (const int type = type_at(lua, index, top); type != LUA_TTABLE || top <= operands) [[unlikely]] {
+        refuse_store(lua, type);
     }
+}
+
+int64_t integer_at(lua_State *lua, int index)
+{
+    return type_at(lua, index) == LUA_TNUMBER ? lua_tointegerx(lua, index, nullptr) : 0;
 }
 
 } // namespace
@@ -53,8 +77,8 @@ int32_t SYSDT_SPTI_GetTop(void *state) { return lua_gettop(engine(state)); }
 void SYSDT_SPTI_Pop(void *state, int32_t count)
 {
     lua_State *const lua = engine(state);
-    if (count < 0 || count > lua_gettop(lua)) {
-        luaL_error(lua, "%d values are popped off a stack of %d", count, lua_gettop(lua));
+    if (const int top = lua_gettop(lua); count < 0 || count > top) [[unlikely]] {
+        luaL_error(lua, "%d values are popped off a stack of %d", count, top);
     }
     lua_pop(lua, count);
 }
@@ -72,22 +96,26 @@ void SYSDT_SPTI_PushLString(void *state, const char *text, uint32_t length)
 
 void SYSDT_SPTI_SetField(void *state, int32_t index, const char *key)
 {
-    lua_State *const lua = engine_with_room(state);
-    require_store(lua, index, 1);
+    lua_State *const lua = engine(state);
+    const int top = lua_gettop(lua);
+    require_store(lua, index, 1, top);
+    require_room(lua, top);
     lua_setfield(lua, index, key);
 }
 
 void SYSDT_SPTI_SetTable(void *state, int32_t index)
 {
     lua_State *const lua = engine(state);
-    require_store(lua, index, 2);
+    require_store(lua, index, 2, lua_gettop(lua));
     lua_settable(lua, index);
 }
 
 void SYSDT_SPTI_GetField(void *state, int32_t index, const char *key)
 {
-    lua_State *const lua = engine_with_room(state);
-    if (type_at(lua, index) == LUA_TTABLE) {
+    lua_State *const lua = engine(state);
+    const int top = lua_gettop(lua);
+    require_room(lua, top);
+    if (type_at(lua, index, top) == LUA_TTABLE) [[likely]] {
         lua_getfield(lua, index, key);
     } else {
         lua_pushnil(lua);
@@ -97,7 +125,7 @@ void SYSDT_SPTI_GetField(void *state, int32_t index, const char *key)
 void SYSDT_SPTI_GetTable(void *state, int32_t index)
 {
     lua_State *const lua = engine(state);
-    if (type_at(lua, index) == LUA_TTABLE) {
+    if (type_at(lua, index) == LUA_TTABLE) [[likely]] {
         lua_gettable(lua, index);
     } else {
         SYSDT_SPTI_Pop(state, 1);
@@ -113,14 +141,10 @@ uint32_t SYSDT_SPTI_IsString(void *state, int32_t index) { return type_at(engine
 
 uint32_t SYSDT_SPTI_ToUInt(void *state, int32_t index)
 {
-    return static_cast<uint32_t>(SYSDT_SPTI_ToInt64(state, index));
+    return static_cast<uint32_t>(integer_at(engine(state), index));
 }
 
-int64_t SYSDT_SPTI_ToInt64(void *state, int32_t index)
-{
-    lua_State *const lua = engine(state);
-    return type_at(lua, index) == LUA_TNUMBER ? lua_tointegerx(lua, index, nullptr) : 0;
-}
+int64_t SYSDT_SPTI_ToInt64(void *state, int32_t index) { return integer_at(engine(state), index); }
 
 const char *SYSDT_SPTI_ToString(void *state, int32_t index)
 {
