@@ -397,7 +397,16 @@ u32 SYSDT_AttrIdBitmapLuaGet(void *state, i32 table, const char *name, u32, u32 
         return SYSDT_ERR_NULL_PTR;
     if (length < sizeof(SYSDT_AttrIdBitmap))
         return SYSDT_ERR_PARAM;
-    return script::Table::at(state, table).get_field(name, attr_bitmap_fields[0], static_cast<u8 *>(data)); // (4) (5)
+    const auto bytes = script::Table::at(state, table).field(name); // (4)
+    if (!bytes.is_table())
+        return SYSDT_ERR_PARAM;
+    for (u32 i = 0; i < sizeof(SYSDT_AttrIdBitmap); ++i) {
+        const u32 status = bytes.get_entry(i + 1, attr_bitmap_fields[0], static_cast<u8 *>(data) + i); // (5)
+        if (status != SYSDT_OK)
+            return status;
+    }
+    SYSDT_SPTI_Pop(state, 1);
+    return SYSDT_OK;
 }
 
 u32 SYSDT_AttrIdBitmapEndian(void *, u32, u32, void *) { return SYSDT_OK; } // (6)

@@ -35,7 +35,7 @@ void push_array(void *state, const Field &field, const u8 *at)
 }
 
 /// Stores the number on top of the stack; what is no number reads as 0.
-void read_number(void *state, const Field &field, u8 *at)
+inline void read_number(void *state, const Field &field, u8 *at)
 {
     if (field.width == 8) {
         store(at, static_cast<u64>(SYSDT_SPTI_ToInt64(state, -1)));
@@ -49,15 +49,15 @@ void read_number(void *state, const Field &field, u8 *at)
     }
 }
 
-u32 require_number(void *state, const Field &field, u8 *at)
+inline u32 require_number(void *state, const Field &field, u8 *at)
 {
-    if (SYSDT_SPTI_IsNumber(state, -1) == 0)
+    if (SYSDT_SPTI_IsNumber(state, -1) == 0) [[unlikely]]
         return SYSDT_ERR_PARAM;
     read_number(state, field, at);
     return SYSDT_OK;
 }
 
-/// Reads an array, each element stored as it is read.
+/// Reads an array, each element stored as it is read. Its elements are popped together.
 u32 require_array(const Table &array, void *state, const Field &field, u8 *at)
 {
     if (!array.is_table())
@@ -66,8 +66,8 @@ u32 require_array(const Table &array, void *state, const Field &field, u8 *at)
         array.push_entry(i);
         if (const u32 status = require_number(state, field, at); status != SYSDT_OK)
             return status;
-        SYSDT_SPTI_Pop(state, 1);
     }
+    SYSDT_SPTI_Pop(state, field.count);
     return SYSDT_OK;
 }
 
@@ -125,6 +125,15 @@ u32 Table::get_fields(std::span<const Field> fields, u8 *value) const
             return status;
     }
     return SYSDT_OK;
+}
+
+u32 Table::get_entry(u32 position, const Field &field, u8 *value) const
+{
+    push_entry(position);
+    const u32 status = require_number(state_, field, value);
+    if (status == SYSDT_OK)
+        SYSDT_SPTI_Pop(state_, 1);
+    return status;
 }
 
 u32 Table::get_bytes(std::span<u8> bytes) const

@@ -60,6 +60,8 @@ public:
         return status;
     }
 
+    /// Reads a number of an array and leaves the stack as it was, but for a failure.
+    u32 get_entry(u32 position, const Field &field, u8 *value) const;
     /// Reads the entries of an array as bytes; SYSDT_ERR_PARAM if this is no table or an entry no number.
     u32 get_bytes(std::span<u8> bytes) const;
     /// Reads a number and leaves the stack as it was; false if there is none under the key.
