@@ -295,11 +295,14 @@ void measure(const Cases &cases)
     benchmark::RunSpecifiedBenchmarks();
 }
 
-/// Every case once, as a dump of its own; run under callgrind with --instr-atstart=no --collect-atstart=no.
-void count(const Cases &cases)
+/// Every case whose name has this part once, as a dump of its own; run under callgrind with --instr-atstart=no --collect-atstart=no.
+void count(const Cases &cases, std::string_view part)
 {
     CALLGRIND_START_INSTRUMENTATION; // not before: calls are counted even while nothing is collected
     for (const Case &counted : cases) {
+        if (counted.name.find(part) == std::string::npos) {
+            continue;
+        }
         const std::string name = counted.name + '/' + std::to_string(counted.conversions);
         if (counted.prepare) {
             counted.prepare();
@@ -331,7 +334,7 @@ int run(int argc, char **argv)
     add_host_cases(cases, size);
     add_vector_cases(cases, host);
     if (counting) {
-        count(cases);
+        count(cases, argc > 2 ? argv[2] : "");
         return EXIT_SUCCESS;
     }
     benchmark::Initialize(&argc, argv);

@@ -17,7 +17,7 @@ import re
 import statistics
 import sys
 
-LOOP = re.compile(r"measured_|_M_invoke|bench::\(anonymous namespace\)::(count|make|fetch|store|parse_once)")
+LOOP = re.compile(r"measured_|_M_invoke|bench::\(anonymous namespace\)::(count|parse_once)")
 COMMON = re.compile(r"^(SYSDT_BTrim|PAL_StrTrim|NCF_IsSpaceInString|SYS_DataType\w+)$")
 TAKE = re.compile(r"^SYS_DataTypeMalloc")
 HOST = "libbgpdt_host"
