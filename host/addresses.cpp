@@ -260,14 +260,27 @@ char *write_ipv6(char *out, const uint8_t *address)
     return out;
 }
 
+/// Moves behind a hexadecimal digit and takes it in.
+bool read_digit(const char *&at, uint32_t &group)
+{
+    const uint32_t digit = digit_value(*at);
+    if (digit > 15) {
+        return false;
+    }
+    group = group << 4 | digit;
+    ++at;
+    return true;
+}
+
 /// 1 to 4 hexadecimal digits; moves behind them.
 bool read_group(const char *&at, uint32_t &group)
 {
-    const char *const start = at;
-    for (group = 0; at - start < 4 && digit_value(*at) < 16; ++at) {
-        group = group << 4 | digit_value(*at);
+    group = 0;
+    if (!read_digit(at, group)) {
+        return false;
     }
-    return at != start;
+    static_cast<void>(read_digit(at, group) && read_digit(at, group) && read_digit(at, group));
+    return true;
 }
 
 int32_t order(int difference) { return (difference > 0) - (difference < 0); }
