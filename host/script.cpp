@@ -29,19 +29,12 @@ lua_State *engine_with_room(void *state)
     return lua;
 }
 
-/// The type of the value at the index of a stack of so many; LUA_TNONE for what is not on the stack.
-int type_at(lua_State *lua, int index, int top)
-{
-    const bool below = index <= 0 && (index == 0 || index < -top);
-    return below ? LUA_TNONE : lua_type(lua, index); // which answers LUA_TNONE above the top
-}
-
+/// The type of the value at the index; LUA_TNONE for what is not on the stack.
 int type_at(lua_State *lua, int index)
 {
-    if (index > 0 || index == -1) [[likely]] {
-        return lua_type(lua, index); // of an empty stack the running function, or nil where none runs
-    }
-    return type_at(lua, index, lua_gettop(lua));
+    // Below an empty stack stands the running function, or nil where none runs: nothing that is asked for here.
+    const bool below = index <= 0 && index != -1 && (index == 0 || index < -lua_gettop(lua));
+    return below ? LUA_TNONE : lua_type(lua, index); // which answers LUA_TNONE above the top
 }
 
 [[gnu::cold, gnu::noinline]] void refuse_store(lua_State *lua, int type)
@@ -55,7 +48,7 @@ int type_at(lua_State *lua, int index)
 /// Raises an error unless there is a table at the index and `operands` values above it.
 void require_store(lua_State *lua, int index, int operands, int top)
 {
-    if (const int type = type_at(lua, index, top); type != LUA_TTABLE || top <= operands) [[unlikely]] {
+    if (const int type = type_at(lua, index); type != LUA_TTABLE || top <= operands) [[unlikely]] {
         refuse_store(lua, type);
     }
 }
@@ -112,10 +105,8 @@ void SYSDT_SPTI_SetTable(void *state, int32_t index)
 
 void SYSDT_SPTI_GetField(void *state, int32_t index, const char *key)
 {
-    lua_State *const lua = engine(state);
-    const int top = lua_gettop(lua);
-    require_room(lua, top);
-    if (type_at(lua, index, top) == LUA_TTABLE) [[likely]] {
+    lua_State *const lua = engine_with_room(state);
+    if (type_at(lua, index) == LUA_TTABLE) [[likely]] {
         lua_getfield(lua, index, key);
     } else {
         lua_pushnil(lua);
