@@ -32,7 +32,9 @@ using namespace bgpdt;
 
 namespace {
 
-using CommunityTokens = Tokens<"0123456789:-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz">;
+/// What tells a name from a number is marked.
+using CommunityTokens = Tokens<"0123456789:-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz",
+                               "-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz">;
 constexpr std::size_t longest_token = 19;
 
 /// Whether the text is made of as many tokens as fit. Looked at first: a name takes memory.
@@ -52,7 +54,7 @@ u32 parse_token(u32 handle, const CommunityTokens &token, SYSDT_CommunityEntry &
     if (token.census().colons() > 1)
         return SYSDT_ERR_FAIL;
     SYSDT_Community community{};
-    const bool is_number = Census::of_start<"0123456789:">(text.get()).length() == length;
+    const bool is_number = token.census().marks() == 0;
     const u32 status = is_number ? SYSDT_Str2CommunitySetCmty(token.census().colons(), text.get(), &community)
                                  : read_community_name(handle, text.get(), length, community);
     out = {community.community, static_cast<u8>(community.type)};

@@ -8,8 +8,8 @@
 
 namespace bgpdt {
 
-/// The tokens of a text, made of the characters `Known`.
-template <FixedString Known>
+/// The tokens of a text, made of the characters `Known`; the census counts the `Marks` among them.
+template <FixedString Known, FixedString Marks = "-*">
 class Tokens {
 public:
     /// @param longest  how many characters a token may have
@@ -20,7 +20,7 @@ public:
     {
         skip_blanks();
         text_ = at_;
-        census_ = Census::of_start<Known>(at_);
+        census_ = Census::of_start<Known, Marks>(at_);
         const bool ends = at_[census_.length()] == ' ' || at_[census_.length()] == '\0';
         if (census_.length() == 0 || census_.length() > longest_ || !ends)
             return false;

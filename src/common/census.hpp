@@ -25,7 +25,7 @@ public:
     constexpr std::size_t length() const { return length_; }
     constexpr u32 dots() const { return counts_ & 0xFF; }
     constexpr u32 colons() const { return counts_ >> 8 & 0xFF; }
-    /// The grammar's third separator: hyphens or stars.
+    /// The grammar's third separator: hyphens or stars, if it does not name others.
     constexpr u32 marks() const { return counts_ >> 16 & 0xFF; }
     /// Characters that the grammar does not know.
     constexpr u32 strangers() const { return counts_ >> 24; }
@@ -41,13 +41,13 @@ public:
         return {counts, static_cast<std::size_t>(at - text)};
     }
 
-    /// Counts the known characters that the text begins with.
-    template <FixedString Known>
+    /// Counts the known characters that the text begins with; the third counter is that of the Marks.
+    template <FixedString Known, FixedString Marks = "-*">
     static constexpr Census of_start(const char *text)
     {
         u32 counts = 0;
         const char *at = text;
-        for (u32 more = 0; (more = weight<Known>[static_cast<u8>(*at)]) != stranger; ++at) // the text's end is one
+        for (u32 more = 0; (more = weight<Known, Marks>[static_cast<u8>(*at)]) != stranger; ++at) // as the NUL is
             counts += more;
         return {counts, static_cast<std::size_t>(at - text)};
     }
@@ -75,17 +75,17 @@ private:
     static constexpr u32 stranger = 1U << 24;
 
     /// What each character adds to the four counters, a byte each.
-    template <FixedString Known>
+    template <FixedString Known, FixedString Marks = "-*">
     static constexpr std::array<u32, 256> weight = [] {
         std::array<u32, 256> table{};
         table.fill(stranger);
         for (std::size_t i = 0; i < Known.length; ++i) {
             const char character = Known.text[i];
-            table[static_cast<u8>(character)] = character == '.'                       ? 1U
-                                                : character == ':'                     ? 1U << 8
-                                                : character == '-' || character == '*' ? 1U << 16
-                                                                                       : 0U;
+            table[static_cast<u8>(character)] = character == '.' ? 1U : character == ':' ? 1U << 8 : 0U;
         }
+        for (std::size_t i = 0; i < Marks.length; ++i)
+            if (u32 &mark = table[static_cast<u8>(Marks.text[i])]; mark != stranger)
+                mark = 1U << 16;
         return table;
     }();
 
