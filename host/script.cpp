@@ -33,8 +33,10 @@ lua_State *engine_with_room(void *state)
 int type_at(lua_State *lua, int index)
 {
     // Below an empty stack stands the running function, or nil where none runs: nothing that is asked for here.
-    const bool below = index <= 0 && index != -1 && (index == 0 || index < -lua_gettop(lua));
-    return below ? LUA_TNONE : lua_type(lua, index); // which answers LUA_TNONE above the top
+    if (index > 0 || index == -1) [[likely]] {
+        return lua_type(lua, index); // which answers LUA_TNONE above the top
+    }
+    return index == 0 || index < -lua_gettop(lua) ? LUA_TNONE : lua_type(lua, index);
 }
 
 [[gnu::cold, gnu::noinline]] void refuse_store(lua_State *lua, int type)
