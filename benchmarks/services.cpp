@@ -59,11 +59,13 @@ __attribute__((noinline)) bool read_mac(const char *text, u8 *address) { return 
 
 // ------------------------------------------------------------------------------------------------ scripts
 //
-// The floor is what a binding of Lua's own does that knows the table: the same tables with the same room, keys and
-// kinds of value, each value's type asked before it is read, since what is no number is to be refused, and what was
+// The floor is what a binding of Lua's own does that knows the table: the same keys and kinds of value in tables with
+// room for them all, each value's type asked before it is read, since what is no number is to be refused, and what was
 // pushed popped together with its table. Its walk over the steps counts, as the plug-in's walk over its fields does.
-// It needs no room on the stack beyond what is there, and asks nothing of the tables that it makes or has just tested.
-// Where a key is kept as text (EVN), the conversion of the text is counted in the plug-in's column alone.
+// It asks for no room on the stack and nothing of the tables that it has made or tested.
+//
+// Two things count in the plug-in's column alone: the text of a key that scripts see as text (EVN, SID_STRUCTURE), and
+// the growth of a table that is made for fewer fields than it gets (NG_TYPE_3, NG_TYPE_4_2, NG_TYPE_5).
 
 /// The text at an address of its own: the engine knows constant keys by their addresses.
 const char *constant(const std::string &text)
