@@ -260,8 +260,9 @@ char *write_ipv6(char *out, const uint8_t *address)
     return out;
 }
 
-/// Moves behind a hexadecimal digit and takes it in.
-bool read_digit(const char *&at, uint32_t &group)
+/// 1 to `most` hexadecimal digits, behind those that the group has; moves behind them.
+template <int most>
+bool read_digits(const char *&at, uint32_t &group)
 {
     const uint32_t digit = digit_value(*at);
     if (digit > 15) {
@@ -269,17 +270,9 @@ bool read_digit(const char *&at, uint32_t &group)
     }
     group = group << 4 | digit;
     ++at;
-    return true;
-}
-
-/// 1 to 4 hexadecimal digits; moves behind them.
-bool read_group(const char *&at, uint32_t &group)
-{
-    group = 0;
-    if (!read_digit(at, group)) {
-        return false;
+    if constexpr (most > 1) {
+        read_digits<most - 1>(at, group);
     }
-    static_cast<void>(read_digit(at, group) && read_digit(at, group) && read_digit(at, group));
     return true;
 }
 
@@ -377,7 +370,7 @@ uint32_t SMP_Str2Mac(const char *text, uint8_t mac[6])
     uint8_t value[6];
     for (int i = 0; i < 6; i += 2) {
         uint32_t group = 0;
-        if (!read_group(text, group) || *text++ != (i == 4 ? '\0' : '-')) {
+        if (!read_digits<4>(text, group) || *text++ != (i == 4 ? '\0' : '-')) {
             return SYSDT_ERR_FAIL;
         }
         value[i] = static_cast<uint8_t>(group >> 8);
