@@ -202,7 +202,7 @@ u32 floor_list(SYSDT_Context *context, u32, u32, const void *data, u16 *out_kind
     for (int i = 0; i < 4; ++i) {
         u64 word;
         std::memcpy(&word, record.bitmap + 8 * i, sizeof word);
-        words[i] = std::endian::native == std::endian::little ? word : swapped(word);
+        words[i] = std::endian::native == std::endian::little ? word : __builtin_bswap64(word);
     }
     words[4] = 0;
     const auto find = [&words](u32 from, u64 flip) { // the first identifier whose bit is not that of flip

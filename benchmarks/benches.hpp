@@ -39,6 +39,8 @@ struct Subject {
 };
 Subject subject_of(const host::Host &host, const std::string &name);
 
+/// Every kind in every column, over corpora of so many texts and values.
+Cases cases_of_kinds(const host::Host &host, std::size_t size);
 /// The host's text and memory services against the C library's.
 void add_host_cases(Cases &cases, std::size_t size);
 /// Script set and get of values against the same work on bare Lua tables.

@@ -12,8 +12,9 @@ build_packages="g++ cmake ninja-build pkg-config liblua5.4-dev"
 tool_packages="$build_packages libcli11-dev nlohmann-json3-dev"
 bench_packages="$build_packages libbenchmark-dev valgrind python3"
 fuzz_packages="$build_packages clang libclang-rt-dev llvm"
-test_packages="$tool_packages $fuzz_packages libgtest-dev googletest clang-format clang-tidy g++-powerpc-linux-gnu
-    g++-i686-linux-gnu qemu-user valgrind gcovr python3 dpkg-dev lua5.4 libsqlite3-dev sqlite3"
+target_packages="g++-powerpc-linux-gnu qemu-user dpkg-dev"
+test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googletest clang-format clang-tidy
+    g++-i686-linux-gnu valgrind gcovr python3 lua5.4 libsqlite3-dev sqlite3"
 
 # Installs the Debian packages that are missing.
 need_packages() {
