@@ -32,11 +32,8 @@ lua_State *engine_with_room(void *state)
 /// The type of the value at the index; LUA_TNONE for what is not on the stack.
 int type_at(lua_State *lua, int index)
 {
-    // Below an empty stack stands the running function, or nil where none runs: nothing that is asked for here.
-    if (index > 0 || index == -1) [[likely]] {
-        return lua_type(lua, index); // which answers LUA_TNONE above the top
-    }
-    return index == 0 || index < -lua_gettop(lua) ? LUA_TNONE : lua_type(lua, index);
+    const bool below = index <= 0 && (index == 0 || index < -lua_gettop(lua));
+    return below ? LUA_TNONE : lua_type(lua, index); // which answers LUA_TNONE above the top
 }
 
 [[gnu::cold, gnu::noinline]] void refuse_store(lua_State *lua, int type)
