@@ -7,5 +7,5 @@ sources=$(find include src host tool lua sqlite tests benchmarks fuzzing -name '
 # shellcheck disable=SC2086 # a list of words
 clang-format --dry-run -Werror $sources
 # shellcheck disable=SC2086 # a list of words
-missing=$(grep -L 'SPDX-License-Identifier: Apache-2.0' $sources bgpdt test bench fuzz mutate setup/* benchmarks/*.py docs/*.py)
+missing=$(grep -L 'SPDX-License-Identifier: Apache-2.0' $sources bgpdt test bench fuzz mutate setup/* benchmarks/*.py docs/*.py completions/*)
 [ -z "$missing" ] || { printf 'no licence line:\n%s\n' "$missing" >&2; exit 1; }

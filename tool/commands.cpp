@@ -8,6 +8,7 @@
 #include <cstring>
 #include <iterator>
 
+#include "completion.hpp"
 #include "conversions.hpp"
 #include "display_record.hpp"
 #include "errors.hpp"
@@ -395,6 +396,12 @@ Answer lua(Session &session, Arguments arguments)
     return {};
 }
 
+Answer complete(Session &session, Arguments arguments)
+{
+    const std::vector<std::string> words = completions(session, arguments);
+    return {joined(words, "\n") + (words.empty() ? "" : "\n"), words};
+}
+
 Answer canon(Session &session, Arguments arguments)
 {
     const SYSDT_Record &type = session.type(arguments[0]);
@@ -435,6 +442,8 @@ constexpr Command table_of_commands[] = {
     {"explain", "TYPE VALUE", "The value's bytes, and what each field of them is", "--mode --native --color --html",
      "bgpdt explain VRFRD 64496:100", explain},
     {"lua", "FILE [ARG...]", "Runs a Lua script with the module 'bgp'", "--mode", "bgpdt lua script.lua 64496", lua},
+    {"complete", "[WORD...]", "What the last word of a command line may become; ':file' stands for files", "",
+     "bgpdt complete -- describe BOLPREFIX NG", complete},
 };
 
 /// The names of the commands that pass.

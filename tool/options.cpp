@@ -146,6 +146,18 @@ std::vector<std::string> arguments_of(const CLI::App &app)
 
 } // namespace
 
+std::vector<OptionName> option_names()
+{
+    Options options;
+    CLI::App app;
+    declare(app, options);
+    std::vector<OptionName> names;
+    for (const CLI::Option *option : app.get_options()) {
+        names.push_back({option->get_name(), option->get_type_name()});
+    }
+    return names;
+}
+
 Options read_options(int argc, const char *const *argv)
 {
     Options options;

@@ -42,6 +42,13 @@ struct Options {
     std::string page;               ///< help or version, asked for instead of a command
 };
 
+struct OptionName {
+    std::string name;  ///< the long one where there are two
+    std::string value; ///< what its value is called; empty for an option without
+};
+/// Those of all commands.
+std::vector<OptionName> option_names();
+
 /// @throws UsageError
 Options read_options(int argc, const char *const *argv);
 

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What may stand on a command line that is being written; the completions of shells ask for it.
+#ifndef BGPDT_TOOL_COMPLETION_HPP
+#define BGPDT_TOOL_COMPLETION_HPP
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "session.hpp"
+
+namespace bgpdt::tool {
+
+/// Stands for the names of files.
+inline constexpr const char *file_candidate = ":file";
+
+/// What the last of the words may become, whatever its case; the others stand in front of it, behind the program.
+std::vector<std::string> completions(Session &session, std::span<const std::string> words);
+
+} // namespace bgpdt::tool
+
+#endif
