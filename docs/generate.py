@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Writes the pages of docs/types, one for each type, from what the tool tells of it and from the vectors.
+"""Writes docs/types, a page for each type, from what the tool tells of it and from the vectors, and docs/man, the manual
+pages, from what the tool tells of itself.
 
     docs/generate.py BGPDT           writes them
     docs/generate.py BGPDT --check   fails where a page is not what it would write
@@ -33,7 +34,7 @@ def ask(*words):
 
 
 def ask_text(*words):
-    return subprocess.run([tool, *words[:2], "--", *words[2:]], capture_output=True, text=True, check=True).stdout
+    return subprocess.run([tool, *words[:2], *(["--"] if words[2:] else []), *words[2:]], capture_output=True, text=True, check=True).stdout
 
 
 def quoted(text):
@@ -270,6 +271,70 @@ def file_of_type(file, names):
     return max((name for name in names if re.match(re.escape(name) + r"(_[a-z]|$)", stem)), key=len, default=dispatching)
 
 
+def roff(text):
+    """A line of text: nothing in it is taken for a request."""
+    text = text.replace("\\", "\\e").replace("-", "\\-").replace("'", "\\(aq")
+    return "\\&" + text if text.startswith(".") else text
+
+
+def item(head, text):
+    return f".TP\n.B {roff(head)}\n{roff(text)}\n"
+
+
+def rows_of(page, head):
+    """The two columns below a head of the help."""
+    lines = re.search(f"^{head}:\n((?:  .*\n)+)", page, re.M)[1].splitlines()
+    rows = [re.fullmatch(r"  (\S.*?) {2,}(\S.*)|  (.{29,}?\S) (\S.*)", line) for line in lines]
+    if not all(rows):
+        sys.exit(f"not every row of {head} is understood")
+    return [(row[1] or row[3], row[2] or row[4]) for row in rows]
+
+
+def manual_head(title, section, name):
+    return f".TH {title} {section} \"\" \"{ask_text('--version').strip()}\" \"BGP data types\"\n.SH NAME\n{name}\n"
+
+
+def tool_manual():
+    page = ask_text("--help")
+    commands, options = rows_of(page, "Commands"), rows_of(page, "Options")
+    helps = {call: ask_text(call.split()[0], "--help") for call, _ in commands}
+    special = {call: [option for option, _ in rows_of(text, "Options")] for call, text in helps.items()}
+    common = [option for option, _ in options if all(option in known for known in special.values())]
+    text = manual_head("BGPDT", 1, "bgpdt \\- convert, check and explain the values of BGP data types")
+    text += ".SH SYNOPSIS\n.B bgpdt\n.I COMMAND\n[\\fIARGUMENTS\\fR] [\\fIOPTIONS\\fR]\n.SH COMMANDS\n"
+    for call, summary in commands:
+        own = [option for option in special[call] if option not in common]
+        example = re.search(r"for example\n\n  (.*)\n", helps[call])[1]
+        text += item(call, summary + ".") + ("Options: " + roff(", ".join(own)) + ".\n" if own else "")
+        text += ".IP\n.EX\n" + roff("$ " + example) + "\n.EE\n"
+    text += ".SH OPTIONS\n" + "".join(item(option, meaning + ".") for option, meaning in options)
+    notes = page[page.rindex(options[-1][1]) + len(options[-1][1]):].strip()
+    for paragraph in notes.split("\n\n"):
+        if status := re.fullmatch(r"Exit status: (.*)", paragraph):
+            text += ".SH EXIT STATUS\n" + roff(status[1]) + "\n"
+        else:
+            text += ".PP\n" + "".join(roff(line) + "\n" for line in paragraph.splitlines())
+    return text + ".SH SEE ALSO\n.BR bgpdt\\-texts (7)\n"
+
+
+def texts_manual(descriptions):
+    text = manual_head("BGPDT-TEXTS", 7, "bgpdt\\-texts \\- the text forms of BGP data types")
+    text += ".SH DESCRIPTION\nWhat the types of\n.BR bgpdt (1)\ntake as text, with a text of each form.\n.SH TYPES\n"
+    for description in descriptions:
+        text += f".SS {description['name']}\n{roff(description['about'])}, {description['size']} bytes.\n"
+        if description["takes"]:
+            text += "Its help says: " + roff(" or ".join(description["takes"])) + ".\n"
+        if description["examples"]:
+            text += ".PP\n.RS\n.EX\n" + "".join(roff(line) + "\n" for line in description["examples"]) + ".EE\n.RE\n"
+        else:
+            text += "It takes no text.\n"
+        for kind in description.get("kinds", []):
+            told = f"Kind {kind['number']}; " + (f"its help says: {kind['form']}." if kind.get("form") else
+                                                 " ".join(kind["operations"]) + ".")
+            text += item(kind["name"], told)
+    return text + ".SH SEE ALSO\n.BR bgpdt (1)\n"
+
+
 def pages():
     types = ask("types")
     names = [entry["name"] for entry in types]
@@ -277,10 +342,11 @@ def pages():
     files = {name: [file for file in vectors if file_of_type(file, names) == name] for name in names}
     with ThreadPoolExecutor(os.cpu_count()) as pool:
         texts = list(pool.map(lambda name: page(name, files[name]), names))
-    rows = [[f"[{entry['name']}]({entry['name']}.md)", ask("describe", entry["name"])["about"], str(entry["size"])]
-            for entry in types]
+    descriptions = [ask("describe", name) for name in names]
+    rows = [[f"[{entry['name']}]({entry['name']}.md)", entry["about"], str(entry["size"])] for entry in descriptions]
     index = "# The types\n\n" + table(["type", "what it is", "bytes"], rows)
-    return {"README.md": index, **{name + ".md": text for name, text in zip(names, texts)}}
+    return {"types/README.md": index, **{f"types/{name}.md": text for name, text in zip(names, texts)},
+            "man/bgpdt.1": tool_manual(), "man/bgpdt-texts.7": texts_manual(descriptions)}
 
 
 def main():
@@ -288,9 +354,9 @@ def main():
     if len(sys.argv) not in (2, 3) or sys.argv[2:] not in ([], ["--check"]):
         sys.exit(__doc__)
     tool = sys.argv[1]
-    folder = top / "docs/types"
+    folder = top / "docs"
     made = pages()
-    there = {path.name for path in folder.glob("*.md")}
+    there = {str(path.relative_to(folder)) for path in folder.glob("*/*")}
     if len(sys.argv) == 3:
         stale = sorted(name for name in there | set(made)
                        if name not in made or name not in there
@@ -298,10 +364,10 @@ def main():
         if stale:
             sys.exit("not current, write them with docs/generate.py: " + " ".join(stale))
         return
-    folder.mkdir(exist_ok=True)
     for name in there - set(made):
         (folder / name).unlink()
     for name, text in made.items():
+        (folder / name).parent.mkdir(exist_ok=True)
         (folder / name).write_text(text, encoding="utf-8")
 
 
