@@ -96,7 +96,9 @@ Words candidates(Session &session, std::span<const std::string> before, const st
     if (const std::size_t equals = word.find('='); word.starts_with("--") && equals != std::string::npos) {
         Words values = values_called(value_name(word.substr(0, equals)));
         for (std::string &value : values) {
-            value = value == file_candidate ? value : word.substr(0, equals + 1) + value;
+            if (value != file_candidate) {
+                value.insert(0, word, 0, equals + 1);
+            }
         }
         return values;
     }
