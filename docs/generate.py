@@ -356,7 +356,7 @@ def main():
     tool = sys.argv[1]
     folder = top / "docs"
     made = pages()
-    there = {str(path.relative_to(folder)) for path in folder.glob("*/*")}
+    there = {str(path.relative_to(folder)) for own in ("man", "types") for path in (folder / own).iterdir()}
     if len(sys.argv) == 3:
         stale = sorted(name for name in there | set(made)
                        if name not in made or name not in there

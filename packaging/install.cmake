@@ -14,6 +14,11 @@ if(BGPDT_HOST)
 endif()
 if(BGPDT_TOOL)
     install(TARGETS bgpdt RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+    install(FILES docs/man/bgpdt.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+    install(FILES docs/man/bgpdt-texts.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7 COMPONENT tool)
+    install(FILES completions/bgpdt.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME bgpdt
+        COMPONENT tool)
+    install(FILES completions/_bgpdt DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tool)
 endif()
 
 install(TARGETS ${bgp_datatype_targets} EXPORT bgp_datatype
