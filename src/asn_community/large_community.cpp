@@ -26,7 +26,8 @@ namespace {
 
 u32 print_value(const SYSDT_LargeCommunity &value, u8, Writer &out)
 {
-    const u32 part[] = {value.largeCommunity[0], value.largeCommunity[1], value.largeCommunity[2]}; // wherever it stands
+    // By value: wherever it stands, nothing refers to a number of it.
+    const u32 part[] = {value.largeCommunity[0], value.largeCommunity[1], value.largeCommunity[2]};
     print<"%u:%u:%u">(out, part[0], part[1], part[2]);
     return SYSDT_OK;
 }
