@@ -77,6 +77,15 @@ inline constexpr std::size_t most_u32_digits = 10;
 inline constexpr std::size_t most_u64_digits = 20;
 inline constexpr std::size_t most_hex_digits = 8;
 
+/// How many digits a number has in decimal.
+constexpr std::size_t decimal_length(u32 number)
+{
+    constexpr u32 powers_of_ten[] = {0, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
+    const auto bits = static_cast<u32>(std::bit_width(number));
+    const u32 fewest = bits * 1233 >> 12; // the decimal logarithm of 2 is 1233 / 4096
+    return fewest + (number >= powers_of_ten[fewest] ? 1 : 0);
+}
+
 /// Writes an octet in decimal and returns the end; up to two characters behind it may be overwritten.
 constexpr char *write_decimal(char *to, u8 octet)
 {

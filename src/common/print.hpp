@@ -150,7 +150,39 @@ constexpr void print_from(Writer &out, const Arguments &arguments)
     }
 }
 
+/// How many characters a piece writes.
+template <Piece piece, class Arguments>
+constexpr std::size_t length_of(const Arguments &arguments)
+{
+    if constexpr (piece.conversion == Conversion::literal) {
+        return piece.length;
+    } else if constexpr (piece.conversion == Conversion::string) {
+        return std::string_view(std::get<piece.argument>(arguments)).size();
+    } else {
+        static_assert(piece.conversion == Conversion::unsigned_ && piece.bits <= 32);
+        return decimal_length(std::get<piece.argument>(arguments));
+    }
+}
+
+template <FixedString Format, std::size_t First, class Arguments>
+constexpr std::size_t length_from(const Arguments &arguments)
+{
+    constexpr auto pieces = parse<Format>();
+    if constexpr (First == pieces.count)
+        return 0;
+    else
+        return length_of<pieces.piece[First]>(arguments) + length_from<Format, First + 1>(arguments);
+}
+
 } // namespace format
+
+/// How many characters the arguments print as: strings, and unsigned numbers of at most 32 bits.
+template <FixedString Format, class... Arguments>
+constexpr std::size_t printed_length(const Arguments &...arguments)
+{
+    static_assert(format::parse<Format>().arguments == sizeof...(Arguments), "one argument for each conversion");
+    return format::length_from<Format, 0>(std::tie(arguments...));
+}
 
 /// Writes the arguments, of strings bounded ones alone, by the format, without looking at the room. Returns the end.
 template <FixedString Format, class... Arguments>

@@ -12,16 +12,6 @@
 
 namespace bgpdt {
 
-/// Whether the items print as a text of the same length. The characters are not compared.
-template <FixedString Format, class... Items>
-bool prints_as_long(const char *text, const Items &...items)
-{
-    char printed[257];
-    Writer out(printed, sizeof printed);
-    print<Format>(out, items...);
-    return out.finish() == std::strlen(text);
-}
-
 /// Reads the numbers of a text and an IPv4 address among them, of which `octet` is one part each.
 ///
 /// @return whether all are there, the octets fit, and the text is as long as what it prints as
@@ -29,7 +19,7 @@ template <FixedString Format, class... Numbers>
 bool scan_back(const char *text, const u32 (&octet)[4], Numbers &...numbers)
 {
     return scan<Format>(text, numbers...) == int{sizeof...(numbers)} && are_octets(octet) &&
-           prints_as_long<Format>(text, numbers...);
+           printed_length<Format>(numbers...) == std::strlen(text);
 }
 
 /// The lengths that a text may have.
@@ -83,8 +73,8 @@ u32 parse_ipv6_form(const char *text, typename Text::Key &key)
     if (SMP_InetAToN(family_ipv6, address, key.ipv6) != SYSDT_OK)
         return SYSDT_ERR_PARAM;
     PAL_Inet_ntoa_b_ipv6(key.ipv6, address);
-    const auto as_long = [&](auto... number) { return prints_as_long<Text::ipv6_form>(text, number..., address); };
-    if (!std::apply(as_long, numbers))
+    const auto length = [&](auto... number) { return printed_length<Text::ipv6_form>(number..., address); };
+    if (std::apply(length, numbers) != std::strlen(text))
         return SYSDT_ERR_FAIL;
     Text::store(key, numbers);
     key.family = 1;
