@@ -25,7 +25,11 @@ using namespace bgpdt;
 
 namespace {
 
-constexpr std::string_view units = "dhms";
+/// A bit for each unit; 0 for another character.
+constexpr u32 unit_bit(char letter)
+{
+    return letter == 'd' ? 1 : letter == 'h' ? 2 : letter == 'm' ? 4 : letter == 's' ? 8 : 0;
+}
 
 /// Whether the text is made of digits and of the letter of each unit, once.
 bool has_each_unit_once(const char *text)
@@ -34,10 +38,10 @@ bool has_each_unit_once(const char *text)
     for (; *text != '\0'; ++text) {
         if (format::is_digit(*text))
             continue;
-        const auto unit = units.find(*text);
-        if (unit == units.npos || (seen >> unit & 1) != 0)
+        const u32 unit = unit_bit(*text);
+        if (unit == 0 || (seen & unit) != 0)
             return false;
-        seen |= 1U << unit;
+        seen |= unit;
     }
     return seen == 0xF;
 }
