@@ -13,6 +13,7 @@
 #include <vector>
 
 #include <lua.hpp>
+#include <nlohmann/json.hpp>
 
 #include "tool/conversions.hpp"
 #include "tool/errors.hpp"

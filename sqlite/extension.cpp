@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include <lua.hpp>
+#include <nlohmann/json.hpp>
 
 #include "tool/conversions.hpp"
 #include "tool/display_record.hpp"

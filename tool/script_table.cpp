@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <lua.hpp>
+#include <nlohmann/json.hpp>
 
 #include "conversions.hpp"
 #include "errors.hpp"

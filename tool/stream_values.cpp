@@ -8,6 +8,7 @@
 #include <utility>
 
 #include <lua.hpp>
+#include <nlohmann/json.hpp>
 
 #include "conversions.hpp"
 #include "errors.hpp"
