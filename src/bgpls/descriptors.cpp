@@ -21,15 +21,17 @@
 #include <cstring>
 #include <iterator>
 
-#include "bgp_datatype/bgp_datatype.h"
+#include "asn_community/as_number.hpp"
 #include "bgpls/groups.hpp"
+#include "bgpls/patterns.hpp"
 #include "common/bytes.hpp"
+#include "common/census.hpp"
 #include "common/scan.hpp"
 
 using namespace bgpdt;
 using ParseContext = LsPrefixParseContext;
 
-constinit const LsPrefixPattern g_bgplsPrefixNodeDescPartten[8] = {
+constexpr LsPrefixPattern g_bgplsPrefixNodeDescPartten[8] = {
     {"as", node_bit::as, 0, BgpLsParseNodeDescAs},
     {"bgp-ls-identifier", node_bit::bgp_ls_id, 0, BgpLsParseNodeDescLsId},
     {"bgp-router-id", node_bit::bgp_router_id, 0, BgpLsParseNodeDescBgpRouterId},
@@ -40,7 +42,7 @@ constinit const LsPrefixPattern g_bgplsPrefixNodeDescPartten[8] = {
     {"ipv6-router-id", node_bit::ipv6_router_id, 0, BgpLsParseNodeDescIpv6RouteId},
 };
 
-constinit const LsPrefixPattern g_bgplsPrefixLinkPartten[8] = {
+constexpr LsPrefixPattern g_bgplsPrefixLinkPartten[8] = {
     {"identifier", link_bit::identifier, 0, BgpLsParseLinkIdentifier},
     {"local", link_bit::local, 0, BgpLsParseLinkLocal},
     {"remote", link_bit::remote, 0, BgpLsParseLinkRemote},
@@ -51,13 +53,13 @@ constinit const LsPrefixPattern g_bgplsPrefixLinkPartten[8] = {
     {"mt-id", link_bit::mt_id, 0, BgpLsParseLinkMtId},
 };
 
-constinit const LsPrefixPattern g_bgplsPrefixPrefixPartten[3] = {
+constexpr LsPrefixPattern g_bgplsPrefixPrefixPartten[3] = {
     {"mt-id", prefix_bit::mt_id, 0, BgpLsParsePrefixMtId},
     {"ospf-route-type", prefix_bit::ospf_route_type, 0, BgpLsParsePrefixOspfRouteType},
     {"prefix", prefix_bit::prefix, 0, BgpLsParsePrefixPrefix},
 };
 
-constinit const LsPrefixPattern g_bgplsPrefixTePartten[7] = {
+constexpr LsPrefixPattern g_bgplsPrefixTePartten[7] = {
     {"protocol-origin", te_bit::protocol_origin, 0, BgpLsParseTeProtocolOrigin},
     {"Flag", te_bit::flag, 0, BgpLsParseTeFlag},
     {"endpoint", te_bit::endpoint, 0, BgpLsParseTeEndpoint},
@@ -67,10 +69,16 @@ constinit const LsPrefixPattern g_bgplsPrefixTePartten[7] = {
     {"discriminator", te_bit::discriminator, 0, BgpLsParseTeDiscriminator},
 };
 
-constinit const LsPrefixPattern g_bgplsPrefixSidPartten[2] = {
+constexpr LsPrefixPattern g_bgplsPrefixSidPartten[2] = {
     {"mt-id", sid_bit::mt_id, 0, BgpLsParseSidMtId},
     {"sid", sid_bit::sid, 0, BgpLsParseSidSid},
 };
+
+constinit const Patterns bgpdt::node_patterns(g_bgplsPrefixNodeDescPartten);
+constinit const Patterns bgpdt::link_patterns(g_bgplsPrefixLinkPartten);
+constinit const Patterns bgpdt::prefix_patterns(g_bgplsPrefixPrefixPartten);
+constinit const Patterns bgpdt::te_patterns(g_bgplsPrefixTePartten);
+constinit const Patterns bgpdt::sid_patterns(g_bgplsPrefixSidPartten);
 
 namespace {
 
@@ -114,9 +122,15 @@ bool parse_octet(char *text, u8 &octet)
     return true;
 }
 
-bool parse_as(char *text, SYSDT_AsNum &as) { return SYSDT_Str2AsNum(text, &as) == SYSDT_OK; }
-
-bool parse_as_or_zero(char *text, SYSDT_AsNum &as) { return SYSDT_Str2AsNumExt(text, &as) == SYSDT_OK; }
+/// As SYSDT_Str2AsNum with the lowest number 1, SYSDT_Str2AsNumExt with 0; nearly every text is without their trim.
+template <u64 lowest>
+bool parse_as_from(char *text, SYSDT_AsNum &as)
+{
+    const auto census = Census::of<"0123456789.">(text);
+    if (census.admits(1, most_as_characters))
+        return read_as_number(text, census.dots(), lowest, as) == SYSDT_OK;
+    return (lowest == 0 ? SYSDT_Str2AsNumExt : SYSDT_Str2AsNum)(text, &as) == SYSDT_OK;
+}
 
 /// System identifier and pseudonode, "0000.0000.0001.00". (10)
 bool parse_isis_router_id(const char *text, u8 *router_id)
@@ -138,12 +152,13 @@ bool parse_isis_router_id(const char *text, u8 *router_id)
 bool parse_ospf_router_id(char *text, u8 *router_id)
 {
     u32 address = 0;
-    if (char *const slash = std::strchr(text, '/'); slash != nullptr) {
+    char *const slash = std::strchr(text, '/');
+    if (slash != nullptr) {
         if (!parse_ipv4(slash + 1, address))
             return false;
         store_network(router_id + 4, address);
-        *slash = '\0';
     }
+    const Cut router(text, slash);
     if (!parse_ipv4(text, address))
         return false;
     store_network(router_id, address);
@@ -164,14 +179,14 @@ bool parse_igp_router_id(char *text, u8 *router_id, u32 protocol)
 /// Two IPv4-like identifiers, joined by the fourth of seven dots.
 bool parse_link_identifiers(char *text, LsLinkScratch &link)
 {
-    char *dot = text;
-    for (int i = 0; i < 4; ++i, ++dot) {
-        dot = std::strchr(dot, '.');
-        if (dot == nullptr)
+    char *second = text;
+    for (int i = 0; i < 4; ++i, ++second) {
+        second = std::strchr(second, '.');
+        if (second == nullptr)
             return false;
     }
-    dot[-1] = '\0';
-    return parse_ipv4(text, link.linkLocalId) && parse_ipv4(dot, link.linkRemoteId);
+    const Cut first(text, second - 1);
+    return parse_ipv4(text, link.linkLocalId) && parse_ipv4(second, link.linkRemoteId);
 }
 
 bool parse_prefix(char *text, LsPrefixScratch &prefix, u32 route_type)
@@ -180,7 +195,7 @@ bool parse_prefix(char *text, LsPrefixScratch &prefix, u32 route_type)
     u32 length = 0;
     if (slash == nullptr || !parse_number(slash + 1, length))
         return false;
-    *slash = '\0';
+    const Cut address(text, slash);
     const bool ipv4 = route_type == SYSDT_LS_IPV4_PREFIX;
     (ipv4 ? prefix.ipv4Length : prefix.ipv6Length) = static_cast<u8>(length); // (5)
     return ipv4 ? parse_ipv4(text, prefix.ipv4Prefix) : parse_ipv6(text, prefix.ipv6Prefix);
@@ -225,6 +240,13 @@ u32 BgpLsParseNodeDesc(const char *text, LsNodeDescScratch *scratch, ParseContex
                                   context);
 }
 
+u32 bgpdt::parse_values(Cursor &text, char last, const Patterns &patterns, void *scratch, ParseContext &context)
+{
+    return parse_groups(text, last, patterns, [&](const LsPrefixPattern &row, Cursor &value) {
+        return take_value(row, value, scratch, context);
+    });
+}
+
 #define BGPDT_LS_MEMBER(name, scratch, member, parse)                                                                  \
     std::uint32_t name(std::uint32_t bit, char *value, void *target, LsPrefixParseContext *)                           \
     {                                                                                                                  \
@@ -234,9 +256,9 @@ u32 BgpLsParseNodeDesc(const char *text, LsNodeDescScratch *scratch, ParseContex
 u32 BgpLsParseNodeDescAs(u32 bit, char *value, void *target, ParseContext *)
 {
     auto &node = *static_cast<LsNodeDescScratch *>(target);
-    if ((node.seen & bit) == 0 && *SYSDT_BTrim(value) == '\0')
+    if ((node.seen & bit) == 0 && !format::is_digit(*value) && *SYSDT_BTrim(value) == '\0')
         return SYSDT_OK; // (8)
-    return take_member(bit, target, value, &LsNodeDescScratch::as, parse_as);
+    return take_member(bit, target, value, &LsNodeDescScratch::as, parse_as_from<1>);
 }
 
 u32 BgpLsParseNodeDescBgpRouterId(u32 bit, char *value, void *target, ParseContext *context)
@@ -256,7 +278,7 @@ u32 BgpLsParseNodeDescIgpRouterId(u32 bit, char *value, void *target, ParseConte
 
 BGPDT_LS_MEMBER(BgpLsParseNodeDescLsId, LsNodeDescScratch, bgpLsId, parse_ipv4)
 BGPDT_LS_MEMBER(BgpLsParseNodeDescOspfAreaId, LsNodeDescScratch, ospfArea, parse_ipv4)
-BGPDT_LS_MEMBER(BgpLsParseNodeDescMemberAs, LsNodeDescScratch, memberAs, parse_as) // (8)
+BGPDT_LS_MEMBER(BgpLsParseNodeDescMemberAs, LsNodeDescScratch, memberAs, parse_as_from<1>) // (8)
 BGPDT_LS_MEMBER(BgpLsParseNodeDescIpv4RouteId, LsNodeDescScratch, ipv4RouterId, parse_ipv4)
 BGPDT_LS_MEMBER(BgpLsParseNodeDescIpv6RouteId, LsNodeDescScratch, ipv6RouterId, parse_ipv6)
 
@@ -289,7 +311,7 @@ BGPDT_LS_MEMBER(BgpLsParseTeProtocolOrigin, LsTeScratch, protocolOrigin, parse_o
 BGPDT_LS_MEMBER(BgpLsParseTeFlag, LsTeScratch, flags, parse_octet)
 BGPDT_LS_MEMBER(BgpLsParseTeEndpoint, LsTeScratch, endpoint, parse_address)
 BGPDT_LS_MEMBER(BgpLsParseTeColor, LsTeScratch, color, parse_number)
-BGPDT_LS_MEMBER(BgpLsParseTeOriginatorAs, LsTeScratch, originatorAs, parse_as_or_zero) // (8)
+BGPDT_LS_MEMBER(BgpLsParseTeOriginatorAs, LsTeScratch, originatorAs, parse_as_from<0>) // (8)
 BGPDT_LS_MEMBER(BgpLsParseTeOriginatorAddress, LsTeScratch, originatorAddress, parse_address)
 BGPDT_LS_MEMBER(BgpLsParseTeDiscriminator, LsTeScratch, discriminator, parse_number)
 

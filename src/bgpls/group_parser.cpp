@@ -1,62 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The engine of the BGP-LS texts: it cuts groups in brackets and hands each to the first row of a pattern table whose
-/// keyword it begins with. What a keyword means is told in key_groups.cpp, and one level deeper in descriptors.cpp.
-#include <array>
+/// The frame of the BGP-LS parser, and its pieces for callers who bring a pattern table of their own or a text that must
+/// not change: for these each group is cut as a copy. The plug-in's own tables and texts: patterns.hpp.
 #include <cstring>
 #include <iterator>
+#include <span>
 
-#include "bgp_datatype/bgp_datatype.h"
-#include "common/trimmed.hpp"
+#include "bgpls/patterns.hpp"
 
 using namespace bgpdt;
-
-namespace {
-
-constexpr std::size_t longest_text = 500;
-constexpr u32 group_buffer = 500;
-
-bool matches(const LsPrefixPattern &pattern, const char *group)
-{
-    for (const char *keyword = pattern.keyword; *keyword != '\0'; ++keyword, ++group)
-        if (*group != *keyword)
-            return false;
-    return pattern.exact == 0 || *group == '\0';
-}
-
-/// Brackets, and the end of a text.
-constexpr auto is_structure = [] {
-    std::array<bool, 256> table{};
-    for (const char character : {'[', ']', '\0'})
-        table[static_cast<u8>(character)] = true;
-    return table;
-}();
-
-/// The bracket that closes the one the text begins with; null without either.
-const char *closing_bracket(const char *text)
-{
-    if (*text != '[')
-        return nullptr;
-    u32 depth = 0;
-    for (;; ++text) {
-        while (!is_structure[static_cast<u8>(*text)])
-            ++text;
-        if (*text == '[')
-            ++depth;
-        else if (*text == '\0')
-            return nullptr;
-        else if (--depth == 0)
-            return text;
-    }
-}
-
-} // namespace
 
 u32 SYSDT_GetLsPrefixSubString(const char *text, char *buffer, u32 bufferSize, u32 *outLength)
 {
     if (text == nullptr || buffer == nullptr || outLength == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    const char *const end = closing_bracket(text);
+    const char *const end = *text == '[' ? closing_bracket(text + 1) : nullptr;
     if (end == nullptr)
         return SYSDT_ERR_FAIL;
     const std::size_t length = static_cast<std::size_t>(end - text) - 1;
@@ -73,9 +31,11 @@ const LsPrefixPattern *SYSDT_ParseLsPrefixFindPattern(const char *group, const L
 {
     if (group == nullptr || patterns == nullptr)
         return nullptr;
-    for (u32 i = 0; i < patternCount; ++i)
-        if (matches(patterns[i], group))
-            return &patterns[i];
+    for (const auto &row : std::span(patterns, patternCount)) {
+        const std::size_t length = std::strlen(row.keyword);
+        if (std::strncmp(group, row.keyword, length) == 0 && (row.exact == 0 || group[length] == '\0'))
+            return &row;
+    }
     return nullptr;
 }
 
@@ -84,16 +44,16 @@ u32 SYSDT_ParseLsPrefixStr(const char *text, const LsPrefixPattern *patterns, u3
 {
     if (text == nullptr || patterns == nullptr || target == nullptr || context == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    char group[group_buffer];
+    char group[longest_group + 2];
+    u32 length = 0;
     do {
-        u32 length = 0;
         if (SYSDT_GetLsPrefixSubString(text, group, sizeof group, &length) != SYSDT_OK)
             return SYSDT_ERR_FAIL;
-        const auto *const pattern = SYSDT_ParseLsPrefixFindPattern(group, patterns, patternCount);
-        if (pattern == nullptr || pattern->handler == nullptr)
+        const auto *const row = SYSDT_ParseLsPrefixFindPattern(group, patterns, patternCount);
+        if (row == nullptr || row->handler == nullptr)
             return SYSDT_ERR_FAIL;
-        char *const value = group + std::strlen(pattern->keyword);
-        if (const u32 status = pattern->handler(pattern->bit, value, target, context); status != SYSDT_OK)
+        char *const value = group + std::strlen(row->keyword);
+        if (const u32 status = row->handler(row->bit, value, target, context); status != SYSDT_OK)
             return status;
         text += length + 2;
     } while (*text != '\0');
@@ -105,18 +65,23 @@ LsPrefixParseContext *SYSDT_CreateLsPrefixParseContext(char *text, SYSDT_LsPrefi
 {
     if (text == nullptr || record == nullptr || parserTable == nullptr)
         return nullptr;
-    text = trimmed(text, 1, longest_text);
-    if (text == nullptr)
+    text = SYSDT_BTrim(text);
+    constexpr std::size_t longest_text = 500;
+    const std::size_t length = std::strlen(text);
+    if (length < 1 || length > longest_text || NCF_IsSpaceInString(text) != 0)
         return nullptr;
     auto *const context = static_cast<LsPrefixParseContext *>(SYS_DataTypeMalloc(sizeof(LsPrefixParseContext)));
     if (context == nullptr)
         return nullptr;
-    *context = {};
-    context->text = text;
-    context->length = static_cast<u32>(std::strlen(text));
-    context->output = record;
-    context->parsers = parserTable;
-    context->rowCount = rowCount;
+    *context = {.text = text,
+                .length = static_cast<u32>(length),
+                .seen = 0,
+                .output = record,
+                .routeType = 0,
+                .protocolId = 0,
+                .row = nullptr,
+                .parsers = parserTable,
+                .rowCount = rowCount};
     *record = {};
     return context;
 }
@@ -137,7 +102,7 @@ u32 SYSDT_Str2LSPrefix(char *text, SYSDT_LsPrefix *record)
         SYSDT_CreateLsPrefixParseContext(text, record, g_bgplsPrefixParsers, std::size(g_bgplsPrefixParsers));
     if (context == nullptr)
         return SYSDT_ERR_FAIL;
-    u32 status = BgpLsParseLsPrefixEntry(context->text, record, context);
+    u32 status = parse_key({text + (context->text - text), context->text + context->length}, *record, *context);
     if (status == SYSDT_OK)
         status = SYSDT_Str2LsPrefixPostCheck(record, context);
     SYS_DataTypeFree(context);

@@ -13,15 +13,17 @@
 ///  (15) Without mt-id the MT-ID is SYSDT_LS_NO_MT_ID, in a BGP link 0.
 ///  (19) A router identifier prints as raw bytes, so only TE policies and the links and SIDs of BGP can be entered as
 ///      they print; of these, what the printed form has no place for is lost.
+#include <cstring>
 #include <iterator>
+#include <type_traits>
 
-#include "bgp_datatype/bgp_datatype.h"
 #include "bgpls/groups.hpp"
+#include "bgpls/patterns.hpp"
 
 using namespace bgpdt;
 using ParseContext = LsPrefixParseContext;
 
-constinit const LsPrefixPattern g_bgplsPrefixPattern[24] = {
+constexpr LsPrefixPattern g_bgplsPrefixPattern[24] = {
     {"NODE", key_bit::route_type, 1, BgpLsParseTypeNode},
     {"LINK", key_bit::route_type, 1, BgpLsParseTypeLink}, // (3)
     {"IPV4-PREFIX", key_bit::route_type, 1, BgpLsParseTypeIpv4Prefix},
@@ -49,6 +51,8 @@ constinit const LsPrefixPattern g_bgplsPrefixPattern[24] = {
 };
 
 namespace {
+
+constexpr Patterns key_patterns(g_bgplsPrefixPattern);
 
 /// Takes the group that comes ahead of all and decides what the others mean.
 u32 take_route_type(u32 bit, u32 route_type, void *record, ParseContext &context)
@@ -91,15 +95,48 @@ u32 take_protocol(u32 bit, u32 protocol, void *record, ParseContext &context)
     });
 }
 
-/// Takes a group that nests others.
-template <auto slot, class Scratch, std::size_t Rows>
-u32 take_nested(u32 bit, const char *value, void *record, ParseContext &context,
-                const LsPrefixPattern (&patterns)[Rows], Scratch scratch)
+/// What is known before a group that nests others is read.
+template <class Scratch>
+Scratch fresh(const ParseContext &context)
+{
+    Scratch scratch{};
+    if constexpr (std::is_same_v<Scratch, LsLinkScratch>)
+        scratch.mtId = context.protocolId == SYSDT_LS_BGP ? 0 : SYSDT_LS_NO_MT_ID; // (15)
+    else if constexpr (requires { scratch.mtId; })
+        scratch.mtId = SYSDT_LS_NO_MT_ID;
+    return scratch;
+}
+
+/// Takes a group that nests others, behind which `last` must stand.
+template <auto slot, class Scratch, const Patterns &patterns>
+u32 take_nested(u32 bit, Cursor &text, char last, void *record, ParseContext &context)
 {
     return take_group(bit, context, [&] {
-        const u32 status = SYSDT_ParseLsPrefixStr(value, patterns, Rows, &scratch, &context);
+        auto scratch = fresh<Scratch>(context);
+        const u32 status = parse_values(text, last, patterns, &scratch, context);
         return status == SYSDT_OK ? fill<slot>(&scratch, record, context) : status;
     });
+}
+
+constexpr auto take_local_node = take_nested<&LsPrefixNlriParser::localNode, LsNodeDescScratch, node_patterns>;
+constexpr auto take_remote_node = take_nested<&LsPrefixNlriParser::remoteNode, LsNodeDescScratch, node_patterns>;
+constexpr auto take_link = take_nested<&LsPrefixNlriParser::link, LsLinkScratch, link_patterns>;
+constexpr auto take_prefix = take_nested<&LsPrefixNlriParser::prefix, LsPrefixScratch, prefix_patterns>;
+constexpr auto take_te = take_nested<&LsPrefixNlriParser::te, LsTeScratch, te_patterns>;
+constexpr auto take_sid = take_nested<&LsPrefixNlriParser::sid, LsSidScratch, sid_patterns>;
+
+/// Takes a group of a key. Where those that nest others end, what they nest tells.
+u32 take_key_group(const LsPrefixPattern &row, Cursor &text, SYSDT_LsPrefix &key, ParseContext &context)
+{
+    switch (row.bit) {
+    case key_bit::local: return take_local_node(row.bit, text, ']', &key, context);
+    case key_bit::remote: return take_remote_node(row.bit, text, ']', &key, context);
+    case key_bit::link: return take_link(row.bit, text, ']', &key, context);
+    case key_bit::prefix: return take_prefix(row.bit, text, ']', &key, context);
+    case key_bit::te: return take_te(row.bit, text, ']', &key, context);
+    case key_bit::sid: return take_sid(row.bit, text, ']', &key, context);
+    default: return take_value(row, text, &key, context);
+    }
 }
 
 } // namespace
@@ -107,6 +144,13 @@ u32 take_nested(u32 bit, const char *value, void *record, ParseContext &context,
 u32 BgpLsParseLsPrefixEntry(const char *text, SYSDT_LsPrefix *record, ParseContext *context)
 {
     return SYSDT_ParseLsPrefixStr(text, g_bgplsPrefixPattern, std::size(g_bgplsPrefixPattern), record, context);
+}
+
+u32 bgpdt::parse_key(Cursor text, SYSDT_LsPrefix &key, ParseContext &context)
+{
+    return parse_groups(text, '\0', key_patterns, [&](const LsPrefixPattern &row, Cursor &value) {
+        return *value.at == '[' ? take_key_group(row, value, key, context) : take_value(row, value, &key, context);
+    });
 }
 
 #define BGPDT_LS_ROUTE_TYPE(name, route_type)                                                                          \
@@ -148,43 +192,19 @@ u32 BgpLsParseIdentifier(u32 bit, char *value, void *record, ParseContext *conte
     });
 }
 
-u32 BgpLsParseLocalNode(u32 bit, char *value, void *record, ParseContext *context)
-{
-    return take_nested<&LsPrefixNlriParser::localNode>(bit, value, record, *context, g_bgplsPrefixNodeDescPartten,
-                                                       LsNodeDescScratch{});
-}
+#define BGPDT_LS_NESTED(name, take)                                                                                    \
+    std::uint32_t name(std::uint32_t bit, char *value, void *record, LsPrefixParseContext *context)                    \
+    {                                                                                                                  \
+        Cursor text{value, value + std::strlen(value)};                                                                \
+        return take(bit, text, '\0', record, *context);                                                                \
+    }
 
-u32 BgpLsParseRemoteNode(u32 bit, char *value, void *record, ParseContext *context)
-{
-    return take_nested<&LsPrefixNlriParser::remoteNode>(bit, value, record, *context, g_bgplsPrefixNodeDescPartten,
-                                                        LsNodeDescScratch{});
-}
-
-u32 BgpLsParseLink(u32 bit, char *value, void *record, ParseContext *context)
-{
-    LsLinkScratch scratch{};
-    scratch.mtId = context->protocolId == SYSDT_LS_BGP ? 0 : SYSDT_LS_NO_MT_ID; // (15)
-    return take_nested<&LsPrefixNlriParser::link>(bit, value, record, *context, g_bgplsPrefixLinkPartten, scratch);
-}
-
-u32 BgpLsParsePrefix(u32 bit, char *value, void *record, ParseContext *context)
-{
-    LsPrefixScratch scratch{};
-    scratch.mtId = SYSDT_LS_NO_MT_ID;
-    return take_nested<&LsPrefixNlriParser::prefix>(bit, value, record, *context, g_bgplsPrefixPrefixPartten, scratch);
-}
-
-u32 BgpLsParseTe(u32 bit, char *value, void *record, ParseContext *context)
-{
-    return take_nested<&LsPrefixNlriParser::te>(bit, value, record, *context, g_bgplsPrefixTePartten, LsTeScratch{});
-}
-
-u32 BgpLsParseSid(u32 bit, char *value, void *record, ParseContext *context)
-{
-    LsSidScratch scratch{};
-    scratch.mtId = SYSDT_LS_NO_MT_ID;
-    return take_nested<&LsPrefixNlriParser::sid>(bit, value, record, *context, g_bgplsPrefixSidPartten, scratch);
-}
+BGPDT_LS_NESTED(BgpLsParseLocalNode, take_local_node)
+BGPDT_LS_NESTED(BgpLsParseRemoteNode, take_remote_node)
+BGPDT_LS_NESTED(BgpLsParseLink, take_link)
+BGPDT_LS_NESTED(BgpLsParsePrefix, take_prefix)
+BGPDT_LS_NESTED(BgpLsParseTe, take_te)
+BGPDT_LS_NESTED(BgpLsParseSid, take_sid)
 
 u32 BgpLsParseDiscard(u32 bit, char *, void *, ParseContext *context)
 {

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The engine of the BGP-LS texts: it cuts groups in brackets where they stand and hands each to the first row of a
+/// pattern table whose keyword it begins with. What a keyword means is told in key_groups.cpp, and one level deeper in
+/// descriptors.cpp.
+#pragma once
+
+#include <array>
+#include <cstring>
+#include <string_view>
+#include <utility>
+
+#include "bgp_datatype/bgp_datatype.h"
+#include "common/bytes.hpp"
+#include "common/cut.hpp"
+#include "common/types.hpp"
+
+namespace bgpdt {
+
+/// A place in a text.
+struct Cursor {
+    char *at;
+    const char *end; ///< the text's NUL
+};
+
+/// Whether so many characters are equal, at least one word.
+template <class Word>
+bool equal_words(const char *first, const char *second, std::size_t size)
+{
+    const std::size_t last = size - sizeof(Word);
+    for (std::size_t i = 0; i < last; i += sizeof(Word))
+        if (load<Word>(first + i) != load<Word>(second + i))
+            return false;
+    return load<Word>(first + last) == load<Word>(second + last);
+}
+
+/// Whether so many characters, two or more, are equal. Keywords are short: a call would cost more than its work.
+inline bool equal(const char *first, const char *second, std::size_t size)
+{
+    return size >= sizeof(u64)   ? equal_words<u64>(first, second, size)
+           : size >= sizeof(u32) ? equal_words<u32>(first, second, size)
+                                 : equal_words<u16>(first, second, size);
+}
+
+/// A pattern table whose rows are found by the first two characters of their keywords. Rows without a handler are
+/// left out: what is not found is refused all the same.
+class Patterns {
+public:
+    template <std::size_t Rows>
+    explicit consteval Patterns(const LsPrefixPattern (&rows)[Rows]) : rows_(rows)
+    {
+        static_assert(Rows <= most_rows);
+        first_.fill(none);
+        for (std::size_t i = Rows; i-- != 0;) { // backwards: each chain is in the table's order
+            if (rows[i].handler == nullptr)
+                continue;
+            length_[i] = static_cast<u8>(std::string_view(rows[i].keyword).size());
+            next_[i] = std::exchange(first_[slot(rows[i].keyword)], static_cast<u8>(i));
+        }
+    }
+
+    /// The first row for the group behind the cursor, which moves behind the keyword; null if there is none.
+    const LsPrefixPattern *find(Cursor &text) const
+    {
+        if (text.end - text.at < 2)
+            return nullptr;
+        for (u32 i = first_[slot(text.at)]; i != none; i = next_[i]) {
+            const LsPrefixPattern &row = rows_[i];
+            const std::ptrdiff_t length = length_[i];
+            if (text.end - text.at >= length && equal(text.at, row.keyword, static_cast<std::size_t>(length)) &&
+                (row.exact == 0 || text.at[length] == ']')) {
+                text.at += length;
+                return &row;
+            }
+        }
+        return nullptr;
+    }
+
+private:
+    static constexpr std::size_t most_rows = 24;
+    static constexpr u8 none = UINT8_MAX;
+
+    /// Different for all beginnings in one table.
+    static constexpr u32 slot(const char *keyword)
+    {
+        return (u32{3} * static_cast<u8>(keyword[0]) + u32{4} * static_cast<u8>(keyword[1])) % 64;
+    }
+
+    const LsPrefixPattern *rows_;
+    std::array<u8, 64> first_{};
+    std::array<u8, most_rows> next_{};
+    std::array<u8, most_rows> length_{};
+};
+
+/// The bracket that closes the one ahead of the text; null if there is none.
+inline const char *closing_bracket(const char *text)
+{
+    static constexpr auto is_structure = [] {
+        std::array<bool, 256> table{};
+        for (const char character : {'[', ']', '\0'})
+            table[static_cast<u8>(character)] = true;
+        return table;
+    }();
+    for (u32 depth = 1;; ++text) {
+        while (!is_structure[static_cast<u8>(*text)])
+            ++text;
+        if (*text == ']' && --depth == 0)
+            return text;
+        if (*text == '\0')
+            return nullptr;
+        depth += *text == '[' ? 1 : 0;
+    }
+}
+
+/// Hands the value at the cursor to the row's handler, cut off as long as that works, and moves to its closing bracket.
+inline u32 take_value(const LsPrefixPattern &row, Cursor &text, void *target, LsPrefixParseContext &context)
+{
+    char *const value = text.at;
+    const char *const end = closing_bracket(value);
+    if (end == nullptr)
+        return SYSDT_ERR_FAIL;
+    text.at += end - value;
+    const Cut cut(value, text.at);
+    return row.handler(row.bit, value, target, &context);
+}
+
+inline constexpr std::ptrdiff_t longest_group = 498; ///< what stands between its brackets
+
+/// Takes the groups at the cursor, behind which `last` must stand, and moves there.
+///
+/// @param take  gets the row of a group and the cursor behind the keyword, which it moves to the closing bracket
+template <class Take>
+u32 parse_groups(Cursor &text, char last, const Patterns &patterns, Take take)
+{
+    Cursor at = text;
+    do {
+        if (*at.at++ != '[')
+            return SYSDT_ERR_FAIL;
+        const char *const group = at.at;
+        const auto *const row = patterns.find(at);
+        if (row == nullptr)
+            return SYSDT_ERR_FAIL;
+        if (const u32 status = take(*row, at); status != SYSDT_OK)
+            return status;
+        if (at.at++ - group > longest_group)
+            return SYSDT_ERR_FAIL;
+    } while (*at.at == '[');
+    text.at = at.at;
+    return *at.at == last ? SYSDT_OK : SYSDT_ERR_FAIL;
+}
+
+/// The groups within LOCAL and REMOTE, LINK, PREFIX, TE and SID.
+extern const Patterns node_patterns, link_patterns, prefix_patterns, te_patterns, sid_patterns;
+
+/// Parses the groups within a group into its scratch record.
+u32 parse_values(Cursor &text, char last, const Patterns &patterns, void *scratch, LsPrefixParseContext &context);
+
+/// Parses all groups of a key.
+u32 parse_key(Cursor text, SYSDT_LsPrefix &key, LsPrefixParseContext &context);
+
+} // namespace bgpdt
