@@ -74,11 +74,11 @@ constexpr LsPrefixPattern g_bgplsPrefixSidPartten[2] = {
     {"sid", sid_bit::sid, 0, BgpLsParseSidSid},
 };
 
-constinit const Patterns bgpdt::node_patterns(g_bgplsPrefixNodeDescPartten);
-constinit const Patterns bgpdt::link_patterns(g_bgplsPrefixLinkPartten);
-constinit const Patterns bgpdt::prefix_patterns(g_bgplsPrefixPrefixPartten);
-constinit const Patterns bgpdt::te_patterns(g_bgplsPrefixTePartten);
-constinit const Patterns bgpdt::sid_patterns(g_bgplsPrefixSidPartten);
+constinit const Index bgpdt::node_index(g_bgplsPrefixNodeDescPartten);
+constinit const Index bgpdt::link_index(g_bgplsPrefixLinkPartten);
+constinit const Index bgpdt::prefix_index(g_bgplsPrefixPrefixPartten);
+constinit const Index bgpdt::te_index(g_bgplsPrefixTePartten);
+constinit const Index bgpdt::sid_index(g_bgplsPrefixSidPartten);
 
 namespace {
 
@@ -240,7 +240,7 @@ u32 BgpLsParseNodeDesc(const char *text, LsNodeDescScratch *scratch, ParseContex
                                   context);
 }
 
-u32 bgpdt::parse_values(Cursor &text, char last, const Patterns &patterns, void *scratch, ParseContext &context)
+u32 bgpdt::parse_values(Cursor &text, char last, Patterns patterns, void *scratch, ParseContext &context)
 {
     return parse_groups(text, last, patterns, [&](const LsPrefixPattern &row, Cursor &value) {
         return take_value(row, value, scratch, context);

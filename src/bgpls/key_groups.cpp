@@ -52,7 +52,7 @@ constexpr LsPrefixPattern g_bgplsPrefixPattern[24] = {
 
 namespace {
 
-constexpr Patterns key_patterns(g_bgplsPrefixPattern);
+constexpr Index key_index(g_bgplsPrefixPattern);
 
 /// Takes the group that comes ahead of all and decides what the others mean.
 u32 take_route_type(u32 bit, u32 route_type, void *record, ParseContext &context)
@@ -108,22 +108,25 @@ Scratch fresh(const ParseContext &context)
 }
 
 /// Takes a group that nests others, behind which `last` must stand.
-template <auto slot, class Scratch, const Patterns &patterns>
+template <auto slot, class Scratch, const auto &rows, const Index &index>
 u32 take_nested(u32 bit, Cursor &text, char last, void *record, ParseContext &context)
 {
     return take_group(bit, context, [&] {
         auto scratch = fresh<Scratch>(context);
-        const u32 status = parse_values(text, last, patterns, &scratch, context);
+        const u32 status = parse_values(text, last, {rows, &index}, &scratch, context);
         return status == SYSDT_OK ? fill<slot>(&scratch, record, context) : status;
     });
 }
 
-constexpr auto take_local_node = take_nested<&LsPrefixNlriParser::localNode, LsNodeDescScratch, node_patterns>;
-constexpr auto take_remote_node = take_nested<&LsPrefixNlriParser::remoteNode, LsNodeDescScratch, node_patterns>;
-constexpr auto take_link = take_nested<&LsPrefixNlriParser::link, LsLinkScratch, link_patterns>;
-constexpr auto take_prefix = take_nested<&LsPrefixNlriParser::prefix, LsPrefixScratch, prefix_patterns>;
-constexpr auto take_te = take_nested<&LsPrefixNlriParser::te, LsTeScratch, te_patterns>;
-constexpr auto take_sid = take_nested<&LsPrefixNlriParser::sid, LsSidScratch, sid_patterns>;
+constexpr auto take_local_node =
+    take_nested<&LsPrefixNlriParser::localNode, LsNodeDescScratch, g_bgplsPrefixNodeDescPartten, node_index>;
+constexpr auto take_remote_node =
+    take_nested<&LsPrefixNlriParser::remoteNode, LsNodeDescScratch, g_bgplsPrefixNodeDescPartten, node_index>;
+constexpr auto take_link = take_nested<&LsPrefixNlriParser::link, LsLinkScratch, g_bgplsPrefixLinkPartten, link_index>;
+constexpr auto take_prefix =
+    take_nested<&LsPrefixNlriParser::prefix, LsPrefixScratch, g_bgplsPrefixPrefixPartten, prefix_index>;
+constexpr auto take_te = take_nested<&LsPrefixNlriParser::te, LsTeScratch, g_bgplsPrefixTePartten, te_index>;
+constexpr auto take_sid = take_nested<&LsPrefixNlriParser::sid, LsSidScratch, g_bgplsPrefixSidPartten, sid_index>;
 
 /// Takes a group of a key. Where those that nest others end, what they nest tells.
 u32 take_key_group(const LsPrefixPattern &row, Cursor &text, SYSDT_LsPrefix &key, ParseContext &context)
@@ -148,7 +151,7 @@ u32 BgpLsParseLsPrefixEntry(const char *text, SYSDT_LsPrefix *record, ParseConte
 
 u32 bgpdt::parse_key(Cursor text, SYSDT_LsPrefix &key, ParseContext &context)
 {
-    return parse_groups(text, '\0', key_patterns, [&](const LsPrefixPattern &row, Cursor &value) {
+    return parse_groups(text, '\0', {g_bgplsPrefixPattern, &key_index}, [&](const LsPrefixPattern &row, Cursor &value) {
         return *value.at == '[' ? take_key_group(row, value, key, context) : take_value(row, value, &key, context);
     });
 }

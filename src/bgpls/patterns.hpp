@@ -42,12 +42,12 @@ inline bool equal(const char *first, const char *second, std::size_t size)
                                  : equal_words<u16>(first, second, size);
 }
 
-/// A pattern table whose rows are found by the first two characters of their keywords. Rows without a handler are
-/// left out: what is not found is refused all the same.
-class Patterns {
+/// Tells a pattern table's rows by the first two characters of their keywords. Rows without a handler are left out: what
+/// is not found is refused all the same.
+class Index {
 public:
     template <std::size_t Rows>
-    explicit consteval Patterns(const LsPrefixPattern (&rows)[Rows]) : rows_(rows)
+    explicit consteval Index(const LsPrefixPattern (&rows)[Rows])
     {
         static_assert(Rows <= most_rows);
         first_.fill(none);
@@ -60,12 +60,12 @@ public:
     }
 
     /// The first row for the group behind the cursor, which moves behind the keyword; null if there is none.
-    const LsPrefixPattern *find(Cursor &text) const
+    const LsPrefixPattern *find(Cursor &text, const LsPrefixPattern *rows) const
     {
         if (text.end - text.at < 2)
             return nullptr;
         for (u32 i = first_[slot(text.at)]; i != none; i = next_[i]) {
-            const LsPrefixPattern &row = rows_[i];
+            const LsPrefixPattern &row = rows[i];
             const std::ptrdiff_t length = length_[i];
             if (text.end - text.at >= length && equal(text.at, row.keyword, static_cast<std::size_t>(length)) &&
                 (row.exact == 0 || text.at[length] == ']')) {
@@ -86,10 +86,15 @@ private:
         return (u32{3} * static_cast<u8>(keyword[0]) + u32{4} * static_cast<u8>(keyword[1])) % 64;
     }
 
-    const LsPrefixPattern *rows_;
     std::array<u8, 64> first_{};
     std::array<u8, most_rows> next_{};
     std::array<u8, most_rows> length_{};
+};
+
+/// A pattern table that is searched by its index.
+struct Patterns {
+    const LsPrefixPattern *rows;
+    const Index *index; ///< apart from the rows' address, so that it needs no relocation
 };
 
 /// The bracket that closes the one ahead of the text; null if there is none.
@@ -130,14 +135,14 @@ inline constexpr std::ptrdiff_t longest_group = 498; ///< what stands between it
 ///
 /// @param take  gets the row of a group and the cursor behind the keyword, which it moves to the closing bracket
 template <class Take>
-u32 parse_groups(Cursor &text, char last, const Patterns &patterns, Take take)
+u32 parse_groups(Cursor &text, char last, Patterns patterns, Take take)
 {
     Cursor at = text;
     do {
         if (*at.at++ != '[')
             return SYSDT_ERR_FAIL;
         const char *const group = at.at;
-        const auto *const row = patterns.find(at);
+        const auto *const row = patterns.index->find(at, patterns.rows);
         if (row == nullptr)
             return SYSDT_ERR_FAIL;
         if (const u32 status = take(*row, at); status != SYSDT_OK)
@@ -149,11 +154,11 @@ u32 parse_groups(Cursor &text, char last, const Patterns &patterns, Take take)
     return *at.at == last ? SYSDT_OK : SYSDT_ERR_FAIL;
 }
 
-/// The groups within LOCAL and REMOTE, LINK, PREFIX, TE and SID.
-extern const Patterns node_patterns, link_patterns, prefix_patterns, te_patterns, sid_patterns;
+/// Of the tables of the groups within LOCAL and REMOTE, LINK, PREFIX, TE and SID.
+extern const Index node_index, link_index, prefix_index, te_index, sid_index;
 
 /// Parses the groups within a group into its scratch record.
-u32 parse_values(Cursor &text, char last, const Patterns &patterns, void *scratch, LsPrefixParseContext &context);
+u32 parse_values(Cursor &text, char last, Patterns patterns, void *scratch, LsPrefixParseContext &context);
 
 /// Parses all groups of a key.
 u32 parse_key(Cursor text, SYSDT_LsPrefix &key, LsPrefixParseContext &context);
