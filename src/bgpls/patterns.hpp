@@ -98,7 +98,8 @@ struct Patterns {
 };
 
 /// The bracket that closes the one ahead of the text; null if there is none.
-inline const char *closing_bracket(const char *text)
+template <class Char>
+Char *closing_bracket(Char *text)
 {
     static constexpr auto is_structure = [] {
         std::array<bool, 256> table{};
@@ -121,11 +122,11 @@ inline const char *closing_bracket(const char *text)
 inline u32 take_value(const LsPrefixPattern &row, Cursor &text, void *target, LsPrefixParseContext &context)
 {
     char *const value = text.at;
-    const char *const end = closing_bracket(value);
+    char *const end = closing_bracket(value);
     if (end == nullptr)
         return SYSDT_ERR_FAIL;
-    text.at += end - value;
-    const Cut cut(value, text.at);
+    text.at = end;
+    const Cut cut(value, end);
     return row.handler(row.bit, value, target, &context);
 }
 
@@ -147,8 +148,9 @@ u32 parse_groups(Cursor &text, char last, Patterns patterns, Take take)
             return SYSDT_ERR_FAIL;
         if (const u32 status = take(*row, at); status != SYSDT_OK)
             return status;
-        if (at.at++ - group > longest_group)
+        if (at.at - group > longest_group)
             return SYSDT_ERR_FAIL;
+        ++at.at;
     } while (*at.at == '[');
     text.at = at.at;
     return *at.at == last ? SYSDT_OK : SYSDT_ERR_FAIL;
