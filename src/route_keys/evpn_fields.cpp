@@ -30,16 +30,26 @@ bool is_filled_with(u8 byte, const u8 (&esi)[esi_size])
     return std::all_of(esi, esi + esi_size, [byte](u8 each) { return each == byte; });
 }
 
+/// Takes a digit behind those of the number and moves behind it; false, if there is none.
+bool take_digit(const char *&text, u32 &number)
+{
+    const u32 digit = format::digit_value<16>(*text);
+    if (digit >= 16)
+        return false;
+    number = number << 4 | digit;
+    ++text;
+    return true;
+}
+
 /// Reads groups of 1 to 4 digits, at most five.
 bool read_groups(const char *text, u8 (&esi)[esi_size])
 {
     for (std::size_t stored = 0; stored < esi_size; stored += sizeof(u16)) {
-        const char *const group = text;
         u32 number = 0;
-        for (u32 digit = 0; (digit = format::digit_value<16>(*text)) < 16; ++text)
-            number = number << 4 | digit;
-        if (text == group || text - group > 4)
+        if (!take_digit(text, number))
             return false;
+        if (take_digit(text, number) && take_digit(text, number))
+            take_digit(text, number);
         store_network(esi + stored, static_cast<u16>(number));
         if (*text++ != '.')
             return text[-1] == '\0';
