@@ -48,8 +48,9 @@ bool read_groups(const char *text, u8 (&esi)[esi_size])
         u32 number = 0;
         if (!take_digit(text, number))
             return false;
-        if (take_digit(text, number) && take_digit(text, number))
-            take_digit(text, number);
+        if (take_digit(text, number))
+            if (take_digit(text, number))
+                take_digit(text, number);
         store_network(esi + stored, static_cast<u16>(number));
         if (*text++ != '.')
             return text[-1] == '\0';
