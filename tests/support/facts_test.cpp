@@ -7,16 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include "support/address_sanitizer.hpp"
 #include "support/attack_host.hpp"
 #include "support/facts.hpp"
 #include "support/faults.hpp"
 #include "support/faulty_type.hpp"
 
-#ifdef __has_feature
-#if __has_feature(address_sanitizer)
-#define __SANITIZE_ADDRESS__ 1
-#endif
-#endif
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
 #endif

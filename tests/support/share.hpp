@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "address_sanitizer.hpp"
 #include "setting.hpp"
 
 namespace bgpdt::test {
