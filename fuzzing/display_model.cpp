@@ -144,26 +144,41 @@ std::string_view conversion_in(std::string_view behind, const Value &value)
     return fits ? behind.substr(0, at + 1) : std::string_view{};
 }
 
-/// A width or precision that printf itself cannot take: cut to one that is beyond every limit too.
-std::string capped(std::string_view conversion)
+constexpr std::uint64_t beyond = 9999; ///< every limit of a listing
+
+/// Digits as a number, a huge one as another huge one.
+std::uint64_t number_of(std::string_view digits)
 {
-    std::string format = "%";
-    for (std::size_t at = 0; at < conversion.size();) {
-        if (conversion[at] < '1' || conversion[at] > '9') {
-            format += conversion[at++];
-            continue;
-        }
-        const std::size_t end = std::min(conversion.find_first_not_of("0123456789", at), conversion.size());
-        format += end - at > 4 ? "9999" : std::string(conversion.substr(at, end - at));
-        at = end;
+    std::uint64_t number = 0;
+    for (const char digit : digits) {
+        number = std::min(number * 10 + static_cast<std::uint64_t>(digit - '0'), UINT64_MAX / 20);
     }
-    return format;
+    return number;
+}
+
+/// A width or precision that printf itself cannot take: cut to one that is beyond every limit too. A number's digits
+/// still stand behind as many blanks as reach the limit, where its width is beyond its precision.
+std::string capped(std::string_view conversion, bool of_number)
+{
+    const std::size_t width_at = std::min(conversion.find_first_not_of("-+ #0"), conversion.size());
+    const std::size_t width_end = std::min(conversion.find_first_not_of("0123456789", width_at), conversion.size());
+    const std::size_t dot = conversion.substr(width_end, 1) == "." ? width_end + 1 : width_end;
+    const std::size_t end = std::min(conversion.find_first_not_of("0123456789", dot), conversion.size());
+    const std::uint64_t width = number_of(conversion.substr(width_at, width_end - width_at));
+    const std::uint64_t precision = number_of(conversion.substr(dot, end - dot));
+    const bool both = of_number && precision > beyond && width > precision;
+    std::string format = "%" + std::string(conversion.substr(0, width_at));
+    format += width_end == width_at
+                  ? ""
+                  : std::to_string(both ? beyond + std::min(width - precision, beyond) : std::min(width, beyond));
+    format += dot == width_end ? "" : "." + std::to_string(std::min(precision, beyond));
+    return format + std::string(conversion.substr(end));
 }
 
 /// What printf makes of the conversion, as far as it can count.
 std::string converted(std::string_view conversion, const Value &value)
 {
-    const std::string format = capped(conversion);
+    const std::string format = capped(conversion, value.number.has_value());
     char out[most_text + 1];
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"

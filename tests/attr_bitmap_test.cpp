@@ -405,6 +405,10 @@ TEST_F(AttrBitmapTest, ConversionsThatDoNotFit)
 /// No width makes a piece longer than 298 characters, nor the label longer than 299.
 TEST_F(AttrBitmapTest, PiecesAndLabelsAreCut)
 {
+    // A width beyond the precision is blanks ahead of the zeros, whatever the flag.
+    expect_line(std::string(298, ' ') + " 1", "%0100000019.5421935i", {u8(7)});
+    expect_line(std::string(5, ' ') + std::string(293, '0') + " 1", "%010005.10000i", {u8(7)});
+    expect_line(std::string(298, '0') + " 1", "%5421935.100000019i", {u8(7)});
     for (const std::string width : {"298", "299", "300", "999", "65536", "2147483647", "2147483648", "4294967295",
                                     "4294967296", "18446744073709551617", "99999999999999999999999999"}) {
         const std::string blanks(width == "298" ? 297 : 298, ' ');

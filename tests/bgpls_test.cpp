@@ -352,6 +352,45 @@ TEST_F(BgpLsTest, GroupsGoToTheHandlersOfTheirRows)
     EXPECT_EQ(nullptr, find("a", nullptr, 5));
 }
 
+TEST_F(BgpLsTest, TheEntryParsesTheGroupsOfAKey)
+{
+    auto *parse = exported<decltype(BgpLsParseLsPrefixEntry)>("BgpLsParseLsPrefixEntry");
+    const auto status_of = [&](const char *text, SYSDT_LsPrefix &key, LsPrefixParseContext &context) {
+        context.parsers = exported<const LsPrefixNlriParser>("g_bgplsPrefixParsers");
+        context.rowCount = SYSDT_LS_ROUTE_TYPES;
+        return parse(Text(text).constant(), &key, &context);
+    };
+    SYSDT_LsPrefix key{};
+    LsPrefixParseContext context{};
+    EXPECT_EQ(SYSDT_OK, status_of("[NODE][IDENTIFIER7][OSPFv2][LOCAL[bgp-ls-identifier192.0.2.1]]", key, context));
+    EXPECT_EQ(0x00FU, context.seen);
+    EXPECT_EQ(1U, std::uint32_t{key.head.routeType});
+    EXPECT_EQ(std::uint32_t{SYSDT_LS_OSPFV2}, std::uint32_t{key.head.protocolId});
+    EXPECT_EQ(0xC0000201U, std::uint32_t{key.node.local.bgpLsId});
+
+    for (const char *text : {"", "NODE", "[NODE", "[NODE]]", "[NODE][y]", "[NODE][RSVP-TE]", "[NODE][NODE]"}) {
+        SYSDT_LsPrefix refused{};
+        LsPrefixParseContext of_refused{};
+        EXPECT_EQ(SYSDT_ERR_FAIL, status_of(text, refused, of_refused)) << text;
+    }
+    expect_pointers_needed<decltype(BgpLsParseLsPrefixEntry)>("BgpLsParseLsPrefixEntry", SYSDT_ERR_NULL_PTR, "[NODE]",
+                                                              &key, &context);
+}
+
+TEST_F(BgpLsTest, AGroupWithinOneHasNoMoreCharactersThanAGroup)
+{
+    const auto status_of = [&](std::size_t zeros) {
+        SYSDT_LsPrefix key{};
+        LsPrefixParseContext context{};
+        context.row = exported<const LsPrefixNlriParser>("g_bgplsPrefixParsers") + SYSDT_LS_LINK;
+        context.protocolId = SYSDT_LS_OSPFV2;
+        Text value("[mt-id" + std::string(zeros, '0') + "1]");
+        return exported<BgpLsHandler>("BgpLsParseLink")(0x020, value.get(), &key, &context);
+    };
+    EXPECT_EQ(SYSDT_OK, status_of(498 - 5 - 1));
+    EXPECT_EQ(SYSDT_ERR_FAIL, status_of(498 - 5));
+}
+
 TEST_F(BgpLsTest, ARouteTypeWithoutARowIsRefused)
 {
     const auto *rows = exported<const LsPrefixNlriParser>("g_bgplsPrefixParsers");
