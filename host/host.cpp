@@ -358,7 +358,7 @@ Converter::Converter(const SYSDT_Record &type, std::uint8_t mode)
 
 Converter::~Converter() { release(); }
 
-void Converter::release()
+inline void Converter::release()
 {
     void *const block = std::exchange(delivered_, nullptr);
     if (block == lent_->bytes) {

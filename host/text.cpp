@@ -19,9 +19,8 @@ char *SYSDT_BTrim(char *text)
     }
     char *end = text + std::strlen(text);
     while (end != text && is_space(end[-1])) {
-        --end;
+        *--end = '\0';
     }
-    *end = '\0';
     return text;
 }
 

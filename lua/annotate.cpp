@@ -127,7 +127,7 @@ using Descriptions = std::map<std::string, std::set<std::string>>; ///< by class
 void describe(const SYSDT_Record &type, const Bytes &value, Descriptions &descriptions)
 {
     const auto below = [](const char *part) { return part == nullptr ? "" : std::string(".") + part; };
-    const Layout layout = layout_of(type.typeId, value, std::endian::native);
+    const Layout &layout = layout_of(type.typeId, value, std::endian::native);
     for (const Field &field : layout.fields) {
         if (field.key != nullptr && field.name != nullptr) {
             descriptions[class_of(type) + below(layout.key) + below(field.table) + below(field.key)].insert(field.name);

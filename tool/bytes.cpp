@@ -33,7 +33,7 @@ void turn(const SYSDT_Record &type, std::span<std::uint8_t> value, std::endian o
     if (std::endian::native == std::endian::big || value.size() < type.dataLength) {
         return;
     }
-    const Layout layout = layout_of(type.typeId, value, order);
+    const Layout &layout = layout_of(type.typeId, value, order);
     if (layout.fields.empty() && type.baseKind == SYSDT_KIND_BINARY) {
         std::ranges::reverse(value); // a plain binary type is one number
     }

@@ -279,7 +279,7 @@ Bytes value_of_kind(const SYSDT_Record &type, std::uint32_t number)
 Answer fields_of_type(Session &session, const SYSDT_Record &type)
 {
     const Bytes zeros(value_size(type));
-    const Layout layout = layout_of(type.typeId, zeros, std::endian::native);
+    const Layout &layout = layout_of(type.typeId, zeros, std::endian::native);
     const bool depends = std::ranges::any_of(layout.fields, [](const Field &field) {
         return field.name != nullptr && std::string_view(field.name) == "route type";
     });

@@ -443,7 +443,7 @@ std::vector<std::string> lines_of(Value bytes, std::size_t per_line)
 
 Explanation explanation_of(Session &session, const SYSDT_Record &type, const Bytes &value)
 {
-    const Layout layout = layout_of(type.typeId, value, std::endian::native);
+    const Layout &layout = layout_of(type.typeId, value, std::endian::native);
     Explanation explanation{.type = name_of(type),
                             .about = sample_of(type.typeId).about,
                             .native = session.options().native,

@@ -54,7 +54,7 @@ int temporary_file()
 Bytes with_number(const SYSDT_Record &type, std::uint16_t number)
 {
     Bytes value(value_size(type));
-    const Layout layout = layout_of(type.typeId, value, std::endian::native);
+    const Layout &layout = layout_of(type.typeId, value, std::endian::native);
     const auto field =
         std::ranges::find_if(layout.fields, [](const Field &row) { return row.host_order() && row.width > 1; });
     const bool plain = layout.fields.empty() && type.baseKind == SYSDT_KIND_BINARY && value.size() > 1;
@@ -87,7 +87,7 @@ bool compares_numbers(const SYSDT_Record &type)
 }
 
 ValueOrder::ValueOrder(const SYSDT_Record &type)
-    : type_(type), size_(value_size(type)), reads_numbers_(compares_numbers(type)), target_(type)
+    : type_(type), size_(value_size(type)), reads_numbers_(compares_numbers(type)), target_(type, false)
 {
 }
 

@@ -54,7 +54,7 @@ private:
     const SYSDT_Record &type_;
     const std::size_t size_;
     bool reads_numbers_; ///< Compare reads numbers of the machine's order, so that the target's answer is its answer
-    TargetOrder target_;
+    ByteOrder target_;
 };
 
 /// Whether the type's Compare reads the values' numbers. If not it reads bytes, and answers as on the target if they

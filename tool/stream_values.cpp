@@ -109,12 +109,12 @@ Value filled_up(const SYSDT_Record &type, Value value, Bytes &room)
 
 // ------------------------------------------------------------------------------------------------ byte order
 
-void TargetOrder::work_out(const Layout &layout, std::size_t size)
+void ByteOrder::work_out(const Layout &layout, std::size_t size)
 {
-    fields_ = layout.fields.data();
+    layout_ = &layout;
     positions_.resize(size);
     std::iota(positions_.begin(), positions_.end(), std::uint16_t{0});
-    if (std::endian::native == std::endian::big || size < type_.dataLength) {
+    if (native_ || std::endian::native == std::endian::big || size < type_.dataLength) {
         return;
     }
     if (layout.fields.empty() && type_.baseKind == SYSDT_KIND_BINARY) {
@@ -146,10 +146,9 @@ ValueReader::ValueReader(Session &session, const SYSDT_Record &type, Format form
     }
 }
 
-Value ValueReader::read(std::span<char> line)
+Value ValueReader::read_other(std::span<char> line)
 {
     switch (format_) {
-    case Format::text: return read_text(line);
     case Format::hex: return read_hex({line.data(), line.size()});
     case Format::json: return read_json({line.data(), line.size()});
     default: break;
@@ -166,21 +165,25 @@ Value ValueReader::read(std::span<char> line)
 Value ValueReader::read_text(std::span<char> text)
 {
     const host::Delivery delivery = converter_.parse(text);
+    if (delivery.data.size() - 1 < size_) [[likely]] { // a refused text delivers nothing
+        return delivery.data;
+    }
+    explain(delivery);
+    return {};
+}
+
+/// Why what was delivered for a text is no value.
+void ValueReader::explain(const host::Delivery &delivery)
+{
+    status_ = delivery.status;
     if (!delivery.ok()) {
-        status_ = delivery.status;
         reason_.clear();
-        return {};
-    }
-    if (delivery.data.empty()) {
+    } else if (delivery.data.empty()) {
         reason_ = name_of(type_) + " makes no value of text";
-        return {};
-    }
-    if (delivery.data.size() > size_) {
+    } else {
         reason_ = "the text has " + std::to_string(delivery.data.size() - 1) + " characters, " + name_of(type_) +
                   " has room for " + std::to_string(size_ - 1);
-        return {};
     }
-    return delivery.data;
 }
 
 Value ValueReader::keep(Bytes value)
@@ -318,7 +321,8 @@ std::string ValueReader::refusal(std::string_view line) const
 // ------------------------------------------------------------------------------------------------ writing
 
 ValueWriter::ValueWriter(Session &session, const SYSDT_Record &type, Format format)
-    : session_(session), type_(type), format_(format), converter_(type, session.mode_for(type)), order_(type)
+    : session_(session), type_(type), format_(format), converter_(type, session.mode_for(type)),
+      order_(type, session.options().native)
 {
     if (format == Format::text && type.formatOut == nullptr) {
         throw UsageError(name_of(type) + " prints no text; --to is hex, json or binary for it");
@@ -356,19 +360,14 @@ bool ValueWriter::write_text(Value value, Buffer &out)
 
 void ValueWriter::write_hex(Value value, Buffer &out)
 {
-    char *to = out.room(2 * value.size() + 1);
-    if (session_.options().native) {
-        for (const std::uint8_t byte : value) {
-            to = std::ranges::copy(hex_pairs[byte], to).out;
-        }
-    } else {
-        const std::uint16_t *const positions = order_.positions(value);
-        const std::uint8_t *const bytes = value.data();
-        for (std::size_t i = 0, size = value.size(); i < size; ++i, to += 2) {
-            std::memcpy(to, hex_pairs[bytes[positions[i]]].data(), 2);
-        }
+    char *const to = out.room(2 * value.size() + 1);
+    const std::uint16_t *const positions = order_.positions(value);
+    const std::uint8_t *const bytes = value.data();
+#pragma GCC unroll 4
+    for (std::size_t i = 0, size = value.size(); i < size; ++i) {
+        std::memcpy(to + 2 * i, hex_pairs[bytes[positions[i]]].data(), 2);
     }
-    *to = '\n';
+    to[2 * value.size()] = '\n';
     out.grown(2 * value.size() + 1);
 }
 
@@ -376,13 +375,9 @@ void ValueWriter::write_binary(Value value, Buffer &out)
 {
     value = filled_up(type_, value, filled_);
     char *const to = out.room(value.size());
-    if (session_.options().native) {
-        std::memcpy(to, value.data(), value.size());
-    } else {
-        const std::uint16_t *const positions = order_.positions(value);
-        for (std::size_t i = 0; i < value.size(); ++i) {
-            to[i] = static_cast<char>(value[positions[i]]);
-        }
+    const std::uint16_t *const positions = order_.positions(value);
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        to[i] = static_cast<char>(value[positions[i]]);
     }
     out.grown(value.size());
 }

@@ -36,16 +36,16 @@ std::string refusal_sentence(const SYSDT_Record &type, std::string_view text, st
 /// The value's bytes with what is missing at the end of a host's string.
 Value filled_up(const SYSDT_Record &type, Value value, Bytes &room);
 
-/// The numbers of a value of the type, from the machine's byte order to the target's and back.
-class TargetOrder {
+/// The byte order of a type's values outside: the target's, or the machine's own.
+class ByteOrder {
 public:
-    explicit TargetOrder(const SYSDT_Record &type) : type_(type) {}
+    ByteOrder(const SYSDT_Record &type, bool native) : type_(type), native_(native) {}
 
-    /// Where the bytes of the value in the target's order stand in it; as many as the value has.
+    /// Where the bytes in that order stand in the value; as many as it has.
     const std::uint16_t *positions(Value value)
     {
-        const Layout layout = layout_of(type_.typeId, value, std::endian::native);
-        if (layout.fields.data() != fields_ || positions_.size() != value.size()) {
+        const Layout &layout = layout_of(type_.typeId, value, std::endian::native);
+        if (&layout != layout_ || positions_.size() != value.size()) {
             work_out(layout, value.size());
         }
         return positions_.data();
@@ -55,7 +55,8 @@ private:
     void work_out(const Layout &layout, std::size_t size);
 
     const SYSDT_Record &type_;
-    const Field *fields_ = nullptr; ///< for whose layout
+    const bool native_;
+    const Layout *layout_ = nullptr; ///< of the positions
     std::vector<std::uint16_t> positions_;
 };
 
@@ -67,12 +68,14 @@ public:
 
     /// The value of the line, which has a NUL behind it and may be changed; null if it is refused. It stays until the
     /// next call.
-    Value read(std::span<char> line);
+    Value read(std::span<char> line) { return format_ == Format::text ? read_text(line) : read_other(line); }
     /// Why the last line was refused.
     std::string refusal(std::string_view line) const;
 
 private:
     Value read_text(std::span<char> text);
+    void explain(const host::Delivery &delivery);
+    Value read_other(std::span<char> line);
     Value read_hex(std::string_view text);
     Value read_plain_hex(std::string_view text);
     Value read_json(std::string_view text);
@@ -112,7 +115,7 @@ private:
     const SYSDT_Record &type_;
     const Format format_;
     host::Converter converter_;
-    TargetOrder order_;
+    ByteOrder order_;
     LuaState lua_{nullptr, nullptr};
     Bytes filled_;
     std::uint32_t status_ = 0;

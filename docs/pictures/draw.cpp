@@ -118,7 +118,7 @@ void draw_value(const char *plugin)
     bgpdt::host::Host host(plugin);
     const SYSDT_Record &type = *host.find(type_name);
     auto value = host.parse(type, text, 2).data;
-    const Layout layout = bgpdt::layout_of(type.typeId, value, std::endian::native);
+    const Layout &layout = bgpdt::layout_of(type.typeId, value, std::endian::native);
     if (std::endian::native == std::endian::little) {
         bgpdt::reverse_numbers(layout, value); // shown as on the target
     }

@@ -443,25 +443,26 @@ inline constexpr Layout bol_ng5_layout{bol_ng5_fields, SYSDT_BOL_SIZE};
 inline constexpr Layout bol_ng6_layout{bol_ng6_fields, SYSDT_BOL_SIZE};
 inline constexpr Layout bol_ng41_layout{bol_ng41_fields, SYSDT_BOL_SIZE};
 
-/// The layout of an EVPN key, by its route type.
-constexpr Layout evpn_layout_of(std::span<const std::uint8_t> value)
+/// By the route type.
+inline constexpr Layout evpn_layouts[] = {
+    {evpn_fields, SYSDT_BOL_SIZE},           {evpn_auto_discovery_fields, SYSDT_BOL_SIZE},
+    {evpn_mac_ip_fields, SYSDT_BOL_SIZE},    {evpn_inclusive_fields, SYSDT_BOL_SIZE},
+    {evpn_segment_fields, SYSDT_BOL_SIZE},   {evpn_ip_prefix_fields, SYSDT_BOL_SIZE},
+    {evpn_selective_fields, SYSDT_BOL_SIZE}, {evpn_join_fields, SYSDT_BOL_SIZE},
+    {evpn_leave_fields, SYSDT_BOL_SIZE},
+};
+
+/// The layout of an EVPN key; what all route types have where its own says nothing.
+constexpr const Layout &evpn_layout_of(std::span<const std::uint8_t> value)
 {
     constexpr std::size_t at = offsetof(SYSDT_BolEvpn, key.routeType);
-    switch (at < value.size() ? value[at] : 0) {
-    case SYSDT_EVPN_AUTO_DISCOVERY: return {evpn_auto_discovery_fields, SYSDT_BOL_SIZE};
-    case SYSDT_EVPN_MAC_IP: return {evpn_mac_ip_fields, SYSDT_BOL_SIZE};
-    case SYSDT_EVPN_INCLUSIVE: return {evpn_inclusive_fields, SYSDT_BOL_SIZE};
-    case SYSDT_EVPN_SEGMENT: return {evpn_segment_fields, SYSDT_BOL_SIZE};
-    case SYSDT_EVPN_IP_PREFIX: return {evpn_ip_prefix_fields, SYSDT_BOL_SIZE};
-    case SYSDT_EVPN_SELECTIVE: return {evpn_selective_fields, SYSDT_BOL_SIZE};
-    case SYSDT_EVPN_JOIN: return {evpn_join_fields, SYSDT_BOL_SIZE};
-    case SYSDT_EVPN_LEAVE: return {evpn_leave_fields, SYSDT_BOL_SIZE};
-    default: return {evpn_fields, SYSDT_BOL_SIZE};
-    }
+    return evpn_layouts[at < value.size() && value[at] < std::size(evpn_layouts) ? value[at] : 0];
 }
 
+inline constexpr Layout bol_layout{bol_fields, SYSDT_BOL_SIZE};
+
 /// The layout of a route key, by its sub-kind and what else selects it.
-constexpr Layout bol_layout_of(std::uint32_t sub_kind, std::span<const std::uint8_t> value)
+constexpr const Layout &bol_layout_of(std::uint32_t sub_kind, std::span<const std::uint8_t> value)
 {
     switch (sub_kind) {
     case SYSDT_BOL_IPV4: return bol_ipv4_layout;
@@ -481,7 +482,7 @@ constexpr Layout bol_layout_of(std::uint32_t sub_kind, std::span<const std::uint
     case SYSDT_BOL_RPD: return bol_rpd_layout;
     case SYSDT_BOL_SRPOLICY: return bol_sr_policy_layout;
     case SYSDT_BOL_SDWAN: return bol_sdwan_layout;
-    default: return {bol_fields, SYSDT_BOL_SIZE};
+    default: return bol_layout;
     }
 }
 
@@ -613,13 +614,15 @@ inline std::uint32_t selecting_word(std::span<const std::uint8_t> value, std::en
     return word;
 }
 
+inline constexpr Layout no_layout{};
+
 /// The layout of a value of the given type.
 ///
 /// @param type_id  a registered type's id
 /// @param value    the value; its selecting words decide where a type has several layouts
 /// @param order    the byte order that the value's host-order numbers are in
 /// @return the layout; without fields when the type is unknown
-inline Layout layout_of(std::uint16_t type_id, std::span<const std::uint8_t> value, std::endian order)
+inline const Layout &layout_of(std::uint16_t type_id, std::span<const std::uint8_t> value, std::endian order)
 {
     switch (type_id) {
     case SYSDT_TYPE_ASNUM:
@@ -649,7 +652,7 @@ inline Layout layout_of(std::uint16_t type_id, std::span<const std::uint8_t> val
     case SYSDT_TYPE_SID_STRUCTURE: return sid_structure_layout;
     case SYSDT_TYPE_BOLPREFIX: return bol_layout_of(selecting_word(value, order), value);
     case SYSDT_TYPE_BGPLSPREFIX: return ls_layout_of(selecting_word(value, order) & 0xFF); // as it prints
-    default: return {};
+    default: return no_layout;
     }
 }
 

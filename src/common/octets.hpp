@@ -27,26 +27,20 @@ inline constexpr OctetCodes route_target_codes{0x0102, 0x0002, 0x0202};
 
 inline void store_ipv4_form(SYSDT_Octets &out, const OctetCodes &codes, u32 address, u32 number)
 {
-    store_network(out.octets, codes.ipv4);
-    store_network(out.octets + 2, address);
-    store_network(out.octets + 6, static_cast<u16>(number));
+    store_network(out.octets, u64{codes.ipv4} << 48 | u64{address} << 16 | number);
     out.form = VRF_RD_FORM_IPV4;
 }
 
 inline void store_as2_form(SYSDT_Octets &out, const OctetCodes &codes, u32 as, u32 number)
 {
-    store_network(out.octets, codes.as2);
-    store_network(out.octets + 2, static_cast<u16>(as));
-    store_network(out.octets + 4, number);
+    store_network(out.octets, u64{codes.as2} << 48 | u64{as} << 32 | number);
     out.form = VRF_RD_FORM_AS2;
 }
 
 /// @param form  VRF_RD_FORM_AS4 or VRF_RD_FORM_AS4DOT
 inline void store_as4_form(SYSDT_Octets &out, const OctetCodes &codes, u32 as, u32 number, u32 form)
 {
-    store_network(out.octets, codes.as4);
-    store_network(out.octets + 2, as);
-    store_network(out.octets + 6, static_cast<u16>(number));
+    store_network(out.octets, u64{codes.as4} << 48 | u64{as} << 16 | number);
     out.form = form;
 }
 

@@ -328,7 +328,7 @@ Numbers numbers_in(std::string_view text, Writing writing)
 
 std::unordered_set<std::string> numbers_of(const Subject &subject, const Bytes &value)
 {
-    const Layout layout = layout_of(subject.kind, value, std::endian::native);
+    const Layout &layout = layout_of(subject.kind, value, std::endian::native);
     Fields fields(value);
     for (std::size_t entry = 0; entry < layout.repeat; ++entry) {
         for (const Field &field : layout.fields) {

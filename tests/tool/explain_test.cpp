@@ -93,7 +93,7 @@ void expect_tiled(const Explanation &explanation)
 /// No field is left out for lying in another one. Entries that are told as the one before them are.
 void expect_fields(const SYSDT_Record &type, const Bytes &value, const Explanation &explanation)
 {
-    const Layout layout = layout_of(type.typeId, value, std::endian::native);
+    const Layout &layout = layout_of(type.typeId, value, std::endian::native);
     for (const Field &field : layout.fields) {
         const auto names_it = [&field](const Part &part) {
             return part.offset == field.offset && part.size == field.size() && part.name.starts_with(field.name);
