@@ -13,19 +13,13 @@ namespace {
 
 lua_State *engine(void *state) { return static_cast<lua_State *>(state); }
 
-/// Makes room for one more value on a stack of so many. The engine itself guarantees LUA_MINSTACK of them.
-void require_room(lua_State *lua, int top)
-{
-    if (top >= LUA_MINSTACK && lua_checkstack(lua, 1) == 0) [[unlikely]] {
-        luaL_error(lua, "the script stack is full");
-    }
-}
-
-/// The state with room for one more value.
+/// The state with room for one more value. The engine itself guarantees LUA_MINSTACK of them.
 lua_State *engine_with_room(void *state)
 {
     lua_State *const lua = engine(state);
-    require_room(lua, lua_gettop(lua));
+    if (lua_gettop(lua) >= LUA_MINSTACK && lua_checkstack(lua, 1) == 0) [[unlikely]] {
+        luaL_error(lua, "the script stack is full");
+    }
     return lua;
 }
 
@@ -36,20 +30,15 @@ int type_at(lua_State *lua, int index)
     return below ? LUA_TNONE : lua_type(lua, index); // which answers LUA_TNONE above the top
 }
 
-[[gnu::cold, gnu::noinline]] void refuse_store(lua_State *lua, int type)
+/// The state with `operands` values above a value at the index, in which they may be stored: the engine itself raises an
+/// error if that is no table, or above the top.
+lua_State *engine_with_operands(void *state, int operands, int index)
 {
-    if (type != LUA_TTABLE) {
-        luaL_error(lua, "a field is stored in a %s value", lua_typename(lua, type));
+    lua_State *const lua = engine(state);
+    if (const int top = lua_gettop(lua); top <= operands || index == 0 || index < -top) [[unlikely]] {
+        luaL_error(lua, "a field is stored in nothing, or without a value");
     }
-    luaL_error(lua, "a field is stored without a value");
-}
-
-/// Raises an error unless there is a table at the index and `operands` values above it.
-void require_store(lua_State *lua, int index, int operands, int top)
-{
-    if (const int type = type_at(lua, index); type != LUA_TTABLE || top <= operands) [[unlikely]] {
-        refuse_store(lua, type);
-    }
+    return lua;
 }
 
 int64_t integer_at(lua_State *lua, int index)
@@ -61,7 +50,10 @@ int64_t integer_at(lua_State *lua, int index)
 
 void SYSDT_SPTI_CreateTable(void *state, int32_t arraySlots, int32_t recordSlots)
 {
-    lua_createtable(engine_with_room(state), std::max(arraySlots, 0), std::max(recordSlots, 0));
+    // Some keys have more fields than they ask room for; making a table larger later costs as much as filling it.
+    constexpr int usual_record = 8;
+    const int records = recordSlots > 2 ? std::max(recordSlots, usual_record) : std::max(recordSlots, 0);
+    lua_createtable(engine_with_room(state), std::max(arraySlots, 0), records);
 }
 
 int32_t SYSDT_SPTI_GetTop(void *state) { return lua_gettop(engine(state)); }
@@ -88,19 +80,10 @@ void SYSDT_SPTI_PushLString(void *state, const char *text, uint32_t length)
 
 void SYSDT_SPTI_SetField(void *state, int32_t index, const char *key)
 {
-    lua_State *const lua = engine(state);
-    const int top = lua_gettop(lua);
-    require_store(lua, index, 1, top);
-    require_room(lua, top);
-    lua_setfield(lua, index, key);
+    lua_setfield(engine_with_operands(state, 1, index), index, key);
 }
 
-void SYSDT_SPTI_SetTable(void *state, int32_t index)
-{
-    lua_State *const lua = engine(state);
-    require_store(lua, index, 2, lua_gettop(lua));
-    lua_settable(lua, index);
-}
+void SYSDT_SPTI_SetTable(void *state, int32_t index) { lua_settable(engine_with_operands(state, 2, index), index); }
 
 void SYSDT_SPTI_GetField(void *state, int32_t index, const char *key)
 {
