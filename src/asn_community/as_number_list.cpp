@@ -39,10 +39,11 @@ u32 parse_list(u32, char *text, SYSDT_AsNumList &value)
         return SYSDT_ERR_FAIL;
     Tokens<"0123456789."> tokens(text, 11); // (2)
     for (auto &entry : value.entry) {
-        if (!tokens.next())
+        Token token;
+        if (!tokens.next(token))
             break;
         SYSDT_AsNum number{};
-        if (read_as_number(tokens.text().get(), tokens.census().dots(), 1, number) != SYSDT_OK)
+        if (read_as_number(token.text().get(), token.census.dots(), 1, number) != SYSDT_OK)
             return SYSDT_ERR_FAIL;
         entry = {number.asNumValue, static_cast<u8>(number.asType)};
     }

@@ -37,41 +37,46 @@ using CommunityTokens = Tokens<"0123456789:-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghij
                                "-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz">;
 constexpr std::size_t longest_token = 19;
 
-/// Whether the text is made of as many tokens as fit. Looked at first: a name takes memory.
-bool is_list(char *text)
+/// Finds the tokens of a text that is made of as many as fit, and of nothing else.
+bool find_tokens(char *text, Token (&found)[SYSDT_COMMUNITY_LIST_ENTRIES], std::size_t &count)
 {
     CommunityTokens tokens(text, longest_token);
-    u32 count = 0;
-    while (tokens.next())
+    for (count = 0; count < SYSDT_COMMUNITY_LIST_ENTRIES && tokens.next(found[count]);)
         ++count;
-    return tokens.exhausted() && count <= SYSDT_COMMUNITY_LIST_ENTRIES;
+    return tokens.exhausted();
 }
 
-u32 parse_token(u32 handle, const CommunityTokens &token, SYSDT_CommunityEntry &out)
+u32 parse_token(u32 handle, const Token &token, SYSDT_CommunityEntry &out)
 {
     const Cut text = token.text();
-    const std::size_t length = token.census().length();
-    if (token.census().colons() > 1)
+    if (token.census.colons() > 1)
         return SYSDT_ERR_FAIL;
     SYSDT_Community community{};
-    const bool is_number = token.census().marks() == 0;
-    const u32 status = is_number ? SYSDT_Str2CommunitySetCmty(token.census().colons(), text.get(), &community)
-                                 : read_community_name(handle, text.get(), length, community);
+    const bool is_number = token.census.marks() == 0;
+    const u32 status = is_number ? SYSDT_Str2CommunitySetCmty(token.census.colons(), text.get(), &community)
+                                 : read_community_name(handle, text.get(), token.census.length(), community);
     out = {community.community, static_cast<u8>(community.type)};
     return status;
 }
 
+constexpr auto empty_list = [] {
+    SYSDT_CommunityList list{};
+    for (auto &entry : list.entry)
+        entry.type = SYSDT_COMMUNITY_EMPTY;
+    return list;
+}();
+
 u32 parse_list(u32 handle, char *text, SYSDT_CommunityList &value)
 {
-    for (auto &entry : value.entry)
-        entry = {0, SYSDT_COMMUNITY_EMPTY};
     text = SYSDT_BTrim(text);
     const std::size_t length = std::strlen(text);
-    if (length < 1 || length > 392 || !is_list(text))
+    Token tokens[SYSDT_COMMUNITY_LIST_ENTRIES];
+    std::size_t count = 0;
+    if (length < 1 || length > 392 || !find_tokens(text, tokens, count)) // first: a name takes memory
         return SYSDT_ERR_FAIL;
-    CommunityTokens tokens(text, longest_token);
-    for (auto *entry = value.entry; tokens.next(); ++entry)
-        if (const u32 status = parse_token(handle, tokens, *entry); status != SYSDT_OK)
+    value = empty_list;
+    for (std::size_t i = 0; i < count; ++i)
+        if (const u32 status = parse_token(handle, tokens[i], value.entry[i]); status != SYSDT_OK)
             return status;
     return SYSDT_OK;
 }

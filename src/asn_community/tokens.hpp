@@ -8,29 +8,34 @@
 
 namespace bgpdt {
 
-/// The tokens of a text, made of the characters `Known`; the census counts the `Marks` among them.
+struct Token {
+    char *begin;
+    char *end;
+    Census census;
+
+    /// As a text of its own.
+    Cut text() const { return {begin, end}; }
+};
+
+/// The tokens of a text, made of the characters `Known`; a token's census counts the `Marks` among them.
 template <FixedString Known, FixedString Marks = "-*">
 class Tokens {
 public:
     /// @param longest  how many characters a token may have
     constexpr Tokens(char *text, std::size_t longest) : at_(text), longest_(longest) {}
 
-    /// Moves to the next token; false if there is none, or only one with another character in it or too long.
-    constexpr bool next()
+    /// Finds the next token; false if there is none, or only one with another character in it or too long.
+    constexpr bool next(Token &token)
     {
         skip_blanks();
-        text_ = at_;
-        census_ = Census::of_start<Known, Marks>(at_);
-        const bool ends = at_[census_.length()] == ' ' || at_[census_.length()] == '\0';
-        if (census_.length() == 0 || census_.length() > longest_ || !ends)
+        const auto census = Census::of_start<Known, Marks>(at_);
+        token = {at_, at_ + census.length(), census};
+        const bool ends = *token.end == ' ' || *token.end == '\0';
+        if (census.length() == 0 || census.length() > longest_ || !ends)
             return false;
-        at_ += census_.length();
+        at_ = token.end;
         return true;
     }
-
-    /// The token as a text of its own.
-    Cut text() const { return {text_, at_}; }
-    constexpr const Census &census() const { return census_; }
 
     /// Whether nothing but blanks follows.
     constexpr bool exhausted()
@@ -48,8 +53,6 @@ private:
 
     char *at_;
     std::size_t longest_;
-    char *text_ = nullptr;
-    Census census_ = Census::of<Known>("");
 };
 
 } // namespace bgpdt

@@ -89,8 +89,8 @@ private:
         return table;
     }();
 
-    u32 counts_ = 0;
-    std::size_t length_ = 0;
+    u32 counts_;
+    std::size_t length_;
 };
 
 } // namespace bgpdt
