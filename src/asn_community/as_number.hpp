@@ -18,7 +18,7 @@ inline constexpr std::size_t most_as_characters = 11;
 /// Writes an AS number in its notation and returns the end; any notation but 0 is the dotted one.
 inline char *write_as_number(char *to, u32 number, u32 notation)
 {
-    return notation == SYSDT_AS_PLAIN ? write<"%u">(to, number) : write<"%u.%u">(to, number >> 16, number & 0xFFFF);
+    return notation == SYSDT_AS_PLAIN ? write<"%u">(to, number) : write<"%hu.%hu">(to, number >> 16, number);
 }
 
 inline void print_as_number(u32 number, u32 notation, Writer &out)

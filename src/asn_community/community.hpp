@@ -30,7 +30,7 @@ inline bool print_community_number(u32 community, u32 notation, Writer &out)
 {
     switch (notation) {
     case SYSDT_COMMUNITY_NUMBER: print<"%u">(out, community); return true;
-    case SYSDT_COMMUNITY_PAIR: print<"%u:%u">(out, community >> 16, community & 0xFFFF); return true;
+    case SYSDT_COMMUNITY_PAIR: print<"%hu:%hu">(out, community >> 16, community); return true;
     default: return false;
     }
 }

@@ -95,6 +95,14 @@ constexpr char *write_decimal(char *to, u8 octet)
 }
 
 /// Writes a number in decimal and returns the end.
+[[gnu::noinline]] constexpr char *write_decimal(char *to, u16 number)
+{
+    if (number < 10000)
+        return digits::write_up_to_four(to, number);
+    *to = static_cast<char>('0' + number / 10000);
+    return digits::write_four(to + 1, number % 10000);
+}
+
 [[gnu::noinline]] constexpr char *write_decimal(char *to, u32 number)
 {
     if (number < 10000)

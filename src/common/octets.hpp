@@ -56,7 +56,7 @@ u32 parse_octets(char *text, const OctetCodes &codes, SYSDT_Octets &out);
 
 inline u32 octet_code(const SYSDT_Octets &value) { return load_network<u16>(value.octets); }
 /// Sixteen or thirty-two bits of the octets, from the one numbered.
-inline u32 octets16(const SYSDT_Octets &value, u32 from) { return load_network<u16>(value.octets + from); }
+inline u16 octets16(const SYSDT_Octets &value, u32 from) { return load_network<u16>(value.octets + from); }
 inline u32 octets32(const SYSDT_Octets &value, u32 from) { return load_network<u32>(value.octets + from); }
 
 /// How the six octets of a value are split into numbers.

@@ -100,6 +100,8 @@ constexpr char *write_argument(char *to, const Argument &argument)
             return write_hex(to, number, piece.width == 0 ? 1 : piece.width);
         else if constexpr (sizeof argument == 1 || piece.bits == 8)
             return write_decimal(to, static_cast<u8>(number));
+        else if constexpr (sizeof argument == 2 || piece.bits == 16)
+            return write_decimal(to, static_cast<u16>(number));
         else
             return write_decimal(to, number);
     }
