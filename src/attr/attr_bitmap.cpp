@@ -211,8 +211,9 @@ u32 list_record(u32 handle, Entries &entries, char *line_template, char *label, 
     Entry entry{};
     if (!entries.next(entry) || entry.kind != text)
         return unlistable;
-    copy_text(line_template, text_block, text_of(entry));
-    copy_text(label, text_block, text_of(entry));
+    const std::string_view whole = text_of(entry);
+    copy_text(line_template, text_block, whole);
+    copy_text(label, text_block, whole);
     if (!entries.next(entry) || entry.kind != SYSDT_TYPE_ATTRIDBITMAP)
         return unlistable;
     SYSDT_AttrIdBitmap bitmap{};
@@ -296,9 +297,11 @@ u32 SYSDT_FormatAttrIdStrFind(const char *lineTemplate, char *head, char *rest, 
         return SYSDT_ERR_NULL_PTR;
     const std::string_view all = lineTemplate;
     const std::size_t second = all.find('%', all.find('%') + 1);
-    const bool split = second != all.npos;
-    copy_text(head, limit, {all.data(), split ? second : all.size()});
-    copy_text(rest, limit, split ? all.data() + second : all.data());
+    std::string_view behind = all;
+    if (second != all.npos)
+        behind.remove_prefix(second);
+    copy_text(head, limit, all.substr(0, second));
+    copy_text(rest, limit, behind);
     return SYSDT_OK;
 }
 
@@ -344,16 +347,21 @@ u32 SYSDT_AttrIdToStrOut(u32 handle, u32 runCount, const u16 *starts, const u16 
     if (tail == nullptr)
         return SYSDT_ERR_NO_MEMORY;
     SYSDT_AttrIdStrCut_New(label, tail, "###", text_block);
+    const std::string_view line_start = label;
+    const std::string_view line_end = tail;
     Writer out(output, listing_block);
-    out.put(label);
-    for (u32 run = 1; run <= runCount; ++run) {
-        print<" %u">(out, starts[run]);
-        if (ends[run] != 0)
-            print<" to %u">(out, ends[run]);
-        if (run % runs_per_line == 0 && run != runCount)
-            print<"%s\r\n%s">(out, tail, label);
+    out.put(line_start);
+    for (u32 run = 1, left_on_line = runs_per_line; run <= runCount; ++run, --left_on_line) {
+        if (left_on_line == 0) {
+            print<"%s\r\n%s">(out, line_end, line_start);
+            left_on_line = runs_per_line;
+        }
+        if (ends[run] == 0)
+            print<" %u">(out, starts[run]);
+        else
+            print<" %u to %u">(out, starts[run], ends[run]);
     }
-    print<"%s\r\n">(out, tail);
+    print<"%s\r\n">(out, line_end);
     out.finish();
     SYS_DataTypeFree(tail);
     return SYSDT_OK;
