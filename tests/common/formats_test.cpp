@@ -348,11 +348,13 @@ constexpr Row scans[] = {
 /// Every format that the sources print by.
 constexpr Row prints[] = {
     PRINT(" %u"),
-    PRINT(" to %u"),
+    PRINT(" %u to %u"),
     PRINT("%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x"),
     PRINT("%02hx%02hx-%02hx%02hx-%02hx%02hx"),
     PRINT("%hhu-%hhu-%hhu-%hhu-%hhu-%hhu"),
     PRINT("%hhu/"),
+    PRINT("%hu.%hu"),
+    PRINT("%hu:%hu"),
     PRINT("%s <%u : %u>"),
     PRINT("%s <%u.%u : %u>"),
     PRINT("%s <%u.%u.%u.%u : %u : %u>"),
@@ -363,7 +365,6 @@ constexpr Row prints[] = {
     PRINT("%s\r\n"),
     PRINT("%s\r\n%s"),
     PRINT("%u"),
-    PRINT("%u.%u"),
     PRINT("%u.%u.%u.%u"),
     PRINT("%u.%u.%u.%u:%u"),
     PRINT("%u.%u.%u.%u:*"),
