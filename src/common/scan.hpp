@@ -42,15 +42,22 @@ constexpr unsigned digit_value(char character)
 
 // The readers below move over a text by value: they return where they end, null when there is nothing to read.
 
-/// Digits of a number that may be too large, from the first to `end`.
+/// So many digits fit whatever they are.
 template <unsigned Base, class Number>
-[[gnu::noinline]] constexpr const char *read_checked(const char *at, const char *end, Number &number)
+inline constexpr int safe_digits =
+    Base == 16 ? std::numeric_limits<Number>::digits / 4 : std::numeric_limits<Number>::digits10;
+
+/// Digits of a number that may be too large for a word, from the first to `end`.
+template <unsigned Base, class Number>
+[[gnu::noinline]] constexpr const char *read_long(const char *at, const char *end, Number &number)
 {
+    const bool safe = end - at <= safe_digits<Base, Number>;
     Number value = 0;
     for (; at != end; ++at) {
-        const bool too_large = __builtin_mul_overflow(value, Base, &value) ||
-                               __builtin_add_overflow(value, digit_value<Base>(*at), &value);
-        if (too_large)
+        const unsigned digit = digit_value<Base>(*at);
+        if (safe)
+            value = static_cast<Number>(value * Base + digit);
+        else if (__builtin_mul_overflow(value, Base, &value) || __builtin_add_overflow(value, digit, &value))
             return nullptr;
     }
     number = value;
@@ -61,15 +68,13 @@ template <unsigned Base, class Number>
 template <unsigned Base, class Number>
 constexpr const char *read_digits(const char *at, const char *end, Number &number)
 {
-    // In the processor's own word so many digits fit whatever they are: these need no test on the way.
-    using Word = std::size_t;
-    constexpr int safe = Base == 16 ? std::numeric_limits<Word>::digits / 4 : std::numeric_limits<Word>::digits10;
+    using Word = std::size_t; // the processor's own
     const char *const first = at;
     Word value = 0;
     for (unsigned digit = 0; at != end && (digit = digit_value<Base>(*at)) < Base; ++at)
         value = value * Base + digit;
-    if (at - first > safe)
-        return read_checked<Base>(first, at, number);
+    if (at - first > safe_digits<Base, Word>)
+        return read_long<Base>(first, at, number);
     if (at == first || value > std::numeric_limits<Number>::max())
         return nullptr;
     number = static_cast<Number>(value);
