@@ -4,7 +4,6 @@
 #pragma once
 
 #include <array>
-#include <string_view>
 
 #include "common/format.hpp"
 
@@ -13,6 +12,9 @@ namespace bgpdt {
 /// What a text is made of. The counts hold for a text of at most 255 characters.
 class Census {
 public:
+    /// The number of a colon that no text has.
+    static constexpr u32 no_colon = 256;
+
     constexpr Census() = default;
 
     /// Whether the text has so many characters (`longest` at most 255), and all are known. That answers the
@@ -24,9 +26,9 @@ public:
 
     constexpr std::size_t length() const { return length_; }
     constexpr u32 dots() const { return counts_ & 0xFF; }
-    constexpr u32 colons() const { return counts_ >> 8 & 0xFF; }
+    constexpr u32 colons() const { return counts_ >> 16 & 0xFF; }
     /// The grammar's third separator: hyphens or stars, if it does not name others.
-    constexpr u32 marks() const { return counts_ >> 16 & 0xFF; }
+    constexpr u32 marks() const { return counts_ >> 8 & 0xFF; }
     /// Characters that the grammar does not know.
     constexpr u32 strangers() const { return counts_ >> 24; }
 
@@ -45,10 +47,21 @@ public:
     template <FixedString Known, FixedString Marks = "-*">
     static constexpr Census of_start(const char *text)
     {
-        u32 counts = 0;
+        return ahead_of<Known, Marks>(text, no_colon);
+    }
+
+    /// Counts the known characters ahead of the first that is none, or ahead of the colon of that number, from 1.
+    template <FixedString Known, FixedString Marks = "-*">
+    static constexpr Census ahead_of(const char *text, u32 colon)
+    {
+        // Begins where the colon, or a stranger, as the NUL is one, is what sets the top bit.
+        const u32 start = 0x7F000000 + ((no_colon - colon) << 16);
         const char *at = text;
-        for (u32 more = 0; (more = weight<Known, Marks>[static_cast<u8>(*at)]) != stranger; ++at) // as the NUL is
-            counts += more;
+        u32 counts = start + weight<Known, Marks>[static_cast<u8>(*at)];
+        while (counts >> 31 == 0)
+            counts += weight<Known, Marks>[static_cast<u8>(*++at)];
+        counts -= start;
+        counts -= counts >= stranger ? stranger : one_colon;
         return {counts, static_cast<std::size_t>(at - text)};
     }
 
@@ -60,32 +73,27 @@ public:
         return *this;
     }
 
-    template <FixedString Known>
-    static constexpr Census of(std::string_view text)
-    {
-        u32 counts = 0;
-        for (const char character : text)
-            counts += weight<Known>[static_cast<u8>(character)];
-        return {counts, text.size()};
-    }
-
 private:
     constexpr Census(u32 counts, std::size_t length) : counts_(counts), length_(length) {}
 
+    // What a character adds to the four counters, a byte each.
+    static constexpr u32 one_dot = 1;
+    static constexpr u32 one_mark = 1U << 8;
+    static constexpr u32 one_colon = 1U << 16;
     static constexpr u32 stranger = 1U << 24;
 
-    /// What each character adds to the four counters, a byte each.
+    /// By the character.
     template <FixedString Known, FixedString Marks = "-*">
     static constexpr std::array<u32, 256> weight = [] {
         std::array<u32, 256> table{};
         table.fill(stranger);
         for (std::size_t i = 0; i < Known.length; ++i) {
             const char character = Known.text[i];
-            table[static_cast<u8>(character)] = character == '.' ? 1U : character == ':' ? 1U << 8 : 0U;
+            table[static_cast<u8>(character)] = character == '.' ? one_dot : character == ':' ? one_colon : 0U;
         }
         for (std::size_t i = 0; i < Marks.length; ++i)
             if (u32 &mark = table[static_cast<u8>(Marks.text[i])]; mark != stranger)
-                mark = 1U << 16;
+                mark = one_mark;
         return table;
     }();
 

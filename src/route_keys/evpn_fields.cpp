@@ -21,7 +21,6 @@ using namespace bgpdt::evpn;
 namespace {
 
 constexpr std::size_t esi_size = 10;
-constexpr std::size_t esi_text_length = 24;
 
 bool is_hex(char character) { return format::digit_value<16>(character) < 16; }
 
@@ -58,27 +57,37 @@ bool read_groups(const char *text, u8 (&esi)[esi_size])
     return false;
 }
 
-using CheckTopDigit = u32(char character, u32 position, u32 lenient);
-
-/// Whether the ESI is of a type that may be read. Mode 1 asks for what the digits' check has already seen to.
-bool is_type_admitted(const char *text, CheckTopDigit *check, u32 mode, u32 lenient)
+/// Whether a type that is read strictly may have that digit, the first or the second.
+u32 check_top_digit(char digit, u32 position, u32 lenient, char highest_second)
 {
-    if (check(text[0], 0, lenient) != SYSDT_OK || check(text[1], 1, lenient) != SYSDT_OK)
-        return false;
-    return mode != 0 || lenient != 0 || text[1] == '0' || !is_hex(text[2]);
+    const char highest = position == 0 ? '0' : highest_second;
+    return lenient != 0 || position > 1 || (digit >= '0' && digit <= highest) ? SYSDT_OK : SYSDT_ERR_FAIL;
 }
 
-u32 read_esi(const char *text, u8 *out, CheckTopDigit *check, u32 mode, u32 lenient)
+bool is_admitted(const char *esi, EsiTypes types)
 {
-    if (text == nullptr || out == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (std::strlen(text) != esi_text_length)
+    if (types == EsiTypes::any)
+        return true;
+    const char highest = types == EsiTypes::to_05 ? '5' : '1';
+    if (check_top_digit(esi[0], 0, 0, highest) != SYSDT_OK || check_top_digit(esi[1], 1, 0, highest) != SYSDT_OK)
+        return false;
+    return types != EsiTypes::to_00 || esi[1] == '0' || !is_hex(esi[2]);
+}
+
+} // namespace
+
+namespace bgpdt::evpn {
+
+u32 read_esi(const char *text, std::size_t length, EsiTypes types, u8 *out)
+{
+    if (length != esi_text_length)
         return SYSDT_ERR_FAIL;
     char copy[esi_text_length + 1];
-    std::memcpy(copy, text, sizeof copy);
+    std::memcpy(copy, text, esi_text_length);
+    copy[esi_text_length] = '\0';
     const char *const kept = SYSDT_BTrim(copy);
     u8 esi[esi_size]{};
-    if (!read_groups(kept, esi) || !is_type_admitted(kept, check, mode, lenient))
+    if (!read_groups(kept, esi) || !is_admitted(kept, types))
         return SYSDT_ERR_FAIL;
     if (is_filled_with(0x00, esi) || is_filled_with(0xFF, esi))
         return SYSDT_ERR_FAIL; // (5)
@@ -86,41 +95,43 @@ u32 read_esi(const char *text, u8 *out, CheckTopDigit *check, u32 mode, u32 leni
     return SYSDT_OK;
 }
 
-} // namespace
-
-namespace bgpdt::evpn {
-
-Cut take_field(char *&at, bool last, std::size_t most)
-{
-    char *const field = at;
-    char *const end = last ? field + std::strlen(field) : std::strchr(field, ':');
-    const std::size_t length = end == nullptr ? 0 : static_cast<std::size_t>(end - field);
-    if (length == 0 || length > (last ? most : std::min(most, longest_field)))
-        return {nullptr, nullptr};
-    at = end;
-    return {field, end};
-}
-
 u32 read_ipv4(const char *text, SYSDT_EvpnAddress &out)
 {
     u32 address = 0;
-    if (text == nullptr || SYSDT_Str2Ipv4(text, &address) != SYSDT_OK)
+    if (SYSDT_Str2Ipv4(text, &address) != SYSDT_OK)
         return SYSDT_ERR_FAIL;
     out.ipv4 = address;
     out.family = 0;
     return SYSDT_OK;
 }
 
-u32 read_bracketed(char *&at, SYSDT_EvpnAddress &out)
+char *read_bracketed(char *at, SYSDT_EvpnAddress &out)
 {
     char *const end = *at == '[' ? std::strchr(at, ']') : nullptr;
     const std::size_t length = end == nullptr ? 0 : static_cast<std::size_t>(end - at) - 1;
     if (length == 0 || length > longest_field)
-        return SYSDT_ERR_FAIL;
+        return nullptr;
     if (const Cut address(at + 1, end); SYSDT_Str2Ipv6(address.get(), out.ipv6) != SYSDT_OK)
-        return SYSDT_ERR_FAIL;
+        return nullptr;
     out.family = 1;
-    at += length + 2;
+    return end + 1;
+}
+
+u32 read_sized(char *at, Families families, SYSDT_EvpnSizedAddress &out)
+{
+    u32 length = 0;
+    if (take_number(at, {3, 0, UINT8_MAX}, length) != SYSDT_OK) // (7)
+        return SYSDT_ERR_FAIL;
+    ++at;
+    if (families == Families::ipv4 || (families == Families::either && *at != '[' && !has_ipv6(at))) {
+        out.length = static_cast<u8>(length);
+        return read_ipv4(at, out.address);
+    }
+    SYSDT_EvpnSizedAddress ip{static_cast<u8>(length), {}};
+    const char *const end = length <= 128 ? read_bracketed(at, ip.address) : nullptr; // (7)
+    if (end == nullptr || *end != '\0')
+        return SYSDT_ERR_FAIL;
+    out = ip;
     return SYSDT_OK;
 }
 
@@ -128,63 +139,68 @@ u32 read_bracketed(char *&at, SYSDT_EvpnAddress &out)
 
 u32 SYSDT_CheckEsiTopTwo(char character, u32 position, u32 lenient)
 {
-    const char highest = position == 0 ? '0' : '1';
-    return lenient != 0 || position > 1 || (character >= '0' && character <= highest) ? SYSDT_OK : SYSDT_ERR_FAIL;
+    return check_top_digit(character, position, lenient, '1');
 }
 
 u32 SYSDT_CheckEsiTopTwoForAd(char character, u32 position, u32 lenient)
 {
-    const char highest = position == 0 ? '0' : '5';
-    return lenient != 0 || position > 1 || (character >= '0' && character <= highest) ? SYSDT_OK : SYSDT_ERR_FAIL;
+    return check_top_digit(character, position, lenient, '5');
 }
 
 u32 SYSDT_Str2EsiBas(const char *text, u8 out[10], u32 mode, u32 lenient)
 {
-    return read_esi(text, out, SYSDT_CheckEsiTopTwo, mode, lenient);
+    if (text == nullptr || out == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    const EsiTypes strict = mode == 0 ? EsiTypes::to_00 : EsiTypes::to_01;
+    return read_esi(text, std::strlen(text), types_of(lenient, strict), out);
 }
 
 u32 SYSDT_Str2EsiForAd(const char *text, u8 out[10], u32, u32 lenient)
 {
-    return read_esi(text, out, SYSDT_CheckEsiTopTwoForAd, 1, lenient);
+    if (text == nullptr || out == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    return read_esi(text, std::strlen(text), types_of(lenient, EsiTypes::to_05), out);
 }
 
 u32 SYSDT_Str2EvpnUintNum(char **cursor, u32 *out, u32 maxDigits, u32 min, u32 max, u32 isLast)
 {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    return take_number(*cursor, isLast != 0, {maxDigits, min, max}, *out);
+    const Limits limits{maxDigits, min, max};
+    if (isLast == 0)
+        return take_number(*cursor, limits, *out);
+    const u32 status = read_last_number(*cursor, limits, *out);
+    if (status == SYSDT_OK)
+        *cursor += std::strlen(*cursor);
+    return status;
 }
 
 u32 SYSDT_Str2EvpnIpAddr(char **cursor, SYSDT_EvpnAddress *field, u32 isLast)
 {
     if (cursor == nullptr || *cursor == nullptr || field == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    if (**cursor != '[')
-        return read_ipv4(take_field(*cursor, isLast != 0).get(), *field);
-    const u32 status = read_bracketed(*cursor, *field);
-    return status == SYSDT_OK && isLast == 0 && **cursor == ':' ? SYSDT_ERR_FAIL : status; // (10)
+    const bool to_end = isLast != 0 && **cursor != '[';
+    const u32 status = take_address(*cursor, isLast != 0, *field);
+    if (to_end)
+        *cursor += std::strlen(*cursor);
+    return status;
 }
 
 u32 SYSDT_Str2EvpnEsi(char **cursor, u8 out[10], u32 isLast, u32)
 {
     if (cursor == nullptr || *cursor == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    const Cut esi = take_field(*cursor, isLast != 0, esi_text_length);
-    return esi.get() == nullptr ? SYSDT_ERR_FAIL : SYSDT_Str2EsiBas(esi.get(), out, 1, 0);
+    return take_esi(*cursor, isLast != 0, EsiTypes::to_01, out);
 }
 
 u32 SYSDT_Str2EvpnIpv6(char *text, u8 out[16], u32 *outLength)
 {
     if (text == nullptr || out == nullptr || outLength == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    SYSDT_EvpnAddress address{};
-    u32 length = 0;
-    if (take_number(text, false, {3, 0, 128}, length) != SYSDT_OK) // (7)
+    SYSDT_EvpnSizedAddress ip{};
+    if (read_sized(text, Families::ipv6, ip) != SYSDT_OK)
         return SYSDT_ERR_FAIL;
-    ++text;
-    if (read_bracketed(text, address) != SYSDT_OK || *text != '\0')
-        return SYSDT_ERR_FAIL;
-    std::memcpy(out, address.ipv6, sizeof address.ipv6);
-    *outLength = length;
+    std::memcpy(out, ip.address.ipv6, sizeof ip.address.ipv6);
+    *outLength = ip.length;
     return SYSDT_OK;
 }

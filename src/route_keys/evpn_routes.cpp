@@ -37,6 +37,26 @@ namespace {
 
 // ------------------------------------------------------------------------------------------------ the fields
 
+/// What a field of a text is.
+enum class Field : u8 {
+    number, ///< u32
+    length, ///< u8
+    mac,
+    esi,
+    strict_esi,         ///< (4)
+    auto_discovery_esi, ///< (5)
+    address,
+    prefix_address, ///< IPv6; not the last field, but the character behind it is not looked at (9)
+    sized_address,  ///< a length and an address, all the rest of the text
+};
+
+/// One field of a text.
+struct Piece {
+    Field field;
+    u8 offset;       ///< in the 89 bytes
+    Limits limits{}; ///< of a number
+};
+
 /// Where a text is being read.
 struct Reading {
     char *at;
@@ -44,155 +64,129 @@ struct Reading {
     u32 lenient;
 };
 
-/// One field of a text.
-struct Piece {
-    /// Reads the field at the cursor and leaves the cursor at the separator behind it.
-    u32 (*read)(Reading &in, const Piece &piece, u8 *to);
-    std::size_t offset; ///< in the 89 bytes
-    Limits limits{};
-};
-
-template <class Number>
-u32 read_number(Reading &in, const Piece &piece, u8 *to)
+u32 take_mac(char *&at, u8 *to)
 {
-    u32 number = 0;
-    const u32 status = take_number(in.at, in.last, piece.limits, number);
-    store(to, static_cast<Number>(number));
-    return status;
-}
-
-u32 read_mac(Reading &in, const Piece &piece, u8 *to)
-{
-    const Cut mac = take_field(in.at, in.last, piece.limits.characters);
-    return mac.get() == nullptr ? SYSDT_ERR_FAIL : SMP_Str2Mac(mac.get(), to);
-}
-
-u32 read_esi(Reading &in, const Piece &piece, u8 *to)
-{
-    return SYSDT_Str2EsiBas(take_field(in.at, in.last, piece.limits.characters).get(), to, 1, in.lenient);
-}
-
-u32 read_auto_discovery_esi(Reading &in, const Piece &piece, u8 *to)
-{
-    const Cut esi = take_field(in.at, in.last, piece.limits.characters);
-    if (esi.get() == nullptr)
+    char *const end = end_of_field(at, 14);
+    if (end == nullptr)
         return SYSDT_ERR_FAIL;
-    if (const u32 status = SYSDT_Str2EsiForAd(esi.get(), to, 1, in.lenient);
-        status == SYSDT_OK || std::count(esi.get(), esi.get() + std::strlen(esi.get()), '0') != 20)
+    const Cut mac(at, end);
+    at = end;
+    return SMP_Str2Mac(mac.get(), to);
+}
+
+u32 take_auto_discovery_esi(char *&at, u32 lenient, u8 *to)
+{
+    const char *const esi = at;
+    const u32 status = take_esi(at, false, types_of(lenient, EsiTypes::to_05), to);
+    if (status == SYSDT_OK || std::count(esi, static_cast<const char *>(at), '0') != 20)
         return status;
     std::memset(to, 0, sizeof(SYSDT_EvpnAutoDiscovery::esi)); // (5): the reader has refused it
     return SYSDT_OK;
 }
 
-u32 read_strict_esi(Reading &in, const Piece &, u8 *to) { return SYSDT_Str2EvpnEsi(&in.at, to, in.last, 0); } // (4)
-
-u32 read_address(Reading &in, const Piece &, u8 *to)
+u32 take_prefix_address(char *&at, SYSDT_EvpnAddress &to)
 {
-    const u32 status = SYSDT_Str2EvpnIpAddr(&in.at, reinterpret_cast<SYSDT_EvpnAddress *>(to), in.last); // (11)
-    return status == SYSDT_OK && !in.last && *in.at != ':' ? SYSDT_ERR_FAIL : status;                    // (10)
+    char *const end = read_bracketed(at, to);
+    at = end;
+    return end == nullptr || *end == '\0' ? SYSDT_ERR_FAIL : SYSDT_OK; // (9)
 }
 
-/// An IPv6 prefix's address; it is not the last field, but the character behind it is not looked at. (9)
-u32 read_prefix_address(Reading &in, const Piece &, u8 *to)
+u32 take_number(Reading &in, const Piece &piece, u8 *to)
 {
-    const u32 status = read_bracketed(in.at, *reinterpret_cast<SYSDT_EvpnAddress *>(to));
-    return status == SYSDT_OK && *in.at == '\0' ? SYSDT_ERR_FAIL : status;
-}
-
-u32 read_sized_ipv4(char *text, SYSDT_EvpnSizedAddress &out)
-{
-    u32 length = 0;
-    if (take_number(text, false, {3, 0, UINT8_MAX}, length) != SYSDT_OK) // (7)
-        return SYSDT_ERR_FAIL;
-    out.length = static_cast<u8>(length);
-    return read_ipv4(text + 1, out.address);
-}
-
-u32 read_sized_ipv6(char *text, SYSDT_EvpnSizedAddress &out)
-{
-    u32 length = 0;
-    if (SYSDT_Str2EvpnIpv6(text, out.address.ipv6, &length) != SYSDT_OK)
-        return SYSDT_ERR_FAIL;
-    out.length = static_cast<u8>(length);
-    out.address.family = 1;
+    u32 number = 0;
+    const u32 status =
+        in.last ? read_last_number(in.at, piece.limits, number) : take_number(in.at, piece.limits, number);
+    if (status != SYSDT_OK)
+        return status;
+    if (piece.field == Field::number)
+        store(to, number);
+    else
+        *to = static_cast<u8>(number);
     return SYSDT_OK;
 }
 
-bool has_ipv6(const char *text) { return std::strchr(text, '[') != nullptr; }
-
-/// A length and an address, all the rest of the text.
-u32 read_sized_address(Reading &in, const Piece &, u8 *to)
+/// Reads the field at the cursor and leaves the cursor at the separator behind it.
+u32 read_piece(Reading &in, const Piece &piece, u8 *to)
 {
-    return (has_ipv6(in.at) ? read_sized_ipv6 : read_sized_ipv4)(in.at,
-                                                                 *reinterpret_cast<SYSDT_EvpnSizedAddress *>(to));
+    switch (piece.field) {
+    case Field::number:
+    case Field::length: return take_number(in, piece, to);
+    case Field::mac: return take_mac(in.at, to);
+    case Field::esi: return take_esi(in.at, in.last, types_of(in.lenient, EsiTypes::to_01), to);
+    case Field::strict_esi: return take_esi(in.at, in.last, EsiTypes::to_01, to); // (4)
+    case Field::auto_discovery_esi: return take_auto_discovery_esi(in.at, in.lenient, to);
+    case Field::address:
+        if (take_address(in.at, in.last, *reinterpret_cast<SYSDT_EvpnAddress *>(to)) != SYSDT_OK)
+            return SYSDT_ERR_FAIL;
+        return in.last || *in.at == ':' ? SYSDT_OK : SYSDT_ERR_FAIL; // (10) (11)
+    case Field::prefix_address: return take_prefix_address(in.at, *reinterpret_cast<SYSDT_EvpnAddress *>(to));
+    case Field::sized_address:
+        return read_sized(in.at, Families::either, *reinterpret_cast<SYSDT_EvpnSizedAddress *>(to));
+    }
+    return SYSDT_ERR_FAIL;
 }
 
 // ------------------------------------------------------------------------------------------------ the route types
 
 #define AT(member) offsetof(SYSDT_BolEvpn, key.member)
 
-constexpr Piece number(std::size_t offset) { return {read_number<u32>, offset, {10, 0, UINT32_MAX}}; }
+constexpr Piece number(u8 offset) { return {Field::number, offset, {10, 0, UINT32_MAX}}; }
 
-constexpr Piece length(std::size_t offset, u32 lowest, u32 highest)
-{
-    return {read_number<u8>, offset, {3, lowest, highest}};
-}
+constexpr Piece length(u8 offset, u32 lowest, u32 highest) { return {Field::length, offset, {3, lowest, highest}}; }
 
-constexpr Piece prefix_length{read_number<u8>, AT(prefix.ip.length), {UINT32_MAX, 0, UINT8_MAX}}; // (7) (8)
+constexpr Piece prefix_length{Field::length, AT(prefix.ip.length), {unlimited, 0, UINT8_MAX}}; // (7) (8)
 
 constexpr Piece auto_discovery[] = {
-    {read_auto_discovery_esi, AT(autoDiscovery.esi), {24}},
+    {Field::auto_discovery_esi, AT(autoDiscovery.esi)},
     number(AT(autoDiscovery.tag)),
 };
 
 constexpr Piece mac_ip[] = {
     number(AT(macIp.tag)),
     length(AT(macIp.macLength), 0, UINT8_MAX), // (7)
-    {read_mac, AT(macIp.mac), {14}},
-    {read_sized_address, AT(macIp.ip)},
+    {Field::mac, AT(macIp.mac)},
+    {Field::sized_address, AT(macIp.ip)},
 };
 
 constexpr Piece inclusive[] = {
     number(AT(inclusive.tag)),
-    {read_sized_address, AT(inclusive.ip)},
+    {Field::sized_address, AT(inclusive.ip)},
 };
 
 constexpr Piece segment[] = {
-    {read_esi, AT(segment.esi), {24}},
-    {read_sized_address, AT(segment.ip)},
+    {Field::esi, AT(segment.esi)},
+    {Field::sized_address, AT(segment.ip)},
 };
 
 constexpr Piece ipv4_prefix[] = {
     number(AT(prefix.tag)),
-    {read_address, AT(prefix.ip.address)},
+    {Field::address, AT(prefix.ip.address)},
     prefix_length,
 };
 
 constexpr Piece ipv6_prefix[] = {
     number(AT(prefix.tag)),
-    {read_prefix_address, AT(prefix.ip.address)},
+    {Field::prefix_address, AT(prefix.ip.address)},
     prefix_length,
 };
 
 /// Tag, source, group and originator. (7) (12)
-constexpr std::array<Piece, 7> membership(std::size_t base)
-{
-    return {
-        number(base + offsetof(SYSDT_EvpnMembership, tag)),
-        length(base + offsetof(SYSDT_EvpnMembership, source.length), 0, 128),
-        {read_address, base + offsetof(SYSDT_EvpnMembership, source.address)},
-        length(base + offsetof(SYSDT_EvpnMembership, group.length), 1, 128),
-        {read_address, base + offsetof(SYSDT_EvpnMembership, group.address)},
-        length(base + offsetof(SYSDT_EvpnMembership, originator.length), 1, 128),
-        {read_address, base + offsetof(SYSDT_EvpnMembership, originator.address)},
-    };
-}
+template <std::size_t base>
+constexpr std::array<Piece, 7> membership{
+    number(base + offsetof(SYSDT_EvpnMembership, tag)),
+    length(base + offsetof(SYSDT_EvpnMembership, source.length), 0, 128),
+    {Field::address, base + offsetof(SYSDT_EvpnMembership, source.address)},
+    length(base + offsetof(SYSDT_EvpnMembership, group.length), 1, 128),
+    {Field::address, base + offsetof(SYSDT_EvpnMembership, group.address)},
+    length(base + offsetof(SYSDT_EvpnMembership, originator.length), 1, 128),
+    {Field::address, base + offsetof(SYSDT_EvpnMembership, originator.address)},
+};
 
-constexpr auto selective = membership(AT(selective));
+constexpr const auto &selective = membership<AT(selective)>;
 
 constexpr auto leave = [] {
-    std::array<Piece, 9> pieces{{{read_strict_esi, AT(sync.esi)}}};
-    std::ranges::copy(membership(AT(sync.membership)), pieces.begin() + 1);
+    std::array<Piece, 9> pieces{{{Field::strict_esi, AT(sync.esi)}}};
+    std::ranges::copy(membership<AT(sync.membership)>, pieces.begin() + 1);
     pieces.back() = number(AT(sync.sequence));
     return pieces;
 }();
@@ -209,10 +203,9 @@ u32 read_key(u32 route_type, std::span<const Piece> pieces, char *text, SYSDT_Bo
     Reading in{text, false, lenient};
     for (const Piece &piece : pieces) {
         in.last = &piece == &pieces.back();
-        if (piece.read(in, piece, reinterpret_cast<u8 *>(value) + piece.offset) != SYSDT_OK)
+        if (read_piece(in, piece, reinterpret_cast<u8 *>(value) + piece.offset) != SYSDT_OK)
             return SYSDT_ERR_FAIL;
-        if (!in.last)
-            ++in.at;
+        ++in.at;
     }
     value->key.routeType = static_cast<u8>(route_type);
     return SYSDT_OK;
@@ -247,7 +240,8 @@ u32 SYSDT_Str2Ipv6EvnMac(char *text, SYSDT_BolEvpn *value)
 
 u32 SYSDT_Str2Ipv6EvnMacFillPrefix(char *text, SYSDT_BolEvpn *value)
 {
-    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR : read_sized_ipv6(text, value->key.macIp.ip);
+    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR
+                                               : read_sized(text, Families::ipv6, value->key.macIp.ip);
 }
 
 u32 SYSDT_Str2Inclusive(char *text, SYSDT_BolEvpn *value)
@@ -272,7 +266,8 @@ u32 SYSDT_Str2Ipv6EvpnEs(char *text, SYSDT_BolEvpn *value, u32 lenient)
 
 u32 SYSDT_Str2EsDetail(char *text, SYSDT_BolEvpn *value)
 {
-    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR : read_sized_ipv4(text, value->key.segment.ip);
+    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR
+                                               : read_sized(text, Families::ipv4, value->key.segment.ip);
 }
 
 u32 SYSDT_Str2IpPrefix(char *text, SYSDT_BolEvpn *value)

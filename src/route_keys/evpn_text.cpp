@@ -8,10 +8,7 @@
 /// Irregularities, all deliberate; the numbers run through the files of the type:
 ///  (3) Nothing in a text names its route type: its separators are counted, and of the texts with two colons and no
 ///      bracket the one with a dot ahead of the second colon is an IP prefix.
-#include <cstring>
-
 #include "common/census.hpp"
-#include "common/scan.hpp"
 #include "route_keys/evpn.hpp"
 
 using namespace bgpdt;
@@ -27,51 +24,35 @@ struct Shape {
     u32 brackets = 0;       ///< of either kind
     u32 outside_colons = 0; ///< not in brackets
 
-    // What stands ahead of the second colon.
-    bool inclusive = false;  ///< no bracket
-    bool ipv4_prefix = true; ///< a dot; also if there is no second colon
-    bool segment = false;    ///< exactly four dots, which rules the other two out
+    // What stands ahead of the second colon; if there is none, as in an IPv6 prefix.
+    u32 dots_ahead = 1;
+    u32 brackets_ahead = 1;
 
-    /// Counts the characters; false if there are too many, or one that no text may have.
+    /// Counts the characters; false if there is one that no text may have.
     bool count(const char *text)
     {
-        const char *const second_colon = find_second_colon(text);
-        if (second_colon != nullptr) {
-            const auto ahead = Census::of<plain_characters>(std::string_view(text, second_colon));
-            segment = ahead.dots() == 4;
-            inclusive = ahead.strangers() == 0 && !segment;
-            ipv4_prefix = ahead.dots() != 0 && !segment;
-            if (ahead.strangers() == 0) {
-                census = ahead;
-                outside_colons = ahead.colons();
-                text = second_colon;
-            }
-        }
-        const std::size_t length = count_rest(text) ? census.length() + brackets : 0;
-        return length >= 1 && length <= 183;
-    }
-
-    /// Adds the characters of a text's rest, which begins outside brackets; false if there is one that none may have.
-    bool count_rest(const char *rest)
-    {
-        for (bool inside = false;; ++rest) {
-            const auto plain = Census::of_start<plain_characters>(rest);
+        u32 colon = 2; // the one to stop at
+        bool inside = false;
+        while (true) {
+            const auto plain = Census::ahead_of<plain_characters>(text, colon);
             census += plain;
             outside_colons += inside ? 0 : plain.colons();
-            rest += plain.length();
-            if (*rest != '[' && *rest != ']')
-                return *rest == '\0';
-            ++brackets;
-            inside = *rest == '[';
+            text += plain.length();
+            if (*text == ':') {
+                dots_ahead = census.dots();
+                brackets_ahead = brackets;
+                colon = Census::no_colon;
+            } else if (*text == '[' || *text == ']') {
+                ++brackets;
+                inside = *text++ == '[';
+                colon -= plain.colons();
+            } else {
+                return *text == '\0';
+            }
         }
     }
 
-private:
-    static const char *find_second_colon(const char *text)
-    {
-        const char *const first = std::strchr(text, ':');
-        return first == nullptr ? nullptr : std::strchr(first + 1, ':');
-    }
+    std::size_t length() const { return census.length() + brackets; }
 };
 
 u32 read_by_outer_colons(u32 outer_colons, char *text, SYSDT_BolEvpn *value)
@@ -93,17 +74,17 @@ u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 leni
     const u32 dashes = shape.census.marks();
     if (shape.outside_colons >= 6 && shape.outside_colons <= 8)
         return read_by_outer_colons(shape.outside_colons, text, value);
-    if (shape.segment)
+    if (shape.dots_ahead == 4)
         return SYSDT_Str2Es(text, value, lenient);
     if (brackets == 2 && dashes == 0)
-        return (shape.inclusive ? SYSDT_Str2Inclusive : SYSDT_Str2Ipv6Prefix)(text, value);
+        return (shape.brackets_ahead == 0 ? SYSDT_Str2Inclusive : SYSDT_Str2Ipv6Prefix)(text, value);
     if (brackets == 2 && dashes == 2)
         return colons < 5 ? SYSDT_ERR_FAIL : SYSDT_Str2EvnMac(text, value);
     if ((dots != 3 && dots != 4 && dots != 7) || colons > 4 || brackets != 0)
         return SYSDT_ERR_FAIL;
     if (dashes != 0 && dashes != 2)
         return SYSDT_ERR_FAIL;
-    if (dashes == 0 && colons == 2 && !shape.ipv4_prefix)
+    if (dashes == 0 && colons == 2 && shape.dots_ahead == 0)
         return SYSDT_Str2Inclusive(text, value);
     if (dashes == 0 && colons == 2)
         return dots == 3 ? SYSDT_Str2IpPrefix(text, value) : SYSDT_ERR_FAIL;
@@ -122,7 +103,9 @@ u32 SYSDT_Str2EvnPrefix(char *text, SYSDT_BolEvpn *value, u32 lenient)
         return SYSDT_ERR_NULL_PTR;
     text = SYSDT_BTrim(text);
     Shape shape;
-    return shape.count(text) ? read_by_shape(shape, text, value, lenient) : SYSDT_ERR_FAIL;
+    if (!shape.count(text) || shape.length() < 1 || shape.length() > 183)
+        return SYSDT_ERR_FAIL;
+    return read_by_shape(shape, text, value, lenient);
 }
 
 u32 SYSDT_Str2EvpnMcRoute(char *text, SYSDT_BolEvpn *value)
@@ -130,5 +113,5 @@ u32 SYSDT_Str2EvpnMcRoute(char *text, SYSDT_BolEvpn *value)
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
     Shape shape;
-    return shape.count_rest(text) ? read_by_outer_colons(shape.outside_colons, text, value) : SYSDT_ERR_FAIL;
+    return shape.count(text) ? read_by_outer_colons(shape.outside_colons, text, value) : SYSDT_ERR_FAIL;
 }
