@@ -25,10 +25,10 @@ public:
     }
 
     constexpr std::size_t length() const { return length_; }
-    constexpr u32 dots() const { return counts_ & 0xFF; }
+    constexpr u32 dots() const { return counts_ >> 8 & 0xFF; }
     constexpr u32 colons() const { return counts_ >> 16 & 0xFF; }
     /// The grammar's third separator: hyphens or stars, if it does not name others.
-    constexpr u32 marks() const { return counts_ >> 8 & 0xFF; }
+    constexpr u32 marks() const { return counts_ & 0xFF; }
     /// Characters that the grammar does not know.
     constexpr u32 strangers() const { return counts_ >> 24; }
 
@@ -77,8 +77,8 @@ private:
     constexpr Census(u32 counts, std::size_t length) : counts_(counts), length_(length) {}
 
     // What a character adds to the four counters, a byte each.
-    static constexpr u32 one_dot = 1;
-    static constexpr u32 one_mark = 1U << 8;
+    static constexpr u32 one_mark = 1;
+    static constexpr u32 one_dot = 1U << 8;
     static constexpr u32 one_colon = 1U << 16;
     static constexpr u32 stranger = 1U << 24;
 

@@ -69,19 +69,21 @@ u32 read_either(const char *text, SYSDT_EvpnAddress &field)
 /// Where the sections of a text begin. The first begins at its start.
 struct Split {
     char *text;
-    u32 separators = 0;
+    u32 separators;
     u32 positions[3]{};
 
     char *section(u32 number) const { return number == 0 ? text : text + positions[number - 1]; }
 };
 
-/// Cuts the text at the separators; false if there are more than three.
-bool split_at(char separator, Split &split)
+/// Cuts the text at its separators; false if there are more than three.
+bool cut_at(char separator, Split &split)
 {
-    for (char *at = split.text; (at = std::strchr(at, separator)) != nullptr; ++at) {
-        if (SYSDT_GetSectionPos(++split.separators, static_cast<u32>(at - split.text), split.positions) != SYSDT_OK)
+    char *at = split.text;
+    for (u32 number = 1; number <= split.separators; ++number) {
+        at = std::strchr(at, separator);
+        if (SYSDT_GetSectionPos(number, static_cast<u32>(at - split.text), split.positions) != SYSDT_OK)
             return false;
-        *at = '\0';
+        *at++ = '\0';
     }
     return true;
 }
@@ -129,15 +131,14 @@ u32 read_ipv4_alone(const char *text, SYSDT_BolValue &value)
 }
 
 /// IPv4 keys, by the number of colons and dots. (3)
-u32 parse_with_colons(const char *text, SYSDT_BolValue &value)
+u32 parse_with_colons(const char *text, const Census &census, SYSDT_BolValue &value)
 {
-    const auto census = Census::of<"0123456789.:">(text);
     char copy[64];
     if (!census.admits(1, sizeof copy - 1))
         return SYSDT_ERR_FAIL;
     std::memcpy(copy, text, census.length() + 1);
-    Split split{copy};
-    if (!split_at(':', split))
+    Split split{copy, census.colons()};
+    if (!cut_at(':', split))
         return SYSDT_ERR_FAIL;
     switch (split.separators) {
     case 0:
@@ -337,12 +338,12 @@ u32 SYSDT_Str2NGIpv6Prefix(char *text, SYSDT_BolValue *value)
         return SYSDT_ERR_NULL_PTR;
     char copy[160];
     text = SYSDT_BTrim(text);
-    const auto census = Census::of<"0123456789abcdefABCDEF.:-">(text);
-    if (!census.admits(1, sizeof copy - 1))
+    const auto census = Census::of_start<"0123456789abcdefABCDEF.:-">(text);
+    if (text[census.length()] != '\0' || !census.admits(1, sizeof copy - 1))
         return SYSDT_ERR_FAIL;
     std::memcpy(copy, text, census.length() + 1);
-    Split split{copy};
-    if (!split_at('-', split))
+    Split split{copy, census.marks()};
+    if (!cut_at('-', split))
         return SYSDT_ERR_FAIL;
     constexpr std::size_t looked_at = 16; // characters of the first section
     switch (split.separators) {
@@ -364,8 +365,11 @@ u32 SYSDT_Str2NGPrefix(char *text, SYSDT_BolValue *value)
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
     text = SYSDT_BTrim(text);
-    return std::strchr(text, '-') != nullptr ? SYSDT_Str2NGIpv6Prefix(text, value) // (2)
-                                             : parse_with_colons(text, *value);
+    const auto census = Census::of_start<"0123456789.:">(text);
+    const char *const rest = text + census.length();
+    if (*rest == '\0')
+        return parse_with_colons(text, census, *value);
+    return std::strchr(rest, '-') != nullptr ? SYSDT_Str2NGIpv6Prefix(text, value) : u32{SYSDT_ERR_FAIL}; // (2)
 }
 
 u32 SYSDT_NGPrefix2Str(const SYSDT_BolValue *value, char *buffer, u32 *length)
