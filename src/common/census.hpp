@@ -12,9 +12,6 @@ namespace bgpdt {
 /// What a text is made of. The counts hold for a text of at most 255 characters.
 class Census {
 public:
-    /// The number of a colon that no text has.
-    static constexpr u32 no_colon = 256;
-
     constexpr Census() = default;
 
     /// Whether the text has so many characters (`longest` at most 255), and all are known. That answers the
@@ -45,35 +42,12 @@ public:
 
     /// Counts the known characters that the text begins with; the third counter is that of the Marks.
     template <FixedString Known, FixedString Marks = "-*">
-    static constexpr Census of_start(const char *text)
-    {
-        return ahead_of<Known, Marks>(text, no_colon);
-    }
-
-    /// Counts the known characters ahead of the first that is none, or ahead of the colon of that number, from 1.
-    template <FixedString Known, FixedString Marks = "-*">
-    static constexpr Census ahead_of(const char *text, u32 colon)
-    {
-        // Begins where the colon, or a stranger, as the NUL is one, is what sets the top bit.
-        const u32 start = 0x7F000000 + ((no_colon - colon) << 16);
-        const char *at = text;
-        u32 counts = start + weight<Known, Marks>[static_cast<u8>(*at)];
-        while (counts >> 31 == 0)
-            counts += weight<Known, Marks>[static_cast<u8>(*++at)];
-        counts -= start;
-        counts -= counts >= stranger ? stranger : one_colon;
-        return {counts, static_cast<std::size_t>(at - text)};
-    }
-
-    /// Of two texts together.
-    constexpr Census &operator+=(const Census &other)
-    {
-        counts_ += other.counts_;
-        length_ += other.length_;
-        return *this;
-    }
+    static constexpr Census of_start(const char *text);
 
 private:
+    template <FixedString Known, FixedString Marks>
+    friend class CensusWalk;
+
     constexpr Census(u32 counts, std::size_t length) : counts_(counts), length_(length) {}
 
     // What a character adds to the four counters, a byte each.
@@ -100,5 +74,50 @@ private:
     u32 counts_;
     std::size_t length_;
 };
+
+/// A census on its way: it stops at every character that the grammar does not know, and at one colon.
+template <FixedString Known, FixedString Marks = "-*">
+class CensusWalk {
+public:
+    /// The number of a colon that no text has.
+    static constexpr u32 no_colon = 256;
+
+    /// @param colon  the number of the one to stop at, from 1
+    constexpr CensusWalk(const char *text, u32 colon)
+        : text_(text), at_(text), start_((1U << 31) - colon * Census::one_colon), counts_(start_)
+    {
+    }
+
+    /// Moves behind the next stop and returns it; the NUL is one.
+    constexpr char next()
+    {
+        const char *at = at_;
+        u32 counts = counts_ + weight(*at);
+        while (counts >> 31 == 0) // a stranger, or the carry of that colon, sets the top bit
+            counts += weight(*++at);
+        counts_ = counts - Census::stranger;
+        at_ = at + 1;
+        return *at;
+    }
+
+    /// Of what stands ahead of the stop, that colon counted already; former strangers count in the length alone.
+    constexpr Census census() const { return {counts_ - start_, static_cast<std::size_t>(at_ - 1 - text_)}; }
+
+private:
+    static constexpr u32 weight(char character) { return Census::weight<Known, Marks>[static_cast<u8>(character)]; }
+
+    const char *text_;
+    const char *at_;
+    u32 start_; ///< so far ahead of the top bit
+    u32 counts_;
+};
+
+template <FixedString Known, FixedString Marks>
+constexpr Census Census::of_start(const char *text)
+{
+    CensusWalk<Known, Marks> walk(text, CensusWalk<Known, Marks>::no_colon);
+    walk.next();
+    return walk.census();
+}
 
 } // namespace bgpdt

@@ -20,7 +20,7 @@ constexpr FixedString plain_characters = "0123456789abcdefABCDEF.:-";
 
 /// What a text is made of.
 struct Shape {
-    Census census{};        ///< without the brackets
+    Census census{};        ///< brackets count in its length alone
     u32 brackets = 0;       ///< of either kind
     u32 outside_colons = 0; ///< not in brackets
 
@@ -31,28 +31,25 @@ struct Shape {
     /// Counts the characters; false if there is one that no text may have.
     bool count(const char *text)
     {
-        u32 colon = 2; // the one to stop at
+        CensusWalk<plain_characters> walk(text, 2);
+        u32 colons = 0; // ahead of the last bracket
         bool inside = false;
         while (true) {
-            const auto plain = Census::ahead_of<plain_characters>(text, colon);
-            census += plain;
-            outside_colons += inside ? 0 : plain.colons();
-            text += plain.length();
-            if (*text == ':') {
+            const char stop = walk.next();
+            census = walk.census();
+            if (stop == ':') {
                 dots_ahead = census.dots();
                 brackets_ahead = brackets;
-                colon = Census::no_colon;
-            } else if (*text == '[' || *text == ']') {
-                ++brackets;
-                inside = *text++ == '[';
-                colon -= plain.colons();
-            } else {
-                return *text == '\0';
+                continue;
             }
+            outside_colons += inside ? 0 : census.colons() - colons;
+            if (stop != '[' && stop != ']')
+                return stop == '\0';
+            ++brackets;
+            inside = stop == '[';
+            colons = census.colons();
         }
     }
-
-    std::size_t length() const { return census.length() + brackets; }
 };
 
 u32 read_by_outer_colons(u32 outer_colons, char *text, SYSDT_BolEvpn *value)
@@ -103,7 +100,7 @@ u32 SYSDT_Str2EvnPrefix(char *text, SYSDT_BolEvpn *value, u32 lenient)
         return SYSDT_ERR_NULL_PTR;
     text = SYSDT_BTrim(text);
     Shape shape;
-    if (!shape.count(text) || shape.length() < 1 || shape.length() > 183)
+    if (!shape.count(text) || shape.census.length() < 1 || shape.census.length() > 183)
         return SYSDT_ERR_FAIL;
     return read_by_shape(shape, text, value, lenient);
 }
