@@ -12,14 +12,14 @@
 
 namespace bgpdt {
 
-/// Reads the numbers of a text and an IPv4 address among them, of which `octet` is one part each.
+/// Reads the numbers of a text of so many characters and an IPv4 address among them, of which `octet` is one part each.
 ///
 /// @return whether all are there, the octets fit, and the text is as long as what it prints as
 template <FixedString Format, class... Numbers>
-bool scan_back(const char *text, const u32 (&octet)[4], Numbers &...numbers)
+bool scan_back(const char *text, std::size_t length, const u32 (&octet)[4], Numbers &...numbers)
 {
     return scan<Format>(text, numbers...) == int{sizeof...(numbers)} && are_octets(octet) &&
-           printed_length<Format>(numbers...) == std::strlen(text);
+           printed_length<Format>(numbers...) == length;
 }
 
 /// The lengths that a text may have.
@@ -27,11 +27,7 @@ struct Lengths {
     std::size_t shortest;
     std::size_t longest;
 
-    bool admit(const char *text) const
-    {
-        const std::size_t length = std::strlen(text);
-        return length >= shortest && length <= longest;
-    }
+    bool admit(std::size_t length) const { return length >= shortest && length <= longest; }
 };
 
 // What follows serves the keys with an address of either family. How one is written, a structure `Text` tells:
@@ -47,10 +43,11 @@ u32 parse_ipv4_form(const char *text, typename Text::Key &key)
 {
     typename Text::Numbers numbers;
     u32 o[4]{};
+    const std::size_t length = std::strlen(text);
     const auto read = [&](auto &...number) {
-        return scan_back<Text::ipv4_form>(text, o, number..., o[0], o[1], o[2], o[3]);
+        return scan_back<Text::ipv4_form>(text, length, o, number..., o[0], o[1], o[2], o[3]);
     };
-    if (!Text::ipv4_lengths.admit(text) || !std::apply(read, numbers))
+    if (!Text::ipv4_lengths.admit(length) || !std::apply(read, numbers))
         return SYSDT_ERR_FAIL;
     Text::store(key, numbers);
     key.ipv4 = joined(o);
@@ -64,17 +61,18 @@ u32 parse_ipv6_form(const char *text, typename Text::Key &key)
 
     typename Text::Numbers numbers;
     char address[Text::ipv6_lengths.longest + 1];
+    const std::size_t length = std::strlen(text);
     const auto read = [&](auto &...number) {
         return scan<Text::ipv6_form>(text, number..., std::span(address)) == int{sizeof...(number)} + 1;
     };
-    if (!Text::ipv6_lengths.admit(text) || !std::apply(read, numbers))
+    if (!Text::ipv6_lengths.admit(length) || !std::apply(read, numbers))
         return SYSDT_ERR_FAIL;
     address[std::strlen(address) - Text::dropped] = '\0';
     if (SMP_InetAToN(family_ipv6, address, key.ipv6) != SYSDT_OK)
         return SYSDT_ERR_PARAM;
     PAL_Inet_ntoa_b_ipv6(key.ipv6, address);
-    const auto length = [&](auto... number) { return printed_length<Text::ipv6_form>(number..., address); };
-    if (std::apply(length, numbers) != std::strlen(text))
+    const auto printed = [&](auto... number) { return printed_length<Text::ipv6_form>(number..., address); };
+    if (std::apply(printed, numbers) != length)
         return SYSDT_ERR_FAIL;
     Text::store(key, numbers);
     key.family = 1;

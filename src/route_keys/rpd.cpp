@@ -32,7 +32,8 @@ u32 parse_text(const char *text, SYSDT_Rpd &key)
     u32 type = 0;
     u32 o[4]{};
     u32 distinguisher = 0;
-    if (!scan_back<"%u/%u.%u.%u.%u/%u">(text, o, type, o[0], o[1], o[2], o[3], distinguisher) || type > 1) // (1) (2)
+    if (!scan_back<"%u/%u.%u.%u.%u/%u">(text, std::strlen(text), o, type, o[0], o[1], o[2], o[3], distinguisher) ||
+        type > 1) // (1) (2)
         return SYSDT_ERR_FAIL;
     key.policyType = static_cast<u8>(type);
     key.distinguisher = distinguisher;
