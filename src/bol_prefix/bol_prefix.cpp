@@ -88,30 +88,32 @@ u32 sub_kind(u32 length, const void *value)
     return load<u32>(word);
 }
 
-/// All rows with that parser.
-u32 rows_with(SYSDT_FormatIn *parse)
+/// The rows worth asking for a text, which is trimmed in place if it may have to be.
+u32 rows_worth_asking(char *text)
 {
-    u32 set = 0;
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        if (rows[i].formatIn == parse)
-            set |= rows_of(i);
-    return set;
+    auto shape = TextShape::of(text);
+    if (shape.others() == 0 && !shape.is_too_long())
+        return rows_for(shape);
+    const char *const trimmed = SYSDT_BTrim(text);
+    if (std::strlen(trimmed) != shape.all.length())
+        shape = TextShape::of(trimmed);
+    return rows_for(shape) & ~rows_of(SYSDT_BOL_IPV4); // (1): it has refused the blanks
 }
 
-/// Offers a trimmed text to the rows behind the first, but for those that would refuse it: whom its shape rules out, and
-/// whose parser has just refused it for a row in front. A parser that only lacked memory is asked again.
+/// Offers a text to rows in their order. A parser that has just refused it for one row is not asked for the next, but
+/// one that only lacked memory is.
 template <class Ask>
-u32 offer_text(const char *text, Ask ask)
+u32 offer_text(u32 left, Ask ask)
 {
-    if (std::strlen(text) > TextShape::longest)
-        return SYSDT_ERR_INVALID_VALUE;
-    u32 left = rows_for(TextShape::of(text));
-    while (left != 0) {
-        const auto next = static_cast<u32>(std::countr_zero(left));
-        const u32 status = ask(rows[next].formatIn);
+    for (SYSDT_FormatIn *refused = nullptr; left != 0; left &= left - 1) {
+        SYSDT_FormatIn *const parse = rows[static_cast<u32>(std::countr_zero(left))].formatIn;
+        if (parse == refused)
+            continue;
+        const u32 status = ask(parse);
         if (status == SYSDT_OK)
             return SYSDT_OK;
-        left &= ~(status == SYSDT_ERR_NO_MEMORY ? rows_of(next) : rows_with(rows[next].formatIn));
+        if (status != SYSDT_ERR_NO_MEMORY)
+            refused = parse;
     }
     return SYSDT_ERR_INVALID_VALUE; // (2)
 }
@@ -126,10 +128,8 @@ u32 SYSDT_BolPrefixFormatIn(Context *context, u32 unused, u32 textLength, char *
     const auto ask = [&](SYSDT_FormatIn *parse) {
         return parse(context, unused, textLength, text, kind, length, data);
     };
-    if (may_be_ipv4(text) && ask(rows[SYSDT_BOL_IPV4].formatIn) == SYSDT_OK) // (1): it alone does not trim
-        return SYSDT_OK;
     const bool served = open_screen.status(context->mode) == SYSDT_OK;
-    return served ? offer_text(SYSDT_BTrim(text), ask) : u32{SYSDT_ERR_INVALID_VALUE};
+    return offer_text(served ? rows_worth_asking(text) : 0, ask);
 }
 
 u32 SYSDT_BolPrefixFormatOut(Context *context, u32 type, u32 size, const void *value, u16 *kind, u16 *length,

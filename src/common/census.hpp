@@ -44,6 +44,18 @@ public:
     template <FixedString Known, FixedString Marks = "-*">
     static constexpr Census of_start(const char *text);
 
+    /// Counts the known characters ahead of the first colon.
+    template <FixedString Known>
+    static constexpr Census of_field(const char *text);
+
+    /// Of two texts together.
+    constexpr Census &operator+=(const Census &other)
+    {
+        counts_ += other.counts_;
+        length_ += other.length_;
+        return *this;
+    }
+
 private:
     template <FixedString Known, FixedString Marks>
     friend class CensusWalk;
@@ -101,7 +113,10 @@ public:
     }
 
     /// Of what stands ahead of the stop, that colon counted already; former strangers count in the length alone.
-    constexpr Census census() const { return {counts_ - start_, static_cast<std::size_t>(at_ - 1 - text_)}; }
+    constexpr Census census() const
+    {
+        return {(counts_ - start_) % Census::stranger, static_cast<std::size_t>(at_ - 1 - text_)};
+    }
 
 private:
     static constexpr u32 weight(char character) { return Census::weight<Known, Marks>[static_cast<u8>(character)]; }
@@ -118,6 +133,16 @@ constexpr Census Census::of_start(const char *text)
     CensusWalk<Known, Marks> walk(text, CensusWalk<Known, Marks>::no_colon);
     walk.next();
     return walk.census();
+}
+
+template <FixedString Known>
+constexpr Census Census::of_field(const char *text)
+{
+    CensusWalk<Known> walk(text, 1);
+    const bool at_colon = walk.next() == ':';
+    Census field = walk.census();
+    field.counts_ -= at_colon ? one_colon : 0;
+    return field;
 }
 
 } // namespace bgpdt
