@@ -27,7 +27,8 @@ public:
     /// Finds the next token; false if there is none, or only one with another character in it or too long.
     constexpr bool next(Token &token)
     {
-        skip_blanks();
+        while (*at_ == ' ')
+            ++at_;
         const auto census = Census::of_start<Known, Marks>(at_);
         token = {at_, at_ + census.length(), census};
         const bool ends = *token.end == ' ' || *token.end == '\0';
@@ -37,20 +38,10 @@ public:
         return true;
     }
 
-    /// Whether nothing but blanks follows.
-    constexpr bool exhausted()
-    {
-        skip_blanks();
-        return *at_ == '\0';
-    }
+    /// Whether nothing follows; the text does not end in blanks.
+    constexpr bool exhausted() const { return *at_ == '\0'; }
 
 private:
-    constexpr void skip_blanks()
-    {
-        while (*at_ == ' ')
-            ++at_;
-    }
-
     char *at_;
     std::size_t longest_;
 };
