@@ -10,7 +10,7 @@
 
 namespace bgpdt::host {
 
-constinit thread_local LentBlock *lent_block = nullptr;
+[[gnu::tls_model("initial-exec")]] constinit thread_local LentBlock *lent_block = nullptr;
 
 namespace {
 

@@ -121,9 +121,9 @@ void copy_text(char *to, std::size_t size, std::string_view source)
 {
     if (size == 0)
         return;
-    Writer out(to, size);
-    out.put(source);
-    out.finish();
+    const std::size_t length = std::min(source.size(), size - 1);
+    std::memcpy(to, source.data(), length);
+    to[length] = '\0';
 }
 
 /// Does the work with two blocks of the size, which are released behind it.

@@ -62,7 +62,7 @@ public:
     /// The first row for the group behind the cursor, which moves behind the keyword; null if there is none.
     const LsPrefixPattern *find(Cursor &text, const LsPrefixPattern *rows) const
     {
-        if (text.end - text.at < 2)
+        if (*text.at == '\0')
             return nullptr;
         for (u32 i = first_[slot(text.at)]; i != none; i = next_[i]) {
             const LsPrefixPattern &row = rows[i];
@@ -139,10 +139,10 @@ template <class Take>
 u32 parse_groups(Cursor &text, char last, Patterns patterns, Take take)
 {
     Cursor at = text;
+    if (*at.at != '[')
+        return SYSDT_ERR_FAIL;
     do {
-        if (*at.at++ != '[')
-            return SYSDT_ERR_FAIL;
-        const char *const group = at.at;
+        const char *const group = ++at.at;
         const auto *const row = patterns.index->find(at, patterns.rows);
         if (row == nullptr)
             return SYSDT_ERR_FAIL;

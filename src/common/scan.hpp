@@ -137,11 +137,17 @@ template <unsigned Base, unsigned Width, class Number>
     return scan_led_number<Base, Width>(at, number);
 }
 
+/// Whether a string ends here; few characters are not above the blank.
+constexpr bool ends_string(char character)
+{
+    return static_cast<unsigned char>(character) <= ' ' && (character == '\0' || is_space(character));
+}
+
 constexpr const char *scan_string(const char *at, std::span<char> string)
 {
     at = skip_space(at);
     std::size_t length = 0;
-    for (; *at != '\0' && !is_space(*at); ++at) {
+    for (; !ends_string(*at); ++at) {
         if (length + 1 >= string.size())
             return nullptr;
         string[length++] = *at;
