@@ -33,7 +33,7 @@ def seconds(command, source, sink=subprocess.DEVNULL):
     return after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
 
 
-def main(bgpdt, batch, lines=4_000_000, runs=5):
+def main(bgpdt, batch, lines=4_000_000, runs=15):
     commands = {
         "floor, host's calls": [batch, "floor"],
         "floor without them": [batch, "bare"],
