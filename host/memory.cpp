@@ -10,6 +10,7 @@
 
 namespace bgpdt::host {
 
+// The model is told again: g++ does not take it from the declaration.
 [[gnu::tls_model("initial-exec")]] constinit thread_local LentBlock *lent_block = nullptr;
 
 namespace {

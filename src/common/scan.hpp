@@ -55,10 +55,10 @@ template <unsigned Base, class Number>
     Number value = 0;
     for (; at != end; ++at) {
         const unsigned digit = digit_value<Base>(*at);
-        if (safe)
-            value = static_cast<Number>(value * Base + digit);
-        else if (__builtin_mul_overflow(value, Base, &value) || __builtin_add_overflow(value, digit, &value))
+        Number next = 0;
+        if (!safe && (__builtin_mul_overflow(value, Base, &next) || __builtin_add_overflow(next, digit, &next)))
             return nullptr;
+        value = static_cast<Number>(value * Base + digit);
     }
     number = value;
     return end;
