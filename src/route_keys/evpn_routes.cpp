@@ -120,10 +120,9 @@ u32 read_piece(Reading &in, const Piece &piece, u8 *to)
             return SYSDT_ERR_FAIL;
         return in.last || *in.at == ':' ? SYSDT_OK : SYSDT_ERR_FAIL; // (10) (11)
     case Field::prefix_address: return take_prefix_address(in.at, *reinterpret_cast<SYSDT_EvpnAddress *>(to));
-    case Field::sized_address:
-        return read_sized(in.at, Families::either, *reinterpret_cast<SYSDT_EvpnSizedAddress *>(to));
+    case Field::sized_address: break;
     }
-    return SYSDT_ERR_FAIL;
+    return read_sized(in.at, Families::either, *reinterpret_cast<SYSDT_EvpnSizedAddress *>(to));
 }
 
 // ------------------------------------------------------------------------------------------------ the route types
