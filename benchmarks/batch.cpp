@@ -129,12 +129,17 @@ bool by_lines()
 } // namespace
 } // namespace bgpdt::bench
 
-int main(int, char **argv)
+int main(int argc, char **argv)
 {
     using namespace bgpdt::bench;
-    const std::string_view converter = argv[1];
+    const std::string_view converter = argc == 2 ? argv[1] : "";
     const auto run = converter == "plain"   ? by_lines
                      : converter == "floor" ? by_blocks<convert<floor_octets<rd_codes, false>, put_line>>
-                                            : by_blocks<convert_bare>;
+                     : converter == "bare"  ? by_blocks<convert_bare>
+                                            : nullptr;
+    if (run == nullptr) {
+        (void)std::fputs("usage: bgpdt_bench_batch floor|bare|plain <lines >hexadecimal\n", stderr);
+        return 2;
+    }
     return run() ? 0 : 1;
 }

@@ -224,6 +224,28 @@ TEST_F(Script, TheStackGrowsAsNeeded)
     EXPECT_EQ(SYSDT_SPTI_ToUInt(lua, deep), deep - 1u);
 }
 
+TEST_F(Script, NothingIsStoredBesideTheStack)
+{
+    lua_newtable(lua); // right below the function
+    EXPECT_NE(error_of([](lua_State *l) {
+                  SYSDT_SPTI_PushUInt(l, 1);
+                  SYSDT_SPTI_PushUInt(l, 2);
+                  SYSDT_SPTI_SetField(l, -4, "x");
+                  return 0;
+              }),
+              "");
+    EXPECT_NE(error_of([](lua_State *l) {
+                  SYSDT_SPTI_PushUInt(l, 1);
+                  SYSDT_SPTI_PushUInt(l, 2);
+                  SYSDT_SPTI_PushUInt(l, 3);
+                  SYSDT_SPTI_CreateTable(l, 0, 0);
+                  SYSDT_SPTI_Pop(l, 1); // still there above the top
+                  SYSDT_SPTI_SetTable(l, 0);
+                  return 0;
+              }),
+              "");
+}
+
 TEST_F(Script, MisuseIsAnErrorOfTheEngine)
 {
     EXPECT_NE(error_of([](lua_State *l) { return SYSDT_SPTI_Pop(l, 1), 0; }), "");
