@@ -251,6 +251,7 @@ void SeedMaker::add(const Line &line)
         }
         return record(Operation::compare, number, 0, values);
     }
+    case Verb::tables: return record(Operation::set, number, 0, to_native(form, line.bytes));
     case Verb::set:
     case Verb::noset:
         record(Operation::get, number, 0, in_bytes(line.script));

@@ -75,6 +75,7 @@ bool is_told(const Bytes &value, const Subject &subject)
 bool is_mutable(const Line &line, const Subject &subject)
 {
     switch (line.verb) {
+    case Verb::tables:
     case Verb::get:
     case Verb::noget:
     case Verb::help:

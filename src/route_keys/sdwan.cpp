@@ -23,7 +23,8 @@
 ///  (8) A script table holds both addresses whatever the family, and must hold both to be read.
 ///  (9) A script's numbers are cut: the route type to 16 bits, the family and the address bytes to 8.
 ///  (10) Scripts do not see the bytes that no field names.
-///  (11) Endian works on the bare key, and swaps the IPv4 address only where the family names it.
+///  (11) A script table is made for six fields, though it holds seven.
+///  (12) Endian works on the bare key, and swaps the IPv4 address only where the family names it.
 #include "route_keys/policy_key.hpp"
 
 using namespace bgpdt;
@@ -102,7 +103,18 @@ BGPDT_FORMAT_IN(SYSDT_SdwanPrefixFormatIn, sdwan)
 BGPDT_FORMAT_OUT(SYSDT_SdwanPrefixFormatOut, sdwan)
 BGPDT_CHECK(SYSDT_SdwanPrefixCheck, sdwan)
 BGPDT_HELP(SYSDT_SdwanPrefixHelp, sdwan)
-BGPDT_LUA_SET(SYSDT_SdwanPrefixLuaSet, sdwan) // (8) (10)
+
+u32 SYSDT_SdwanPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 length, const void *data)
+{
+    if (state == nullptr || name == nullptr || data == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    if (length < SYSDT_BOL_SIZE)
+        return SYSDT_ERR_PARAM;
+    const auto parent = script::Table::at(state, table);
+    script::Table::create(state, 0, 6).set_fields(bol_sdwan_fields, static_cast<const u8 *>(data)); // (8) (10) (11)
+    parent.set(name);
+    return SYSDT_OK;
+}
 
 i32 SYSDT_SdwanPrefixCompare(const void *, u32 length, const void *first, const void *second)
 {
@@ -111,7 +123,7 @@ i32 SYSDT_SdwanPrefixCompare(const void *, u32 length, const void *first, const 
 
 u32 SYSDT_SdwanPrefixEndian(void *first, u32, u32, void *key)
 {
-    return swap_key<SYSDT_Sdwan>(first, key, bol_sdwan_layout); // (11)
+    return swap_key<SYSDT_Sdwan>(first, key, bol_sdwan_layout); // (12)
 }
 
 u32 SYSDT_SdwanPrefixLuaGet(void *state, i32 tableIndex, void *value)

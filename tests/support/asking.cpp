@@ -108,6 +108,7 @@ Answer Asking::ask(const Line &line, const Subject &subject, std::uint8_t mode) 
     case Verb::swap: return swap(line, subject);
     case Verb::set:
     case Verb::noset: return set(line, subject);
+    case Verb::tables: return of_status(set(line, subject).status);
     case Verb::get:
     case Verb::noget: return get(line, subject);
     case Verb::fn: return call_parser(line, subject);
@@ -224,6 +225,7 @@ Answer expected_answer(const Line &line, const Subject &subject)
     case Verb::noout:
     case Verb::check:
     case Verb::cmp:
+    case Verb::tables:
     case Verb::noset:
     case Verb::nohelp: break;
     }

@@ -8,6 +8,7 @@
 
 #include "bgp_datatype/host.h"
 #include "bgp_datatype/values.h"
+#include "script_value.hpp"
 
 namespace bgpdt::test {
 
@@ -27,7 +28,7 @@ void AttackHost::begin(Failing failing)
 {
     blocks_.clear();
     problems_.clear();
-    stored_keys.clear();
+    script_steps.clear();
     requests_.clear();
     help_clears = 0;
     failing_ = failing;
@@ -184,17 +185,24 @@ int32_t SYSDT_Ipv4Ipv6Compare(uint32_t length, const void *first, const void *se
     return next(length, first, second);
 }
 
+void SYSDT_SPTI_CreateTable(void *state, int32_t array_slots, int32_t record_slots)
+{
+    static auto *const next = forward<decltype(SYSDT_SPTI_CreateTable)>("SYSDT_SPTI_CreateTable");
+    AttackHost::instance().script_steps.push_back(bgpdt::test::room_text(array_slots, record_slots));
+    next(state, array_slots, record_slots);
+}
+
 void SYSDT_SPTI_SetField(void *state, int32_t index, const char *key)
 {
     static auto *const next = forward<decltype(SYSDT_SPTI_SetField)>("SYSDT_SPTI_SetField");
-    AttackHost::instance().stored_keys.emplace_back(key);
+    AttackHost::instance().script_steps.emplace_back(key);
     next(state, index, key);
 }
 
 void SYSDT_SPTI_SetTable(void *state, int32_t index)
 {
     static auto *const next = forward<decltype(SYSDT_SPTI_SetTable)>("SYSDT_SPTI_SetTable");
-    AttackHost::instance().stored_keys.push_back(number_key(state, -2));
+    AttackHost::instance().script_steps.push_back(number_key(state, -2));
     next(state, index);
 }
 

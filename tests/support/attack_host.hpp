@@ -54,8 +54,9 @@ public:
     /// The live blocks that the plug-in took.
     std::size_t live() const;
 
-    std::size_t help_clears = 0;          ///< calls of SYSDT_ClearHelpInfo
-    std::vector<std::string> stored_keys; ///< what was stored in script tables, in order
+    std::size_t help_clears = 0; ///< calls of SYSDT_ClearHelpInfo
+    /// The rooms of the script tables that were made, and the keys under which something was stored, in order.
+    std::vector<std::string> script_steps;
 
     /// Counts the request; whether it is one to refuse.
     bool refuses(Request request);

@@ -19,6 +19,7 @@ public:
     }
 
     void set();
+    void tables();
     void noset();
     void get();
     void noget();
@@ -52,6 +53,15 @@ std::string told(const char *what, Index index, Place place)
            (place == Place::end ? "" : ", value at an odd address");
 }
 
+std::string joined(const std::vector<std::string> &words)
+{
+    std::string text;
+    for (const std::string &word : words) {
+        text += (text.empty() ? "" : " ") + word;
+    }
+    return text;
+}
+
 void ScriptFact::expect_stack(const Script &script, const ScriptValue &target)
 {
     report_.require(script.height_after() == script.height_before(), "the script stack has another height");
@@ -68,14 +78,9 @@ void ScriptFact::expect_set(Index index, Place place)
     report_.same_status(SYSDT_OK, set_field(subject_, script, value, {index}, report_));
     const ScriptValue expected = parent_with(line_.script);
     expect_stack(script, expected);
-    const auto order = [](const std::vector<std::string> &keys) {
-        std::string text;
-        for (const std::string &key : keys) {
-            text += (text.empty() ? "" : " ") + key;
-        }
-        return text;
-    };
-    report_.same("the order of storing", order(storing_order(expected)), order(host_.stored_keys));
+    std::vector<std::string> keys = host_.script_steps;
+    std::erase_if(keys, [](const std::string &step) { return step.starts_with('('); });
+    report_.same("the order of storing", joined(storing_order(expected)), joined(keys));
     settle(report_);
 }
 
@@ -161,6 +166,20 @@ void ScriptFact::set()
     if (subject_.lua_get != nullptr) {
         expect_mark(survives_scripts());
     }
+}
+
+/// The room of every table, and the order in which all is stored.
+void ScriptFact::tables()
+{
+    report_.situation("set");
+    const Guarded value(native_);
+    Script script;
+    host_.begin();
+    report_.same_status(SYSDT_OK, set_field(subject_, script, value, {}, report_));
+    std::vector<std::string> steps = line_.steps;
+    steps.emplace_back(Access{}.name);
+    report_.same("the making of the tables", joined(steps), joined(host_.script_steps));
+    settle(report_);
 }
 
 void ScriptFact::noset()
@@ -263,6 +282,7 @@ void check_script(const Line &line, const Subject &subject, Report &report)
     ScriptFact fact(line, subject, report);
     switch (line.verb) {
     case Verb::set: return fact.set();
+    case Verb::tables: return fact.tables();
     case Verb::noset: return fact.noset();
     case Verb::get: return fact.get();
     default: return fact.noget();

@@ -22,6 +22,7 @@ void check_verb(const Line &line, const Subject &subject, Report &report)
     case Verb::check: return check_check(line, subject, report);
     case Verb::cmp: return check_compare(line, subject, report);
     case Verb::set:
+    case Verb::tables:
     case Verb::noset:
     case Verb::get:
     case Verb::noget: return check_script(line, subject, report);

@@ -16,7 +16,7 @@ void check_line(const Line &line, const Subject &subject, Report &report);
 void check_parse(const Line &line, const Subject &subject, Report &report);   ///< in, bad
 void check_print(const Line &line, const Subject &subject, Report &report);   ///< out, bare, copy, skip
 void check_noprint(const Line &line, const Subject &subject, Report &report); ///< noout
-void check_script(const Line &line, const Subject &subject, Report &report);  ///< set, noset, get, noget
+void check_script(const Line &line, const Subject &subject, Report &report);  ///< set, tables, noset, get, noget
 void check_check(const Line &line, const Subject &subject, Report &report);
 void check_compare(const Line &line, const Subject &subject, Report &report);
 void check_swap(const Line &line, const Subject &subject, Report &report);

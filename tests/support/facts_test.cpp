@@ -69,6 +69,7 @@ check    00000005_00000000 0
 check    00                LENGTH
 cmp      00000005_00000000 00000004_00000000 1
 set      00000005_00000002 { asNumValue = 5, asType = 2 }
+tables   00000005_00000002 2: asNumValue asType
 noset    00                PARAM
 get      { asNumValue = 5, asType = 2 } 00000005_00000002
 noget    { asType = 2 }    PARAM
@@ -119,6 +120,7 @@ TEST(Facts, EveryFaultIsFound)
         {Fault::help_in_mode_2, "the help information was touched"},
         {Fault::help_without_clear, "the help information was neither filled nor cleared"},
         {Fault::set_other_order, "the order of storing is \"asType asNumValue field\""},
+        {Fault::set_other_room, "the making of the tables is \"(0,3) asNumValue asType field\""},
         {Fault::set_other_value, "the table is { field = { asNumValue = 6, asType = 3 } }"},
         {Fault::set_leaves_value, "the script stack has another height"},
         {Fault::set_short, "touched memory that is not its own"},
@@ -166,6 +168,11 @@ TEST(Facts, AWrongFactIsFound)
                              "set 00000005_00000002 { asNumValue = 5, asType = 2, more = 1 }",
                              "set 00000005_00000002 { asNumValue = 5.0, asType = 2 }",
                              "set 00000005_00000002 { asNumValue = 5, asType = 2 } !reget",
+                             "tables 00000005_00000002 3: asNumValue asType",
+                             "tables 00000005_00000002 2: asType asNumValue",
+                             "tables 00000005_00000002 2: asNumValue asType[1]",
+                             "tables 00000005_00000002 -",
+                             "tables 00000005 2: asNumValue asType",
                              "noset 00000005_00000002 PARAM",
                              "get { asNumValue = 5, asType = 2 } 00000005_00000003",
                              "get { asNumValue = 5 } 00000005_00000000",

@@ -44,7 +44,8 @@ void inject_by_verb(const Line &line, const Subject &subject, Report &report, Fa
     case Verb::nohelp:
     case Verb::check:
     case Verb::cmp:
-    case Verb::swap: return; // these ask the host for nothing
+    case Verb::swap: return;   // these ask the host for nothing
+    case Verb::tables: return; // lines of set tell what becomes of a LuaSet
     }
 }
 

@@ -233,7 +233,7 @@ std::uint32_t lua_set(void *state, std::int32_t index, const char *name, std::ui
         SYSDT_SPTI_SetField(state, parent, name);
     }
     void *held = has(Fault::set_holds_block) ? SYS_DataTypeMalloc(size) : nullptr;
-    SYSDT_SPTI_CreateTable(state, 0, 2);
+    SYSDT_SPTI_CreateTable(state, 0, has(Fault::set_other_room) ? 3 : 2);
     const std::int32_t table = SYSDT_SPTI_GetTop(state);
     const bool reversed = has(Fault::set_other_order);
     const char *keys[] = {reversed ? "asType" : "asNumValue", reversed ? "asNumValue" : "asType"};

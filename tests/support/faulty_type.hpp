@@ -50,6 +50,7 @@ enum class Fault {
     help_in_mode_2,
     help_without_clear,
     set_other_order,
+    set_other_room,
     set_other_value,
     set_leaves_value,
     set_short,

@@ -163,6 +163,11 @@ std::vector<std::string> storing_order(const ScriptValue &value)
     return keys;
 }
 
+std::string room_text(std::int64_t array_slots, std::int64_t record_slots)
+{
+    return "(" + std::to_string(array_slots) + "," + std::to_string(record_slots) + ")";
+}
+
 std::string to_text(const ScriptValue &value)
 {
     return std::visit(Overloaded{[](Nil) { return std::string("nil"); },

@@ -43,6 +43,9 @@ bool same_content(const ScriptValue &first, const ScriptValue &second);
 /// The keys in the order in which a writer stores them: the fields of an inner table before the field that holds it.
 std::vector<std::string> storing_order(const ScriptValue &value);
 
+/// "(0,2)": a new table with room for so many array entries and fields.
+std::string room_text(std::int64_t array_slots, std::int64_t record_slots);
+
 /// As the vectors write it.
 std::string to_text(const ScriptValue &value);
 

@@ -139,6 +139,7 @@ bool Subject::answers_to(const Line &line) const
     case Verb::check: return check != nullptr;
     case Verb::cmp: return compare != nullptr;
     case Verb::set:
+    case Verb::tables:
     case Verb::noset: return lua_set != nullptr;
     case Verb::get:
     case Verb::noget: return lua_get != nullptr;

@@ -11,7 +11,7 @@ namespace bgpdt::test {
 namespace {
 
 /// The words behind a verb: t text, b bytes, r result bytes, o result bytes or nothing, s status, c order, f fate,
-/// v script value, n name.
+/// v script value, m the making of tables, n name.
 struct Form {
     std::string_view name;
     Verb verb;
@@ -20,7 +20,7 @@ struct Form {
     std::string_view mark;
 };
 
-constexpr std::array<Form, 17> forms{{{"in", Verb::in, "tb", true, "reprint"},
+constexpr std::array<Form, 18> forms{{{"in", Verb::in, "tb", true, "reprint"},
                                       {"bad", Verb::bad, "ts", true, ""},
                                       {"out", Verb::out, "bt", true, ""},
                                       {"bare", Verb::bare, "bt", true, ""},
@@ -30,6 +30,7 @@ constexpr std::array<Form, 17> forms{{{"in", Verb::in, "tb", true, "reprint"},
                                       {"check", Verb::check, "bs", false, ""},
                                       {"cmp", Verb::cmp, "brc", false, ""},
                                       {"set", Verb::set, "bv", false, "reget"},
+                                      {"tables", Verb::tables, "bm", false, ""},
                                       {"noset", Verb::noset, "bs", false, ""},
                                       {"get", Verb::get, "vb", false, "reget"},
                                       {"noget", Verb::noget, "vso", false, ""},
@@ -201,6 +202,7 @@ void Reader::word(char kind, Words &words, Line &line)
     case 's': line.status = static_cast<std::int32_t>(words.status()); return;
     case 'c': line.status = words.order(); return;
     case 'v': line.script = words.script_value(); return;
+    case 'm': line.steps = words.making(); return;
     case 'n': line.function = words.name(); return;
     default: break;
     }

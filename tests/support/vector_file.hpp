@@ -27,6 +27,7 @@ enum class Verb {
     check,
     cmp,
     set,
+    tables,
     noset,
     get,
     noget,
@@ -61,7 +62,8 @@ struct Line {
     Bytes bytes;
     std::optional<Bytes> result; ///< the second bytes
     ScriptValue script;
-    std::int32_t status = 0; ///< or an order
+    std::vector<std::string> steps; ///< in which tables are made
+    std::int32_t status = 0;        ///< or an order
     Fate fate{};
     std::string function;
     bool marked = false; ///< the property named by the verb's mark does not hold

@@ -31,6 +31,7 @@ Line only_line(const std::string &lines)
 
 Bytes bytes_of(const std::string &word) { return only_line("skip " + word).bytes; }
 std::string text_of(const std::string &word) { return only_line("help " + word).text; }
+std::vector<std::string> steps_of(const std::string &word) { return only_line("tables - " + word).steps; }
 std::string script_of(const std::string &word) { return to_text(only_line("noget " + word + " PARAM").script); }
 
 TEST(VectorFile, Texts)
@@ -63,6 +64,17 @@ TEST(VectorFile, ScriptValues)
     EXPECT_EQ("255", script_of("0xff"));
     EXPECT_EQ("1.500000", script_of("1.5"));
     EXPECT_EQ("\"x\"", script_of("\"x\""));
+}
+
+TEST(VectorFile, TheMakingOfTables)
+{
+    using Steps = std::vector<std::string>;
+    EXPECT_EQ((Steps{}), steps_of("-"));
+    EXPECT_EQ((Steps{"(0,3)", "a", "b"}), steps_of("3: a b"));
+    EXPECT_EQ((Steps{"(0,1)", "(2,0)", "[1]", "[2]", "a", "b"}), steps_of("1: a[2] b"));
+    EXPECT_EQ((Steps{"(0,1)", "(0,2)", "b", "c", "a"}), steps_of("1: a(2: b c)"));
+    EXPECT_EQ((Steps{"(0,1)", "(2,0)", "(0,1)", "b", "[1]", "(0,1)", "b", "[2]", "a"}), steps_of("1: a[2](1: b)"));
+    EXPECT_EQ((Steps{"(1,0)", "[1]"}), steps_of("[1]"));
 }
 
 TEST(VectorFile, Modes)
@@ -152,6 +164,17 @@ TEST(VectorFile, EveryMistakeIsReportedWithItsLine)
                              "set 00 { a = 1*2 }",
                              "set 00 x",
                              "set 00 { 1..2 }",
+                             "tables 00",
+                             "tables 00 a",
+                             "tables 00 1 a",
+                             "tables 00 x: a",
+                             "tables 00 1: a[]",
+                             "tables 00 1: a[2",
+                             "tables 00 1: a(b)",
+                             "tables 00 1: a(1: b",
+                             "tables 00 1: a, b",
+                             "tables 00 - 1: a",
+                             "tables@2 00 -",
                              "get {}",
                              "swap 00",
                              "help",

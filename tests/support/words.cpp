@@ -362,4 +362,68 @@ void Words::script_entry(ScriptTable &table, std::int64_t &index)
     }
 }
 
+void Words::expect(char character)
+{
+    if (!accept(character)) {
+        throw WordError(std::string("'") + character + "' expected at '" + std::string(rest_.substr(0, 12)) + "'");
+    }
+}
+
+std::int64_t Words::room()
+{
+    const std::string digits(take_while(is_digit));
+    std::int64_t room = 0;
+    if (!converts(std::string_view(digits), room) || room > std::int64_t{most_repeats}) {
+        throw WordError("a table's room expected, not '" + digits + "'");
+    }
+    return room;
+}
+
+std::vector<std::string> Words::making()
+{
+    std::vector<std::string> steps;
+    if (accept('-')) {
+        end_word();
+    } else {
+        ahead('[') ? array_making(steps) : record_making(steps);
+        skip_blanks();
+    }
+    return steps;
+}
+
+/// "2: a b[8] c(1: d)"
+void Words::record_making(std::vector<std::string> &steps)
+{
+    steps.push_back(room_text(0, room()));
+    expect(':');
+    for (skip_blanks(); !rest_.empty() && is_letter(rest_.front()); skip_blanks()) {
+        const std::string key(take_while(is_script_name));
+        if (ahead('[')) {
+            array_making(steps);
+        } else if (accept('(')) {
+            record_making(steps);
+            expect(')');
+        }
+        steps.push_back(key);
+    }
+}
+
+/// "[8]", "[8](2: a b)"
+void Words::array_making(std::vector<std::string> &steps)
+{
+    expect('[');
+    const std::int64_t count = room();
+    expect(']');
+    std::vector<std::string> entry;
+    if (accept('(')) {
+        record_making(entry);
+        expect(')');
+    }
+    steps.push_back(room_text(count, 0));
+    for (std::int64_t i = 1; i <= count; ++i) {
+        steps.insert(steps.end(), entry.begin(), entry.end());
+        steps.push_back(ScriptField{{}, i, {}}.key());
+    }
+}
+
 } // namespace bgpdt::test

@@ -40,6 +40,8 @@ public:
     /// 1, 0, -1, or a status code.
     std::int32_t order();
     ScriptValue script_value();
+    /// The steps that AttackHost::script_steps tells when such tables are made.
+    std::vector<std::string> making();
 
 private:
     void skip_blanks();
@@ -55,6 +57,10 @@ private:
     ScriptValue script_atom();
     ScriptTable script_table();
     void script_entry(ScriptTable &table, std::int64_t &index);
+    void expect(char character);
+    std::int64_t room();
+    void record_making(std::vector<std::string> &steps);
+    void array_making(std::vector<std::string> &steps);
 
     std::string_view rest_;
 };
