@@ -101,6 +101,7 @@ void FilesTest::expect_lines(const SYSDT_Record &record) const
     expect(is_own(record.help), {Verb::nohelp}, "nohelp");
     expect(is_own(record.compare), {Verb::cmp}, "cmp");
     expect(is_own(record.luaSet), {Verb::set}, "set");
+    expect(is_own(record.luaSet), {Verb::tables}, "tables");
     expect(is_own(record.luaGet), {Verb::get}, "get");
     expect(is_own(record.luaGet), {Verb::noget}, "noget");
     expect(is_own(record.endian), {Verb::swap}, "swap");
@@ -113,6 +114,8 @@ void FilesTest::expect_rows(const char *table, std::size_t count, const std::str
     for (std::size_t i = 0; rows != nullptr && i < count; ++i) {
         const std::string name(rows[i].name, strnlen(rows[i].name, sizeof rows[i].name));
         EXPECT_TRUE(has_line(prefix + name, {})) << table << " has a row " << name << " and no line about it";
+        EXPECT_TRUE(rows[i].luaSet == nullptr || has_line(prefix + name, {Verb::tables}))
+            << "no line tells which tables the row " << name << " of " << table << " makes";
     }
 }
 

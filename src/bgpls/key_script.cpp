@@ -17,6 +17,7 @@
 ///  (7) A route type of 0 or above 6 has nothing but its route type, both ways.
 ///  (8) Prefix length, protocol origin, flags and family keep their low 8 bits.
 ///  (9) The names differ: uiLocIgpRtIdLen and uiRmtIgpRtIdLen, uiLocOspfAreaId and uiRemOspfAreaId.
+///  (10) The tables of a link and of a SID are made for fewer fields than they hold.
 #include <array>
 #include <cstring>
 #include <string_view>
@@ -114,7 +115,7 @@ static_assert(complete(node_order, ls_node_fields) && complete(link_order, ls_li
 /// How scripts and a route type go together.
 struct RouteTypeScript {
     std::span<const Group> order{};
-    i32 slots;                      ///< what the table is made for; a link's and a SID's get more
+    i32 slots;                      ///< what the table is made for
     bool lenient = false;           ///< (5) (6)
     bool passes_identifier = false; ///< (4)
 };
@@ -122,11 +123,11 @@ struct RouteTypeScript {
 constexpr RouteTypeScript route_types[SYSDT_LS_ROUTE_TYPES] = {
     {.slots = 1}, // (7)
     {.order = node_order, .slots = 8, .passes_identifier = true},
-    {.order = link_order, .slots = 22},
+    {.order = link_order, .slots = 22}, // (10)
     {.order = ipv4_prefix_order, .slots = 11},
     {.order = ipv6_prefix_order, .slots = 11, .lenient = true},
     {.order = te_policy_order, .slots = 15, .lenient = true},
-    {.order = srv6_sid_order, .slots = 11, .lenient = true},
+    {.order = srv6_sid_order, .slots = 11, .lenient = true}, // (10)
 };
 
 const RouteTypeScript &script_of(u32 route_type)

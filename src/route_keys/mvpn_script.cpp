@@ -13,6 +13,7 @@
 ///  (4) Reading goes originators (the second first), source, group, AS number (its notation first).
 ///  (5) Reading, an address type other than 0 and 1 leaves the address unread and zero.
 ///  (6) SYSDT_NGPrefix2LuaGet stands in no table, and does not look at "bolType".
+///  (7) Writing, the tables of sub-kinds 3 to 7 are made for fewer fields than they hold.
 #include "bol_prefix/bol_row.hpp"
 #include "common/bytes.hpp"
 #include "route_keys/mvpn.hpp"
@@ -117,7 +118,7 @@ u32 set_key(const Kind &kind, void *state, i32 parent, const char *name, u32 len
     if (length < SYSDT_BOL_SIZE)
         return SYSDT_ERR_PARAM;
     parent = script::absolute(state, parent);
-    const auto table = script::Table::create(state, 0, kind.slots);
+    const auto table = script::Table::create(state, 0, kind.slots); // (7)
     TableWriter(state, table, kind, static_cast<const u8 *>(data)).write();
     SYSDT_SPTI_SetField(state, parent, name);
     return SYSDT_OK;
