@@ -226,6 +226,9 @@ TEST_F(BgpLsTest, AGroupIsCutOutOfItsBrackets)
     for (const char *text : {"", "abc]", "a[bc]", "]", "[", "[abc", "[a[b]", "[[abc]", "[a[]"}) {
         EXPECT_EQ(SYSDT_ERR_FAIL, result(text, 8, "")) << text;
     }
+    for (const std::size_t unclosed : {std::size_t{1} << 8, std::size_t{1} << 16}) {
+        EXPECT_EQ(SYSDT_ERR_FAIL, result("[" + std::string(unclosed, '[') + "]", 70000, "")) << unclosed;
+    }
     // The group needs its NUL and one byte more.
     EXPECT_EQ(SYSDT_OK, result("[]", 2, ""));
     EXPECT_EQ(SYSDT_ERR_FAIL, result("[]", 1, ""));
