@@ -145,7 +145,7 @@ private:
     void print_random()
     {
         place_ = "random value";
-        Random random(4711);
+        Random random(seed());
         for (std::size_t i = 0; i < std::max<std::size_t>(random_values / share(), 1); ++i) {
             Bytes bytes = values_[random() % values_.size()];
             change(bytes, random);
@@ -606,7 +606,7 @@ TEST_F(Printers, FillBuffersOfEverySize)
 {
     const Vectors vectors = read_vector_folder(vectors_folder());
     const auto known = known_values(host_, vectors);
-    Random random(4711);
+    Random random(seed());
     for (const Exported &row : exports) {
         auto *function = host_.symbol(row.name);
         ASSERT_NE(nullptr, function) << row.name;

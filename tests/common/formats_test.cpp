@@ -236,7 +236,7 @@ constexpr std::size_t shapes_of_each = 200000;
 template <FixedString Format>
 void compare_scans(const Texts &texts)
 {
-    Random random(4711);
+    Random random(test::seed());
     for (std::size_t i = 0; i < shapes_of_each / share(); ++i) {
         std::string text = text_of_shape<Format>(random);
         mutate(text, random);
@@ -305,7 +305,7 @@ constexpr std::size_t prints_of_each = 50000;
 template <FixedString Format>
 void compare_prints(const Texts &)
 {
-    Random random(4711);
+    Random random(test::seed());
     for (std::size_t i = 0; i < prints_of_each / share(); ++i) {
         ASSERT_NO_FATAL_FAILURE(compare_print<Format>(random, std::make_index_sequence<count_conversions<Format>()>()));
     }

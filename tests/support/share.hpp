@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// How much of a sweep is done. Under the sanitizers and an emulator it takes many times as long, so that there only
-/// every n-th case is tried; BGPDT_TEST_SHARE=n chooses another n, 1 all of them.
+/// every n-th case is tried; BGPDT_TEST_SHARE=n chooses another n, 1 all of them. Which these are, and what random cases
+/// are made of, changes by the day: BGPDT_TEST_SEED=n repeats a run that said so.
 #ifndef BGPDT_TESTS_SHARE_HPP
 #define BGPDT_TESTS_SHARE_HPP
 
 #include <cstddef>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <string>
 
 #include "address_sanitizer.hpp"
@@ -30,15 +34,29 @@ inline std::size_t share()
     return every == 0 ? 1 : every;
 }
 
+/// The number of the day, unless told; printed when it is first asked for.
+inline std::uint32_t seed()
+{
+    static const std::uint32_t chosen = [] {
+        constexpr std::time_t day = 24 * 60 * 60;
+        const std::string today = std::to_string(std::time(nullptr) / day);
+        const std::string number = setting("BGPDT_TEST_SEED", today.c_str());
+        std::printf("BGPDT_TEST_SEED=%s repeats this run\n", number.c_str());
+        std::fflush(stdout);
+        return static_cast<std::uint32_t>(std::strtoul(number.c_str(), nullptr, 10));
+    }();
+    return chosen;
+}
+
 /// Says of one case after the other whether it is tried.
 class Turns {
 public:
-    explicit Turns(std::size_t every = share()) : every_(every) {}
+    explicit Turns(std::size_t every = share()) : every_(every), turn_(seed() % every) {}
     bool next() { return turn_++ % every_ == 0; }
 
 private:
     std::size_t every_;
-    std::size_t turn_ = 0;
+    std::size_t turn_;
 };
 
 } // namespace bgpdt::test
