@@ -159,8 +159,8 @@ namespace {
 void expect_sound(const Case &input, const Answer &parsed)
 {
     const Subject &subject = input.subject;
-    const Trial value{input.mode, {}, parsed.delivered};
-    if (subject.check != nullptr && promised(Property::check, subject, value)) {
+    const Trial value{subject, input.mode, {}, parsed.delivered};
+    if (subject.check != nullptr && promised(Property::check, value)) {
         require(subject.check(parsed.delivered.data(), 0, parsed.length, parsed.delivered.data()) == SYSDT_OK,
                 "Check takes what FormatIn delivers");
     }
@@ -169,8 +169,8 @@ void expect_sound(const Case &input, const Answer &parsed)
         return;
     }
     const Answer printed = print(subject, parsed.delivered, parsed.length, input.mode, false);
-    const Trial shown{input.mode, printed.text(), parsed.delivered};
-    if (!promised(Property::reprint, subject, shown)) {
+    const Trial shown{subject, input.mode, printed.text(), parsed.delivered};
+    if (!promised(Property::reprint, shown)) {
         return;
     }
     require(printed.ok(), "a parsed value prints");
@@ -343,7 +343,7 @@ void expect_same_text(const Case &input, const Answer &printed)
         return;
     }
     const Answer parsed = parse(subject, printed.text(), input.mode);
-    if (!parsed.ok() || !promised(Property::retext, subject, {input.mode, printed.text(), parsed.delivered})) {
+    if (!parsed.ok() || !promised(Property::retext, {subject, input.mode, printed.text(), parsed.delivered})) {
         return;
     }
     const Answer again = print(subject, parsed.delivered, parsed.length, input.mode, false);

@@ -22,13 +22,14 @@ enum class Property : std::uint8_t {
 };
 
 struct Trial {
+    const test::Subject &subject;
     std::uint8_t mode = 2;
     std::string_view text{};
     std::span<const std::uint8_t> value{};
 };
 
-/// Whether the property holds for the subject, as far as is promised.
-bool promised(Property property, const test::Subject &subject, const Trial &trial);
+/// Whether the property holds, as far as is promised.
+bool promised(Property property, const Trial &trial);
 
 } // namespace bgpdt::fuzzing
 

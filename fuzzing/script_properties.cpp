@@ -163,7 +163,7 @@ bool seen_alike(const Subject &subject, Bytes first, Bytes second)
 
 void expect_reget(lua_State *lua, const Subject &subject, Bytes value, std::uint8_t mode)
 {
-    if (subject.lua_set == nullptr || !promised(Property::reget, subject, {mode, {}, value})) {
+    if (subject.lua_set == nullptr || !promised(Property::reget, {subject, mode, {}, value})) {
         return;
     }
     const Reread again = set_and_get(lua, subject, value);
@@ -187,7 +187,7 @@ void set_properties(lua_State *lua, const Case &input, const std::uint8_t *value
     std::uint8_t *const buffer = cleared(size);
     const std::uint32_t read = get(lua, subject, buffer, size, input.has(relative_index));
     require(is_status_of(subject, read), "LuaGet answers a documented status");
-    if (promised(Property::seen, subject, {input.mode, {}, input.payload})) {
+    if (promised(Property::seen, {subject, input.mode, {}, input.payload})) {
         require(read == SYSDT_OK, "what is stored in a script's table is read again");
         require(seen_alike(subject, input.payload, {buffer, size}),
                 "what is stored in a script's table and read from it is the same");

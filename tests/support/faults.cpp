@@ -40,12 +40,12 @@ void inject_by_verb(const Line &line, const Subject &subject, Report &report, Fa
     case Verb::get:
     case Verb::noget: return inject_into_script(line, subject, report, count);
     case Verb::fn: return inject_into_function(line, subject, report, count);
+    case Verb::tables: // the lines of set tell what becomes of a LuaSet
     case Verb::skip:
     case Verb::nohelp:
     case Verb::check:
     case Verb::cmp:
-    case Verb::swap: return;   // these ask the host for nothing
-    case Verb::tables: return; // lines of set tell what becomes of a LuaSet
+    case Verb::swap: return; // these ask the host for nothing
     }
 }
 
