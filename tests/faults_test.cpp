@@ -95,6 +95,6 @@ int main(int argc, char **argv)
     testing::InitGoogleTest(&argc, argv);
     const int failed = RUN_ALL_TESTS();
     const bgpdt::test::FaultCount &count = bgpdt::test::all_faults;
-    std::printf("%zu faults injected, %zu handled, %zu leaked\n", count.injected, count.handled, count.leaked);
+    std::printf("proved: %zu faults injected, %zu handled, %zu leaked\n", count.injected, count.handled, count.leaked);
     return failed;
 }

@@ -414,6 +414,6 @@ int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const int failed = RUN_ALL_TESTS();
-    std::printf("%zu mistakes made\n", bgpdt::test::mistakes_made);
+    std::printf("proved: %zu mistakes of callers answered as they should be\n", bgpdt::test::mistakes_made);
     return failed;
 }

@@ -4,6 +4,7 @@
 /// through all vector lines with contexts and a script state of its own, and gets the answers that the lines tell.
 #include <algorithm>
 #include <barrier>
+#include <cstdio>
 #include <iterator>
 #include <string>
 #include <thread>
@@ -63,6 +64,7 @@ TEST(Threads, GetTheAnswersOfTheVectors)
     ASSERT_EQ(std::vector<std::string>{}, vectors.errors);
     const std::vector<Question> questions = questions_about(host, vectors);
     ASSERT_LT(1000U, questions.size());
+    std::printf("proved: %zu threads ask %zu questions each\n", thread_count, questions.size());
     std::vector<std::string> wrong[thread_count];
     std::barrier start(thread_count);
     {

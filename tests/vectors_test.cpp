@@ -144,7 +144,7 @@ int run(int argc, char **argv)
     const Vectors vectors = read_vector_folder(vectors_folder());
     register_lines(host, vectors);
     const int failed = RUN_ALL_TESTS();
-    std::printf("%zu vector lines of %zu files\n", vectors.lines.size(), vectors.files);
+    std::printf("proved: %zu vector lines of %zu files\n", vectors.lines.size(), vectors.files);
     // A filter may have left out the test that says so.
     if (failed == 0 && (!vectors.errors.empty() || vectors.lines.empty())) {
         throw std::runtime_error(vectors.errors.empty() ? vectors_folder() + " holds no vectors" : vectors.errors[0]);

@@ -488,7 +488,7 @@ TEST(Formats, ScanAsSscanfDoes)
     for (const Row &row : scans) {
         row.compare({texts.begin(), texts.end()});
     }
-    std::printf("%zu scans by %zu formats compared where C defines the result, %zu refused where it does not\n",
+    std::printf("proved: %zu scans by %zu formats compared where C defines the result, %zu refused where it does not\n",
                 tally.defined, std::size(scans), tally.undefined);
     EXPECT_LT(1000000U / share(), tally.defined);
     EXPECT_LT(100000U / share(), tally.undefined);
@@ -499,7 +499,8 @@ TEST(Formats, PrintAsSnprintfDoes)
     for (const Row &row : prints) {
         row.compare({});
     }
-    std::printf("%zu prints by %zu formats compared, %zu of them cut\n", tally.printed, std::size(prints), tally.cut);
+    std::printf("proved: %zu prints by %zu formats compared, %zu of them cut\n", tally.printed, std::size(prints),
+                tally.cut);
     EXPECT_LT(1000000U / share(), tally.printed);
     EXPECT_LT(100000U / share(), tally.cut);
 }

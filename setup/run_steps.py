@@ -1,0 +1,276 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""Runs the steps of ./test, two side by side, and tells on one screen what each proved.
+
+What passed for the same files is not run again. Each step's output goes to build/steps/STEP.log."""
+
+import argparse
+import hashlib
+import os
+import re
+import subprocess
+import sys
+import threading
+import time
+import xml.etree.ElementTree
+from dataclasses import dataclass, field
+from pathlib import Path
+
+TOP = Path(__file__).resolve().parent.parent
+LOGS = TOP / "build" / "steps"
+LANES = 2  # while one step links or waits for its last test, the other has the processors
+SHOWN_LINES = 40
+
+
+@dataclass(frozen=True)
+class Step:
+    """One row of the table below; `builds` are presets, each perhaps with the one target that is needed."""
+
+    name: str
+    about: str
+    builds: tuple[str, ...] = ()
+
+
+# The longest first, so that none of them is left alone at the end.
+STEPS = (
+    Step("ppc", "the suite as a 32-bit big-endian build under qemu, and the limits of its footprint", ("ppc",)),
+    Step("release", "the suite natively", ("release",)),
+    Step("sanitize", "the vectors under ASan and UBSan", ("asan bgpdt_vectors_test",)),
+    Step("style", "formatting and licence lines"),
+    Step("asan", "the suite under ASan and UBSan", ("asan",)),
+    Step("tidy", "clang-tidy over the sources, its analyzer over the plug-in and the host", ("release",)),
+    Step("valgrind", "the vectors under memcheck", ("release",)),
+    Step("i686", "the suite as a 32-bit little-endian build", ("i686",)),
+    Step("fuzz", "half a minute of fuzzing"),
+    Step("sweeps", "every case of the sweeps that other steps thin out", ("release",)),
+    Step("coverage", "what the suite reaches of the plug-in", ("release", "coverage")),
+    Step("tsan", "every vector line from eight threads at once, under TSan", ("tsan bgpdt_threads_test",)),
+    Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
+    Step("size", "(only when named) prints the footprint on the target", ("ppc",)),
+)
+QUICK = ("style", "release", "ppc", "sanitize")
+ALL = tuple(step.name for step in STEPS if step.name not in ("sanitize", "size"))  # asan has the vectors too
+
+
+@dataclass
+class Job:
+    """A step, or a build that steps need."""
+
+    name: str
+    command: list[str]
+    needs: list["Job"] = field(default_factory=list)
+    state: str = "waiting"  # running, passed, failed, left out, kept
+    seconds: float = 0
+    proved: list[str] = field(default_factory=list)
+
+    @property
+    def log(self) -> Path:
+        return LOGS / (self.name.replace(" ", "-") + ".log")
+
+    @property
+    def is_build(self) -> bool:
+        return self.name.startswith("build ")
+
+    def over(self) -> bool:
+        return self.state not in ("waiting", "running")
+
+
+def tree_hash() -> str:
+    """Of all files of the project, and of what the environment says to the tests."""
+    total = hashlib.sha256()
+    for folder, folders, files in os.walk(TOP):
+        folders[:] = sorted(f for f in folders if f not in (".git", "build", "__pycache__"))
+        for name in sorted(files):
+            path = Path(folder, name)
+            total.update(str(path.relative_to(TOP)).encode() + b"\0")
+            total.update(hashlib.sha256(path.read_bytes()).digest())
+    for name, value in sorted(os.environ.items()):
+        if name.startswith("BGPDT_"):
+            total.update(f"{name}={value}\0".encode())
+    return total.hexdigest()
+
+
+def jobs_for(names: list[str]) -> list[Job]:
+    builds: dict[str, Job] = {}
+    step_script = str(TOP / "setup" / "step.sh")
+
+    def build_job(build: str) -> Job:
+        if build not in builds:
+            builds[build] = Job(f"build {build}", [step_script, "build", *build.split()])
+        return builds[build]
+
+    steps = [
+        Job(step.name, [step_script, step.name], [build_job(build) for build in step.builds])
+        for step in STEPS
+        if step.name in names
+    ]
+    return [*builds.values(), *steps]
+
+
+def stamp(job: Job) -> Path:
+    return LOGS / f"{job.name}.passed"
+
+
+def keep_passed(jobs: list[Job], tree: str) -> list[Job]:
+    """Marks what passed before, and drops the builds that nothing needs then."""
+    for job in jobs:
+        if not job.is_build and stamp(job).is_file() and stamp(job).read_text() == tree:
+            job.state = "kept"
+    needed = [build for job in jobs if job.state == "waiting" for build in job.needs]
+    return [job for job in jobs if not job.is_build or job in needed]
+
+
+class Runner:
+    def __init__(self, jobs: list[Job], verbose: bool) -> None:
+        self.jobs = jobs
+        self.verbose = verbose
+        self.changed = threading.Condition()
+        self.began = time.monotonic()
+        self.on_terminal = sys.stderr.isatty() and not verbose
+
+    def run(self) -> None:
+        with self.changed:
+            while not all(job.over() for job in self.jobs):
+                for job in self.jobs:
+                    self.start_or_leave(job)
+                self.show_progress()
+                self.changed.wait(1 if self.on_terminal else None)
+        self.clear_progress()
+
+    def start_or_leave(self, job: Job) -> None:
+        if job.state != "waiting":
+            return
+        if any(need.state in ("failed", "left out") for need in job.needs):
+            job.state = "left out"
+            return
+        running = [other for other in self.jobs if other.state == "running"]
+        folder_busy = job.is_build and any(other.command[:3] == job.command[:3] for other in running)
+        if len(running) < LANES and not folder_busy and all(need.over() for need in job.needs):
+            job.state = "running"
+            threading.Thread(target=self.run_job, args=(job,)).start()
+
+    def run_job(self, job: Job) -> None:
+        began = time.monotonic()
+        with open(job.log, "wb") as log:
+            status = subprocess.call(job.command, stdout=log, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
+        with self.changed:
+            job.seconds = time.monotonic() - began
+            job.state = "passed" if status == 0 else "failed"
+            self.tell(job)
+            self.changed.notify()
+
+    def tell(self, job: Job) -> None:
+        self.clear_progress()
+        say(f"{job.state} {job.name}, {duration(job.seconds)}")
+        if self.verbose or job.state == "failed":
+            lines = job.log.read_text(errors="replace").splitlines()
+            for line in lines if self.verbose else lines[-SHOWN_LINES:]:
+                say("    " + line)
+        if job.state == "failed":
+            say(f"    the whole: {job.log.relative_to(TOP)}; again: {again(job)}")
+
+    def show_progress(self) -> None:
+        if self.on_terminal:
+            done = sum(job.over() for job in self.jobs)
+            running = ", ".join(job.name for job in self.jobs if job.state == "running")
+            line = f"{duration(time.monotonic() - self.began)}, {done} of {len(self.jobs)} done, now {running}"
+            print("\r\033[K" + line[: os.get_terminal_size(2).columns - 1], end="", file=sys.stderr, flush=True)
+
+    def clear_progress(self) -> None:
+        if self.on_terminal:
+            print("\r\033[K", end="", file=sys.stderr, flush=True)
+
+
+def say(text: str) -> None:
+    print(text, file=sys.stderr, flush=True)
+
+
+def again(job: Job) -> str:
+    return "setup/step.sh " + job.name if job.is_build else f"./test --fresh {job.name}"
+
+
+def duration(seconds: float) -> str:
+    return f"{seconds // 60:.0f} min {seconds % 60:02.0f} s" if seconds >= 60 else f"{seconds:.0f} s"
+
+
+def results_of(job: Job) -> list[xml.etree.ElementTree.Element]:
+    """The tests that the step ran."""
+    files = sorted(TOP.glob(f"build/*/results-{job.name}.xml"))
+    return [case for file in files for case in xml.etree.ElementTree.parse(file).getroot().iter("testcase")]
+
+
+def collect_proofs(job: Job) -> None:
+    """What the step's output and that of its tests tell behind "proved:"."""
+    cases = results_of(job)
+    texts = [job.log.read_text(errors="replace"), *(case.findtext("system-out") or "" for case in cases)]
+    told = [match for text in texts for match in re.findall(r"^proved: (.*)", text, re.MULTILINE)]
+    job.proved = ([f"{len(cases)} tests"] if cases else []) + list(dict.fromkeys(told))
+
+
+def slowest_tests(jobs: list[Job]) -> list[str]:
+    times = [(float(case.get("time", 0)), f"{case.get('name')} ({job.name})") for job in jobs for case in results_of(job)]
+    return [f"{name} {seconds:.0f} s" for seconds, name in sorted(times, reverse=True)[:5]]
+
+
+def print_summary(jobs: list[Job], seconds: float) -> None:
+    width = max(len(job.name) for job in jobs)
+    for job in jobs:
+        what = job.proved if job.state == "passed" else [f"passed before for the same files" if job.state == "kept" else job.state]
+        time_told = "" if job.state in ("kept", "left out") else duration(job.seconds)
+        for i, line in enumerate(what or [""]):
+            print(f"{job.name if i == 0 else '':{width}}  {time_told if i == 0 else '':>11}  {line}".rstrip())
+    slowest = slowest_tests([job for job in jobs if job.state == "passed"])
+    if slowest:
+        print("slowest tests: " + ", ".join(slowest))
+    for job in jobs:
+        if job.state == "failed":
+            print(f"failed: {job.name}; again: {again(job)}; its output: {job.log.relative_to(TOP)}")
+    steps = [job for job in jobs if not job.is_build]
+    failed = [job for job in jobs if job.state == "failed"]
+    kept = sum(job.state == "kept" for job in steps)
+    verdict = f"{sum(job.state in ('passed', 'kept') for job in steps)} passed, {len(failed)} failed"
+    left_out = sum(job.state == "left out" for job in steps)
+    print(f"in {duration(seconds)}" + (f"; {kept} passed before, ./test --fresh runs them again" if kept else ""))
+    print(verdict + (f", {left_out} skipped" if left_out else ""))
+
+
+def parse_arguments() -> argparse.Namespace:
+    steps = "\n".join(f"  {step.name:9} {'*' if step.name in QUICK else ' '} {step.about}" for step in STEPS)
+    parser = argparse.ArgumentParser(
+        prog="./test",
+        formatter_class=argparse.RawDescriptionHelpFormatter,
+        description="Runs the steps marked * if none is named; all that there are for 'all'.",
+        epilog="steps:\n" + steps,
+    )
+    parser.add_argument("steps", nargs="*", metavar="STEP")
+    parser.add_argument("--fresh", action="store_true", help="run again what passed for the same files")
+    parser.add_argument("--verbose", action="store_true", help="print the whole output of each step")
+    options = parser.parse_args()
+    known = [step.name for step in STEPS] + ["all"]
+    for name in options.steps:
+        if name not in known:
+            parser.error(f"there is no step {name!r}; the steps are {', '.join(known)}")
+    return options
+
+
+def main() -> int:
+    options = parse_arguments()
+    LOGS.mkdir(parents=True, exist_ok=True)
+    names = [name for given in options.steps or QUICK for name in (ALL if given == "all" else (given,))]
+    tree = tree_hash()
+    jobs = jobs_for(names)
+    if not options.fresh:
+        jobs = keep_passed(jobs, tree)
+    began = time.monotonic()
+    Runner(jobs, options.verbose).run()
+    for job in jobs:
+        if job.state == "passed":
+            collect_proofs(job)
+            if not job.is_build:
+                stamp(job).write_text(tree)
+    print_summary(jobs, time.monotonic() - began)
+    return 0 if all(job.state in ("passed", "kept") for job in jobs) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())

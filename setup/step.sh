@@ -1,0 +1,66 @@
+#!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
+# step.sh STEP: one step of ./test, whose builds are there. "step.sh build PRESET [TARGET]" makes such a build. A line
+# "proved: ..." tells what came out.
+set -eu
+top=$(CDPATH='' cd -- "$(dirname -- "$0")/.." && pwd)
+. "$top/setup/setup.sh"
+jobs=$(nproc)
+
+# run_tests PRESET [OPTION...]: the limit is for what hangs; a busy machine stays far below it. Results go to a file
+# beside the build, for the summary.
+run_tests() {
+    tests=$top/build/$1
+    shift
+    rm -f "$tests/results-$step.xml"
+    ctest --test-dir "$tests" --output-on-failure --test-output-size-passed 65536 -j "$jobs" --timeout 3600 \
+        --output-junit "results-$step.xml" "$@"
+}
+
+# answers PRESET [EMULATOR...]: the answers of that build, beside it
+answers() {
+    preset=$1
+    shift
+    "$@" "$top/build/$preset/tests/bgpdt_answers" >"$top/build/$preset/answers.txt"
+}
+
+# same_answers PRESET: as those of the release build
+same_answers() {
+    cmp "$top/build/release/answers.txt" "$top/build/$1/answers.txt" || {
+        diff "$top/build/release/answers.txt" "$top/build/$1/answers.txt" | head -n 20
+        fail "the $1 build answers differently"
+    }
+}
+
+step=$1
+case $step in
+build)
+    preset=$2
+    case $preset in
+    ppc) "$top/setup/cross_lua.sh" powerpc-linux-gnu "$top/build/powerpc-lua" ;;
+    i686) "$top/setup/cross_lua.sh" i686-linux-gnu "$top/build/i686-lua" ;;
+    esac
+    configure "$preset"
+    shift 2
+    build "$preset" "$@"
+    ;;
+style) "$top/setup/check_style.sh" ;;
+tidy) "$top/setup/check_tidy.sh" "$top/build/release" ;;
+release | asan | i686 | ppc) run_tests "$step" -E '^valgrind' ;;
+sanitize) run_tests asan -R '^vectors$' ;;
+tsan) run_tests tsan -R '^threads$' ;;
+valgrind) run_tests release -R '^valgrind' ;;
+sweeps) BGPDT_TEST_SHARE=1 run_tests release -R '^(sweep|printers|formats)$' ;;
+answers)
+    answers release
+    answers i686 /usr/i686-linux-gnu/lib/ld-linux.so.2 --library-path /usr/i686-linux-gnu/lib
+    answers ppc qemu-ppc -L /usr/powerpc-linux-gnu
+    same_answers i686
+    same_answers ppc
+    echo "proved: $(wc -l <"$top/build/release/answers.txt") answers are the same on all three processors"
+    ;;
+coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
+fuzz) "$top/fuzz" 30 ;;
+size) run_tests ppc -R '^footprint$' --verbose ;;
+*) fail "there is no step $step" ;;
+esac
