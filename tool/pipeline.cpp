@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "errors.hpp"
+#include "shown_text.hpp"
 
 namespace bgpdt::tool {
 namespace {
@@ -178,7 +179,8 @@ void Report::take(const Block &block, const Results &results)
             break;
         }
         clear_progress();
-        say(input_.name(file_) + ":" + std::to_string(line_ + refused.line + 1) + ": " + refused.sentence + "\n");
+        say(shown(input_.name(file_) + ":" + std::to_string(line_ + refused.line + 1) + ": " + refused.sentence) +
+            "\n");
         ++told_;
     }
     refused_ += results.refused;
