@@ -168,7 +168,8 @@ void declare(CLI::App &app, Options &options)
                "Conversion mode; without it the one in which text goes both ways");
     app.add_option("--from", options.from, "Format of the input: text, hex, json or binary")->type_name("FORMAT");
     app.add_option("--to", options.to, "Format of the output: hex, text, json or binary")->type_name("FORMAT");
-    app.add_option("-o,--output", options.output, "Where the output goes; without it standard output")
+    app.add_option("-o,--output", options.output,
+                   "Where the output goes, when all of it is there; without it standard output")
         ->type_name("FILE")
         ->check(named_file());
     app.add_option("--in", options.in, "Reads the lines of the file; any number of them")
