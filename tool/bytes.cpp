@@ -6,6 +6,7 @@
 
 #include "bgp_datatype/fields.hpp"
 #include "errors.hpp"
+#include "shown_text.hpp"
 
 namespace bgpdt::tool {
 namespace {
@@ -25,6 +26,11 @@ bool is_separator(char c) { return c == ' ' || c == '\t' || c == '\n' || c == ':
     throw Refusal("the bytes are not hexadecimal at character " + std::to_string(position + 1) + ": " + reason +
                   "; bytes are written as two digits each, as in 0x0000fbf0; blanks, ':', '_' and '-' may stand "
                   "between them");
+}
+
+[[noreturn]] void refuse_digit(std::string_view text, std::size_t position)
+{
+    refuse_hex(position, "'" + shown_character(text, position) + "' is no digit");
 }
 
 /// Turns between the two byte orders, `order` being the one that the value is in.
@@ -53,14 +59,14 @@ Bytes from_hex(std::string_view text)
         }
         const int high = digit_value(text[at]);
         if (high < 0) {
-            refuse_hex(at, "'" + std::string(1, text[at]) + "' is no digit");
+            refuse_digit(text, at);
         }
         if (at + 1 == text.size() || is_separator(text[at + 1])) {
             refuse_hex(at, "a byte has one digit only");
         }
         const int low = digit_value(text[at + 1]);
         if (low < 0) {
-            refuse_hex(at + 1, "'" + std::string(1, text[at + 1]) + "' is no digit");
+            refuse_digit(text, at + 1);
         }
         bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
         at += 2;

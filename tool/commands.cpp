@@ -486,6 +486,10 @@ void require_stream_options(const Command &command, const Options &options)
                                             : " is for the lines of the input, and a value is given"));
         }
     }
+    if (many && command.run != nullptr && options.arguments.size() > 1 && !options.in.empty()) {
+        throw UsageError(
+            "'-' is standard input and --in names what is read instead; --in - reads it beside other files");
+    }
 }
 
 } // namespace

@@ -61,6 +61,12 @@ private:
     std::optional<Diagnosis> diagnosis_;
 };
 
+/// A script that ends with an error; the sentence goes on with the lines of its traceback.
+class ScriptError : public Refusal {
+public:
+    using Refusal::Refusal;
+};
+
 } // namespace bgpdt::tool
 
 #endif

@@ -309,7 +309,7 @@ void run_script(Session &session, const std::string &file, std::span<const std::
     }
     pass_arguments(lua, file, arguments);
     if (lua_pcall(lua, static_cast<int>(arguments.size()), 0, 1) != LUA_OK) {
-        throw Refusal(lua_tostring(lua, -1));
+        throw ScriptError(lua_tostring(lua, -1));
     }
 }
 

@@ -85,6 +85,13 @@ ordered_json details(const Refusal &refusal)
     return members;
 }
 
+/// What went wrong; texts of any content stand in it.
+std::string sentence(const std::exception &error)
+{
+    const bool of_script = dynamic_cast<const ScriptError *>(&error) != nullptr;
+    return of_script ? shown_lines(error.what()) : shown(error.what());
+}
+
 /// The place of what is wrong, what is taken instead, and the forms.
 std::string more_lines(const Refusal &refusal)
 {
@@ -109,7 +116,7 @@ int fail(bool json, const std::exception &error, Exit exit)
     const auto *refusal = dynamic_cast<const Refusal *>(&error);
     try {
         if (json) {
-            ordered_json answer = {{"error", error.what()}, {"exit", exit}};
+            ordered_json answer = {{"error", sentence(error)}, {"exit", exit}};
             answer.update(refusal != nullptr ? details(*refusal) : ordered_json::object());
             deliver(json_text(answer) + "\n");
             return exit;
@@ -118,7 +125,7 @@ int fail(bool json, const std::exception &error, Exit exit)
         std::cerr << "bgpdt: " << unwritten.what() << '\n';
         exit = exit_usage;
     }
-    std::cerr << "bgpdt: " << error.what() << '\n' << (refusal != nullptr ? more_lines(*refusal) : "");
+    std::cerr << "bgpdt: " << sentence(error) << '\n' << (refusal != nullptr ? more_lines(*refusal) : "");
     return exit;
 }
 

@@ -2,6 +2,8 @@
 #include "options.hpp"
 
 #include <algorithm>
+#include <charconv>
+#include <limits>
 #include <span>
 
 #include <CLI/CLI.hpp>
@@ -76,6 +78,77 @@ std::string help_page(const CLI::App &app, const Command &command)
            notes_for(&command);
 }
 
+constexpr std::uint64_t largest_number = std::numeric_limits<std::uint64_t>::max();
+
+/// The number whose decimal digits begin the text, and what stands behind them; nothing if there is none.
+std::optional<std::uint64_t> take_number(std::string_view &text)
+{
+    std::uint64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return error == std::errc() ? std::optional(number) : std::nullopt;
+}
+
+/// How often the unit, as in "64M" or "64 MiB", doubles a byte; nothing if it is none.
+std::optional<unsigned> doublings(std::string_view unit)
+{
+    constexpr std::string_view letters = "kmgtpe";
+    const std::string small = lower(unit.substr(std::min(unit.find_first_not_of(' '), unit.size())));
+    if (small.empty() || small == "b") {
+        return 0;
+    }
+    const std::size_t letter = letters.find(small.front());
+    const std::string rest = small.substr(1);
+    const bool known = letter != std::string_view::npos && (rest.empty() || rest == "b" || rest == "ib");
+    return known ? std::optional(10 * (static_cast<unsigned>(letter) + 1)) : std::nullopt;
+}
+
+/// Nothing for what is no size of one byte or more.
+std::optional<std::uint64_t> read_size(std::string_view text)
+{
+    const std::optional<std::uint64_t> number = take_number(text);
+    const std::optional<unsigned> shift = doublings(text);
+    const bool fits = number && shift && *number != 0 && *number <= largest_number >> *shift;
+    return fits ? std::optional(*number << *shift) : std::nullopt;
+}
+
+/// Declares an option with a value that is read into the target.
+/// @param read  gives nothing for what is none
+/// @param what  what is taken
+template <class Target, class Read>
+CLI::Option *add_value(CLI::App &app, const std::string &names, Target &target, Read read, const std::string &what,
+                       const std::string &description)
+{
+    const std::string name = names.substr(names.find("--"));
+    return app.add_option_function<std::string>(
+        names,
+        [=, &target](const std::string &text) {
+            const auto value = read(text);
+            if (!value) {
+                throw UsageError(name + " takes " + what + ", not " + (text.empty() ? "nothing" : text));
+            }
+            target = *value;
+        },
+        description);
+}
+
+/// Declares an option with a value from 0 to the largest.
+template <class Target, class Number>
+void add_number(CLI::App &app, const std::string &names, Target &target, Number largest, const char *description)
+{
+    const auto read = [largest](std::string_view text) -> std::optional<Number> {
+        const std::optional<std::uint64_t> number = take_number(text);
+        const bool fits = number && text.empty() && *number <= largest;
+        return fits ? std::optional(static_cast<Number>(*number)) : std::nullopt;
+    };
+    add_value(app, names, target, read, "a number from 0 to " + std::to_string(largest), description)->type_name("N");
+}
+
+CLI::Validator named_file()
+{
+    return {[](const std::string &name) { return name.empty() ? "the name of the file is empty" : std::string(); }, ""};
+}
+
 void declare(CLI::App &app, Options &options)
 {
     app.allow_extras();
@@ -91,35 +164,41 @@ void declare(CLI::App &app, Options &options)
     app.add_option("--value", options.values, "ATTRIDBITMAP: fills the template's next placeholder; any number of them")
         ->type_name("KIND=VALUE")
         ->allow_extra_args(false);
-    app.add_option("--mode", options.mode, "Conversion mode; without it the one in which text goes both ways")
-        ->type_name("N")
-        ->check(CLI::Range(0, 255).description(""));
+    add_number(app, "--mode", options.mode, std::uint8_t{255},
+               "Conversion mode; without it the one in which text goes both ways");
     app.add_option("--from", options.from, "Format of the input: text, hex, json or binary")->type_name("FORMAT");
     app.add_option("--to", options.to, "Format of the output: hex, text, json or binary")->type_name("FORMAT");
-    app.add_option("-o,--output", options.output, "Where the output goes; without it standard output")
-        ->type_name("FILE");
+    app.add_option("-o,--output", options.output,
+                   "Where the output goes, when all of it is there; without it standard output")
+        ->type_name("FILE")
+        ->check(named_file());
     app.add_option("--in", options.in, "Reads the lines of the file; any number of them")
         ->type_name("FILE")
+        ->check(named_file())
         ->allow_extra_args(false);
-    app.add_option("-j,--jobs", options.threads, "Works in N threads; 0 is one for each processor")
-        ->type_name("N")
-        ->check(CLI::Range(0, 256).description(""));
-    app.add_option("--rejects", options.rejects, "Where refused lines go, as they are")->type_name("FILE");
-    app.add_option("--show", options.show, "Tells of the first N refused lines; without it of 10")->type_name("N");
+    add_number(app, "-j,--jobs", options.threads, 256U, "Works in N threads; 0 is one for each processor");
+    app.add_option("--rejects", options.rejects, "Where refused lines go, as they are")
+        ->type_name("FILE")
+        ->check(named_file());
+    add_number(app, "--show", options.show, largest_number, "Tells of the first N refused lines; without it of 10");
     app.add_flag("--quiet", options.quiet, "Tells of no refused line");
     app.add_flag("--summary", options.summary, "Says at the end how many lines there were and how many were refused");
-    app.add_option("--memory", options.memory, "Sorts in that much memory, as in 64M, the rest in temporary files")
-        ->type_name("SIZE")
-        ->transform(CLI::AsSizeValue(false).description(""));
+    add_value(app, "--memory", options.memory, read_size,
+              "1 to " + std::to_string(largest_number) + " bytes, or their K, M, G, T, P or E, as in 64M",
+              "Sorts in that much memory, as in 64M, the rest in temporary files")
+        ->type_name("SIZE");
     app.add_flag("--unique", options.unique, "Of equal values the first alone");
     app.add_option("--color", options.color, "Colours: auto (on a terminal, unless NO_COLOR is set), always or never")
         ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
     app.add_flag("--html", options.html, "A page for a browser");
-    app.add_option("--names", options.names, "Names behind the indexes: lines of INDEX NAME")->type_name("FILE");
+    app.add_option("--names", options.names, "Names behind the indexes: lines of INDEX NAME")
+        ->type_name("FILE")
+        ->check(named_file());
     app.add_option("--plugin", options.plugin,
                    "The plug-in; else $BGPDT_PLUGIN, else beside bgpdt, in ../lib or ../src")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(named_file());
 }
 
 /// Takes the arguments out of what is no known option. A single '-' may begin a text; a long option must be known.

@@ -7,9 +7,11 @@
 #include <condition_variable>
 #include <exception>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 #include "errors.hpp"
+#include "shown_text.hpp"
 
 namespace bgpdt::tool {
 namespace {
@@ -138,16 +140,26 @@ Report::Report(const Options &options, const Input &input, Output *output, const
     }
     const bool seen = isatty(STDERR_FILENO) != 0 && (output == nullptr || isatty(output->descriptor()) == 0);
     size_ = seen && !quiet_ ? input.size() : std::nullopt;
-    for (Output *file : {output_, rejects_ ? &*rejects_ : nullptr}) {
-        if (file != nullptr && input.is_among(file->descriptor())) {
-            throw UsageError("one of the files to read is written too; the output needs a file of its own");
+    require_own_files();
+}
+
+/// What is still to be read is not written, and no output over another. An output that takes the place of its input when
+/// all of it is read does no harm.
+void Report::require_own_files()
+{
+    const auto reads = [this](const Output &file) { return file.id() && input_.reads(*file.id()); };
+    const auto require = [](bool own, const Output &file, const char *other) {
+        if (!own) {
+            throw UsageError(file.purpose() + " is " + other + " too; it needs a file of its own");
         }
-    }
+    };
     if (output_ != nullptr) {
-        output_->empty();
+        in_place_ = reads(*output_);
+        require(!in_place_ || output_->is_replaced(), *output_, "one of the files to read");
     }
     if (rejects_) {
-        rejects_->empty();
+        require(!reads(*rejects_), *rejects_, "one of the files to read");
+        require(output_ == nullptr || !output_->id() || output_->id() != rejects_->id(), *rejects_, "the output");
     }
 }
 
@@ -178,7 +190,8 @@ void Report::take(const Block &block, const Results &results)
             break;
         }
         clear_progress();
-        say(input_.name(file_) + ":" + std::to_string(line_ + refused.line + 1) + ": " + refused.sentence + "\n");
+        say(shown(input_.name(file_) + ":" + std::to_string(line_ + refused.line + 1) + ": " + refused.sentence) +
+            "\n");
         ++told_;
     }
     refused_ += results.refused;
@@ -213,19 +226,30 @@ void Report::clear_progress()
     }
 }
 
-void Report::finish()
+/// The output comes last: it may take the place of what the rejects are from.
+void Report::close_files()
 {
-    clear_progress();
-    if (output_ != nullptr) {
-        output_->close();
-    }
     if (rejects_) {
         rejects_->close();
     }
+    if (output_ != nullptr) {
+        output_->close();
+    }
+}
+
+void Report::finish()
+{
+    clear_progress();
+    const std::string refused =
+        std::to_string(refused_) + " of " + std::to_string(lines_) + " " + records_ + " refused";
+    if (in_place_ && refused_ != 0 && !rejects_) {
+        throw UsageError("the output is one of the files read and stays as it was: " + refused +
+                         " would be lost; --rejects FILE keeps them");
+    }
+    close_files();
     if (summary_ || (refused_ != 0 && !quiet_)) {
         const std::string hidden = refused_ > told_ && !quiet_ ? ", " + std::to_string(told_) + " told" : "";
-        say("bgpdt: " + std::to_string(refused_) + " of " + std::to_string(lines_) + " " + records_ + " refused" +
-            hidden + "\n");
+        say("bgpdt: " + refused + hidden + "\n");
     }
 }
 
@@ -233,8 +257,11 @@ void run(Input &input, std::vector<std::unique_ptr<Worker>> workers, Report &rep
 {
     Threads threads(input, report);
     std::vector<std::jthread> others;
-    for (std::size_t i = 1; i < workers.size(); ++i) {
-        others.emplace_back([&threads, &worker = *workers[i]] { threads.run(worker); });
+    try {
+        for (std::size_t i = 1; i < workers.size(); ++i) {
+            others.emplace_back([&threads, &worker = *workers[i]] { threads.run(worker); });
+        }
+    } catch (const std::system_error &) { // those that there are do all of the work
     }
     threads.run(*workers.front());
     others.clear(); // joins

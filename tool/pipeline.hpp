@@ -56,7 +56,9 @@ public:
     std::uint64_t refused() const { return refused_; }
 
 private:
+    void require_own_files();
     void reject(const Results &results);
+    void close_files();
     void show_progress();
     void clear_progress();
 
@@ -69,6 +71,7 @@ private:
     bool summary_;
     bool quiet_;
     std::optional<Output> rejects_;
+    bool in_place_ = false;    ///< the output is one of the inputs
     bool open_reject_ = false; ///< the last of the rejects has no end
     std::size_t file_ = 0;
     std::uint64_t line_ = 0; ///< lines of the file

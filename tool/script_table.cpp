@@ -18,7 +18,6 @@ namespace {
 using nlohmann::ordered_json;
 
 constexpr std::size_t line_width = 100;
-constexpr int deepest_table = 16;
 
 /// The number of entries if the keys are 1 to n, else 0.
 lua_Integer array_length(lua_State *lua, int table)
@@ -95,8 +94,6 @@ std::string text_at(const ordered_json &value, std::size_t indent)
     return value.is_object() && !entries.empty() ? "{ " + line + " }" : "{" + line + "}";
 }
 
-void push_json(lua_State *lua, const ordered_json &value, int depth);
-
 /// Keys of digits alone are indexes.
 void push_key(lua_State *lua, const std::string &key)
 {
@@ -107,10 +104,10 @@ void push_key(lua_State *lua, const std::string &key)
     }
 }
 
-void push_table_json(lua_State *lua, const ordered_json &table, int depth)
+void push_table_json(lua_State *lua, const ordered_json &table)
 {
-    if (depth == deepest_table || lua_checkstack(lua, 4) == 0) {
-        throw Refusal("the table is nested too deeply");
+    if (lua_checkstack(lua, 4) == 0) {
+        throw std::bad_alloc();
     }
     lua_newtable(lua);
     lua_Integer index = 0;
@@ -120,12 +117,14 @@ void push_table_json(lua_State *lua, const ordered_json &table, int depth)
         } else {
             push_key(lua, key);
         }
-        push_json(lua, entry, depth + 1);
+        push_script_json(lua, entry);
         lua_rawset(lua, -3);
     }
 }
 
-void push_json(lua_State *lua, const ordered_json &value, int depth)
+} // namespace
+
+void push_script_json(lua_State *lua, const ordered_json &value)
 {
     using Kind = ordered_json::value_t;
     switch (value.type()) {
@@ -139,14 +138,10 @@ void push_json(lua_State *lua, const ordered_json &value, int depth)
         return;
     }
     case Kind::array:
-    case Kind::object: push_table_json(lua, value, depth); return;
+    case Kind::object: push_table_json(lua, value); return;
     default: lua_pushnil(lua);
     }
 }
-
-} // namespace
-
-void push_script_json(lua_State *lua, const ordered_json &value) { push_json(lua, value, 0); }
 
 LuaState new_lua_state()
 {

@@ -24,8 +24,7 @@ nlohmann::ordered_json script_json(lua_State *lua, int index);
 /// On one line; bytes that are no UTF-8 become U+FFFD.
 std::string json_text(const nlohmann::ordered_json &value);
 
-/// Pushes what script_json made, or anything like it.
-/// @throws Refusal if it is nested deeper than any type's table
+/// Pushes what script_json made, or what read_json read.
 void push_script_json(lua_State *lua, const nlohmann::ordered_json &value);
 
 /// As Lua reads it, "{ asNumValue = 100, asType = 0 }"; what does not fit a line stands one entry a line.

@@ -82,6 +82,15 @@ std::string shown(std::string_view text)
     return all;
 }
 
+std::string shown_lines(std::string_view text)
+{
+    std::string all;
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+        all += text[at] == '\n' || text[at] == '\t' ? std::string(1, text[at]) : shown_character(text, at);
+    }
+    return all;
+}
+
 std::string shortened(std::string_view text)
 {
     std::size_t at = 0;

@@ -16,6 +16,8 @@ std::size_t character_size(std::string_view text, std::size_t at);
 std::string shown_character(std::string_view text, std::size_t at);
 
 std::string shown(std::string_view text);
+/// As shown(), but the ends of lines, and tabs, stay.
+std::string shown_lines(std::string_view text);
 
 /// The text, "..." instead of what a line has no room for.
 std::string shortened(std::string_view text);

@@ -7,21 +7,24 @@
 #include <algorithm>
 #include <bit>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <queue>
 #include <string>
+#include <system_error>
 #include <utility>
 
+#include "buffer.hpp"
+#include "descriptor.hpp"
 #include "errors.hpp"
 
 namespace bgpdt::tool {
 namespace {
 
 constexpr std::size_t chunk_size = std::size_t{1} << 20;
-constexpr std::size_t most_runs = 64; ///< files that are open at a time
+constexpr std::size_t most_runs = 64; ///< that are merged at a time, each with a buffer
+constexpr std::size_t buffer_size = std::size_t{1} << 16;
 
 using Length = std::uint32_t;
 
@@ -33,21 +36,30 @@ Length load_length(const std::uint8_t *entry)
 }
 
 /// A file that is gone with its descriptor, however the program ends.
-int temporary_file()
+Descriptor temporary_file()
 {
-    const std::string folder = std::filesystem::temp_directory_path().string();
-    int file = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
-    if (file < 0) {
+    std::error_code error;
+    const std::string folder = std::filesystem::temp_directory_path(error).string();
+    if (error) {
+        throw UsageError("there is no folder for temporary files, TMPDIR or /tmp: " + error.message());
+    }
+    Descriptor file(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
+    if (!file.is_open()) {
         std::string name = folder + "/bgpdt.XXXXXX";
-        file = mkostemp(name.data(), O_CLOEXEC);
-        if (file >= 0) {
+        file = Descriptor(mkostemp(name.data(), O_CLOEXEC));
+        if (file.is_open()) {
             static_cast<void>(unlink(name.c_str()));
         }
     }
-    if (file < 0) {
+    if (!file.is_open()) {
         throw UsageError("no temporary file can be made in " + folder + ": " + std::strerror(errno));
     }
     return file;
+}
+
+[[noreturn]] void fail_temporary(int error)
+{
+    throw UsageError(std::string("a temporary file cannot be written or read: ") + std::strerror(error));
 }
 
 /// A value of zeros but for one of its numbers, in the machine's order; empty if it has no number of two bytes or more.
@@ -117,70 +129,97 @@ bool ValueOrder::same(Key first, Key second) const { return std::memcmp(first.ta
 
 // ------------------------------------------------------------------------------------------------ runs
 
-/// A sorted part of the lines in a temporary file.
-class Sorter::Run {
+/// The sorted parts of the lines that memory has no room for, back to back in one file, however many there are.
+class Sorter::Runs {
 public:
-    explicit Run(std::size_t key_size) : key_size_(key_size), file_(fdopen(temporary_file(), "w+"), &std::fclose)
-    {
-        if (!file_) {
-            fail();
-        }
-        static_cast<void>(std::setvbuf(file_.get(), nullptr, _IOFBF, std::size_t{1} << 16));
-    }
+    struct Place {
+        std::uint64_t begin;
+        std::uint64_t end;
+    };
 
-    void write(const std::uint8_t *entry)
+    void write(std::string_view entry)
     {
-        const std::size_t size = sizeof(Length) + key_size_ + load_length(entry);
-        if (std::fwrite(entry, 1, size, file_.get()) != size) {
-            fail();
+        unwritten_.append(entry);
+        if (unwritten_.size() > buffer_size) {
+            flush();
         }
     }
 
-    void rewind()
+    /// What was written since the last end is a run.
+    void end_run()
     {
-        if (std::fflush(file_.get()) != 0 || std::fseek(file_.get(), 0, SEEK_SET) != 0) {
-            fail();
-        }
+        flush();
+        places_.push_back({places_.empty() ? 0 : places_.back().end, size_});
     }
 
-    /// The next entry; null at the end.
-    const std::uint8_t *next()
-    {
-        entry_.resize(sizeof(Length) + key_size_);
-        if (!read(entry_.data(), entry_.size())) {
-            return nullptr;
-        }
-        const std::size_t head = entry_.size();
-        const std::size_t length = load_length(entry_.data());
-        entry_.resize(head + length);
-        if (length != 0 && !read(entry_.data() + head, length)) {
-            fail();
-        }
-        return entry_.data();
-    }
-
-    const std::uint8_t *entry() const { return entry_.data(); }
+    int file() const { return file_.number(); }
+    const std::vector<Place> &places() const { return places_; }
 
 private:
-    bool read(std::uint8_t *to, std::size_t size)
+    void flush()
     {
-        if (std::fread(to, 1, size, file_.get()) == size) {
-            return true;
+        if (!write_all(file_.number(), unwritten_.text())) {
+            fail_temporary(errno);
         }
-        if (std::ferror(file_.get()) != 0) {
-            fail();
-        }
-        return false;
+        size_ += unwritten_.size();
+        unwritten_.clear();
     }
 
-    [[noreturn]] static void fail()
+    Descriptor file_ = temporary_file();
+    Buffer unwritten_;
+    std::uint64_t size_ = 0;
+    std::vector<Place> places_;
+};
+
+/// Reads the entries of a run.
+class Sorter::Run {
+public:
+    Run(int file, Runs::Place place, std::size_t key_size) : file_(file), left_(place), key_size_(key_size) {}
+
+    /// Goes on to the next entry; false at the end.
+    bool next()
     {
-        throw UsageError(std::string("a temporary file cannot be written or read: ") + std::strerror(errno));
+        at_ += size_;
+        size_ = sizeof(Length) + key_size_;
+        if (at_ == filled_ && left_.begin == left_.end) {
+            return false;
+        }
+        require(size_);
+        size_ += load_length(entry());
+        require(size_);
+        return true;
     }
 
+    const std::uint8_t *entry() const { return buffer_.data() + at_; }
+
+private:
+    /// Reads so far that so many bytes of the entry are there.
+    void require(std::size_t size)
+    {
+        if (filled_ - at_ >= size) {
+            return;
+        }
+        std::copy(buffer_.data() + at_, buffer_.data() + filled_, buffer_.data());
+        filled_ -= std::exchange(at_, 0);
+        buffer_.resize(std::max({buffer_.size(), buffer_size, size}));
+        while (filled_ < size) {
+            const std::size_t wanted = std::min<std::uint64_t>(buffer_.size() - filled_, left_.end - left_.begin);
+            const ssize_t got = pread(file_, buffer_.data() + filled_, wanted, static_cast<off_t>(left_.begin));
+            if (got == 0 || (got < 0 && errno != EINTR)) {
+                fail_temporary(got == 0 ? EIO : errno);
+            }
+            filled_ += static_cast<std::size_t>(std::max<ssize_t>(got, 0));
+            left_.begin += static_cast<std::uint64_t>(std::max<ssize_t>(got, 0));
+        }
+    }
+
+    int file_;
+    Runs::Place left_; ///< to read
     std::size_t key_size_;
-    std::unique_ptr<std::FILE, int (*)(std::FILE *)> file_;
-    Bytes entry_;
+    Bytes buffer_;
+    std::size_t filled_ = 0;
+    std::size_t at_ = 0;   ///< the entry
+    std::size_t size_ = 0; ///< of the entry
 };
 
 Sorter::Sorter(const SYSDT_Record &type, Settings settings) : order_(type), settings_(settings) {}
@@ -224,63 +263,80 @@ void Sorter::sort()
     std::ranges::stable_sort(entries_, [this](const auto *first, const auto *second) { return less(first, second); });
 }
 
+std::string_view Sorter::bytes(const std::uint8_t *entry) const
+{
+    return {reinterpret_cast<const char *>(entry), sizeof(Length) + order_.key_size() + load_length(entry)};
+}
+
 void Sorter::spill()
 {
-    if (runs_.size() == most_runs) {
-        auto merged = std::make_unique<Run>(order_.key_size());
-        merge([&](const std::uint8_t *entry) { merged->write(entry); });
-        runs_.clear();
-        merged->rewind();
-        runs_.push_back(std::move(merged));
+    if (!runs_) {
+        runs_ = std::make_unique<Runs>();
     }
-    auto run = std::make_unique<Run>(order_.key_size());
     sort();
     for (const std::uint8_t *entry : entries_) {
-        run->write(entry);
+        runs_->write(bytes(entry));
     }
-    run->rewind();
-    runs_.push_back(std::move(run));
+    runs_->end_run();
     entries_.clear();
     chunks_.clear();
     chunk_left_ = 0;
     used_ = 0;
 }
 
-/// The runs' entries in order; of equal ones those of the earlier run first.
-void Sorter::merge(const std::function<void(const std::uint8_t *entry)> &write)
+/// The entries of neighbouring runs in order; of equal ones those of the earlier run first.
+void Sorter::merge(std::size_t first_run, std::size_t count, const Take &take)
 {
-    const auto later = [this](std::size_t first, std::size_t second) {
-        const std::uint8_t *const a = runs_[first]->entry();
-        const std::uint8_t *const b = runs_[second]->entry();
+    std::vector<Run> runs;
+    const auto later = [this, &runs](std::size_t first, std::size_t second) {
+        const std::uint8_t *const a = runs[first].entry();
+        const std::uint8_t *const b = runs[second].entry();
         return less(b, a) || (!less(a, b) && first > second);
     };
     std::priority_queue<std::size_t, std::vector<std::size_t>, decltype(later)> queue(later);
-    for (std::size_t i = 0; i < runs_.size(); ++i) {
-        if (runs_[i]->next() != nullptr) {
+    runs.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        runs.emplace_back(runs_->file(), runs_->places()[first_run + i], order_.key_size());
+        if (runs.back().next()) {
             queue.push(i);
         }
     }
     while (!queue.empty()) {
         const std::size_t first = queue.top();
-        write(runs_[first]->entry());
+        take(runs[first].entry());
         queue.pop();
-        if (runs_[first]->next() != nullptr) {
+        if (runs[first].next()) {
             queue.push(first);
         }
     }
 }
 
-void Sorter::each_in_order(const std::function<void(const std::uint8_t *entry)> &write)
+/// Makes fewer and longer runs, until all can be merged at a time.
+void Sorter::merge_in_passes()
 {
-    if (runs_.empty()) {
+    while (runs_->places().size() > most_runs) {
+        auto longer = std::make_unique<Runs>();
+        for (std::size_t first = 0, all = runs_->places().size(); first < all; first += most_runs) {
+            merge(first, std::min(most_runs, all - first),
+                  [&](const std::uint8_t *entry) { longer->write(bytes(entry)); });
+            longer->end_run();
+        }
+        runs_ = std::move(longer);
+    }
+}
+
+void Sorter::each_in_order(const Take &take)
+{
+    if (!runs_) {
         sort();
-        std::ranges::for_each(entries_, write);
+        std::ranges::for_each(entries_, take);
         return;
     }
     if (!entries_.empty()) {
         spill();
     }
-    merge(write);
+    merge_in_passes();
+    merge(0, runs_->places().size(), take);
 }
 
 void Sorter::finish(const Write &write)

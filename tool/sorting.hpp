@@ -80,14 +80,18 @@ public:
     void finish(const Write &write);
 
 private:
+    class Runs;
     class Run;
+    using Take = std::function<void(const std::uint8_t *entry)>;
 
     const std::uint8_t *store(Value value, std::string_view line);
     bool less(const std::uint8_t *first, const std::uint8_t *second) const;
     void sort();
     void spill();
-    void merge(const std::function<void(const std::uint8_t *entry)> &write);
-    void each_in_order(const std::function<void(const std::uint8_t *entry)> &write);
+    std::string_view bytes(const std::uint8_t *entry) const;
+    void merge(std::size_t first_run, std::size_t count, const Take &take);
+    void merge_in_passes();
+    void each_in_order(const Take &take);
 
     ValueOrder order_;
     const Settings settings_;
@@ -95,7 +99,7 @@ private:
     std::size_t chunk_left_ = 0;
     std::uint64_t used_ = 0;
     std::vector<const std::uint8_t *> entries_; ///< line length, key, line
-    std::vector<std::unique_ptr<Run>> runs_;
+    std::unique_ptr<Runs> runs_;                ///< if memory has not sufficed
 };
 
 } // namespace bgpdt::tool

@@ -26,40 +26,34 @@ std::optional<struct stat> regular_file(int descriptor)
     return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) ? std::optional(status) : std::nullopt;
 }
 
-/// As it will be opened.
-std::optional<struct stat> regular_file(const std::string &name)
+std::optional<struct stat> regular_file(const std::filesystem::path &path)
 {
-    if (name == standard) {
-        return regular_file(STDIN_FILENO);
-    }
     struct stat status {};
-    return stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode) ? std::optional(status) : std::nullopt;
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) ? std::optional(status) : std::nullopt;
+}
+
+/// As it will be opened.
+std::optional<struct stat> regular_input(const std::string &name)
+{
+    return name == standard ? regular_file(STDIN_FILENO) : regular_file(std::filesystem::path(name));
+}
+
+std::optional<FileId> id_of(const std::optional<struct stat> &file)
+{
+    return file ? std::optional(FileId{file->st_dev, file->st_ino, {}}) : std::nullopt;
+}
+
+/// Nothing, with errno, if its folder is not there.
+std::optional<FileId> id_of_new(const std::filesystem::path &path)
+{
+    const std::string folder = path.has_parent_path() ? path.parent_path().string() : ".";
+    struct stat status {};
+    return stat(folder.c_str(), &status) == 0
+               ? std::optional(FileId{status.st_dev, status.st_ino, path.filename().string()})
+               : std::nullopt;
 }
 
 } // namespace
-
-Descriptor::Descriptor(Descriptor &&other) noexcept : number_(std::exchange(other.number_, -1)) {}
-
-Descriptor &Descriptor::operator=(Descriptor &&other) noexcept
-{
-    std::swap(number_, other.number_);
-    return *this;
-}
-
-bool Descriptor::close()
-{
-    const int number = std::exchange(number_, -1);
-    return number <= STDERR_FILENO || ::close(number) == 0;
-}
-
-void guard_standard_descriptors()
-{
-    for (int number = STDIN_FILENO; number <= STDERR_FILENO; ++number) {
-        if (fcntl(number, F_GETFD) < 0) {
-            static_cast<void>(open("/dev/null", number == STDIN_FILENO ? O_WRONLY : O_RDONLY)); // takes the lowest
-        }
-    }
-}
 
 Input::Input(std::vector<std::string> names, std::size_t record)
     : names_(std::move(names)), record_(record), interruption_(eventfd(0, EFD_CLOEXEC))
@@ -168,7 +162,7 @@ std::optional<std::uint64_t> Input::size() const
 {
     std::uint64_t size = 0;
     for (const std::string &name : names_) {
-        const auto file = regular_file(name);
+        const auto file = regular_input(name);
         if (!file) {
             return std::nullopt;
         }
@@ -177,61 +171,50 @@ std::optional<std::uint64_t> Input::size() const
     return size;
 }
 
-bool Input::is_among(int descriptor) const
+bool Input::reads(const FileId &file) const
 {
-    const auto file = regular_file(descriptor);
-    return file && std::ranges::any_of(names_, [&](const std::string &name) {
-               const auto other = regular_file(name);
-               return other && other->st_dev == file->st_dev && other->st_ino == file->st_ino;
-           });
+    return std::ranges::any_of(names_, [&](const std::string &name) { return id_of(regular_input(name)) == file; });
 }
 
-Output::Output(const std::string &name, std::string purpose)
-    : purpose_(std::move(purpose)),
-      file_(name == standard ? STDOUT_FILENO : open(name.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666))
+Output::Output(const std::string &name, std::string purpose) : purpose_(std::move(purpose))
 {
-    if (!file_.is_open()) {
-        fail();
-    }
-}
-
-void Output::empty()
-{
-    if (regular_file(file_.number()) && file_.number() > STDERR_FILENO && ftruncate(file_.number(), 0) != 0) {
-        fail();
-    }
-}
-
-void Output::write(std::string_view text)
-{
-    if (!write_all(file_.number(), text)) {
-        fail();
-    }
-}
-
-void Output::close()
-{
-    if (!file_.close()) {
-        fail();
-    }
-}
-
-void Output::fail() const { throw UsageError(purpose_ + " cannot be written: " + std::strerror(errno)); }
-
-bool write_all(int descriptor, std::string_view text)
-{
-    while (!text.empty()) {
-        const ssize_t size = ::write(descriptor, text.data(), text.size());
-        if (size >= 0) {
-            text.remove_prefix(static_cast<std::size_t>(size));
-        } else if (errno == EAGAIN) { // it does not wait by itself
-            pollfd ready{descriptor, POLLOUT, 0};
-            static_cast<void>(::poll(&ready, 1, -1));
-        } else if (errno != EINTR) {
-            return false;
+    file_ = Descriptor(name == standard ? STDOUT_FILENO : open(name.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+    require(file_.is_open() || errno == ENOENT);
+    id_ = id_of(regular_file(file_.number()));
+    for (const int number : {STDOUT_FILENO, STDERR_FILENO}) {
+        if (id_ && id_ == id_of(regular_file(number))) {
+            file_ = Descriptor(number); // at the place where others write
+            return;
         }
     }
-    return true;
+    if (id_ || !file_.is_open()) {
+        replace(name);
+    }
+}
+
+void Output::replace(const std::string &name)
+{
+    const std::filesystem::path path = followed(name);
+    errno = path.has_filename() ? ENOENT : EISDIR;
+    require(path.has_filename() && id_ == id_of(regular_file(path))); // else it has no name of its own
+    id_ = id_ ? id_ : id_of_new(path);
+    require(id_.has_value());
+    file_ = Descriptor();
+    replacement_.emplace(path);
+    if (replacement_->descriptor() < 0) {
+        throw UsageError(purpose_ + " cannot be written: no file can be made in its folder: " + std::strerror(errno));
+    }
+}
+
+void Output::write(std::string_view text) { require(write_all(descriptor(), text)); }
+
+void Output::close() { require(replacement_ ? replacement_->commit() : file_.close()); }
+
+void Output::require(bool done) const
+{
+    if (!done) {
+        throw UsageError(purpose_ + " cannot be written: " + std::strerror(errno));
+    }
 }
 
 } // namespace bgpdt::tool

@@ -4,6 +4,8 @@
 #ifndef BGPDT_TOOL_STREAM_FILES_HPP
 #define BGPDT_TOOL_STREAM_FILES_HPP
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -12,28 +14,19 @@
 #include <string_view>
 #include <vector>
 
+#include "descriptor.hpp"
+#include "replacement.hpp"
+
 namespace bgpdt::tool {
 
-/// A file descriptor, closed with it but for the standard ones.
-class Descriptor {
-public:
-    explicit Descriptor(int number = -1) : number_(number) {}
-    ~Descriptor() { static_cast<void>(close()); }
-    Descriptor(Descriptor &&other) noexcept;
-    Descriptor &operator=(Descriptor &&other) noexcept;
+/// What tells a file from others, whatever its name: of one that is not there yet, its folder and its name in it.
+struct FileId {
+    dev_t device;
+    ino_t number;
+    std::string name;
 
-    int number() const { return number_; }
-    bool is_open() const { return number_ >= 0; }
-    /// @return whether what was written is known to have arrived
-    bool close();
-
-private:
-    int number_;
+    bool operator==(const FileId &) const = default;
 };
-
-/// Puts something that can neither be read nor written in the place of a standard descriptor that is closed, lest a file
-/// take it.
-void guard_standard_descriptors();
 
 /// A piece of the input: whole lines, or a part of a line that no block holds.
 class Block {
@@ -68,8 +61,8 @@ public:
     const std::string &name(std::size_t file) const { return names_[file]; }
     /// Of all the files; nothing if one is no regular file.
     std::optional<std::uint64_t> size() const;
-    /// Whether one of them is that regular file.
-    bool is_among(int descriptor) const;
+    /// Whether one of them is that file.
+    bool reads(const FileId &file) const;
 
 private:
     bool open_next();
@@ -89,28 +82,33 @@ private:
     std::unique_ptr<char[]> rest_{new char[Block::capacity]}; ///< read, but of the next block
 };
 
+/// Standard output, a device, a pipe, or what one of the standard descriptors stands for, is written as it goes; any
+/// other file is replaced when all is written, or stays as it is.
 class Output {
 public:
-    /// Opens the file, or makes it. What it is for is told in what is thrown.
+    /// What it is for is told in what is thrown.
     /// @throws UsageError
     Output(const std::string &name, std::string purpose);
 
-    /// Takes out what the file held before.
-    void empty();
     void write(std::string_view text);
-    /// Makes sure that all has arrived.
+    /// Makes sure that all has arrived, in its place.
     void close();
-    int descriptor() const { return file_.number(); }
+
+    int descriptor() const { return replacement_ ? replacement_->descriptor() : file_.number(); }
+    const std::string &purpose() const { return purpose_; }
+    bool is_replaced() const { return replacement_.has_value(); }
+    /// Nothing of what is no regular file, and so may be written by many.
+    const std::optional<FileId> &id() const { return id_; }
 
 private:
-    [[noreturn]] void fail() const;
+    void replace(const std::string &name);
+    void require(bool done) const;
 
     std::string purpose_;
     Descriptor file_;
+    std::optional<Replacement> replacement_;
+    std::optional<FileId> id_;
 };
-
-/// Writes all of it. False, with errno, if that fails.
-bool write_all(int descriptor, std::string_view text);
 
 } // namespace bgpdt::tool
 

@@ -13,6 +13,7 @@
 #include "conversions.hpp"
 #include "errors.hpp"
 #include "samples.hpp"
+#include "strict_json.hpp"
 #include "words.hpp"
 
 namespace bgpdt::tool {
@@ -286,23 +287,25 @@ void ValueReader::require_agreement(const ordered_json &given, Value value)
                 continue;
             }
         }
-        throw Refusal("its \"" + member + "\" says another value than its \"" +
-                      (given.contains("hex") ? "hex" : "table") + "\"");
+        const std::string source = given.contains("hex") ? "hex" : "table";
+        throw Refusal("its \"" + member + "\" " +
+                      (member == source ? "is not the table of the value that it says"
+                                        : "says another value than its \"" + source + "\""));
     }
 }
 
 Value ValueReader::read_json(std::string_view text)
 {
     try {
-        const ordered_json record = ordered_json::parse(text, nullptr, false);
-        if (!record.is_object()) {
+        std::optional<ordered_json> record = tool::read_json(text);
+        if (!record || !record->is_object()) {
             throw Refusal("the line is no JSON object");
         }
-        const Bytes value = value_of(record);
+        const Bytes value = value_of(*record);
         keep(value);
-        if (record.contains("hex") || record.contains("table")) {
+        if (record->contains("hex") || record->contains("table")) {
             const Bytes kept = value_;
-            require_agreement(record, kept);
+            require_agreement(*record, kept);
             value_ = kept;
         }
         return value_;

@@ -116,7 +116,7 @@ void expect_same_json(const Explanation &explanation)
         EXPECT_EQ(part["offset"].get<std::size_t>(), hex.size() / 2);
         hex += part["hex"].get<std::string>();
     }
-    EXPECT_EQ(hex, json["hex"]);
+    EXPECT_EQ(json["hex"], hex);
     EXPECT_EQ(json["text"].is_null(), json.contains("no_text"));
     EXPECT_EQ(json["table"].is_null(), json.contains("no_table"));
 }

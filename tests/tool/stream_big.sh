@@ -57,14 +57,33 @@ equal out sorted "sorting in files"
 cat numbers numbers | "$bgpdt" sort ASNUM --unique --memory 1M >out
 equal out sorted "each once"
 
-# Ended by a signal while it sorts, nothing is left.
-mkdir temporary
-{ cat numbers; sleep 10; } | TMPDIR=temporary "$bgpdt" sort ASNUM --memory 256K >out &
+# Few descriptors, many parts.
+(ulimit -n 30 && "$bgpdt" sort ASNUM --memory 64K numbers -o out --rejects rejects) || fail "30 descriptors do not suffice"
+equal out sorted "sorting with few descriptors"
+
+# Ended by a signal while it sorts, nothing is left; the file that would have been written is as it was.
+mkdir temporary outputs
+echo old >outputs/out
+{ cat numbers; sleep 10; } | TMPDIR=temporary "$bgpdt" sort ASNUM --memory 256K -o outputs/out --rejects outputs/new &
 pid=$!
 sleep 1
 kill "$pid"
 wait "$pid" 2>/dev/null || true
 [ -z "$(ls -A temporary)" ] || fail "temporary files are left"
+[ "$(ls -A outputs)$(cat outputs/out)" = outold ] || fail "an output is touched before all is written"
+
+# Also where files must have names.
+named() { LD_PRELOAD=$WITHOUT_UNNAMED TMPDIR=temporary "$bgpdt" "$@" -o outputs/out; }
+if [ "${WITHOUT_UNNAMED:-}" != "" ]; then
+    { cat numbers; sleep 2; } | named sort ASNUM --memory 256K &
+    sleep 1
+    ls -A outputs | grep -q bgpdt || fail "files need no names"
+    wait
+    equal outputs/out sorted "sorting without unnamed files"
+    named convert ASNUM numbers no_such_file 2>told && fail "a file that is not there is read"
+    equal outputs/out sorted "an output that is not whole, without unnamed files"
+    [ "$(ls -A temporary outputs | tr '\n' ' ')" = "outputs: out  temporary: " ] || fail "named temporary files are left"
+fi
 
 # The bar is for terminals and files alone.
 on_terminal() { script -qec "$1" /dev/null </dev/null; }
