@@ -14,8 +14,8 @@
 namespace bgpdt::sqlite {
 namespace {
 
-/// Compares texts, in one thread at a time. All its memory is taken when it is made: also the block that a type asks for,
-/// one at a time, which the reader's converter lends.
+/// Compares texts, in one thread at a time. All its memory is taken when it is made: also the block that a type asks
+/// for, one at a time, which the reader's converter lends.
 class Comparer {
 public:
     Comparer(tool::Session &session, const SYSDT_Record &type)

@@ -61,8 +61,8 @@ private:
 /// Adds the collation "bgp_TYPE" of every type that takes text: texts in the order of their values. Texts of one value
 /// are equal, however they are written; behind all of them stand the texts that the type refuses, by their bytes.
 ///
-/// SQLite takes no error from a collation, and a wrong answer would spoil an index: comparing never fails, not even where
-/// there is no memory.
+/// SQLite takes no error from a collation, and a wrong answer would spoil an index: comparing never fails, not even
+/// where there is no memory.
 int add_collations(sqlite3 *database, tool::Session &session);
 
 /// Adds the table bgp_types(name, id, size, operations, about).

@@ -71,9 +71,10 @@ std::string hex_of(const Value &value)
 
 // ------------------------------------------------------------------------------------------------ answers
 
-// The engine takes memory for what it is given, which may raise an error: it then leaves by longjmp. So a function first
-// reads its arguments and keeps them as plain data; its work is C++ that calls nothing of the engine that may raise an
-// error; what the work gives goes to the engine when nothing with a destructor is left, or else in a protected call.
+// The engine takes memory for what it is given, which may raise an error: it then leaves by longjmp. So a function
+// first reads its arguments and keeps them as plain data; its work is C++ that calls nothing of the engine that may
+// raise an error; what the work gives goes to the engine when nothing with a destructor is left, or else in a
+// protected call.
 
 /// A value of the type, or a string if there is none, wherever its bytes stand.
 struct Content {
@@ -206,7 +207,7 @@ int result_of(lua_State *lua, const Work &work, Small &small)
     }
 }
 
-/// What is thrown becomes nil, a message and, if there is one, a place; but memory that is out an error of the engine's.
+/// What is thrown becomes nil, a message and, if there is one, a place; but memory that is out an engine's error.
 template <class Work>
 int caught_result_of(lua_State *lua, const Work &work, Small &small) noexcept
 {
