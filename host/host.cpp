@@ -112,20 +112,22 @@ int get_in_engine(lua_State *lua)
 }
 
 /// Runs an engine function on the call and the arguments on top of the stack: pops them, pushes the results.
-/// False, with the error and without results, when the engine raised one.
-bool run(lua_State *lua, lua_CFunction function, ScriptCall &call, int arguments, int results, std::string &error)
+/// A failure, with the error and without results, when the engine raised one.
+std::uint32_t run(lua_State *lua, lua_CFunction function, ScriptCall &call, int arguments, int results,
+                  std::string &error)
 {
     lua_pushcfunction(lua, function);
     lua_insert(lua, -1 - arguments);
     lua_pushlightuserdata(lua, &call);
     lua_insert(lua, -1 - arguments);
-    if (lua_pcall(lua, arguments + 1, results, 0) == LUA_OK) {
-        return true;
+    const int outcome = lua_pcall(lua, arguments + 1, results, 0);
+    if (outcome == LUA_OK) {
+        return SYSDT_OK;
     }
     error = lua_type(lua, -1) == LUA_TSTRING ? lua_tostring(lua, -1)
                                              : std::string("an error of type ") + luaL_typename(lua, -1);
     lua_pop(lua, 1);
-    return false;
+    return outcome == LUA_ERRMEM ? SYSDT_ERR_NO_MEMORY : SYSDT_ERR_FAIL;
 }
 
 /// Values that a script call pushes before the engine takes care of its own stack.
@@ -328,8 +330,8 @@ std::uint32_t Host::push_script_value(lua_State *lua, const SYSDT_Record &type, 
     }
     const Readable readable(type, value);
     ScriptCall call{&type, length_of(value), readable.data(), nullptr, SYSDT_ERR_FAIL};
-    if (!run(lua, set_in_engine, call, 0, 1, error)) {
-        return SYSDT_ERR_FAIL;
+    if (const std::uint32_t status = run(lua, set_in_engine, call, 0, 1, error); status != SYSDT_OK) {
+        return status;
     }
     if (call.status != SYSDT_OK) {
         lua_pop(lua, 1);
@@ -342,13 +344,13 @@ std::uint32_t Host::read_script_value(lua_State *lua, const SYSDT_Record &type, 
 {
     value.assign(std::max<std::size_t>(size, 1), 0); // never a null pointer
     ScriptCall call{&type, static_cast<std::uint32_t>(size), nullptr, value.data(), SYSDT_ERR_FAIL};
-    bool returned = has_room(lua, error);
-    if (returned) {
+    std::uint32_t status = SYSDT_ERR_FAIL;
+    if (has_room(lua, error)) {
         lua_pushvalue(lua, -1);
-        returned = run(lua, get_in_engine, call, 1, 0, error);
+        status = run(lua, get_in_engine, call, 1, 0, error);
     }
     value.resize(size);
-    return returned ? call.status : SYSDT_ERR_FAIL;
+    return status == SYSDT_OK ? call.status : status;
 }
 
 Converter::Converter(const SYSDT_Record &type, std::uint8_t mode)

@@ -97,7 +97,8 @@ public:
     std::vector<std::string> help(const SYSDT_Record &type, std::uint8_t mode, std::uint32_t &status);
 
     /// Calls LuaSet so that the value's script form stands on top of the Lua stack; nothing is pushed on a failure.
-    /// Engine errors raised inside the callback come back in `error`, and the status is then SYSDT_ERR_FAIL.
+    /// Engine errors raised inside the callback come back in `error`, and the status is then SYSDT_ERR_FAIL, or
+    /// SYSDT_ERR_NO_MEMORY if the engine's memory is out.
     std::uint32_t push_script_value(lua_State *lua, const SYSDT_Record &type, std::span<const std::uint8_t> value,
                                     std::string &error);
     /// Calls LuaGet on the script value on top of the Lua stack (left there) into a cleared buffer of `size` bytes.

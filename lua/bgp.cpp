@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <exception>
+#include <new>
 #include <span>
 
 #include <lua.hpp>
@@ -39,6 +40,9 @@ tool::Session *session_or(std::span<char> reason)
 {
     try {
         return &tool::module_session();
+    } catch (const std::bad_alloc &) {
+        std::strncpy(reason.data(), "not enough memory", reason.size() - 1);
+        return nullptr;
     } catch (const std::exception &error) {
         std::strncpy(reason.data(), error.what(), reason.size() - 1);
         return nullptr;

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <cstddef>
+#include <list>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "sqlite/extension.hpp"
 #include "tool/sorting.hpp"
@@ -12,15 +14,17 @@
 namespace bgpdt::sqlite {
 namespace {
 
-/// Compares texts, in one thread at a time.
+/// Compares texts, in one thread at a time. All its memory is taken when it is made: also the block that a type asks
+/// for, one at a time, which the reader's converter lends.
 class Comparer {
 public:
     Comparer(tool::Session &session, const SYSDT_Record &type)
         : reader_(session, type), order_(type), first_(order_), second_(order_)
     {
+        reader_.reserve();
     }
 
-    int compare(std::string_view first, std::string_view second)
+    int compare(std::string_view first, std::string_view second) noexcept
     {
         read(first, first_);
         read(second, second_);
@@ -31,10 +35,15 @@ public:
                             : first.compare(second);
     }
 
+    std::unique_ptr<Comparer> next; ///< of those that wait
+
 private:
+    /// Longer texts are read anew each time.
+    static constexpr std::size_t longest_kept = 1024;
+
     /// A text and its key; searches ask for the same text again and again.
     struct Side {
-        explicit Side(const tool::ValueOrder &order) : key(order.key_size()) {}
+        explicit Side(const tool::ValueOrder &order) : key(order.key_size()) { text.reserve(longest_kept); }
         std::string text;
         tool::Bytes key;
         bool known = false;
@@ -46,8 +55,10 @@ private:
         if (side.known && side.text == text) {
             return;
         }
-        side.known = true;
-        side.text = text;
+        side.known = text.size() <= longest_kept;
+        if (side.known) {
+            side.text = text;
+        }
         const tool::Value value = reader_.read(text);
         side.valid = value.data() != nullptr;
         if (side.valid) {
@@ -61,37 +72,73 @@ private:
     Side second_;
 };
 
+/// What the collations of one type share, in all connections: what compares where memory is out.
+struct Reserve {
+    Reserve(tool::Session &session, const SYSDT_Record &of) : type(of), comparer(session, of) {}
+    const SYSDT_Record &type;
+    std::mutex mutex;
+    Comparer comparer;
+};
+
+using Reserves = std::list<Reserve>;
+
+/// One for each type that takes text, until the process is gone.
+Reserves &reserves(tool::Session &session)
+{
+    static Reserves &all = *[&session] {
+        auto made = std::make_unique<Reserves>();
+        for (const SYSDT_Record *type : session.host().types()) {
+            if (type->formatIn != nullptr) {
+                made->emplace_back(session, *type);
+            }
+        }
+        return made.release();
+    }();
+    return all;
+}
+
 /// One connection's. Still it is entered in several threads at once: "PRAGMA threads" lets SQLite sort in more.
 class Collation {
 public:
-    Collation(tool::Session &session, const SYSDT_Record &type) : session_(session), type_(type) {}
+    Collation(tool::Session &session, Reserve &reserve) : session_(session), reserve_(reserve) {}
 
-    /// What is thrown ends the program: SQLite takes no error from a collation, and a wrong answer would spoil an index.
     int compare(std::string_view first, std::string_view second) noexcept
     {
-        std::unique_ptr<Comparer> comparer = take();
-        const int order = comparer->compare(first, second);
+        std::unique_ptr<Comparer> own = take();
+        if (own == nullptr) {
+            const std::lock_guard lock(reserve_.mutex);
+            return reserve_.comparer.compare(first, second);
+        }
+        const int order = own->compare(first, second);
         const std::lock_guard lock(mutex_);
-        idle_.push_back(std::move(comparer));
+        own->next = std::move(idle_);
+        idle_ = std::move(own);
         return order;
     }
 
 private:
+    /// Null if there is no memory for another.
     std::unique_ptr<Comparer> take()
     {
-        const std::lock_guard lock(mutex_);
-        if (idle_.empty()) {
-            return std::make_unique<Comparer>(session_, type_);
+        {
+            const std::lock_guard lock(mutex_);
+            if (idle_ != nullptr) {
+                std::unique_ptr<Comparer> own = std::move(idle_);
+                idle_ = std::move(own->next);
+                return own;
+            }
         }
-        std::unique_ptr<Comparer> comparer = std::move(idle_.back());
-        idle_.pop_back();
-        return comparer;
+        try {
+            return std::make_unique<Comparer>(session_, reserve_.type);
+        } catch (const std::bad_alloc &) {
+            return nullptr;
+        }
     }
 
     tool::Session &session_;
-    const SYSDT_Record &type_;
+    Reserve &reserve_;
     std::mutex mutex_;
-    std::vector<std::unique_ptr<Comparer>> idle_;
+    std::unique_ptr<Comparer> idle_; ///< and those behind it
 };
 
 int compare(void *collation, int first_size, const void *first, int second_size, const void *second)
@@ -107,12 +154,9 @@ void destroy(void *collation) { delete static_cast<Collation *>(collation); }
 
 int add_collations(sqlite3 *database, tool::Session &session)
 {
-    for (const SYSDT_Record *type : session.host().types()) {
-        if (type->formatIn == nullptr) {
-            continue;
-        }
-        auto collation = std::make_unique<Collation>(session, *type);
-        const std::string name = "bgp_" + tool::name_of(*type);
+    for (Reserve &reserve : reserves(session)) {
+        auto collation = std::make_unique<Collation>(session, reserve);
+        const std::string name = "bgp_" + tool::name_of(reserve.type);
         const int result =
             sqlite3_create_collation_v2(database, name.c_str(), SQLITE_UTF8, collation.get(), compare, destroy);
         if (result != SQLITE_OK) {

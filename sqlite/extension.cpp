@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include <lua.hpp>
-#include <nlohmann/json.hpp>
 
 #include "tool/conversions.hpp"
 #include "tool/display_record.hpp"
@@ -50,13 +49,23 @@ Bytes value_at(const SYSDT_Record &type, sqlite3_value *argument)
     return value;
 }
 
+Bytes parsed(tool::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+{
+    const std::string_view text = view(argument);
+    if (is_too_long(text)) {
+        throw tool::Refusal(tool::name_of(type) + " refuses the text: it is longer than any value's, more than " +
+                            std::to_string(tool::longest_line) + " characters");
+    }
+    return tool::parse_text(session, type, text, session.mode_for(type)).data;
+}
+
 using Function = void(sqlite3_context *, tool::Session &, const SYSDT_Record &, sqlite3_value *);
 
 void value(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *text)
 {
-    const Bytes parsed = tool::parse_text(session, type, view(text), session.mode_for(type)).data;
+    const Bytes given = parsed(session, type, text);
     Bytes room;
-    const tool::Value whole = tool::filled_up(type, parsed, room);
+    const tool::Value whole = tool::filled_up(type, given, room);
     Bytes bytes(whole.begin(), whole.end());
     tool::turn_to_target(type, bytes);
     sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
@@ -81,7 +90,7 @@ void valid(sqlite3_context *context, tool::Session &session, const SYSDT_Record 
 void why(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
 {
     try {
-        tool::parse_text(session, type, view(argument), session.mode_for(type));
+        static_cast<void>(parsed(session, type, argument));
     } catch (const tool::Refusal &refusal) {
         give(context, refusal.what());
     }
@@ -92,7 +101,7 @@ void json(sqlite3_context *context, tool::Session &session, const SYSDT_Record &
     const Bytes bytes = value_at(type, blob);
     const tool::LuaState lua = tool::new_lua_state();
     tool::push_table(session, lua.get(), type, bytes);
-    give(context, tool::json_text(tool::script_json(lua.get(), -1)));
+    give(context, tool::script_json_text(lua.get(), -1));
     sqlite3_result_subtype(context, 'J'); // SQLite's own JSON functions take it as JSON, not as a string
 }
 
@@ -164,6 +173,8 @@ extern "C" __attribute__((visibility("default"))) int sqlite3_bgpdtsqlite_init(s
     SQLITE_EXTENSION_INIT2(api);
     try {
         return bgpdt::sqlite::add_all(database);
+    } catch (const std::bad_alloc &) {
+        return SQLITE_NOMEM;
     } catch (const std::exception &error) {
         *message = sqlite3_mprintf("%s", error.what());
         return SQLITE_ERROR;

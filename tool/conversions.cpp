@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <utility>
 
 #include "diagnosis.hpp"
@@ -20,7 +21,6 @@ std::string meaning(std::uint32_t status)
 {
     switch (status) {
     case SYSDT_ERR_NULL_PTR: return "something required is missing";
-    case SYSDT_ERR_NO_MEMORY: return "memory is out";
     case SYSDT_ERR_UNSUPPORTED: return "the type does not do that in this mode";
     case SYSDT_ERR_LENGTH: return "the length is not the type's";
     case SYSDT_ERR_MISMATCH: return "this mode takes a display record of another length (--record)";
@@ -35,6 +35,9 @@ std::string meaning(std::uint32_t status)
                          const std::string &reason, const std::string &rest = {}, std::vector<KindForm> forms = {},
                          std::optional<Diagnosis> diagnosis = {})
 {
+    if (status == SYSDT_ERR_NO_MEMORY) {
+        throw std::bad_alloc(); // which says nothing of the value
+    }
     throw Refusal(name_of(type) + " refuses " + what + ": " + reason + " (" + host::status_name(status) + ")" + rest,
                   status, std::move(forms), std::move(diagnosis));
 }

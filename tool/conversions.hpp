@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The operations of a type, as commands and scripts use them: values are in the machine's byte order, and whatever
-/// the type refuses is thrown as a Refusal with a sentence that says why.
+/// the type refuses is thrown as a Refusal with a sentence that says why; where it had no memory, std::bad_alloc.
 #ifndef BGPDT_TOOL_CONVERSIONS_HPP
 #define BGPDT_TOOL_CONVERSIONS_HPP
 

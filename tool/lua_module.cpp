@@ -2,9 +2,15 @@
 #include "lua_module.hpp"
 
 #include <algorithm>
+#include <cstring>
 #include <exception>
+#include <new>
 #include <span>
+#include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 #include <lua.hpp>
 
@@ -36,14 +42,6 @@ std::string_view view(std::span<const std::uint8_t> bytes)
 
 void push(lua_State *lua, std::string_view text) { lua_pushlstring(lua, text.data(), text.size()); }
 
-void push_value(lua_State *lua, const SYSDT_Record &type, std::span<const std::uint8_t> bytes)
-{
-    auto *head = static_cast<Head *>(lua_newuserdatauv(lua, sizeof(Head) + bytes.size(), 0));
-    *head = {&type, bytes.size()};
-    std::ranges::copy(bytes, reinterpret_cast<std::uint8_t *>(head + 1));
-    luaL_setmetatable(lua, value_name);
-}
-
 Value value_at(lua_State *lua, int index)
 {
     const auto *head = static_cast<const Head *>(luaL_checkudata(lua, index, value_name));
@@ -71,50 +69,198 @@ std::string hex_of(const Value &value)
     return to_hex(bytes);
 }
 
-/// A function of the module: what it throws is nil, a message and, if there is one, a place. The engine leaves by
-/// longjmp when an argument is of another kind, so that arguments are read before anything that has a destructor.
-template <int (*function)(lua_State *, Session &)>
-int entry(lua_State *lua)
+// ------------------------------------------------------------------------------------------------ answers
+
+// The engine takes memory for what it is given, which may raise an error: it then leaves by longjmp. So a function
+// first reads its arguments and keeps them as plain data; its work is C++ that calls nothing of the engine that may
+// raise an error; what the work gives goes to the engine when nothing with a destructor is left, or else in a
+// protected call.
+
+/// A value of the type, or a string if there is none, wherever its bytes stand.
+struct Content {
+    const SYSDT_Record *type;
+    std::span<const std::uint8_t> bytes;
+};
+
+struct Refused {
+    const char *message;
+    const Diagnosis *diagnosis; ///< null: there is none
+};
+
+void push(lua_State *lua, const Content &content)
 {
-    auto *session = static_cast<Session *>(lua_touserdata(lua, lua_upvalueindex(1)));
-    try {
-        return function(lua, *session);
-    } catch (const Refusal &refusal) {
-        lua_pushnil(lua);
-        lua_pushstring(lua, refusal.what());
-        if (!refusal.diagnosis()) {
-            return 2;
-        }
-        lua_pushinteger(lua, static_cast<lua_Integer>(refusal.diagnosis()->at) + 1);
-        return 3;
-    } catch (const std::exception &error) {
-        lua_pushnil(lua);
-        lua_pushstring(lua, error.what());
-        return 2;
+    if (content.type == nullptr) {
+        push(lua, view(content.bytes));
+        return;
+    }
+    auto *head = static_cast<Head *>(lua_newuserdatauv(lua, sizeof(Head) + content.bytes.size(), 0));
+    *head = {content.type, content.bytes.size()};
+    std::copy_n(content.bytes.data(), content.bytes.size(), reinterpret_cast<std::uint8_t *>(head + 1));
+    luaL_setmetatable(lua, value_name);
+}
+
+void push(lua_State *lua, const Refused &refused)
+{
+    lua_pushnil(lua);
+    lua_pushstring(lua, refused.message);
+    if (refused.diagnosis != nullptr) {
+        lua_pushinteger(lua, static_cast<lua_Integer>(refused.diagnosis->at) + 1);
     }
 }
+
+// What the work of a function may give; work that gives nothing has pushed its one result.
+
+struct Fresh {
+    const SYSDT_Record &type;
+    Bytes bytes;
+};
+
+/// What types() says of one type.
+struct About {
+    std::string name;
+    lua_Integer id;
+    lua_Integer size;
+    std::vector<std::string> operations;
+};
+
+Content content_of(const Fresh &value) { return {&value.type, value.bytes}; }
+
+Content content_of(std::string_view text)
+{
+    return {nullptr, {reinterpret_cast<const std::uint8_t *>(text.data()), text.size()}};
+}
+
+Content content_of(const Printed &printed)
+{
+    return printed.text ? content_of(*printed.text) : Content{nullptr, printed.bytes};
+}
+
+void push(lua_State *lua, const std::vector<About> &types)
+{
+    lua_newtable(lua);
+    lua_Integer index = 0;
+    for (const About &type : types) {
+        lua_newtable(lua);
+        push(lua, type.name);
+        lua_setfield(lua, -2, "name");
+        lua_pushinteger(lua, type.id);
+        lua_setfield(lua, -2, "id");
+        lua_pushinteger(lua, type.size);
+        lua_setfield(lua, -2, "size");
+        lua_newtable(lua);
+        lua_Integer place = 0;
+        for (const std::string &word : type.operations) {
+            push(lua, word);
+            lua_rawseti(lua, -2, ++place);
+        }
+        lua_setfield(lua, -2, "operations");
+        lua_rawseti(lua, -2, ++index);
+    }
+}
+
+// How many results are pushed; or one of these.
+constexpr int failed = -1; ///< an error is to be raised, which is on top
+constexpr int kept = 0;    ///< the result is still to be pushed
+
+/// Pushes in a protected call.
+template <class What>
+int pushed(lua_State *lua, const What &what)
+{
+    const int before = lua_gettop(lua);
+    lua_pushcfunction(lua, [](lua_State *inner) {
+        push(inner, *static_cast<const What *>(lua_touserdata(inner, 1)));
+        return lua_gettop(inner) - 1;
+    });
+    lua_pushlightuserdata(lua, const_cast<What *>(&what));
+    return lua_pcall(lua, 1, LUA_MULTRET, 0) == LUA_OK ? lua_gettop(lua) - before : failed;
+}
+
+/// Content that is small; keeping it costs less than a protected call.
+struct Small {
+    Content content;
+    std::uint8_t room[1024];
+};
+
+int kept_or_pushed(lua_State *lua, const Content &content, Small &small)
+{
+    if (content.bytes.size() > sizeof small.room) {
+        return pushed(lua, content);
+    }
+    std::copy_n(content.bytes.data(), content.bytes.size(), small.room);
+    small.content = {content.type, {small.room, content.bytes.size()}};
+    return kept;
+}
+
+template <class Work>
+int result_of(lua_State *lua, const Work &work, Small &small)
+{
+    if constexpr (std::is_void_v<std::invoke_result_t<Work>>) {
+        work();
+        return 1;
+    } else {
+        const auto result = work();
+        if constexpr (requires { content_of(result); }) {
+            return kept_or_pushed(lua, content_of(result), small);
+        } else {
+            return pushed(lua, result);
+        }
+    }
+}
+
+/// What is thrown becomes nil, a message and, if there is one, a place; but memory that is out an engine's error.
+template <class Work>
+int caught_result_of(lua_State *lua, const Work &work, Small &small) noexcept
+{
+    try {
+        return result_of(lua, work, small);
+    } catch (const Refusal &refusal) {
+        return pushed(lua, Refused{refusal.what(), refusal.diagnosis() ? &*refusal.diagnosis() : nullptr});
+    } catch (const std::bad_alloc &) {
+        static_cast<void>(pushed(lua, content_of("not enough memory"))); // the engine's own words
+        return failed;
+    } catch (const std::exception &error) {
+        return pushed(lua, Refused{error.what(), nullptr});
+    }
+}
+
+/// Has a function's work answer the call.
+template <class Work>
+int answer(lua_State *lua, const Work &work)
+{
+    Small small;
+    const int results = caught_result_of(lua, work, small);
+    if (results == kept) {
+        push(lua, small.content);
+        return 1;
+    }
+    return results == failed ? lua_error(lua) : results;
+}
+
+// ------------------------------------------------------------------------------------------------ the module
 
 int parse(lua_State *lua, Session &session)
 {
     const std::string_view name = string_at(lua, 1);
     const std::string_view text = string_at(lua, 2);
     const std::uint8_t given = mode_at(lua, 3, 0);
-    const SYSDT_Record &type = session.type(name);
-    const std::uint8_t mode = lua_isnoneornil(lua, 3) ? session.mode_for(type) : given;
-    push_value(lua, type, parse_text(session, type, text, mode).data);
-    return 1;
+    const bool usual = lua_isnoneornil(lua, 3);
+    return answer(lua, [&] {
+        const SYSDT_Record &type = session.type(name);
+        return Fresh{type, parse_text(session, type, text, usual ? session.mode_for(type) : given).data};
+    });
 }
 
 int from_hex(lua_State *lua, Session &session)
 {
     const std::string_view name = string_at(lua, 1);
     const std::string_view hex = string_at(lua, 2);
-    const SYSDT_Record &type = session.type(name);
-    Bytes bytes = tool::from_hex(hex);
-    require_size(type, bytes, value_size(type));
-    turn_to_native(type, bytes);
-    push_value(lua, type, bytes);
-    return 1;
+    return answer(lua, [&] {
+        const SYSDT_Record &type = session.type(name);
+        Bytes bytes = tool::from_hex(hex);
+        require_size(type, bytes, value_size(type));
+        turn_to_native(type, bytes);
+        return Fresh{type, std::move(bytes)};
+    });
 }
 
 int value(lua_State *lua, Session &session)
@@ -122,33 +268,32 @@ int value(lua_State *lua, Session &session)
     const std::string_view name = string_at(lua, 1);
     luaL_checkany(lua, 2);
     lua_settop(lua, 2);
-    const SYSDT_Record &type = session.type(name);
-    push_value(lua, type, read_table(session, lua, type));
-    return 1;
+    return answer(lua, [&] {
+        const SYSDT_Record &type = session.type(name);
+        return Fresh{type, read_table(session, lua, type)};
+    });
 }
 
 int table(lua_State *lua, Session &session)
 {
     const Value value = value_at(lua, 1);
-    push_table(session, lua, value.type, value.bytes);
-    return 1;
+    return answer(lua, [&] { push_table(session, lua, value.type, value.bytes); });
 }
 
 int print(lua_State *lua, Session &session)
 {
     const Value value = value_at(lua, 1);
     const std::uint8_t mode = mode_at(lua, 2, session.mode_for(value.type));
-    const Printed printed = print_value(session, value.type, printable(value.type, value.bytes), mode);
-    push(lua, printed.text ? std::string_view(*printed.text) : view(printed.bytes));
-    return 1;
+    return answer(lua, [&] { return print_value(session, value.type, printable(value.type, value.bytes), mode); });
 }
 
 int check(lua_State *lua, Session &session)
 {
     const Value value = value_at(lua, 1);
-    check_value(session, value.type, value.bytes);
-    lua_pushboolean(lua, 1);
-    return 1;
+    return answer(lua, [&] {
+        check_value(session, value.type, value.bytes);
+        lua_pushboolean(lua, 1);
+    });
 }
 
 int compare(lua_State *lua, Session &session)
@@ -156,32 +301,22 @@ int compare(lua_State *lua, Session &session)
     const Value first = value_at(lua, 1);
     const Value second = value_at(lua, 2);
     luaL_argcheck(lua, &first.type == &second.type, 2, "the values are of different types");
-    lua_pushinteger(lua, compare_values(session, first.type, first.bytes, second.bytes));
-    return 1;
+    return answer(lua, [&] {
+        const int order = compare_values(session, first.type, first.bytes, second.bytes);
+        lua_pushinteger(lua, order);
+    });
 }
 
 int types(lua_State *lua, Session &session)
 {
-    lua_newtable(lua);
-    lua_Integer index = 0;
-    for (const SYSDT_Record *type : session.host().types()) {
-        lua_newtable(lua);
-        push(lua, name_of(*type));
-        lua_setfield(lua, -2, "name");
-        lua_pushinteger(lua, type->typeId);
-        lua_setfield(lua, -2, "id");
-        lua_pushinteger(lua, static_cast<lua_Integer>(value_size(*type)));
-        lua_setfield(lua, -2, "size");
-        lua_newtable(lua);
-        lua_Integer place = 0;
-        for (const std::string &word : operations(*type)) {
-            push(lua, word);
-            lua_rawseti(lua, -2, ++place);
+    return answer(lua, [&] {
+        std::vector<About> types;
+        for (const SYSDT_Record *type : session.host().types()) {
+            types.push_back(
+                {name_of(*type), type->typeId, static_cast<lua_Integer>(value_size(*type)), operations(*type)});
         }
-        lua_setfield(lua, -2, "operations");
-        lua_rawseti(lua, -2, ++index);
-    }
-    return 1;
+        return types;
+    });
 }
 
 int value_index(lua_State *lua, Session &)
@@ -189,11 +324,11 @@ int value_index(lua_State *lua, Session &)
     const Value value = value_at(lua, 1);
     const std::string_view key = string_at(lua, 2);
     if (key == "type") {
-        push(lua, name_of(value.type));
+        push(lua, {value.type.name, strnlen(value.type.name, sizeof value.type.name)});
+    } else if (key == "hex") {
+        return answer(lua, [&] { return hex_of(value); });
     } else if (key == "size") {
         lua_pushinteger(lua, static_cast<lua_Integer>(value.bytes.size()));
-    } else if (key == "hex") {
-        push(lua, hex_of(value));
     } else if (key == "bytes") {
         push(lua, view(value.bytes));
     } else {
@@ -214,17 +349,30 @@ int value_equal(lua_State *lua, Session &)
     return 1;
 }
 
+/// Hex behind 0x where the type prints no text.
+std::string shown(Session &session, const Value &value)
+{
+    try {
+        Printed printed =
+            print_value(session, value.type, printable(value.type, value.bytes), session.mode_for(value.type));
+        if (printed.text) {
+            return *std::move(printed.text);
+        }
+    } catch (const Refusal &) { // its bytes are shown
+    }
+    return "0x" + hex_of(value);
+}
+
 int value_text(lua_State *lua, Session &session)
 {
     const Value value = value_at(lua, 1);
-    try {
-        const Printed printed =
-            print_value(session, value.type, printable(value.type, value.bytes), session.mode_for(value.type));
-        push(lua, printed.text ? *printed.text : "0x" + hex_of(value));
-    } catch (const Refusal &) {
-        push(lua, "0x" + hex_of(value));
-    }
-    return 1;
+    return answer(lua, [&] { return shown(session, value); });
+}
+
+template <int (*function)(lua_State *, Session &)>
+int entry(lua_State *lua)
+{
+    return function(lua, *static_cast<Session *>(lua_touserdata(lua, lua_upvalueindex(1))));
 }
 
 constexpr luaL_Reg functions[] = {

@@ -13,9 +13,10 @@
 /// | `bgp.check(value)` | true |
 /// | `bgp.compare(value, value)` | -1, 0 or 1 |
 ///
-/// What a type refuses is nil and a message, and of a text the place of the first wrong byte, counted from 1. A value
-/// has `type`, `size`, `hex` (numbers in the target's order) and `bytes` (as they stand in memory); tostring gives its
-/// text, or its hex behind 0x if it has none; values are equal when type and bytes are.
+/// What a type refuses is nil and a message, and of a text the place of the first wrong byte, counted from 1. Where
+/// memory is out, that is the engine's error "not enough memory". A value has `type`, `size`, `hex` (numbers in the
+/// target's order) and `bytes` (as they stand in memory); tostring gives its text, or its hex behind 0x if it has none;
+/// values are equal when type and bytes are.
 #ifndef BGPDT_TOOL_LUA_MODULE_HPP
 #define BGPDT_TOOL_LUA_MODULE_HPP
 

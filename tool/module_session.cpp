@@ -3,6 +3,8 @@
 
 #include <dlfcn.h>
 
+#include <memory>
+
 #include "errors.hpp"
 
 namespace bgpdt::tool {
@@ -23,7 +25,10 @@ void offer_services()
 Session *new_session()
 {
     offer_services();
-    return new Session(*new Options);
+    auto options = std::make_unique<Options>();
+    auto session = std::make_unique<Session>(*options);
+    static_cast<void>(options.release()); // the session reads them
+    return session.release();
 }
 
 } // namespace

@@ -41,13 +41,21 @@ ordered_json array_json(lua_State *lua, int table, lua_Integer length)
     return array;
 }
 
-ordered_json object_json(lua_State *lua, int table)
+/// The fields by name, each as `form` makes it of the value on top of the stack.
+template <class Form>
+auto fields_of(lua_State *lua, int table, Form form)
 {
-    std::map<std::string, ordered_json> fields;
+    std::map<std::string, decltype(form(lua, -1))> fields;
     for (lua_pushnil(lua); lua_next(lua, table) != 0; lua_pop(lua, 1)) {
         const bool named = lua_type(lua, -2) == LUA_TSTRING;
-        fields.emplace(named ? lua_tostring(lua, -2) : std::to_string(lua_tointeger(lua, -2)), script_json(lua, -1));
+        fields.emplace(named ? lua_tostring(lua, -2) : std::to_string(lua_tointeger(lua, -2)), form(lua, -1));
     }
+    return fields;
+}
+
+ordered_json object_json(lua_State *lua, int table)
+{
+    const auto fields = fields_of(lua, table, script_json);
     return fields.empty() ? ordered_json::object() : ordered_json(fields);
 }
 
@@ -176,6 +184,28 @@ ordered_json script_json(lua_State *lua, int index)
 std::string json_text(const ordered_json &value)
 {
     return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+}
+
+std::string script_json_text(lua_State *lua, int index)
+{
+    if (!lua_istable(lua, index)) {
+        return json_text(script_json(lua, index));
+    }
+    const int table = lua_absindex(lua, index);
+    const lua_Integer length = array_length(lua, table);
+    std::vector<std::string> entries;
+    for (lua_Integer i = 1; i <= length; ++i) {
+        lua_rawgeti(lua, table, i);
+        entries.push_back(script_json_text(lua, -1));
+        lua_pop(lua, 1);
+    }
+    if (length > 0) {
+        return "[" + joined(entries, ",") + "]";
+    }
+    for (const auto &[name, text] : fields_of(lua, table, script_json_text)) {
+        entries.push_back(json_text(name) + ":" + text);
+    }
+    return "{" + joined(entries, ",") + "}";
 }
 
 std::string script_text(const ordered_json &value) { return text_at(value, 0); }

@@ -24,6 +24,10 @@ nlohmann::ordered_json script_json(lua_State *lua, int index);
 /// On one line; bytes that are no UTF-8 become U+FFFD.
 std::string json_text(const nlohmann::ordered_json &value);
 
+/// The text of script_json's value, without making that: to destroy it takes memory, and where that is out it ends the
+/// program.
+std::string script_json_text(lua_State *lua, int index);
+
 /// Pushes what script_json made, or what read_json read.
 void push_script_json(lua_State *lua, const nlohmann::ordered_json &value);
 

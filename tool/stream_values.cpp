@@ -121,8 +121,9 @@ void ByteOrder::work_out(const Layout &layout, std::size_t size)
     if (layout.fields.empty() && type_.baseKind == SYSDT_KIND_BINARY) {
         std::ranges::reverse(positions_); // a plain binary type is one number
     }
-    Bytes low(size);
-    Bytes high(size);
+    halves_.resize(2 * size);
+    const auto low = std::span(halves_).first(size);
+    const auto high = std::span(halves_).last(size);
     for (std::size_t i = 0; i < size; ++i) {
         low[i] = static_cast<std::uint8_t>(positions_[i]);
         high[i] = static_cast<std::uint8_t>(positions_[i] >> 8);

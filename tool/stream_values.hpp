@@ -39,9 +39,14 @@ Value filled_up(const SYSDT_Record &type, Value value, Bytes &room);
 /// The byte order of a type's values outside: the target's, or the machine's own.
 class ByteOrder {
 public:
-    ByteOrder(const SYSDT_Record &type, bool native) : type_(type), native_(native) {}
+    ByteOrder(const SYSDT_Record &type, bool native) : type_(type), native_(native)
+    {
+        positions_.reserve(value_size(type));
+        halves_.reserve(2 * value_size(type));
+    }
 
-    /// Where the bytes in that order stand in the value; as many as it has.
+    /// Where the bytes in that order stand in the value; as many as it has. Takes no memory for a value of the type's
+    /// size.
     const std::uint16_t *positions(Value value)
     {
         const Layout &layout = layout_of(type_.typeId, value, std::endian::native);
@@ -58,6 +63,7 @@ private:
     const bool native_;
     const Layout *layout_ = nullptr; ///< of the positions
     std::vector<std::uint16_t> positions_;
+    Bytes halves_; ///< the positions' low bytes, then the high ones, while they are worked out
 };
 
 /// Reads values, one thread's own.

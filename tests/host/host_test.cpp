@@ -332,7 +332,7 @@ TEST_F(Scripted, MemoryOutInsideACallbackIsCaught)
     lua_pushstring(lua, "below");
     for (int i = 0; i < 3; ++i) {
         error.clear();
-        EXPECT_EQ(host.push_script_value(lua, raising, bytes_of(1), error), SYSDT_ERR_FAIL);
+        EXPECT_EQ(host.push_script_value(lua, raising, bytes_of(1), error), SYSDT_ERR_NO_MEMORY);
         EXPECT_EQ(error, "not enough memory");
         EXPECT_EQ(lua_gettop(lua), 1);
     }

@@ -83,6 +83,18 @@ SELECT '1.10' = '65546' COLLATE bgp_ASNUM, '0' || '7' = '7' COLLATE bgp_ASNUM;
 0|1
 END
 
+# A text counts with the blanks at its ends; beyond the tool's longest line no type takes it, and it stands behind.
+gives <<'END'
+SELECT bgp_valid('ASNUM', printf('%65536s', '7')), bgp_valid('ASNUM', printf('%65537s', '7'));
+SELECT hex(bgp_value('ASNUM', printf('%65536s', '7'))), bgp_why('ASNUM', printf('%65537s', '7')) LIKE '%than 65536 %';
+SELECT '7' = printf('%65536s', '7') COLLATE bgp_ASNUM, '8' < printf('%65537s', '7') COLLATE bgp_ASNUM;
+--
+1|0
+0000000700000000|1
+1|1
+END
+refuses "SELECT bgp_value('ASNUM', printf('%65537s', '7'));" 'more than 65536 characters'
+
 # A database that trusts no schema takes the functions in one: they are innocuous; in an index, and in columns that are
 # generated: they are deterministic.
 gives <<'END'
