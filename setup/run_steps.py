@@ -212,26 +212,28 @@ def slowest_tests(jobs: list[Job]) -> list[str]:
     return [f"{name} {seconds:.0f} s" for seconds, name in sorted(times, reverse=True)[:5]]
 
 
-def print_summary(jobs: list[Job], seconds: float) -> None:
+def print_table(jobs: list[Job]) -> None:
+    """A row for each step: its time, and what it proved or what became of it."""
     width = max(len(job.name) for job in jobs)
     for job in jobs:
-        what = job.proved if job.state == "passed" else [f"passed before for the same files" if job.state == "kept" else job.state]
-        time_told = "" if job.state in ("kept", "left out") else duration(job.seconds)
-        for i, line in enumerate(what or [""]):
-            print(f"{job.name if i == 0 else '':{width}}  {time_told if i == 0 else '':>11}  {line}".rstrip())
-    slowest = slowest_tests([job for job in jobs if job.state == "passed"])
-    if slowest:
-        print("slowest tests: " + ", ".join(slowest))
+        became = {"kept": "passed before for the same files", "passed": "done"}.get(job.state, job.state)
+        first, *further = job.proved or [became]
+        seconds = duration(job.seconds) if job.seconds else ""
+        print(f"{job.name:{width}}  {seconds:>11}  {first}")
+        for line in further:
+            print(" " * (width + 15) + line)
+
+
+def print_verdict(jobs: list[Job], seconds: float) -> None:
+    """What to do about what failed; at the end one line that other programs read too."""
+    states = [job.state for job in jobs if not job.is_build or job.state == "failed"]
     for job in jobs:
         if job.state == "failed":
             print(f"failed: {job.name}; again: {again(job)}; its output: {job.log.relative_to(TOP)}")
-    steps = [job for job in jobs if not job.is_build]
-    failed = [job for job in jobs if job.state == "failed"]
-    kept = sum(job.state == "kept" for job in steps)
-    verdict = f"{sum(job.state in ('passed', 'kept') for job in steps)} passed, {len(failed)} failed"
-    left_out = sum(job.state == "left out" for job in steps)
+    kept = states.count("kept")
     print(f"in {duration(seconds)}" + (f"; {kept} passed before, ./test --fresh runs them again" if kept else ""))
-    print(verdict + (f", {left_out} skipped" if left_out else ""))
+    skipped = f", {states.count('left out')} skipped" if "left out" in states else ""
+    print(f"{states.count('passed') + kept} passed, {states.count('failed')} failed{skipped}")
 
 
 def parse_arguments() -> argparse.Namespace:
@@ -263,12 +265,16 @@ def main() -> int:
         jobs = keep_passed(jobs, tree)
     began = time.monotonic()
     Runner(jobs, options.verbose).run()
-    for job in jobs:
-        if job.state == "passed":
-            collect_proofs(job)
-            if not job.is_build:
-                stamp(job).write_text(tree)
-    print_summary(jobs, time.monotonic() - began)
+    passed = [job for job in jobs if job.state == "passed"]
+    for job in passed:
+        collect_proofs(job)
+        if not job.is_build and tree == tree_hash():  # no file was changed meanwhile
+            stamp(job).write_text(tree)
+    print_table(jobs)
+    slowest = slowest_tests(passed)
+    if slowest:
+        print("slowest tests: " + ", ".join(slowest))
+    print_verdict(jobs, time.monotonic() - began)
     return 0 if all(job.state in ("passed", "kept") for job in jobs) else 1
 
 
