@@ -38,32 +38,21 @@
 #include "common/bytes.hpp"
 #include "common/census.hpp"
 #include "common/ipv4.hpp"
-#include "route_keys/evpn.hpp"
+#include "common/key_address.hpp"
 
 using namespace bgpdt;
 using namespace bgpdt::mvpn;
 
 namespace {
 
-constexpr u8 family_ipv4 = 0;
-constexpr u8 family_ipv6 = 1;
-
 // ------------------------------------------------------------------------------------------------ from text
 
 /// Reads an address of one of the families into the field.
 using ReadAddress = u32(const char *text, SYSDT_EvpnAddress &field);
 
-u32 read_ipv6(const char *text, SYSDT_EvpnAddress &field)
-{
-    if (SYSDT_Str2Ipv6(text, field.ipv6) != SYSDT_OK)
-        return SYSDT_ERR_FAIL;
-    field.family = family_ipv6;
-    return SYSDT_OK;
-}
-
 u32 read_either(const char *text, SYSDT_EvpnAddress &field)
 {
-    return (std::strchr(text, ':') != nullptr ? read_ipv6 : evpn::read_ipv4)(text, field);
+    return (std::strchr(text, ':') != nullptr ? read_ipv6 : read_ipv4)(text, field);
 }
 
 /// Where the sections of a text begin. The first begins at its start.
@@ -114,7 +103,7 @@ bool is_ipv6_multicast(const SYSDT_EvpnAddress &field) { return field.ipv6[0] ==
 /// Two addresses: a source and a group, or two originators. Never refused. (4)
 void read_ipv4_pair(const Split &split, SYSDT_BolValue &value)
 {
-    if (read_sections(kind<SYSDT_BOL_NG_TYPE_5>, split, evpn::read_ipv4, value) != SYSDT_OK)
+    if (read_sections(kind<SYSDT_BOL_NG_TYPE_5>, split, read_ipv4, value) != SYSDT_OK)
         value.subKind = SYSDT_BOL_IPV4;
     else if (!is_ipv4_multicast(load<u32>(value.key + 21)))
         value.subKind = SYSDT_BOL_NG_TYPE_4_1;
@@ -144,16 +133,16 @@ u32 parse_with_colons(const char *text, const Census &census, SYSDT_BolValue &va
     case 0:
         if (census.dots() == 3)
             return read_ipv4_alone(copy, value); // (1)
-        return read_sections(kind<SYSDT_BOL_NG_TYPE_2>, split, evpn::read_ipv4, value);
+        return read_sections(kind<SYSDT_BOL_NG_TYPE_2>, split, read_ipv4, value);
     case 1:
         if (census.dots() != 6)
-            return read_sections(kind<SYSDT_BOL_NG_TYPE_4_2>, split, evpn::read_ipv4, value);
+            return read_sections(kind<SYSDT_BOL_NG_TYPE_4_2>, split, read_ipv4, value);
         read_ipv4_pair(split, value);
         return SYSDT_OK;
     case 2:
         return read_sections(census.dots() == 9 ? kind<SYSDT_BOL_NG_TYPE_3> : kind<SYSDT_BOL_NG_TYPE_6>, split,
-                             evpn::read_ipv4, value);
-    default: return read_sections(kind<SYSDT_BOL_NG_TYPE_4_3>, split, evpn::read_ipv4, value);
+                             read_ipv4, value);
+    default: return read_sections(kind<SYSDT_BOL_NG_TYPE_4_3>, split, read_ipv4, value);
     }
 }
 
@@ -186,7 +175,6 @@ u32 build(const Kind &kind, char *text, SYSDT_BolValue *value, const u32 positio
 
 // ------------------------------------------------------------------------------------------------ to text
 
-constexpr u32 ipv6_text_size = 46;
 constexpr std::size_t most_sections = 4;
 constexpr std::size_t longest_key = most_sections * (1 + ipv6_text_size);
 
