@@ -50,7 +50,7 @@ constexpr Type<SYSDT_LsPrefix> bgpls_prefix{
     .mode3 = Mode3::text, // print (1)
     .clears_before_output = true,
     .block = text_size,
-    .limit = text_size,
+    .limit = text_size,     // print (15)
     .reads = Input::passed, // print (14)
     .print = print_value,
     .allocator = Allocator::plain,

@@ -43,7 +43,9 @@ constexpr const Word &word_of(std::span<const Word> words, u32 number) // print 
     return number < words.size() ? words[number] : no_word;
 }
 
-/// Of the groups of a key.
+// The bits by which groups are marked as seen.
+
+/// Of a key.
 namespace key_bit {
 enum : u32 {
     route_type = 0x001,
@@ -60,7 +62,7 @@ enum : u32 {
 };
 } // namespace key_bit
 
-/// Of those within LOCAL and REMOTE.
+/// Within LOCAL and REMOTE.
 namespace node_bit {
 enum : u32 {
     as = 0x01,

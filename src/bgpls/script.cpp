@@ -83,6 +83,7 @@ constexpr auto link_order = reading_order(
      "uiLinkRemId",     "uiLinkLocId",    "uiRmtIgpRtIdLen", "stRemIgpRtId",    "uiRemOspfAreaId", "uiRemoteBgpRtId",
      "stRemoteBgpLsId", "stRemoteAs",     "remoteMemberAs",  "uiLocIgpRtIdLen", "stLocIgpRtId",    "uiLocOspfAreaId",
      "uiLocalBgpRtId",  "stLocalBgpLsId", "stLocalAs",       "localMemberAs",   "uiIdentifier"});
+
 consteval auto prefix_order(Group fields, const char *address)
 {
     return reading_order(fields, {"uiProtocolId", "uiPrefixLen", address, "uiOspfRtType", "uiMtId", "uiLocIgpRtIdLen",
