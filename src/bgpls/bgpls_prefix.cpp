@@ -10,7 +10,7 @@
 ///       u32          u32        u64          packed; numbers in host order
 ///
 /// Text: groups in brackets, "[NODE][OSPFv2][IDENTIFIER0][LOCAL[as64496][bgp-ls-identifier192.0.2.1]]"; grammar in
-/// key_groups.cpp and descriptors.cpp, printed form in key_printer.cpp, scripts in key_script.cpp.
+/// text.cpp, printed form in print.cpp, scripts in script.cpp.
 ///
 /// Irregularities, all deliberate; those of text, print and scripts are numbered in those files:
 ///  (1) Endian reads the route type once it is turned, so it brings values into the processor's own order only: turning
@@ -22,21 +22,23 @@
 ///  (6) The help tells other lengths than the parser's. text (1) Texts are read in modes 1 and 2 only; mode 6 is
 ///      refused. print (1) Mode 3 prints too; there is no binary copy. print (14) A shorter value is filled up with
 ///      zeros, a longer one is cut.
-#include <algorithm>
+#include <cstddef>
 
-#include "bgp_datatype/bgp_datatype.h"
-#include "bgpls/key_printer.hpp"
+#include "bgp_datatype/fields.hpp"
+#include "bgpls/key.hpp"
 #include "common/bytes.hpp"
 #include "common/callbacks.hpp"
 
 using namespace bgpdt;
+using namespace bgpdt::bgpls;
 
 namespace {
 
 /// What cannot be printed is empty text.
 u32 print_value(const SYSDT_LsPrefix &value, u8, Writer &out)
 {
-    print_key(value, out);
+    if (Printer *const print = printer_of(value); print != nullptr)
+        print(value, out);
     return SYSDT_OK;
 }
 
@@ -47,8 +49,8 @@ constexpr Type<SYSDT_LsPrefix> bgpls_prefix{
     .output = open_screen,
     .mode3 = Mode3::text, // print (1)
     .clears_before_output = true,
-    .block = key_text_size,
-    .limit = key_text_size,
+    .block = text_size,
+    .limit = text_size,     // print (15)
     .reads = Input::passed, // print (14)
     .print = print_value,
     .allocator = Allocator::plain,
@@ -69,22 +71,32 @@ i32 SYSDT_LSPrefixCompare(const void *, u32 length, const void *first, const voi
     return compare_bytes(length, first, second); // (5)
 }
 
+namespace {
+
+/// Whether the field is the IPv4 word of a TE policy's address of another family. (4)
+bool is_idle(const Field &field, const SYSDT_LsPrefix &key)
+{
+    constexpr std::size_t addresses[] = {offsetof(SYSDT_LsTePolicy, endpoint),
+                                         offsetof(SYSDT_LsTePolicy, originatorAddress)};
+    for (const std::size_t address : addresses)
+        if (field.offset == address + offsetof(LsIpAddr, ipv4))
+            return key.bytes[address + offsetof(LsIpAddr, family)] != 0;
+    return false;
+}
+
+} // namespace
+
+/// The fields to turn are those of the route type's layout: SYSDT_LSPrefix_Node_Endian, SYSDT_LSPrefix_Link_Endian,
+/// SYSDT_LSPrefix_Ipv4Prefix_Endian, SYSDT_LSPrefix_Ipv6Prefix_Endian, SYSDT_LSPrefix_TePolicy_Endian,
+/// SYSDT_LSPrefix_Srv6Sid_Endian.
 u32 SYSDT_LSPrefixEndian(void *first, u32, u32, void *data)
 {
     if (first == nullptr || data == nullptr)
         return SYSDT_ERR_NULL_PTR;
     auto &record = *static_cast<SYSDT_LsPrefix *>(data);
-    const u32 route_type = byte_swapped(u32{record.head.routeType});          // (1)
-    reverse_numbers(ls_layout_of(route_type), {record.bytes, SYSDT_LS_SIZE}); // (2) (3)
-    if (route_type == SYSDT_LS_TE_POLICY) {
-        for (LsIpAddr *address : {&record.tePolicy.endpoint, &record.tePolicy.originatorAddress})
-            if (address->family != 0)
-                address->ipv4 = byte_swapped(u32{address->ipv4}); // (4) back
-    }
+    const u32 route_type = byte_swapped(u32{record.head.routeType}); // (1)
+    for (const Field &field : ls_layout_of(route_type).fields)       // (2) (3)
+        if (route_type != SYSDT_LS_TE_POLICY || !is_idle(field, record))
+            reverse_numbers({{&field, 1}, SYSDT_LS_SIZE}, {record.bytes, SYSDT_LS_SIZE});
     return SYSDT_OK;
-}
-
-u32 SYSDT_ipv6AddrUnSpecified(const u8 address[16])
-{
-    return std::all_of(address, address + 16, [](u8 byte) { return byte == 0; }) ? 1 : 0;
 }

@@ -1,85 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The groups within LOCAL and REMOTE, LINK, PREFIX, TE and SID of a BGP-LS text, each parsed into its scratch record:
-///
-///     [as64496][bgp-ls-identifier192.0.2.1][ospf-area-id0.0.0.0][igp-router-id192.0.2.2]
-///     [identifier192.0.2.1.192.0.2.2][local2001:db8::1][remote192.0.2.2]
-///     [mt-id0][ospf-route-type1][prefix192.0.2.0/24]
-///     [protocol-origin2][Flag0][endpoint2001:db8::1][color100][originator-as1.0][originator-address192.0.2.1]...
-///     [mt-id0][sid2001:db8::1]
-///
-/// Irregularities, all deliberate, numbered as in key_groups.cpp:
-///  (5) Of a prefix length 32 bits are read and the low 8 kept.
-///  (8) An empty AS is none and does not count as given; a member AS may not be empty; only an originator AS may be 0.
-///  (9) A BGP router identifier may be a decimal number, but not in a TE policy.
-///  (10) An IS-IS router identifier has its digits at fixed places; what stands between and behind them is not looked
-///      at, and each two are read as "%2x": one digit is enough, and a sign is one of the two.
-///  (11) An OSPF router identifier may name the designated router's interface behind '/'; other protocols have none.
-///  (14) if-address and peer-address may be repeated, and share their fields with local and remote, as identifier does
-///      with link-local-id and link-remote-id: the last one stays.
-///  (18) Under BGP the mt-id of a SID is not looked at, however often it comes.
+/// The values of the groups within LOCAL and REMOTE, LINK, PREFIX, TE and SID of a BGP-LS text, each parsed into a
+/// member of the scratch record. The groups and the irregularities are told in text.cpp.
 #include <cstring>
-#include <iterator>
 
 #include "asn_community/as_number.hpp"
-#include "bgpls/groups.hpp"
-#include "bgpls/patterns.hpp"
+#include "bgpls/key.hpp"
 #include "common/bytes.hpp"
 #include "common/census.hpp"
+#include "common/cut.hpp"
 #include "common/scan.hpp"
 
-using namespace bgpdt;
-using ParseContext = LsPrefixParseContext;
-
-constexpr LsPrefixPattern g_bgplsPrefixNodeDescPartten[8] = {
-    {"as", node_bit::as, 0, BgpLsParseNodeDescAs},
-    {"bgp-ls-identifier", node_bit::bgp_ls_id, 0, BgpLsParseNodeDescLsId},
-    {"bgp-router-id", node_bit::bgp_router_id, 0, BgpLsParseNodeDescBgpRouterId},
-    {"ospf-area-id", node_bit::ospf_area, 0, BgpLsParseNodeDescOspfAreaId},
-    {"igp-router-id", node_bit::igp_router_id, 0, BgpLsParseNodeDescIgpRouterId},
-    {"member-as", node_bit::member_as, 0, BgpLsParseNodeDescMemberAs},
-    {"ipv4-router-id", node_bit::ipv4_router_id, 0, BgpLsParseNodeDescIpv4RouteId},
-    {"ipv6-router-id", node_bit::ipv6_router_id, 0, BgpLsParseNodeDescIpv6RouteId},
-};
-
-constexpr LsPrefixPattern g_bgplsPrefixLinkPartten[8] = {
-    {"identifier", link_bit::identifier, 0, BgpLsParseLinkIdentifier},
-    {"local", link_bit::local, 0, BgpLsParseLinkLocal},
-    {"remote", link_bit::remote, 0, BgpLsParseLinkRemote},
-    {"link-local-id", link_bit::link_local_id, 0, BgpLsParseLinkLinkLocalId},
-    {"link-remote-id", link_bit::link_remote_id, 0, BgpLsParseLinkLinkRemoteId},
-    {"if-address", link_bit::if_address, 0, BgpLsParseLinkIfAddress},
-    {"peer-address", link_bit::peer_address, 0, BgpLsParseLinkPeerAddress},
-    {"mt-id", link_bit::mt_id, 0, BgpLsParseLinkMtId},
-};
-
-constexpr LsPrefixPattern g_bgplsPrefixPrefixPartten[3] = {
-    {"mt-id", prefix_bit::mt_id, 0, BgpLsParsePrefixMtId},
-    {"ospf-route-type", prefix_bit::ospf_route_type, 0, BgpLsParsePrefixOspfRouteType},
-    {"prefix", prefix_bit::prefix, 0, BgpLsParsePrefixPrefix},
-};
-
-constexpr LsPrefixPattern g_bgplsPrefixTePartten[7] = {
-    {"protocol-origin", te_bit::protocol_origin, 0, BgpLsParseTeProtocolOrigin},
-    {"Flag", te_bit::flag, 0, BgpLsParseTeFlag},
-    {"endpoint", te_bit::endpoint, 0, BgpLsParseTeEndpoint},
-    {"color", te_bit::color, 0, BgpLsParseTeColor},
-    {"originator-as", te_bit::originator_as, 0, BgpLsParseTeOriginatorAs},
-    {"originator-address", te_bit::originator_address, 0, BgpLsParseTeOriginatorAddress},
-    {"discriminator", te_bit::discriminator, 0, BgpLsParseTeDiscriminator},
-};
-
-constexpr LsPrefixPattern g_bgplsPrefixSidPartten[2] = {
-    {"mt-id", sid_bit::mt_id, 0, BgpLsParseSidMtId},
-    {"sid", sid_bit::sid, 0, BgpLsParseSidSid},
-};
-
-constinit const Index bgpdt::node_index(g_bgplsPrefixNodeDescPartten);
-constinit const Index bgpdt::link_index(g_bgplsPrefixLinkPartten);
-constinit const Index bgpdt::prefix_index(g_bgplsPrefixPrefixPartten);
-constinit const Index bgpdt::te_index(g_bgplsPrefixTePartten);
-constinit const Index bgpdt::sid_index(g_bgplsPrefixSidPartten);
-
+namespace bgpdt::bgpls {
 namespace {
 
 // The texts of one value each; true when it is one.
@@ -90,7 +22,7 @@ bool parse_ipv6(char *text, u8 (&address)[16]) { return SMP_InetAToN6(text, addr
 
 bool is_ipv6(const char *text) { return std::strchr(text, ':') != nullptr; }
 
-bool parse_address(char *text, LsIpAddr &address)
+bool SYSDT_Str2SysIpv4Ipv6(char *text, LsIpAddr &address)
 {
     address.family = is_ipv6(text) ? 1 : 0;
     if (address.family != 0)
@@ -149,7 +81,7 @@ bool parse_isis_router_id(const char *text, u8 *router_id)
 }
 
 /// Router, "192.0.2.2", or pseudonode, "192.0.2.2/192.0.2.3". (11)
-bool parse_ospf_router_id(char *text, u8 *router_id)
+bool SYSDT_Str2LocIgpRouterId(char *text, u8 *router_id)
 {
     u32 address = 0;
     char *const slash = std::strchr(text, '/');
@@ -171,7 +103,7 @@ bool parse_igp_router_id(char *text, u8 *router_id, u32 protocol)
     case SYSDT_LS_ISIS_LEVEL_1:
     case SYSDT_LS_ISIS_LEVEL_2: return parse_isis_router_id(text, router_id);
     case SYSDT_LS_OSPFV2:
-    case SYSDT_LS_OSPFV3: return parse_ospf_router_id(text, router_id);
+    case SYSDT_LS_OSPFV3: return SYSDT_Str2LocIgpRouterId(text, router_id);
     default: return false;
     }
 }
@@ -201,9 +133,9 @@ bool parse_prefix(char *text, LsPrefixScratch &prefix, u32 route_type)
     return ipv4 ? parse_ipv4(text, prefix.ipv4Prefix) : parse_ipv6(text, prefix.ipv6Prefix);
 }
 
-/// Takes a group that may come once.
+/// Parses a group that may come once.
 template <class Scratch, class Parse>
-u32 take_once(u32 bit, void *target, Parse parse)
+u32 parse_once(u32 bit, void *target, Parse parse)
 {
     auto &scratch = *static_cast<Scratch *>(target);
     if ((scratch.seen & bit) != 0 || !parse(scratch))
@@ -212,45 +144,36 @@ u32 take_once(u32 bit, void *target, Parse parse)
     return SYSDT_OK;
 }
 
-/// Takes a group that holds the value of one member.
+/// Parses a group that holds the value of one member.
 template <class Scratch, class Member>
-u32 take_member(u32 bit, void *target, char *value, Member Scratch::*member, bool (*parse)(char *, Member &))
+u32 parse_member(u32 bit, void *target, char *value, Member Scratch::*member, bool (*parse)(char *, Member &))
 {
-    return take_once<Scratch>(bit, target, [&](Scratch &scratch) { return parse(value, scratch.*member); });
+    return parse_once<Scratch>(bit, target, [&](Scratch &scratch) { return parse(value, scratch.*member); });
 }
 
-/// Takes a group of a link that tells more than one member.
-u32 take_link(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
+/// Parses a group of a link that tells more than one member.
+u32 parse_link(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
 {
-    return take_once<LsLinkScratch>(bit, target, [&](LsLinkScratch &link) { return parse(value, link); });
+    return parse_once<LsLinkScratch>(bit, target, [&](LsLinkScratch &link) { return parse(value, link); });
 }
 
 /// The same, however often it comes. (14)
-u32 take_link_again(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
+u32 parse_link_again(u32 bit, void *target, char *value, bool (*parse)(char *, LsLinkScratch &))
 {
     static_cast<LsLinkScratch *>(target)->seen &= ~bit;
-    return take_link(bit, target, value, parse);
+    return parse_link(bit, target, value, parse);
 }
 
 } // namespace
+} // namespace bgpdt::bgpls
 
-u32 BgpLsParseNodeDesc(const char *text, LsNodeDescScratch *scratch, ParseContext *context)
-{
-    return SYSDT_ParseLsPrefixStr(text, g_bgplsPrefixNodeDescPartten, std::size(g_bgplsPrefixNodeDescPartten), scratch,
-                                  context);
-}
-
-u32 bgpdt::parse_values(Cursor &text, char last, Patterns patterns, void *scratch, ParseContext &context)
-{
-    return parse_groups(text, last, patterns, [&](const LsPrefixPattern &row, Cursor &value) {
-        return take_value(row, value, scratch, context);
-    });
-}
+using namespace bgpdt;
+using namespace bgpdt::bgpls;
 
 #define BGPDT_LS_MEMBER(name, scratch, member, parse)                                                                  \
     std::uint32_t name(std::uint32_t bit, char *value, void *target, LsPrefixParseContext *)                           \
     {                                                                                                                  \
-        return take_member(bit, target, value, &scratch::member, parse);                                               \
+        return parse_member(bit, target, value, &scratch::member, parse);                                              \
     }
 
 u32 BgpLsParseNodeDescAs(u32 bit, char *value, void *target, ParseContext *)
@@ -258,12 +181,12 @@ u32 BgpLsParseNodeDescAs(u32 bit, char *value, void *target, ParseContext *)
     auto &node = *static_cast<LsNodeDescScratch *>(target);
     if ((node.seen & bit) == 0 && !format::is_digit(*value) && *SYSDT_BTrim(value) == '\0')
         return SYSDT_OK; // (8)
-    return take_member(bit, target, value, &LsNodeDescScratch::as, parse_as_from<1>);
+    return parse_member(bit, target, value, &LsNodeDescScratch::as, parse_as_from<1>);
 }
 
 u32 BgpLsParseNodeDescBgpRouterId(u32 bit, char *value, void *target, ParseContext *context)
 {
-    return take_once<LsNodeDescScratch>(bit, target, [&](LsNodeDescScratch &node) {
+    return parse_once<LsNodeDescScratch>(bit, target, [&](LsNodeDescScratch &node) {
         return parse_ipv4(value, node.bgpRouterId) ||
                (context->routeType != SYSDT_LS_TE_POLICY && parse_number(value, node.bgpRouterId)); // (9)
     });
@@ -271,7 +194,7 @@ u32 BgpLsParseNodeDescBgpRouterId(u32 bit, char *value, void *target, ParseConte
 
 u32 BgpLsParseNodeDescIgpRouterId(u32 bit, char *value, void *target, ParseContext *context)
 {
-    return take_once<LsNodeDescScratch>(bit, target, [&](LsNodeDescScratch &node) {
+    return parse_once<LsNodeDescScratch>(bit, target, [&](LsNodeDescScratch &node) {
         return parse_igp_router_id(value, node.igpRouterId, context->protocolId);
     });
 }
@@ -282,17 +205,17 @@ BGPDT_LS_MEMBER(BgpLsParseNodeDescMemberAs, LsNodeDescScratch, memberAs, parse_a
 BGPDT_LS_MEMBER(BgpLsParseNodeDescIpv4RouteId, LsNodeDescScratch, ipv4RouterId, parse_ipv4)
 BGPDT_LS_MEMBER(BgpLsParseNodeDescIpv6RouteId, LsNodeDescScratch, ipv6RouterId, parse_ipv6)
 
-#define BGPDT_LS_LINK(name, take, parse)                                                                               \
+#define BGPDT_LS_LINK(name, parse_group, parse)                                                                        \
     std::uint32_t name(std::uint32_t bit, char *value, void *target, LsPrefixParseContext *)                           \
     {                                                                                                                  \
-        return take(bit, target, value, parse);                                                                        \
+        return parse_group(bit, target, value, parse);                                                                 \
     }
 
-BGPDT_LS_LINK(BgpLsParseLinkIdentifier, take_link, parse_link_identifiers)
-BGPDT_LS_LINK(BgpLsParseLinkLocal, take_link, parse_interface)
-BGPDT_LS_LINK(BgpLsParseLinkRemote, take_link, parse_neighbor)
-BGPDT_LS_LINK(BgpLsParseLinkIfAddress, take_link_again, parse_interface)
-BGPDT_LS_LINK(BgpLsParseLinkPeerAddress, take_link_again, parse_neighbor)
+BGPDT_LS_LINK(BgpLsParseLinkIdentifier, parse_link, parse_link_identifiers)
+BGPDT_LS_LINK(BgpLsParseLinkLocal, parse_link, parse_interface)
+BGPDT_LS_LINK(BgpLsParseLinkRemote, parse_link, parse_neighbor)
+BGPDT_LS_LINK(BgpLsParseLinkIfAddress, parse_link_again, parse_interface)
+BGPDT_LS_LINK(BgpLsParseLinkPeerAddress, parse_link_again, parse_neighbor)
 
 BGPDT_LS_MEMBER(BgpLsParseLinkLinkLocalId, LsLinkScratch, linkLocalId, parse_ipv4)
 BGPDT_LS_MEMBER(BgpLsParseLinkLinkRemoteId, LsLinkScratch, linkRemoteId, parse_ipv4)
@@ -300,7 +223,7 @@ BGPDT_LS_MEMBER(BgpLsParseLinkMtId, LsLinkScratch, mtId, parse_number)
 
 u32 BgpLsParsePrefixPrefix(u32 bit, char *value, void *target, ParseContext *context)
 {
-    return take_once<LsPrefixScratch>(
+    return parse_once<LsPrefixScratch>(
         bit, target, [&](LsPrefixScratch &prefix) { return parse_prefix(value, prefix, context->routeType); });
 }
 
@@ -309,17 +232,17 @@ BGPDT_LS_MEMBER(BgpLsParsePrefixOspfRouteType, LsPrefixScratch, ospfRouteType, p
 
 BGPDT_LS_MEMBER(BgpLsParseTeProtocolOrigin, LsTeScratch, protocolOrigin, parse_octet)
 BGPDT_LS_MEMBER(BgpLsParseTeFlag, LsTeScratch, flags, parse_octet)
-BGPDT_LS_MEMBER(BgpLsParseTeEndpoint, LsTeScratch, endpoint, parse_address)
+BGPDT_LS_MEMBER(BgpLsParseTeEndpoint, LsTeScratch, endpoint, SYSDT_Str2SysIpv4Ipv6)
 BGPDT_LS_MEMBER(BgpLsParseTeColor, LsTeScratch, color, parse_number)
 BGPDT_LS_MEMBER(BgpLsParseTeOriginatorAs, LsTeScratch, originatorAs, parse_as_from<0>) // (8)
-BGPDT_LS_MEMBER(BgpLsParseTeOriginatorAddress, LsTeScratch, originatorAddress, parse_address)
+BGPDT_LS_MEMBER(BgpLsParseTeOriginatorAddress, LsTeScratch, originatorAddress, SYSDT_Str2SysIpv4Ipv6)
 BGPDT_LS_MEMBER(BgpLsParseTeDiscriminator, LsTeScratch, discriminator, parse_number)
 
 u32 BgpLsParseSidMtId(u32 bit, char *value, void *target, ParseContext *context)
 {
     if (context->protocolId == SYSDT_LS_BGP)
         return SYSDT_OK; // (18)
-    return take_member(bit, target, value, &LsSidScratch::mtId, parse_number);
+    return parse_member(bit, target, value, &LsSidScratch::mtId, parse_number);
 }
 
 BGPDT_LS_MEMBER(BgpLsParseSidSid, LsSidScratch, sid, parse_ipv6)

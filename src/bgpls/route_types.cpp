@@ -1,19 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// What each route type of a BGP-LS key is made of, and how it takes over what the groups of the text told.
-///
-/// Irregularities, all deliberate, numbered as in key_groups.cpp:
-///  (12) What the local descriptor of a link or a SID needs depends on the protocol, what a remote one needs does not.
-///  (13) Known descriptors without a place in the key are read and dropped.
-///  (16) A BGP link needs identifier, local and remote; any other link is content with one descriptor of any kind.
-///  (17) An IPv6 prefix needs mt-id unless it is OSPFv3's; an IPv4 prefix never does.
+/// What each route type of a BGP-LS key is made of, and how the key takes over what the groups of its text told. The
+/// groups and the irregularities are told in text.cpp.
 #include <cstring>
 
-#include "bgp_datatype/bgp_datatype.h"
-#include "bgpls/groups.hpp"
+#include "bgpls/key.hpp"
 
 using namespace bgpdt;
-using ParseContext = LsPrefixParseContext;
+using namespace bgpdt::bgpls;
 
 namespace {
 
@@ -38,6 +32,7 @@ constinit const LsPrefixNlriParser g_bgplsPrefixParsers[SYSDT_LS_ROUTE_TYPES] = 
      BgpLsSrv6SidParseLocalNode, nullptr, nullptr, nullptr, nullptr, BgpLsSrv6SidParseSid},
 };
 
+namespace bgpdt::bgpls {
 namespace {
 
 u32 fill_protocol(const u32 &protocol, SYSDT_LsPrefix &key, const ParseContext &)
@@ -196,6 +191,7 @@ u32 call(u32 (*fill)(const Parsed &, SYSDT_LsPrefix &, const ParseContext &), co
 }
 
 } // namespace
+} // namespace bgpdt::bgpls
 
 u32 BgpLsNodeDescMandentoryFields(u32 protocol) // (12)
 {

@@ -27,10 +27,10 @@
 #include "common/bytes.hpp"
 #include "common/script.hpp"
 
-using namespace bgpdt;
-using script::Table;
-
+namespace bgpdt::bgpls {
 namespace {
+
+using script::Table;
 
 /// What scripts see as one: a field, or all fields of a table.
 using Group = std::span<const Field>;
@@ -84,12 +84,15 @@ constexpr auto link_order = reading_order(
      "uiLinkRemId",     "uiLinkLocId",    "uiRmtIgpRtIdLen", "stRemIgpRtId",    "uiRemOspfAreaId", "uiRemoteBgpRtId",
      "stRemoteBgpLsId", "stRemoteAs",     "remoteMemberAs",  "uiLocIgpRtIdLen", "stLocIgpRtId",    "uiLocOspfAreaId",
      "uiLocalBgpRtId",  "stLocalBgpLsId", "stLocalAs",       "localMemberAs",   "uiIdentifier"});
-constexpr auto ipv4_prefix_order = reading_order(
-    ls_ipv4_prefix_fields, {"uiProtocolId", "uiPrefixLen", "stIpv4Prefix", "uiOspfRtType", "uiMtId", "uiLocIgpRtIdLen",
-                            "stLocIgpRtId", "uiLocOspfAreaId", "stLocalBgpLsId", "stLocalAs", "uiIdentifier"});
-constexpr auto ipv6_prefix_order = reading_order(
-    ls_ipv6_prefix_fields, {"uiProtocolId", "uiPrefixLen", "stIpv6Prefix", "uiOspfRtType", "uiMtId", "uiLocIgpRtIdLen",
-                            "stLocIgpRtId", "uiLocOspfAreaId", "stLocalBgpLsId", "stLocalAs", "uiIdentifier"});
+
+consteval auto prefix_order(Group fields, const char *address)
+{
+    return reading_order(fields, {"uiProtocolId", "uiPrefixLen", address, "uiOspfRtType", "uiMtId", "uiLocIgpRtIdLen",
+                                  "stLocIgpRtId", "uiLocOspfAreaId", "stLocalBgpLsId", "stLocalAs", "uiIdentifier"});
+}
+
+constexpr auto ipv4_prefix_order = prefix_order(ls_ipv4_prefix_fields, "stIpv4Prefix");
+constexpr auto ipv6_prefix_order = prefix_order(ls_ipv6_prefix_fields, "stIpv6Prefix");
 constexpr auto te_policy_order = reading_order(
     ls_te_policy_fields,
     {"uiProtocolId", "stLocalBgpLsId", "uiLocalBgpRtId", "teRouterId", "ipv6TeRouterId", "protocolOrigin", "flags",
@@ -124,9 +127,13 @@ constexpr RouteTypeScript route_types[SYSDT_LS_ROUTE_TYPES] = {
     {.slots = 1}, // (7)
     {.order = node_order, .slots = 8, .passes_identifier = true},
     {.order = link_order, .slots = 22}, // (10)
+    // SYSDT_LsPrefixLuaSetIpv4Prefix
     {.order = ipv4_prefix_order, .slots = 11},
+    // SYSDT_LsPrefixLuaGetIpv6Prefix
     {.order = ipv6_prefix_order, .slots = 11, .lenient = true},
+    // SYSDT_LsPrefixLuaSetTePolicy, SYSDT_LSPrefixLuaGetTePolicy
     {.order = te_policy_order, .slots = 15, .lenient = true},
+    // SYSDT_LsPrefixLuaSetSrv6Sid, SYSDT_LsPrefixLuaGetSrv6Sid
     {.order = srv6_sid_order, .slots = 11, .lenient = true}, // (10)
 };
 
@@ -142,25 +149,39 @@ u32 told_router_id_length(const SYSDT_LsPrefix &key, const u8 *router_id) // (1)
     return isis || load<u32>(router_id + 4) != 0 ? 8 : 4;
 }
 
+void SYSDT_LsPrefixLuaSet_LocIgpRtId(const Table &out, const Field &field, const u8 *router_id)
+{
+    out.set_octets(field.key, {router_id, 8}); // (1)
+}
+
+void SYSDT_LsPrefixLuaSet_Identifier(void *state, const Table &out, const Field &field, const SYSDT_LsHead &head)
+{
+    const auto words = Table::create(state, 0, 2);
+    words.set_number("hUint32", static_cast<u32>(head.identifier >> 32));
+    words.set_number("lUint32", static_cast<u32>(head.identifier));
+    out.set(field.key);
+}
+
+void set_table(void *state, const Table &out, Group group, const SYSDT_LsPrefix &key)
+{
+    Table::create(state, 0, static_cast<i32>(group.size())).set_fields(group, key.bytes);
+    out.set(group[0].table);
+}
+
 void set_group(void *state, const Table &out, Group group, const SYSDT_LsPrefix &key)
 {
     const Field &field = group[0];
     const u8 *const at = key.bytes + field.offset;
-    if (is_router_id(field)) {
-        out.set_octets(field.key, {at, 8}); // (1)
-    } else if (is_router_id_length(field)) {
+    if (is_router_id(field))
+        SYSDT_LsPrefixLuaSet_LocIgpRtId(out, field, at);
+    else if (is_router_id_length(field))
         out.set_number(field.key, told_router_id_length(key, at));
-    } else if (is_identifier(field)) {
-        const auto words = Table::create(state, 0, 2);
-        words.set_number("hUint32", static_cast<u32>(key.head.identifier >> 32));
-        words.set_number("lUint32", static_cast<u32>(key.head.identifier));
-        out.set(field.key);
-    } else if (field.table != nullptr) {
-        Table::create(state, 0, static_cast<i32>(group.size())).set_fields(group, key.bytes);
-        out.set(field.table);
-    } else {
-        out.set_fields(group, key.bytes);
-    }
+    else if (is_identifier(field))
+        SYSDT_LsPrefixLuaSet_Identifier(state, out, field, key.head);
+    else if (field.table != nullptr)
+        set_table(state, out, group, key); // SYSDT_LsPrefixLuaSet_AsNum, SYSDT_LsPrefixLuaSet_Sysipv4ipv6
+    else
+        out.set_fields(group, key.bytes); // SYSDT_LsPrefixLuaSet_Sysipv6, SYSDT_LsPrefixLuaSetIpv4PrefixProtId
 }
 
 u32 get_router_id(const Table &source, const Field &field, u8 *at) // (2)
@@ -172,7 +193,7 @@ u32 get_router_id(const Table &source, const Field &field, u8 *at) // (2)
     return status;
 }
 
-u32 get_identifier(const Table &words, SYSDT_LsHead &head)
+u32 SYSDT_LsPrefixLuaGet_Identifier(const Table &words, SYSDT_LsHead &head)
 {
     u32 word = 0;
     if (!words.is_table() || !words.get_number("hUint32", word))
@@ -184,13 +205,20 @@ u32 get_identifier(const Table &words, SYSDT_LsHead &head)
     return SYSDT_OK;
 }
 
-/// Stores the status in the place of a number that is none. (5)
-void store_no_number(const Field &field, u8 *at)
+/// A number, or in its place the status. (5)
+u32 SYSDT_LsPrefixLuaGet_Uinteger(const Table &source, const char *key)
+{
+    u32 number = SYSDT_ERR_PARAM;
+    source.get_number(key, number);
+    return number;
+}
+
+void store_number(const Field &field, u8 *at, u32 number)
 {
     if (field.width == 1)
-        *at = static_cast<u8>(SYSDT_ERR_PARAM);
+        *at = static_cast<u8>(number); // (8)
     else
-        store(at, u32{SYSDT_ERR_PARAM});
+        store(at, number);
 }
 
 u32 get_group(const Table &source, Group group, SYSDT_LsPrefix &key, bool lenient)
@@ -203,14 +231,14 @@ u32 get_group(const Table &source, Group group, SYSDT_LsPrefix &key, bool lenien
     if (is_router_id_length(field))
         return source.get_number(field.key, number) || lenient ? SYSDT_OK : SYSDT_ERR_PARAM; // (2)
     if (is_identifier(field))
-        return get_identifier(source.field(field.key), key.head);
+        return SYSDT_LsPrefixLuaGet_Identifier(source.field(field.key), key.head);
     const Table holder = field.table != nullptr ? source.field(field.table) : source;
     if (!holder.is_table())
         return SYSDT_ERR_PARAM;
-    const u32 status = holder.get_fields(group, key.bytes);
-    if (status == SYSDT_OK || !lenient || group.size() > 1 || field.count > 1)
-        return status;
-    store_no_number(field, at);
+    if (!lenient || group.size() > 1 || field.count > 1)
+        // SYSDT_LsPrefixLuaGet_AsNum, SYSDT_LsPrefixLuaGet_Sysipv4ipv6, SYSDT_LsPrefixLuaGet_Sysipv6
+        return holder.get_fields(group, key.bytes);
+    store_number(field, at, SYSDT_LsPrefixLuaGet_Uinteger(holder, field.key));
     return SYSDT_OK;
 }
 
@@ -237,6 +265,10 @@ u32 get_key(void *state, const Table &source, SYSDT_LsPrefix &key)
 }
 
 } // namespace
+} // namespace bgpdt::bgpls
+
+using namespace bgpdt;
+using namespace bgpdt::bgpls;
 
 u32 SYSDT_LSPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 length, const void *data)
 {
@@ -246,7 +278,7 @@ u32 SYSDT_LSPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 leng
         return SYSDT_ERR_PARAM;
     const auto &key = *static_cast<const SYSDT_LsPrefix *>(data);
     table = script::absolute(state, table);
-    const auto out = Table::create(state, 0, script_of(key.head.routeType).slots);
+    const auto out = script::Table::create(state, 0, script_of(key.head.routeType).slots);
     for (Group fields = ls_layout_of(key.head.routeType).fields; !fields.empty();) {
         const Group group = first_group(fields);
         set_group(state, out, group, key);
@@ -263,7 +295,7 @@ u32 SYSDT_LSPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 leng
     if (length < SYSDT_LS_SIZE)
         return SYSDT_ERR_PARAM;
     const i32 top = SYSDT_SPTI_GetTop(state);
-    const u32 status = get_key(state, Table::field(state, table, name), *static_cast<SYSDT_LsPrefix *>(data));
+    const u32 status = get_key(state, script::Table::field(state, table, name), *static_cast<SYSDT_LsPrefix *>(data));
     script::pop_to(state, top);
     return status;
 }
