@@ -21,9 +21,10 @@
 ///  (8) A script's policy type keeps its low 8 bits.
 ///  (9) Scripts do not see the bytes that no field names.
 #include "common/ipv4.hpp"
-#include "route_keys/policy_key.hpp"
+#include "route_keys/policy/key.hpp"
 
 using namespace bgpdt;
+using namespace bgpdt::policy;
 
 namespace {
 

@@ -29,9 +29,10 @@
 ///  (11) Scripts do not see the bytes that no field names.
 ///  (12) Endian works on the bare key, and swaps the IPv4 endpoint only where the family names it.
 #include "common/bytes.hpp"
-#include "route_keys/policy_key.hpp"
+#include "route_keys/policy/key.hpp"
 
 using namespace bgpdt;
+using namespace bgpdt::policy;
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "common/scan.hpp"
 #include "common/trimmed.hpp"
 
-namespace bgpdt {
+namespace bgpdt::policy {
 
 /// Reads the numbers of a text of so many characters and an IPv4 address among them, of which `octet` is one part each.
 ///
@@ -165,4 +165,4 @@ u32 swap_key(const void *first, void *data, const Layout &layout)
     return SYSDT_OK;
 }
 
-} // namespace bgpdt
+} // namespace bgpdt::policy

@@ -24,9 +24,10 @@
 ///  (9) A script's numbers are cut: the route type to 16 bits, the family and the address bytes to 8.
 ///  (10) Scripts do not see the bytes that no field names.
 ///  (11) Endian works on the bare key, and swaps the IPv4 address only where the family names it.
-#include "route_keys/policy_key.hpp"
+#include "route_keys/policy/key.hpp"
 
 using namespace bgpdt;
+using namespace bgpdt::policy;
 
 namespace {
 
