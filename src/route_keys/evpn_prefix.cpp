@@ -42,7 +42,7 @@
 ///  (30) 183 bytes of a script's text are read, though what prints may be longer.
 #include <cstring>
 
-#include "bol_prefix/bol_row.hpp"
+#include "common/bol_row.hpp"
 #include "route_keys/evpn.hpp"
 
 using namespace bgpdt;

@@ -13,7 +13,7 @@
 #include <initializer_list>
 #include <span>
 
-#include "bol_prefix/bol_row.hpp"
+#include "common/bol_row.hpp"
 
 namespace bgpdt::mvpn {
 

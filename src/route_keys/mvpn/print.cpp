@@ -11,18 +11,15 @@
 ///  (11) An AS number up to 65535 prints plain whatever its notation.
 #include <cstring>
 
-#include "asn_community/as_number.hpp"
+#include "common/as_number.hpp"
 #include "common/ipv4.hpp"
+#include "common/key_address.hpp"
 #include "route_keys/mvpn/key.hpp"
 
 namespace bgpdt::mvpn {
 
 namespace {
 
-constexpr u8 family_ipv4 = 0;
-constexpr u8 family_ipv6 = 1;
-
-constexpr u32 ipv6_text_size = 46;
 constexpr std::size_t longest_key = most_sections * (1 + ipv6_text_size);
 
 /// Writes the address as the family says and returns the end; null if the host cannot print it.
@@ -69,7 +66,7 @@ void print_zeros_for_group(const SYSDT_EvpnAddress &group, Writer &out)
 }
 
 /// Writes the sections and returns the end; of one that the host cannot print the start, and a status.
-char *write_sections(char *to, const Kind &kind, const SYSDT_BolValue &value, const Families &families, u32 &status)
+char *write_sections(char *to, const Kind &kind, const SYSDT_BolValue &value, Families families, u32 &status)
 {
     const char separator = families.customer == family_ipv4 && families.originator == family_ipv4 ? ':' : '-';
     for (const Section &section : kind.sections()) {

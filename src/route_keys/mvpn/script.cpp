@@ -13,8 +13,9 @@
 ///  (4) Reading goes originators (the second first), source, group, AS number (its notation first).
 ///  (5) Reading, an address type other than 0 and 1 leaves the address unread and zero.
 ///  (6) SYSDT_NGPrefix2LuaGet stands in no table, and does not look at "bolType".
-#include "bol_prefix/bol_row.hpp"
+#include "common/bol_row.hpp"
 #include "common/bytes.hpp"
+#include "common/key_address.hpp"
 #include "route_keys/mvpn/key.hpp"
 
 using namespace bgpdt;
@@ -58,8 +59,8 @@ private:
     void set_address(const char *key, const SYSDT_EvpnAddress &address, u8 family) const
     {
         switch (family) {
-        case 0: table_.set_number(key, address.ipv4); break;
-        case 1:
+        case family_ipv4: table_.set_number(key, address.ipv4); break;
+        case family_ipv6:
             SYSDT_BolPrefixLuaSetToIPv6(state_, &address);
             table_.set(key);
             break;
@@ -78,7 +79,7 @@ private:
         const u8 family = source.family; // (1)
         table_.set_number(NgKeys::source_family, family);
         table_.set_number(NgKeys::group_family, group.family);
-        const bool group_first = family == 0 && kind_.find(Role::as) == nullptr; // (2)
+        const bool group_first = family == family_ipv4 && kind_.find(Role::as) == nullptr; // (2)
         if (group_first)
             set_address(NgKeys::group, group, family);
         set_address(NgKeys::source, source, family);
@@ -169,11 +170,11 @@ private:
     bool read_address(const char *key, u32 family, const Section &section) const
     {
         SYSDT_ScriptAddress address{};
-        if (family <= 1) { // (5)
+        if (family <= family_ipv6) { // (5)
             table_.push(key);
             if (SYSDT_BolPrefixLuaParseToIPv4IPv6(state_, family, &address) != SYSDT_OK)
                 return false;
-            if (family == 0)
+            if (family == family_ipv4)
                 SYSDT_SPTI_Pop(state_, 1);
         }
         SYSDT_EvpnAddress field{address.ipv4, {}, static_cast<u8>(address.family)};
@@ -238,5 +239,26 @@ u32 SYSDT_BolPrefixLuaSetToIPv6(void *state, const void *field)
         return SYSDT_ERR_NULL_PTR;
     script::push_bytes(
         state, {static_cast<const u8 *>(field) + offsetof(SYSDT_EvpnAddress, ipv6), sizeof(SYSDT_EvpnAddress::ipv6)});
+    return SYSDT_OK;
+}
+
+u32 SYSDT_BolPrefixLuaParseToIPv4IPv6(void *state, u32 addressType, SYSDT_ScriptAddress *destination)
+{
+    if (state == nullptr || destination == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    switch (addressType) {
+    case family_ipv4:
+        if (SYSDT_SPTI_IsNumber(state, -1) == 0)
+            return SYSDT_ERR_PARAM;
+        destination->ipv4 = SYSDT_SPTI_ToUInt(state, -1);
+        break;
+    case family_ipv6:
+        if (const u32 status = script::Table::top(state).get_bytes(destination->ipv6); status != SYSDT_OK)
+            return status;
+        SYSDT_SPTI_Pop(state, 1);
+        break;
+    default: return SYSDT_OK;
+    }
+    destination->family = addressType;
     return SYSDT_OK;
 }

@@ -26,7 +26,6 @@
 
 #include "common/bytes.hpp"
 #include "common/census.hpp"
-#include "route_keys/evpn.hpp"
 
 namespace bgpdt::mvpn {
 
@@ -78,16 +77,16 @@ u32 parse_with_colons(const char *text, const Census &census, SYSDT_BolValue &va
     case 0:
         if (census.dots() == 3)
             return read_ipv4_alone(copy, value); // (1)
-        return read_sections(kind<SYSDT_BOL_NG_TYPE_2>, split, evpn::read_ipv4, value);
+        return read_sections(kind<SYSDT_BOL_NG_TYPE_2>, split, read_ipv4, value);
     case 1:
         if (census.dots() != 6)
-            return read_sections(kind<SYSDT_BOL_NG_TYPE_4_2>, split, evpn::read_ipv4, value);
+            return read_sections(kind<SYSDT_BOL_NG_TYPE_4_2>, split, read_ipv4, value);
         read_ipv4_pair(split, value);
         return SYSDT_OK;
     case 2:
         return read_sections(census.dots() == 9 ? kind<SYSDT_BOL_NG_TYPE_3> : kind<SYSDT_BOL_NG_TYPE_6>, split,
-                             evpn::read_ipv4, value);
-    default: return read_sections(kind<SYSDT_BOL_NG_TYPE_4_3>, split, evpn::read_ipv4, value);
+                             read_ipv4, value);
+    default: return read_sections(kind<SYSDT_BOL_NG_TYPE_4_3>, split, read_ipv4, value);
     }
 }
 
@@ -126,17 +125,9 @@ u32 parse_with_hyphens(char *text, SYSDT_BolValue &value)
 
 } // namespace
 
-u32 read_ipv6(const char *text, SYSDT_EvpnAddress &field)
-{
-    if (SYSDT_Str2Ipv6(text, field.ipv6) != SYSDT_OK)
-        return SYSDT_ERR_FAIL;
-    field.family = 1;
-    return SYSDT_OK;
-}
-
 u32 read_either(const char *text, SYSDT_EvpnAddress &field)
 {
-    return std::strchr(text, ':') != nullptr ? read_ipv6(text, field) : evpn::read_ipv4(text, field);
+    return std::strchr(text, ':') != nullptr ? read_ipv6(text, field) : read_ipv4(text, field);
 }
 
 u32 read_sections(const Kind &kind, const Split &split, ReadAddress *read_address, SYSDT_BolValue &value)
@@ -152,7 +143,7 @@ u32 read_sections(const Kind &kind, const Split &split, ReadAddress *read_addres
 void read_ipv4_pair(const Split &split, SYSDT_BolValue &value) // (4)
 {
     constexpr const Kind &pair = kind<SYSDT_BOL_NG_TYPE_5>;
-    if (read_sections(pair, split, evpn::read_ipv4, value) != SYSDT_OK)
+    if (read_sections(pair, split, read_ipv4, value) != SYSDT_OK)
         value.subKind = SYSDT_BOL_IPV4;
     else if (!is_ipv4_multicast(pair.section[1].in<SYSDT_EvpnAddress>(value).ipv4))
         value.subKind = SYSDT_BOL_NG_TYPE_4_1;

@@ -3,6 +3,7 @@
 /// Multicast-VPN route keys from text: what the two grammars and the exported parsers of single kinds share.
 #pragma once
 
+#include "common/key_address.hpp"
 #include "route_keys/mvpn/key.hpp"
 
 namespace bgpdt::mvpn {
@@ -19,7 +20,6 @@ struct Split {
 /// Reads an address of one of the families into the field.
 using ReadAddress = u32(const char *text, SYSDT_EvpnAddress &field);
 
-ReadAddress read_ipv6;
 ReadAddress read_either;
 
 inline bool is_ipv6_multicast(const SYSDT_EvpnAddress &field) { return field.ipv6[0] == 0xFF; }

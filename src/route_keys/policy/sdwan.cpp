@@ -43,7 +43,7 @@ struct Text {
         key.siteId = std::get<2>(numbers);
     }
 
-    static constexpr char ipv4_form[] = "%hu-%u-%u-%u.%u.%u.%u"; // (1)
+    static constexpr char ipv4_form[] = "%hu-%u-%u-%q"; // (1)
     static constexpr Lengths ipv4_lengths{13, 43};
     static constexpr char ipv6_form[] = "%hu-%u-%u-%s"; // (1)
     static constexpr Lengths ipv6_lengths{6, 69};
@@ -86,17 +86,17 @@ u32 SYSDT_Str2SdwanV6Prefix(char *text, SYSDT_BolSdwan *value)
 
 u32 SYSDT_SdwanPrefix2Str(const SYSDT_BolSdwan *value, char *buffer, u32 *outputLength)
 {
-    return print_key(print_either_form<Text>, key_of(value), buffer, outputLength);
+    return print_to_buffer<sdwan.limit>(key_of(value), buffer, outputLength, print_either_form<Text>);
 }
 
 u32 SYSDT_SdwanV4Prefix2Str(const SYSDT_BolSdwan *value, char *buffer, u32 *outputLength)
 {
-    return print_key(print_ipv4_form<Text>, key_of(value), buffer, outputLength);
+    return print_to_buffer<sdwan.limit>(key_of(value), buffer, outputLength, print_ipv4_form<Text>);
 }
 
 u32 SYSDT_SdwanV6Prefix2Str(const SYSDT_BolSdwan *value, char *buffer, u32 *outputLength)
 {
-    return print_key(print_ipv6_form<Text>, key_of(value), buffer, outputLength);
+    return print_to_buffer<sdwan.limit>(key_of(value), buffer, outputLength, print_ipv6_form<Text>);
 }
 
 BGPDT_FORMAT_IN(SYSDT_SdwanPrefixFormatIn, sdwan)
