@@ -248,10 +248,28 @@ inline constexpr Field bol_sdwan_fields[] = {
     BGPDT_FIELD(SYSDT_BolSdwan, key.family, "family", Form::number, "bolSdwanPrefixType"),
 };
 
+/// The script fields of a multicast-VPN key. An address stands there as a number or as a table of 16, as the field of its
+/// family tells: none of its rows is what scripts see.
+struct NgKeys {
+    static constexpr char as_number[] = "bolNgAsNumValue";
+    static constexpr char notation[] = "bolNgAsNumType";
+    static constexpr char source[] = "bolNgPrefixCS";
+    static constexpr char source_family[] = "bolNgCSIpType";
+    static constexpr char group[] = "bolNgPrefixCG";
+    static constexpr char group_family[] = "bolNgCGIpType";
+    static constexpr char originator[] = "bolNgPrefixOriIP"; ///< the only one
+    static constexpr char originator1[] = "bolNgPrefixOriIP1";
+    static constexpr char originator2[] = "bolNgPrefixOriIP2";
+    static constexpr char originator_family[] = "bolNgOriIpType"; ///< the first's where there are two
+};
+
+#define BGPDT_NG_AS_FIELDS(structure)                                                                                  \
+    BGPDT_FIELD(structure, as.asNumValue, "AS number", Form::number, NgKeys::as_number),                               \
+        BGPDT_FIELD(structure, as.asType, "notation", Form::number, NgKeys::notation)
+
 inline constexpr Field bol_ng2_fields[] = {
     BGPDT_FIELD(SYSDT_BolNg2, subKind, "sub-kind", Form::number, "bolType"),
-    BGPDT_FIELD(SYSDT_BolNg2, as.asNumValue, "AS number", Form::number, "bolNgAsNumValue"),
-    BGPDT_FIELD(SYSDT_BolNg2, as.asType, "notation", Form::number, "bolNgAsNumType"),
+    BGPDT_NG_AS_FIELDS(SYSDT_BolNg2),
 };
 
 inline constexpr Field bol_ng3_fields[] = {
@@ -263,8 +281,7 @@ inline constexpr Field bol_ng3_fields[] = {
 
 inline constexpr Field bol_ng42_fields[] = {
     BGPDT_FIELD(SYSDT_BolNg42, subKind, "sub-kind", Form::number, "bolType"),
-    BGPDT_FIELD(SYSDT_BolNg42, as.asNumValue, "AS number", Form::number, "bolNgAsNumValue"),
-    BGPDT_FIELD(SYSDT_BolNg42, as.asType, "notation", Form::number, "bolNgAsNumType"),
+    BGPDT_NG_AS_FIELDS(SYSDT_BolNg42),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg42, originator, "originator"),
 };
 
@@ -284,8 +301,7 @@ inline constexpr Field bol_ng5_fields[] = {
 
 inline constexpr Field bol_ng6_fields[] = {
     BGPDT_FIELD(SYSDT_BolNg6, subKind, "sub-kind", Form::number, "bolType"),
-    BGPDT_FIELD(SYSDT_BolNg6, as.asNumValue, "AS number", Form::number, "bolNgAsNumValue"),
-    BGPDT_FIELD(SYSDT_BolNg6, as.asType, "notation", Form::number, "bolNgAsNumType"),
+    BGPDT_NG_AS_FIELDS(SYSDT_BolNg6),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg6, source, "source"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg6, group, "group"),
 };

@@ -72,14 +72,13 @@ void print_labelled_as4(const SYSDT_Octets &value, const char *label, Writer &ou
 
 void print_labelled_ipv4(const SYSDT_Octets &value, const char *label, Writer &out)
 {
-    const auto &o = value.octets;
-    print<"%s <%u.%u.%u.%u : %u>">(out, label, o[2], o[3], o[4], o[5], octets16(value, 6));
+    print<"%s <%q : %u>">(out, label, octets32(value, 2), octets16(value, 6));
 }
 
 void print_ospf_route_type(const SYSDT_Octets &value, const char *label, Writer &out)
 {
     const auto &o = value.octets;
-    print<"%s <%u.%u.%u.%u : %u : %u>">(out, label, o[2], o[3], o[4], o[5], o[7], o[6]); // (6)
+    print<"%s <%q : %u : %u>">(out, label, octets32(value, 2), o[7], o[6]); // (6)
 }
 
 void print_bandwidth(const SYSDT_Octets &value, const char *label, Writer &out)

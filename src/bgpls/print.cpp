@@ -22,6 +22,7 @@
 #include "asn_community/as_number.hpp"
 #include "bgpls/key.hpp"
 #include "common/ipv4.hpp"
+#include "common/ipv6.hpp"
 #include "common/print.hpp"
 
 namespace bgpdt::bgpls {
@@ -61,8 +62,6 @@ auto ipv4(u32 address)
 {
     return bounded<most_ipv4_characters>([address](char *to) { return write_ipv4_address(to, address); });
 }
-
-constexpr u32 ipv6_text_size = 46;
 
 auto ipv6(const u8 (&address)[16])
 {

@@ -22,8 +22,8 @@
 #include <bit>
 #include <cstring>
 
-#include "bol_prefix/bol_row.hpp"
 #include "bol_prefix/text_shape.hpp"
+#include "common/bol_row.hpp"
 #include "common/bytes.hpp"
 #include "common/dispatch.hpp"
 
@@ -188,59 +188,3 @@ u32 SYSDT_BolPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 len
     const u32 status = g_astBOL_PREFIX_LuaGetTable[kind].reader(state, data, value.index());
     return status == SYSDT_OK ? SYSDT_OK : SYSDT_ERR_INVALID_VALUE;
 }
-
-u32 SYSDT_BolPrefixLuaParseToIPv4IPv6(void *state, u32 addressType, SYSDT_ScriptAddress *destination)
-{
-    if (state == nullptr || destination == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    switch (addressType) {
-    case 0:
-        if (SYSDT_SPTI_IsNumber(state, -1) == 0)
-            return SYSDT_ERR_PARAM;
-        destination->ipv4 = SYSDT_SPTI_ToUInt(state, -1);
-        break;
-    case 1:
-        if (const u32 status = script::Table::top(state).get_bytes(destination->ipv6); status != SYSDT_OK)
-            return status;
-        SYSDT_SPTI_Pop(state, 1);
-        break;
-    default: return SYSDT_OK;
-    }
-    destination->family = addressType;
-    return SYSDT_OK;
-}
-
-namespace bgpdt {
-
-u32 get_bol_row(void *state, i32 table, const char *name, u32 length, void *data, const Layout &layout, u32 kind)
-{
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_BOL_SIZE)
-        return SYSDT_ERR_PARAM;
-    u8 *const value = static_cast<u8 *>(data);
-    const auto source = script::Table::field(state, table, name);
-    if (!source.is_table())
-        return SYSDT_ERR_PARAM;
-    if (const u32 status = source.get_fields(layout.fields.first(1), value); status != SYSDT_OK)
-        return status;
-    if (load<u32>(value) != kind)
-        return SYSDT_ERR_FAIL;
-    const u32 status = source.get_fields(key_fields(layout), value);
-    if (status == SYSDT_OK)
-        script::pop_to(state, source.index());
-    return status;
-}
-
-u32 read_bol_fields(void *state, void *value, i32 table, std::span<const Field> fields)
-{
-    if (state == nullptr || value == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    const i32 height = SYSDT_SPTI_GetTop(state);
-    const u32 status = script::Table::at(state, table).get_fields(fields, static_cast<u8 *>(value));
-    if (status == SYSDT_OK)
-        script::pop_to(state, height);
-    return status;
-}
-
-} // namespace bgpdt

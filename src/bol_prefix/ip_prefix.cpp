@@ -19,8 +19,8 @@
 ///  (6) The IPv6 row has no LuaGet of its own, and borrows Check, Help and Compare.
 #include <cstring>
 
-#include "bol_prefix/bol_row.hpp"
-#include "common/ipv4.hpp"
+#include "common/bol_row.hpp"
+#include "common/print.hpp"
 
 using namespace bgpdt;
 
@@ -36,7 +36,7 @@ u32 parse_ipv4(u32, char *text, SYSDT_BolIpv4 &value)
 
 u32 print_ipv4(const SYSDT_BolIpv4 &value, u8, Writer &out)
 {
-    print_ipv4_address(value.address, out); // (2)
+    print<"%q">(out, u32{value.address}); // (2)
     return SYSDT_OK;
 }
 

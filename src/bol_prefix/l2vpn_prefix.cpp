@@ -14,7 +14,7 @@
 ///  (2) A value of another sub-kind does not print.
 ///  (3) Check, Help and Compare are those of the IPv4 key, so two values never compare equal.
 ///  (4) The registered size is 4, but every callback works on 89 bytes.
-#include "bol_prefix/bol_row.hpp"
+#include "common/bol_row.hpp"
 #include "common/print.hpp"
 
 using namespace bgpdt;

@@ -20,9 +20,9 @@
 ///  (6) MDT takes its memory from the plain allocator.
 ///  (7) What follows the mask length is not looked at; a sign may stand before each number: a negative one counts modulo
 ///      2^32.
-#include "bol_prefix/bol_row.hpp"
+#include "common/bol_row.hpp"
 #include "common/bytes.hpp"
-#include "common/ipv4.hpp"
+#include "common/print.hpp"
 #include "common/scan.hpp"
 #include "common/trimmed.hpp"
 
@@ -33,12 +33,10 @@ namespace {
 u32 parse_prefix(char *text, std::size_t shortest, std::size_t longest, u32 &address, u32 &mask_length)
 {
     text = trimmed(text, shortest, longest);
-    u32 octet[4]{};
-    if (text == nullptr || scan<"%u.%u.%u.%u/%u">(text, octet[0], octet[1], octet[2], octet[3], mask_length) != 5)
-        return SYSDT_ERR_FAIL; // (7)
-    if (!are_octets(octet) || mask_length > 32)
+    u32 prefix = 0;
+    if (text == nullptr || scan<"%q/%u">(text, prefix, mask_length) != 2 || mask_length > 32) // (7)
         return SYSDT_ERR_FAIL;
-    address = joined(octet);
+    address = prefix;
     return SYSDT_OK;
 }
 
@@ -57,7 +55,7 @@ u32 parse_mdt(u32, char *text, SYSDT_BolMdt &value)
 template <class Value>
 u32 print_prefix(const Value &value, u8, Writer &out)
 {
-    print_ipv4_address(value.prefix.prefix, out); // (1)
+    print<"%q">(out, u32{value.prefix.prefix}); // (1)
     return SYSDT_OK;
 }
 

@@ -31,6 +31,7 @@ enum class Conversion : u8 {
     hex,       ///< %x
     character, ///< %c
     string,    ///< %s
+    quad,      ///< %q: what "%u.%u.%u.%u" with octets is, as one number, the first octet in the top byte
 };
 
 /// One step of a format.
@@ -88,6 +89,7 @@ consteval auto parse()
         case 'x': piece.conversion = Conversion::hex; break;
         case 'c': piece.conversion = Conversion::character; break;
         case 's': piece.conversion = Conversion::string; break;
+        case 'q': piece.conversion = Conversion::quad; break;
         default: unknown_conversion_in_format();
         }
         piece.argument = out.arguments++;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "bgp_datatype/values.h"
+#include "common/ipv6.hpp"
 #include "common/types.hpp"
 
 namespace bgpdt {
@@ -11,9 +12,6 @@ namespace bgpdt {
 // SYSDT_EvpnAddress::family
 inline constexpr u8 family_ipv4 = 0;
 inline constexpr u8 family_ipv6 = 1;
-
-/// The most characters that the host writes for an IPv6 address, the terminator included.
-inline constexpr std::size_t ipv6_text_size = 46;
 
 // These read an address as the host does; SYSDT_ERR_FAIL if it is none. The other family's field stays as it is.
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "common/octets.hpp"
-#include "common/ipv4.hpp"
 
 #include "common/census.hpp"
 #include "common/scan.hpp"
@@ -9,13 +8,11 @@ namespace bgpdt {
 
 u32 parse_ipv4_form(const char *text, const OctetCodes &codes, SYSDT_Octets &out)
 {
-    u32 octet[4]{};
+    u32 address = 0;
     u32 number = 0;
-    if (scan<"%u.%u.%u.%u:%u">(text, octet[0], octet[1], octet[2], octet[3], number) != 5 || number > UINT16_MAX)
+    if (scan<"%q:%u">(text, address, number) != 2 || number > UINT16_MAX)
         return SYSDT_ERR_FAIL;
-    if (!are_octets(octet))
-        return SYSDT_ERR_FAIL;
-    store_ipv4_form(out, codes, joined(octet), number);
+    store_ipv4_form(out, codes, address, number);
     return SYSDT_OK;
 }
 
@@ -63,11 +60,10 @@ u32 parse_octets(char *text, const OctetCodes &codes, SYSDT_Octets &out)
 
 void print_octets(const SYSDT_Octets &value, OctetSplit split, Writer &out)
 {
-    const auto &o = value.octets;
     switch (split) {
     case OctetSplit::unknown:
     case OctetSplit::nothing: break;
-    case OctetSplit::ipv4: print<"%u.%u.%u.%u:%u">(out, o[2], o[3], o[4], o[5], octets16(value, 6)); break;
+    case OctetSplit::ipv4: print<"%q:%u">(out, octets32(value, 2), octets16(value, 6)); break;
     case OctetSplit::as2: print<"%u:%u">(out, octets16(value, 2), octets32(value, 4)); break;
     case OctetSplit::as4: print<"%u:%u">(out, octets32(value, 2), octets16(value, 6)); break;
     case OctetSplit::as4dot: print<"%u.%u:%u">(out, octets16(value, 2), octets16(value, 4), octets16(value, 6)); break;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// print<"%u.%u:%u">(out, a, b, c): snprintf with a format that the compiler reads, into a bounded writer.
+/// print<"%u.%u:%u">(out, a, b, c): snprintf with a format that the compiler reads, into a bounded writer. "%q" writes a
+/// number's four octets, the top byte first, as an IPv4 address.
 #pragma once
 
 #include <tuple>
@@ -8,6 +9,7 @@
 
 #include "common/digits.hpp"
 #include "common/format.hpp"
+#include "common/ipv4.hpp"
 #include "common/writer.hpp"
 
 namespace bgpdt {
@@ -45,6 +47,8 @@ constexpr std::size_t most_characters()
         return 1 + most_u32_digits;
     else if constexpr (piece.conversion == Conversion::hex)
         return most_hex_digits;
+    else if constexpr (piece.conversion == Conversion::quad)
+        return most_ipv4_characters;
     else if constexpr (piece.conversion == Conversion::string)
         return most_of_string<std::remove_cvref_t<std::tuple_element_t<piece.argument, Arguments>>>;
     else
@@ -82,6 +86,9 @@ constexpr char *write_argument(char *to, const Argument &argument)
         return to + 1;
     } else if constexpr (piece.conversion == Conversion::string) {
         return argument.write(to);
+    } else if constexpr (piece.conversion == Conversion::quad) {
+        static_assert(std::is_same_v<Argument, u32>);
+        return write_ipv4_address(to, argument);
     } else if constexpr (piece.conversion == Conversion::signed_) {
         static_assert(std::is_integral_v<Argument> && (sizeof(Argument) < 4 || std::is_signed_v<Argument>));
         const i32 number = argument;
@@ -160,6 +167,8 @@ constexpr std::size_t length_of(const Arguments &arguments)
         return piece.length;
     } else if constexpr (piece.conversion == Conversion::string) {
         return std::string_view(std::get<piece.argument>(arguments)).size();
+    } else if constexpr (piece.conversion == Conversion::quad) {
+        return ipv4_length(std::get<piece.argument>(arguments));
     } else {
         static_assert(piece.conversion == Conversion::unsigned_ && piece.bits <= 32);
         return decimal_length(std::get<piece.argument>(arguments));
@@ -178,7 +187,7 @@ constexpr std::size_t length_from(const Arguments &arguments)
 
 } // namespace format
 
-/// How many characters the arguments print as: strings, and unsigned numbers of at most 32 bits.
+/// How many characters the arguments print as: strings, addresses, and unsigned numbers of at most 32 bits.
 template <FixedString Format, class... Arguments>
 constexpr std::size_t printed_length(const Arguments &...arguments)
 {
@@ -198,10 +207,10 @@ template <FixedString Format, class... Arguments>
 /// Prints the arguments by the format.
 ///
 /// @param out        takes the text; it is not terminated here
-/// @param arguments  one for each conversion: unsigned numbers of at most 32 bits, u64 for "%llu", for "%s" anything
-///                   that a std::string_view is made of, or a callable that writes to the Writer it is given
+/// @param arguments  one for each conversion: unsigned numbers of at most 32 bits, u64 for "%llu", u32 for "%q", for "%s"
+///                   anything that a std::string_view is made of, or a callable that writes to the Writer it is given
 template <FixedString Format, class... Arguments>
-constexpr void print(Writer &out, const Arguments &...arguments)
+[[gnu::always_inline]] constexpr void print(Writer &out, const Arguments &...arguments)
 {
     static_assert(format::parse<Format>().arguments == sizeof...(Arguments), "one argument for each conversion");
     format::print_from<Format, 0>(out, std::tie(arguments...));

@@ -4,7 +4,8 @@
 ///
 /// What C defines is done: white space before a number is skipped, a sign is taken, a negative unsigned number wraps,
 /// a width limits the characters. What C leaves undefined is refused: a number that does not fit its conversion does
-/// not convert. "%s" takes a std::span<char> and fails when the string and its NUL do not fit.
+/// not convert. "%s" takes a std::span<char> and fails when the string and its NUL do not fit. "%q" reads what
+/// "%u.%u.%u.%u" does into one number, the first octet in the top byte, and fails where one of them is no octet.
 #pragma once
 
 #include <array>
@@ -137,6 +138,41 @@ template <unsigned Base, unsigned Width, class Number>
     return scan_led_number<Base, Width>(at, number);
 }
 
+/// A number that is an octet; most begin with a digit.
+constexpr const char *scan_octet(const char *at, u32 &octet)
+{
+    octet = digit_value<10>(*at);
+    if (octet >= 10) {
+        at = scan_led_number<10, 0>(at, octet);
+        return octet <= UINT8_MAX ? at : nullptr;
+    }
+    for (unsigned digit = 0; (digit = digit_value<10>(*++at)) < 10;) {
+        octet = octet * 10 + digit;
+        if (octet > UINT8_MAX)
+            return nullptr;
+    }
+    return at;
+}
+
+/// Four octets with dots between them.
+[[gnu::noinline]] constexpr const char *scan_quad(const char *at, u32 &quad)
+{
+    u32 octets = 0;
+    for (int left = 4;;) {
+        u32 octet = 0;
+        at = scan_octet(at, octet);
+        if (at == nullptr)
+            return nullptr;
+        octets = octets << 8 | octet;
+        if (--left == 0)
+            break;
+        if (*at++ != '.')
+            return nullptr;
+    }
+    quad = octets;
+    return at;
+}
+
 /// Whether a string ends here; few characters are not above the blank.
 constexpr bool ends_string(char character)
 {
@@ -179,6 +215,9 @@ constexpr const char *scan_argument(const char *at, Argument &argument)
         return *at != '\0' ? at + 1 : nullptr;
     } else if constexpr (piece.conversion == Conversion::string) {
         return scan_string(at, argument);
+    } else if constexpr (piece.conversion == Conversion::quad) {
+        static_assert(std::is_same_v<Argument, u32>, "the argument is no 32-bit number");
+        return scan_quad(at, argument);
     } else {
         static_assert(8 * sizeof(Argument) == piece.bits, "the argument's size is not the conversion's");
         static_assert(std::is_signed_v<Argument> == (piece.conversion == Conversion::signed_), "the argument's sign");
@@ -204,7 +243,7 @@ constexpr bool scan_piece(const char *&at, const Arguments &arguments, int &conv
 /// Reads the text by the format.
 ///
 /// @param text       NUL-terminated
-/// @param arguments  one for each conversion: u32 for "%u" and "%x", u16 with "h", u64 with "ll", i32 for "%d", char
+/// @param arguments  one for each conversion: u32 for "%u", "%x" and "%q", u16 with "h", u64 with "ll", i32 for "%d", char
 ///                   for "%c", std::span<char> for "%s"
 /// @return how many conversions were done before the first that failed; 0 too where sscanf answers EOF
 template <FixedString Format, class... Arguments>

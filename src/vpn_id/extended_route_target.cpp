@@ -30,7 +30,7 @@
 ///  (13) A script's numbers are cut to their low 8 bits, the form's too, and no value is refused.
 #include <cstring>
 
-#include "bol_prefix/bol_row.hpp"
+#include "common/bol_row.hpp"
 #include "common/census.hpp"
 #include "common/scan.hpp"
 #include "vpn_id/rd_text.hpp"
@@ -95,7 +95,7 @@ void print_decorated(const SYSDT_Octets &value, u32 code, OctetSplit split, Writ
         print<"Unknow <%u : %u : %u>">(out, code, octets32(value, 2), octets16(value, 6)); // (9)
         break;
     case OctetSplit::nothing: break;
-    case OctetSplit::ipv4: print<"RT <%u.%u.%u.%u : %u>">(out, o[2], o[3], o[4], o[5], octets16(value, 6)); break;
+    case OctetSplit::ipv4: print<"RT <%q : %u>">(out, octets32(value, 2), octets16(value, 6)); break;
     case OctetSplit::as2: print<"RT <%u : %u>">(out, octets16(value, 2), octets32(value, 4)); break;
     case OctetSplit::as4: print<"RT <%u : %u>">(out, octets32(value, 2), octets16(value, 6)); break;
     case OctetSplit::as4dot:

@@ -22,6 +22,8 @@
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/bytes.hpp"
 #include "common/callbacks.hpp"
+#include "common/ipv6.hpp"
+#include "common/key_address.hpp"
 #include "common/print.hpp"
 #include "common/trimmed.hpp"
 
@@ -31,11 +33,10 @@ namespace {
 
 constexpr u16 ipv6_specific_route_target = 0x000C; // RFC 5701
 constexpr std::size_t longest_text = 47;
-constexpr i32 family_ipv6 = 10;
 
 u32 print_value(const SYSDT_VrfRtV6 &value, u8, Writer &out)
 {
-    char address[46];
+    char address[ipv6_text_size];
     PAL_Inet_ntoa_b_ipv6(value.octets + 2, address);
     print<"%s.%u">(out, address, u32{load_network<u16>(value.octets + 18)});
     return SYSDT_OK;
@@ -67,7 +68,7 @@ u32 SYSDT_Str2VrfRtV6(char *text, SYSDT_VrfRtV6 *output)
     const auto length = static_cast<std::size_t>(dot - text);
     std::memcpy(address, text, length);
     address[length] = '\0';
-    if (SMP_InetAToN(family_ipv6, address, output->octets + 2) != SYSDT_OK)
+    if (parse_inet6(address, output->octets + 2) != SYSDT_OK)
         return SYSDT_ERR_PARAM;
     store_network(output->octets, ipv6_specific_route_target);
     store_network(output->octets + 18, static_cast<u16>(dot[1] - '0'));

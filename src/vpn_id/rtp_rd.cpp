@@ -24,7 +24,6 @@
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/callbacks.hpp"
 #include "common/census.hpp"
-#include "common/ipv4.hpp"
 #include "common/scan.hpp"
 #include "vpn_id/rd_text.hpp"
 
@@ -39,10 +38,10 @@ u32 parse_wildcard(const char *text, u32 dots, SYSDT_Octets &out)
 {
     char any = 0;
     if (dots == 3) {
-        u32 octet[4]{};
-        if (scan<"%u.%u.%u.%u:%c">(text, octet[0], octet[1], octet[2], octet[3], any) != 5 || !are_octets(octet))
+        u32 address = 0;
+        if (scan<"%q:%c">(text, address, any) != 2)
             return SYSDT_ERR_FAIL;
-        store_ipv4_form(out, codes, joined(octet), 0);
+        store_ipv4_form(out, codes, address, 0);
     } else if (dots == 1) {
         u32 high = 0;
         u32 low = 0;
@@ -72,11 +71,10 @@ u32 parse_number(const char *text, u32 dots, SYSDT_Octets &out)
 
 void print_wildcard(const SYSDT_Octets &rd, OctetSplit split, Writer &out)
 {
-    const auto &o = rd.octets;
     switch (split) {
     case OctetSplit::unknown:
     case OctetSplit::nothing: break;
-    case OctetSplit::ipv4: print<"%u.%u.%u.%u:*">(out, o[2], o[3], o[4], o[5]); break;
+    case OctetSplit::ipv4: print<"%q:*">(out, octets32(rd, 2)); break;
     case OctetSplit::as2: print<"%u:*">(out, octets16(rd, 2)); break;
     case OctetSplit::as4: print<"%u:*">(out, octets32(rd, 2)); break;
     case OctetSplit::as4dot: print<"%u.%u:*">(out, octets16(rd, 2), octets16(rd, 4)); break;

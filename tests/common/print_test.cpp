@@ -32,6 +32,7 @@ static_assert(prints<"%llu">("18446744073709551615", UINT64_MAX) &&
 static_assert(prints<"%d">("-2147483648", INT32_MIN) && prints<"%d">("7", i32{7}));
 static_assert(prints<"%x:%x">("0:1a2b", 0U, 0x1A2BU) && prints<"%x">("ffffffff", 0xFFFFFFFFU));
 static_assert(prints<"%02hx%.2x">("0aff", u16{10}, 0xFFU) && prints<"%02x">("100", 0x100U));
+static_assert(prints<"%q">("192.0.2.1", 0xC0000201U) && prints<"<%q>%u">("<0.10.255.99>7", 0x000AFF63U, 7U));
 static_assert(prints<"%s <%u : %c>">("SoO <1 : *>", "SoO", 1U, '*') && prints<"%s">("", ""));
 static_assert(prints<"[%s%s]">(
     "[64496]", [](Writer &out) { print<"%u">(out, 64496U); }, [](Writer &) {}));
@@ -77,6 +78,7 @@ TEST(Print, agrees_with_the_c_library)
     }
 }
 
+static_assert(printed_length<"%q/%u">(0x000AFF63U, 24U) == sizeof "0.10.255.99/24" - 1);
 static_assert(printed_length<"[%u]%s-%hhu">(4294967295U, "end", u8{0}) == sizeof "[4294967295]end-0" - 1);
 
 TEST(PrintedLength, is_that_of_every_number_of_digits)

@@ -62,6 +62,13 @@ static_assert(gives<"%llx", u64>("ffffffffffffffff", UINT64_MAX) && fails<"%llx"
 static_assert(gives<"%2x">("123", 0x12U) && gives<"%2x">("1g", 1U) && gives<"%2x">("-1", 0xFFFFFFFFU));
 static_assert(fails<"%2x">("g1") && fails<"%2x">(".1") && fails<"%2x">("0x1") && fails<"%2x">("-"));
 
+// An address is four octets, each as "%u" reads it, in one number; it counts once, and only as a whole.
+static_assert(gives<"%q">("192.0.2.1", 0xC0000201U) && gives<"%q">("0.10.255.99x", 0x000AFF63U));
+static_assert(gives<"%q">("192.0.2.0001", 0xC0000201U) && gives<"%q">(" +192. 0.\t2.-4294967295", 0xC0000201U));
+static_assert(fails<"%q">("192.0.2") && fails<"%q">("192.0.2.") && fails<"%q">("192.0:2.1") && fails<"%q">(""));
+static_assert(fails<"%q">("256.0.2.1") && fails<"%q">("192.0.2.256") && fails<"%q">("192.0.2.4294967297"));
+static_assert(fails<"%q">("192.+256.2.1") && fails<"%q">("192.0.-1.1") && fails<"%q">("192.0.2.+"));
+
 constexpr bool counts_what_was_converted()
 {
     u32 a = 0;

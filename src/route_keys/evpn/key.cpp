@@ -14,7 +14,7 @@
 ///  (21) Where either is no EVPN key, or the route types differ, Compare answers a status in place of an order.
 #include "route_keys/evpn/key.hpp"
 
-#include "bol_prefix/bol_row.hpp"
+#include "common/bol_row.hpp"
 #include "route_keys/evpn/order.hpp"
 #include "route_keys/evpn/print.hpp"
 

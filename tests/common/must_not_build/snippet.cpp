@@ -11,10 +11,10 @@ using namespace bgpdt;
     u16 half = 0;
     i32 sign = 0;
 #if SNIPPET == 0
-    scan<"%u:%hu:%d">(text, number, half, sign);
-    print<"%u:%hu:%d">(out, number, half, sign);
+    scan<"%u:%hu:%d:%q">(text, number, half, sign, number);
+    print<"%u:%hu:%d:%q">(out, number, half, sign, number);
 #elif SNIPPET == 1  // an unknown letter
-    scan<"%q">(text, number);
+    scan<"%k">(text, number);
 #elif SNIPPET == 2  // too few arguments
     scan<"%u:%u">(text, number);
 #elif SNIPPET == 3  // too many
@@ -33,6 +33,10 @@ using namespace bgpdt;
     print<"%u">(out, u64{1});
 #elif SNIPPET == 10 // a number as text
     print<"%s">(out, number);
+#elif SNIPPET == 11 // an address in 16 bits
+    scan<"%q">(text, half);
+#elif SNIPPET == 12 // the same
+    print<"%q">(out, half);
 #endif
     static_cast<void>(half), static_cast<void>(sign), static_cast<void>(out), static_cast<void>(number);
 }

@@ -14,101 +14,93 @@
 ///  (5) Reading, an address type other than 0 and 1 leaves the address unread and zero.
 ///  (6) SYSDT_NGPrefix2LuaGet stands in no table, and does not look at "bolType".
 ///  (7) Writing, the tables of sub-kinds 3 to 7 are made for fewer fields than they hold.
-#include "bol_prefix/bol_row.hpp"
+#include "common/bol_row.hpp"
 #include "common/bytes.hpp"
-#include "route_keys/mvpn.hpp"
+#include "common/key_address.hpp"
+#include "route_keys/mvpn/key.hpp"
 
 using namespace bgpdt;
 using namespace bgpdt::mvpn;
 
 namespace {
 
-constexpr char as_value_key[] = "bolNgAsNumValue";
-constexpr char as_type_key[] = "bolNgAsNumType";
-constexpr char source_family_key[] = "bolNgCSIpType";
-constexpr char source_key[] = "bolNgPrefixCS";
-constexpr char group_family_key[] = "bolNgCGIpType";
-constexpr char group_key[] = "bolNgPrefixCG";
-constexpr char originator_family_key[] = "bolNgOriIpType";
-constexpr char originator_key[] = "bolNgPrefixOriIP";
-constexpr char originator1_key[] = "bolNgPrefixOriIP1";
-constexpr char originator2_key[] = "bolNgPrefixOriIP2";
-
-u8 family_of(const u8 *field) { return field[offsetof(SYSDT_EvpnAddress, family)]; }
+/// The key of the first originator.
+const char *originator_key(const Kind &kind)
+{
+    return kind.find(Role::originator2) == nullptr ? NgKeys::originator : NgKeys::originator1;
+}
 
 // ------------------------------------------------------------------------------------------------ to a table
 
 class TableWriter {
 public:
-    TableWriter(void *state, const script::Table &table, const Kind &kind, const u8 *value)
+    TableWriter(void *state, const script::Table &table, const Kind &kind, const SYSDT_BolValue &value)
         : state_(state), table_(table), kind_(kind), value_(value)
     {
     }
 
     void write() const
     {
-        if (const u8 *const as = field(Role::as)) {
-            set_number(as_value_key, load<u32>(as));
-            set_number(as_type_key, load<u32>(as + 4));
-        }
-        if (const u8 *const source = field(Role::source))
-            write_customer(source, field(Role::group));
-        if (const u8 *const originator = field(Role::originator))
-            write_originators(originator, field(Role::originator2));
-        set_number("bolType", load<u32>(value_));
+        if (const Section *const as = kind_.find(Role::as))
+            write_as(as->in<SYSDT_AsNum>(value_));
+        if (const auto *const source = address(Role::source))
+            write_customer(*source, *address(Role::group));
+        if (const auto *const originator = address(Role::originator))
+            write_originators(*originator, address(Role::originator2));
+        table_.set_number(bol_fields[0].key, value_.subKind);
     }
 
 private:
-    const u8 *field(Role role) const
+    const SYSDT_EvpnAddress *address(Role role) const
     {
         const Section *const section = kind_.find(role);
-        return section == nullptr ? nullptr : value_ + section->offset;
+        return section == nullptr ? nullptr : &section->in<SYSDT_EvpnAddress>(value_);
     }
 
-    void set_number(const char *key, u32 number) const
-    {
-        SYSDT_SPTI_PushUInt(state_, number);
-        table_.set(key);
-    }
-
-    void set_address(const char *key, const u8 *address, u8 family) const
+    void set_address(const char *key, const SYSDT_EvpnAddress &address, u8 family) const
     {
         switch (family) {
-        case 0: set_number(key, load<u32>(address)); break;
-        case 1:
-            SYSDT_BolPrefixLuaSetToIPv6(state_, address);
+        case family_ipv4: table_.set_number(key, address.ipv4); break;
+        case family_ipv6:
+            SYSDT_BolPrefixLuaSetToIPv6(state_, &address);
             table_.set(key);
             break;
         default: break; // (3)
         }
     }
 
-    void write_customer(const u8 *source, const u8 *group) const
+    void write_as(const SYSDT_AsNum &as) const
     {
-        const u8 family = family_of(source); // (1)
-        set_number(source_family_key, family);
-        set_number(group_family_key, family_of(group));
-        const bool group_first = family == 0 && kind_.find(Role::as) == nullptr; // (2)
-        if (group_first)
-            set_address(group_key, group, family);
-        set_address(source_key, source, family);
-        if (!group_first)
-            set_address(group_key, group, family);
+        table_.set_number(NgKeys::as_number, as.asNumValue);
+        table_.set_number(NgKeys::notation, as.asType);
     }
 
-    void write_originators(const u8 *first, const u8 *second) const
+    void write_customer(const SYSDT_EvpnAddress &source, const SYSDT_EvpnAddress &group) const
     {
-        const u8 family = family_of(first); // (1)
-        set_number(originator_family_key, family);
-        set_address(second == nullptr ? originator_key : originator1_key, first, family);
+        const u8 family = source.family; // (1)
+        table_.set_number(NgKeys::source_family, family);
+        table_.set_number(NgKeys::group_family, group.family);
+        const bool group_first = family == family_ipv4 && kind_.find(Role::as) == nullptr; // (2)
+        if (group_first)
+            set_address(NgKeys::group, group, family);
+        set_address(NgKeys::source, source, family);
+        if (!group_first)
+            set_address(NgKeys::group, group, family);
+    }
+
+    void write_originators(const SYSDT_EvpnAddress &first, const SYSDT_EvpnAddress *second) const
+    {
+        const u8 family = first.family; // (1)
+        table_.set_number(NgKeys::originator_family, family);
+        set_address(originator_key(kind_), first, family);
         if (second != nullptr)
-            set_address(originator2_key, second, family);
+            set_address(NgKeys::originator2, *second, family);
     }
 
     void *state_;
     script::Table table_;
     const Kind &kind_;
-    const u8 *value_;
+    const SYSDT_BolValue &value_;
 };
 
 u32 set_key(const Kind &kind, void *state, i32 parent, const char *name, u32 length, const void *data)
@@ -119,7 +111,7 @@ u32 set_key(const Kind &kind, void *state, i32 parent, const char *name, u32 len
         return SYSDT_ERR_PARAM;
     parent = script::absolute(state, parent);
     const auto table = script::Table::create(state, 0, kind.slots); // (7)
-    TableWriter(state, table, kind, static_cast<const u8 *>(data)).write();
+    TableWriter(state, table, kind, *static_cast<const SYSDT_BolValue *>(data)).write();
     SYSDT_SPTI_SetField(state, parent, name);
     return SYSDT_OK;
 }
@@ -128,71 +120,81 @@ u32 set_key(const Kind &kind, void *state, i32 parent, const char *name, u32 len
 
 class TableReader {
 public:
-    TableReader(void *state, i32 table, const Kind &kind, u8 *value)
+    TableReader(void *state, i32 table, const Kind &kind, SYSDT_BolValue &value)
         : state_(state), table_(script::Table::at(state, table)), kind_(kind), value_(value)
     {
     }
 
-    /// Stores field by field; SYSDT_ERR_PARAM at the first that is missing or of another kind. (4)
-    u32 read() const
+    /// Stores field by field; false at the first that is missing or of another kind. (4)
+    bool read() const { return read_originators() && read_customer() && read_as(); }
+
+private:
+    bool read_originators() const
     {
         const Section *const first = kind_.find(Role::originator);
         const Section *const second = kind_.find(Role::originator2);
-        const Section *const source = kind_.find(Role::source);
-        const Section *const group = kind_.find(Role::group);
-        const Section *const as = kind_.find(Role::as);
         u32 family = 0;
-        bool done =
-            first == nullptr || (read_family(originator_family_key, family) &&
-                                 (second == nullptr || read_address(originator2_key, family, *second)) &&
-                                 read_address(second == nullptr ? originator_key : originator1_key, family, *first));
-        done = done && (source == nullptr ||
-                        (read_family(source_family_key, family) && read_address(source_key, family, *source) &&
-                         read_family(group_family_key, family) && read_address(group_key, family, *group)));
-        done = done &&
-               (as == nullptr || (read_number(as_type_key, as->offset + 4) && read_number(as_value_key, as->offset)));
-        return done ? SYSDT_OK : SYSDT_ERR_PARAM;
+        return first == nullptr || (table_.get_number(NgKeys::originator_family, family) &&
+                                    (second == nullptr || read_address(NgKeys::originator2, family, *second)) &&
+                                    read_address(originator_key(kind_), family, *first));
     }
 
-private:
-    bool read_family(const char *key, u32 &family) const { return table_.get_number(key, family); }
+    bool read_customer() const
+    {
+        const Section *const source = kind_.find(Role::source);
+        u32 family = 0;
+        return source == nullptr ||
+               (table_.get_number(NgKeys::source_family, family) && read_address(NgKeys::source, family, *source) &&
+                table_.get_number(NgKeys::group_family, family) &&
+                read_address(NgKeys::group, family, *kind_.find(Role::group)));
+    }
 
-    bool read_number(const char *key, u32 offset) const
+    bool read_as() const
+    {
+        const Section *const section = kind_.find(Role::as);
+        if (section == nullptr)
+            return true;
+        u8 *const as = &section->in<u8>(value_);
+        return read_number(NgKeys::notation, as + offsetof(SYSDT_AsNum, asType)) &&
+               read_number(NgKeys::as_number, as + offsetof(SYSDT_AsNum, asNumValue));
+    }
+
+    bool read_number(const char *key, u8 *at) const
     {
         u32 number = 0;
         if (!table_.get_number(key, number))
             return false;
-        store(value_ + offset, number);
+        store(at, number);
         return true;
     }
 
     bool read_address(const char *key, u32 family, const Section &section) const
     {
         SYSDT_ScriptAddress address{};
-        if (family <= 1) { // (5)
+        if (family <= family_ipv6) { // (5)
             table_.push(key);
             if (SYSDT_BolPrefixLuaParseToIPv4IPv6(state_, family, &address) != SYSDT_OK)
                 return false;
-            if (family == 0)
+            if (family == family_ipv4)
                 SYSDT_SPTI_Pop(state_, 1);
         }
         SYSDT_EvpnAddress field{address.ipv4, {}, static_cast<u8>(address.family)};
         std::memcpy(field.ipv6, address.ipv6, sizeof field.ipv6);
-        std::memcpy(value_ + section.offset, &field, sizeof field);
+        section.in<SYSDT_EvpnAddress>(value_) = field;
         return true;
     }
 
     void *state_;
     script::Table table_;
     const Kind &kind_;
-    u8 *value_;
+    SYSDT_BolValue &value_;
 };
 
-u32 read_key(const Kind &kind, void *state, void *value, i32 table)
+u32 get_key(const Kind &kind, void *state, void *value, i32 table)
 {
     if (state == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    return TableReader(state, table, kind, static_cast<u8 *>(value)).read();
+    return TableReader(state, table, kind, *static_cast<SYSDT_BolValue *>(value)).read() ? SYSDT_OK : SYSDT_ERR_PARAM;
 }
 
 } // namespace
@@ -204,7 +206,7 @@ u32 read_key(const Kind &kind, void *state, void *value, i32 table)
     }
 
 #define MVPN_SCRIPT_READER(name, sub_kind)                                                                             \
-    u32 name(void *state, void *value, i32 table) { return read_key(kind<sub_kind>, state, value, table); }
+    u32 name(void *state, void *value, i32 table) { return get_key(kind<sub_kind>, state, value, table); }
 
 MVPN_LUA_SET(SYSDT_NGPrefix2LuaSet, SYSDT_BOL_NG_TYPE_2)
 MVPN_LUA_SET(SYSDT_NGPrefix3LuaSet, SYSDT_BOL_NG_TYPE_3)
@@ -236,6 +238,28 @@ u32 SYSDT_BolPrefixLuaSetToIPv6(void *state, const void *field)
 {
     if (state == nullptr || field == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    script::push_bytes(state, {static_cast<const u8 *>(field) + offsetof(SYSDT_EvpnAddress, ipv6), 16});
+    script::push_bytes(
+        state, {static_cast<const u8 *>(field) + offsetof(SYSDT_EvpnAddress, ipv6), sizeof(SYSDT_EvpnAddress::ipv6)});
+    return SYSDT_OK;
+}
+
+u32 SYSDT_BolPrefixLuaParseToIPv4IPv6(void *state, u32 addressType, SYSDT_ScriptAddress *destination)
+{
+    if (state == nullptr || destination == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    switch (addressType) {
+    case family_ipv4:
+        if (SYSDT_SPTI_IsNumber(state, -1) == 0)
+            return SYSDT_ERR_PARAM;
+        destination->ipv4 = SYSDT_SPTI_ToUInt(state, -1);
+        break;
+    case family_ipv6:
+        if (const u32 status = script::Table::top(state).get_bytes(destination->ipv6); status != SYSDT_OK)
+            return status;
+        SYSDT_SPTI_Pop(state, 1);
+        break;
+    default: return SYSDT_OK;
+    }
+    destination->family = addressType;
     return SYSDT_OK;
 }

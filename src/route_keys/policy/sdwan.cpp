@@ -25,9 +25,10 @@
 ///  (10) Scripts do not see the bytes that no field names.
 ///  (11) A script table is made for six fields, though it holds seven.
 ///  (12) Endian works on the bare key, and swaps the IPv4 address only where the family names it.
-#include "route_keys/policy_key.hpp"
+#include "route_keys/policy/key.hpp"
 
 using namespace bgpdt;
+using namespace bgpdt::policy;
 
 namespace {
 
@@ -43,7 +44,7 @@ struct Text {
         key.siteId = std::get<2>(numbers);
     }
 
-    static constexpr char ipv4_form[] = "%hu-%u-%u-%u.%u.%u.%u"; // (1)
+    static constexpr char ipv4_form[] = "%hu-%u-%u-%q"; // (1)
     static constexpr Lengths ipv4_lengths{13, 43};
     static constexpr char ipv6_form[] = "%hu-%u-%u-%s"; // (1)
     static constexpr Lengths ipv6_lengths{6, 69};
@@ -86,17 +87,17 @@ u32 SYSDT_Str2SdwanV6Prefix(char *text, SYSDT_BolSdwan *value)
 
 u32 SYSDT_SdwanPrefix2Str(const SYSDT_BolSdwan *value, char *buffer, u32 *outputLength)
 {
-    return print_key(print_either_form<Text>, key_of(value), buffer, outputLength);
+    return print_to_buffer<sdwan.limit>(key_of(value), buffer, outputLength, print_either_form<Text>);
 }
 
 u32 SYSDT_SdwanV4Prefix2Str(const SYSDT_BolSdwan *value, char *buffer, u32 *outputLength)
 {
-    return print_key(print_ipv4_form<Text>, key_of(value), buffer, outputLength);
+    return print_to_buffer<sdwan.limit>(key_of(value), buffer, outputLength, print_ipv4_form<Text>);
 }
 
 u32 SYSDT_SdwanV6Prefix2Str(const SYSDT_BolSdwan *value, char *buffer, u32 *outputLength)
 {
-    return print_key(print_ipv6_form<Text>, key_of(value), buffer, outputLength);
+    return print_to_buffer<sdwan.limit>(key_of(value), buffer, outputLength, print_ipv6_form<Text>);
 }
 
 BGPDT_FORMAT_IN(SYSDT_SdwanPrefixFormatIn, sdwan)

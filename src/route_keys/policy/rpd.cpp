@@ -20,32 +20,30 @@
 ///  (7) LuaGet wants "bolType" 12; what it stored before a failure stays, a wrong sub-kind too.
 ///  (8) A script's policy type keeps its low 8 bits.
 ///  (9) Scripts do not see the bytes that no field names.
-#include "common/ipv4.hpp"
-#include "route_keys/policy_key.hpp"
+#include "route_keys/policy/key.hpp"
 
 using namespace bgpdt;
+using namespace bgpdt::policy;
 
 namespace {
 
 u32 parse_text(const char *text, SYSDT_Rpd &key)
 {
     u32 type = 0;
-    u32 o[4]{};
+    u32 peer = 0;
     u32 distinguisher = 0;
-    if (!scan_back<"%u/%u.%u.%u.%u/%u">(text, std::strlen(text), o, type, o[0], o[1], o[2], o[3], distinguisher) ||
-        type > 1) // (1) (2)
+    if (!scan_back<"%u/%q/%u">(text, std::strlen(text), type, peer, distinguisher) || type > 1) // (1) (2)
         return SYSDT_ERR_FAIL;
     key.policyType = static_cast<u8>(type);
     key.distinguisher = distinguisher;
-    key.peer = joined(o);
+    key.peer = peer;
     return SYSDT_OK;
 }
 
-void print_text(const SYSDT_Rpd &key, Writer &out)
+u32 print_text(const SYSDT_Rpd &key, Writer &out)
 {
-    print<"%hhu/">(out, key.policyType);
-    print_ipv4_address(key.peer, out);
-    print<"/%u">(out, u32{key.distinguisher});
+    print<"%hhu/%q/%u">(out, key.policyType, u32{key.peer}, u32{key.distinguisher});
+    return SYSDT_OK;
 }
 
 constexpr auto rpd = [] {
@@ -71,7 +69,7 @@ u32 SYSDT_Str2RpdPrefix(char *text, SYSDT_Rpd *key)
 
 u32 SYSDT_RpdPrefix2Str(const SYSDT_Rpd *key, char *buffer, u32 *outputLength)
 {
-    return print_key(print_text, key, buffer, outputLength);
+    return print_to_buffer<rpd.limit>(key, buffer, outputLength, print_text);
 }
 
 BGPDT_FORMAT_IN(SYSDT_RpdPrefixFormatIn, rpd)

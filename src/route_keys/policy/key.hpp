@@ -4,22 +4,22 @@
 /// what they print as.
 #pragma once
 
-#include "bol_prefix/bol_row.hpp"
-#include "common/ipv4.hpp"
+#include "common/bol_row.hpp"
+#include "common/ipv6.hpp"
+#include "common/key_address.hpp"
 #include "common/print.hpp"
 #include "common/scan.hpp"
 #include "common/trimmed.hpp"
 
-namespace bgpdt {
+namespace bgpdt::policy {
 
-/// Reads the numbers of a text of so many characters and an IPv4 address among them, of which `octet` is one part each.
+/// Reads the numbers of a text of so many characters.
 ///
-/// @return whether all are there, the octets fit, and the text is as long as what it prints as
+/// @return whether all are there, and the text is as long as what it prints as
 template <FixedString Format, class... Numbers>
-bool scan_back(const char *text, std::size_t length, const u32 (&octet)[4], Numbers &...numbers)
+bool scan_back(const char *text, std::size_t length, Numbers &...numbers)
 {
-    return scan<Format>(text, numbers...) == int{sizeof...(numbers)} && are_octets(octet) &&
-           printed_length<Format>(numbers...) == length;
+    return scan<Format>(text, numbers...) == int{sizeof...(numbers)} && printed_length<Format>(numbers...) == length;
 }
 
 /// The lengths that a text may have.
@@ -42,23 +42,19 @@ template <class Text>
 u32 parse_ipv4_form(const char *text, typename Text::Key &key)
 {
     typename Text::Numbers numbers;
-    u32 o[4]{};
+    u32 address = 0;
     const std::size_t length = std::strlen(text);
-    const auto read = [&](auto &...number) {
-        return scan_back<Text::ipv4_form>(text, length, o, number..., o[0], o[1], o[2], o[3]);
-    };
+    const auto read = [&](auto &...number) { return scan_back<Text::ipv4_form>(text, length, number..., address); };
     if (!Text::ipv4_lengths.admit(length) || !std::apply(read, numbers))
         return SYSDT_ERR_FAIL;
     Text::store(key, numbers);
-    key.ipv4 = joined(o);
+    key.ipv4 = address;
     return SYSDT_OK;
 }
 
 template <class Text>
 u32 parse_ipv6_form(const char *text, typename Text::Key &key)
 {
-    constexpr i32 family_ipv6 = 10;
-
     typename Text::Numbers numbers;
     char address[Text::ipv6_lengths.longest + 1];
     const std::size_t length = std::strlen(text);
@@ -68,14 +64,14 @@ u32 parse_ipv6_form(const char *text, typename Text::Key &key)
     if (!Text::ipv6_lengths.admit(length) || !std::apply(read, numbers))
         return SYSDT_ERR_FAIL;
     address[std::strlen(address) - Text::dropped] = '\0';
-    if (SMP_InetAToN(family_ipv6, address, key.ipv6) != SYSDT_OK)
+    if (parse_inet6(address, key.ipv6) != SYSDT_OK)
         return SYSDT_ERR_PARAM;
     PAL_Inet_ntoa_b_ipv6(key.ipv6, address);
     const auto printed = [&](auto... number) { return printed_length<Text::ipv6_form>(number..., address); };
     if (std::apply(printed, numbers) != length)
         return SYSDT_ERR_FAIL;
     Text::store(key, numbers);
-    key.family = 1;
+    key.family = family_ipv6;
     return SYSDT_OK;
 }
 
@@ -90,39 +86,25 @@ u32 parse_either_form(char *text, typename Text::Key &key)
 }
 
 template <class Text>
-void print_ipv4_form(const typename Text::Key &key, Writer &out)
+u32 print_ipv4_form(const typename Text::Key &key, Writer &out)
 {
-    const u32 address = key.ipv4;
-    std::apply(
-        [&](auto... number) {
-            print<Text::ipv4_form>(out, number..., octet_of(address, 0), octet_of(address, 1), octet_of(address, 2),
-                                   octet_of(address, 3));
-        },
-        Text::numbers_of(key));
+    std::apply([&](auto... number) { print<Text::ipv4_form>(out, number..., u32{key.ipv4}); }, Text::numbers_of(key));
+    return SYSDT_OK;
 }
 
 template <class Text>
-void print_ipv6_form(const typename Text::Key &key, Writer &out)
+u32 print_ipv6_form(const typename Text::Key &key, Writer &out)
 {
-    char address[46];
+    char address[ipv6_text_size];
     PAL_Inet_ntoa_b_ipv6(key.ipv6, address);
     std::apply([&](auto... number) { print<Text::ipv6_form>(out, number..., address); }, Text::numbers_of(key));
+    return SYSDT_OK;
 }
 
 template <class Text>
-void print_either_form(const typename Text::Key &key, Writer &out)
+u32 print_either_form(const typename Text::Key &key, Writer &out)
 {
-    (key.family == 0 ? print_ipv4_form<Text> : print_ipv6_form<Text>)(key, out);
-}
-
-/// An exported printer.
-template <class Key>
-u32 print_key(void (*print)(const Key &, Writer &), const Key *key, char *buffer, u32 *length)
-{
-    return print_to_buffer<256>(key, buffer, length, [print](const Key &value, Writer &out) {
-        print(value, out);
-        return u32{SYSDT_OK};
-    });
+    return (key.family == family_ipv4 ? print_ipv4_form<Text> : print_ipv6_form<Text>)(key, out);
 }
 
 /// The declaration of a kind: a value of another kind does not print and takes the block with it, the caller's too.
@@ -131,10 +113,7 @@ constexpr Type<Value> policy_row(std::string_view help, const Layout &layout)
 {
     auto type = bol_row<Value>();
     type.print = [](const Value &value, u8, Writer &out) {
-        if (value.subKind != kind)
-            return SYSDT_ERR_FAIL;
-        print_text(value.key, out);
-        return SYSDT_OK;
+        return value.subKind == kind ? print_text(value.key, out) : u32{SYSDT_ERR_FAIL};
     };
     type.on_print_failure = OnPrintFailure::release;
     type.help = {.text = help, .allocator = Allocator::plain};
@@ -156,7 +135,7 @@ u32 swap_key(const void *first, void *data, const Layout &layout)
         return SYSDT_ERR_NULL_PTR;
     bool ipv4 = true;
     if constexpr (requires(Key key) { key.family; })
-        ipv4 = static_cast<const Key *>(data)->family == 0;
+        ipv4 = static_cast<const Key *>(data)->family == family_ipv4;
     for (const Field &field : key_fields(layout)) {
         u8 *const at = static_cast<u8 *>(data) + field.offset - sizeof(u32);
         if (field.form == Form::number || (field.form == Form::ipv4 && ipv4))
@@ -165,4 +144,4 @@ u32 swap_key(const void *first, void *data, const Layout &layout)
     return SYSDT_OK;
 }
 
-} // namespace bgpdt
+} // namespace bgpdt::policy

@@ -29,9 +29,10 @@
 ///  (11) Scripts do not see the bytes that no field names.
 ///  (12) Endian works on the bare key, and swaps the IPv4 endpoint only where the family names it.
 #include "common/bytes.hpp"
-#include "route_keys/policy_key.hpp"
+#include "route_keys/policy/key.hpp"
 
 using namespace bgpdt;
+using namespace bgpdt::policy;
 
 namespace {
 
@@ -46,7 +47,7 @@ struct Text {
         key.colour = std::get<1>(numbers);
     }
 
-    static constexpr char ipv4_form[] = "[%u][%u][%u.%u.%u.%u]"; // (1) (2)
+    static constexpr char ipv4_form[] = "[%u][%u][%q]"; // (1) (2)
     static constexpr Lengths ipv4_lengths{15, 42};
     static constexpr char ipv6_form[] = "[%u][%u][%s]"; // (1)
     static constexpr Lengths ipv6_lengths{8, 67};
@@ -82,17 +83,17 @@ u32 SYSDT_Str2Srv6PolicyPrefix(char *text, SYSDT_SrPolicy *key)
 
 u32 SYSDT_SrPolicyPrefix2Str(const SYSDT_SrPolicy *key, char *buffer, u32 *outputLength)
 {
-    return print_key(print_either_form<Text>, key, buffer, outputLength);
+    return print_to_buffer<sr_policy.limit>(key, buffer, outputLength, print_either_form<Text>);
 }
 
 u32 SYSDT_Srv4PolicyPrefix2Str(const SYSDT_SrPolicy *key, char *buffer, u32 *outputLength)
 {
-    return print_key(print_ipv4_form<Text>, key, buffer, outputLength);
+    return print_to_buffer<sr_policy.limit>(key, buffer, outputLength, print_ipv4_form<Text>);
 }
 
 u32 SYSDT_Srv6PolicyPrefix2Str(const SYSDT_SrPolicy *key, char *buffer, u32 *outputLength)
 {
-    return print_key(print_ipv6_form<Text>, key, buffer, outputLength);
+    return print_to_buffer<sr_policy.limit>(key, buffer, outputLength, print_ipv6_form<Text>);
 }
 
 u32 SYSDT_Ipv6AddrNtoH(const SYSDT_SrPolicy *key, u16 groups[8])
