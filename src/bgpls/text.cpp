@@ -13,7 +13,8 @@
 ///     [mt-id0][sid2001:db8::1]
 ///
 /// Here stands which keyword is which group, and what the groups of the key do. The values within those that nest
-/// others are parsed into a scratch record (descriptors.cpp), from which the route type fills the key (route_types.cpp).
+/// others are parsed into a scratch record (descriptors.cpp), from which the route type fills the key
+/// (route_types.cpp).
 ///
 /// Irregularities of the three files, all deliberate; (1) is FormatIn's:
 ///  (2) Only the route type has its place, ahead of all; what depends on the protocol uses the one read by then, or 0.
