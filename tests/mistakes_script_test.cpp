@@ -242,7 +242,7 @@ private:
     void expect_get(const std::string &name, const ScriptValue &target);
     /// Changes the part of `root` in every way; `root` is what the script holds under the field, or the table with it.
     void change_parts(ScriptValue &root, ScriptValue &part, const std::string &path);
-    void expect_kind(const ScriptValue &root, const KindRow &row, const std::string &path);
+    void expect_kind(const ScriptValue &root, const ScriptValue &part, const KindRow &row, const std::string &path);
     void expect_numbers(const ScriptValue &root, ScriptValue &part, const KindRow &row, const std::string &path);
     void expect_status_of(const ScriptValue &root, std::uint32_t status, bool same_value);
 
@@ -257,8 +257,7 @@ private:
 
 void ScriptMistakes::expect_target(const Script &script, const ScriptValue &expected)
 {
-    const ScriptValue now = script.target();
-    report_.require(same_content(expected, now), "the table is " + to_text(now) + ", not " + to_text(expected));
+    report_.same_table(expected, script.target());
 }
 
 std::string told(const char *what, std::uint32_t length)
@@ -329,11 +328,11 @@ void ScriptMistakes::set_in_no_table()
 
 std::uint32_t ScriptMistakes::get(Script &script, Guarded &value, const Access &access)
 {
-    const std::string before = to_text(script.target());
+    const ScriptValue before = script.target();
     host_.begin();
     ++mistakes_made;
     const std::uint32_t status = get_field(subject_, script, value, access, report_);
-    report_.same("the table", before, to_text(script.target()));
+    report_.same_table(before, script.target());
     settle(report_);
     return status;
 }
@@ -406,9 +405,10 @@ void ScriptMistakes::expect_numbers(const ScriptValue &root, ScriptValue &part, 
     }
 }
 
-void ScriptMistakes::expect_kind(const ScriptValue &root, const KindRow &row, const std::string &path)
+void ScriptMistakes::expect_kind(const ScriptValue &root, const ScriptValue &part, const KindRow &row,
+                                 const std::string &path)
 {
-    report_.situation(path + " of another kind, in " + to_text(root));
+    report_.situation(path + " of another kind, " + to_text(part));
     expect_status_of(root, row.wrong_kind, false);
 }
 
@@ -424,7 +424,7 @@ void ScriptMistakes::change_parts(ScriptValue &root, ScriptValue &part, const st
     for (const ScriptValue &other : other_kinds()) {
         if (other.value.index() != whole.value.index() && !(is_number(other) && is_number(whole))) {
             part = other;
-            expect_kind(root, row, path);
+            expect_kind(root, part, row, path);
         }
     }
     part = whole;

@@ -19,7 +19,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "asn_community/as_number.hpp"
+#include "common/as_number.hpp"
 #include "bgpls/key.hpp"
 #include "common/ipv4.hpp"
 #include "common/ipv6.hpp"

@@ -65,8 +65,7 @@ std::string joined(const std::vector<std::string> &words)
 void ScriptFact::expect_stack(const Script &script, const ScriptValue &target)
 {
     report_.require(script.height_after() == script.height_before(), "the script stack has another height");
-    const ScriptValue now = script.target();
-    report_.require(same_content(target, now), "the table is " + to_text(now) + ", not " + to_text(target));
+    report_.same_table(target, script.target());
 }
 
 void ScriptFact::expect_set(Index index, Place place)

@@ -61,8 +61,7 @@ std::uint32_t ScriptFault::access(Script &script, Guarded &value, Report &report
 
 void ScriptFault::expect_table(const Script &script, const ScriptValue &expected, Report &report) const
 {
-    const ScriptValue now = script.target();
-    report.require(same_content(expected, now), "the table is " + to_text(now) + ", not " + to_text(expected));
+    report.same_table(expected, script.target());
 }
 
 void ScriptFault::expect_answer(const Script &script, std::uint32_t status, const Guarded &value, Report &report) const

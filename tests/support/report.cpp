@@ -3,7 +3,6 @@
 
 #include <sstream>
 
-#include "script_value.hpp"
 #include "words.hpp"
 
 namespace bgpdt::test {
@@ -55,6 +54,15 @@ void Report::fail(const std::vector<std::string> &problems)
     for (const std::string &problem : problems) {
         fail(problem);
     }
+}
+
+bool Report::same_table(const ScriptValue &expected, const ScriptValue &actual)
+{
+    if (same_content(expected, actual)) {
+        return true;
+    }
+    fail("the table is " + to_text(actual) + ", not " + to_text(expected));
+    return false;
 }
 
 bool Report::same_status(std::uint32_t expected, std::uint32_t actual)

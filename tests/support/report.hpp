@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "guarded.hpp"
+#include "script_value.hpp"
 
 namespace bgpdt::test {
 
@@ -36,9 +37,14 @@ public:
     template <class Value>
     bool same(std::string_view what, const Value &expected, const Value &actual)
     {
-        return require(expected == actual, std::string(what) + " is " + show(actual) + ", not " + show(expected));
+        if (expected == actual) {
+            return true;
+        }
+        fail(std::string(what) + " is " + show(actual) + ", not " + show(expected));
+        return false;
     }
     bool same_status(std::uint32_t expected, std::uint32_t actual);
+    bool same_table(const ScriptValue &expected, const ScriptValue &actual);
 
     const std::vector<std::string> &problems() const { return problems_; }
 
