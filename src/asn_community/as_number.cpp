@@ -51,13 +51,14 @@ u32 parse_dotted(const char *text, SYSDT_AsNum &out)
     return SYSDT_OK;
 }
 
-u32 parse_as_number(char *text, u64 lowest, SYSDT_AsNum *out)
+template <auto read>
+u32 parse_as_number(char *text, SYSDT_AsNum *out)
 {
     if (text == nullptr || out == nullptr)
         return SYSDT_ERR_NULL_PTR;
     text = SYSDT_BTrim(text);
     const auto census = Census::of<"0123456789.">(text);
-    return census.admits(1, 11) ? read_as_number(text, census.dots(), lowest, *out) : u32{SYSDT_ERR_FAIL};
+    return census.admits(1, 11) ? read(text, census.dots(), *out) : u32{SYSDT_ERR_FAIL};
 }
 
 u32 print_any(const SYSDT_AsNum &value, u8, Writer &out)
@@ -106,8 +107,8 @@ u32 bgpdt::read_as_number(const char *text, u32 dots, u64 lowest, SYSDT_AsNum &o
     }
 }
 
-u32 SYSDT_Str2AsNum(char *text, SYSDT_AsNum *out) { return parse_as_number(text, 1, out); }
-u32 SYSDT_Str2AsNumExt(char *text, SYSDT_AsNum *out) { return parse_as_number(text, 0, out); }
+u32 SYSDT_Str2AsNum(char *text, SYSDT_AsNum *out) { return parse_as_number<SYSDT_Str2AsNumSetAsType>(text, out); }
+u32 SYSDT_Str2AsNumExt(char *text, SYSDT_AsNum *out) { return parse_as_number<SYSDT_Str2AsNumToAsType>(text, out); }
 
 BGPDT_FORMAT_IN(SYSDT_AsNumFormatIn, as_number)
 BGPDT_FORMAT_OUT(SYSDT_AsNumFormatOut, as_number)

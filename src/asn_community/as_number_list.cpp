@@ -31,26 +31,34 @@ using namespace bgpdt;
 
 namespace {
 
-u32 parse_list(u32, char *text, SYSDT_AsNumList &value)
+using SYSDT_Str2ArrayForAsNum = Tokens<"0123456789.">; // (2)
+
+u32 SYSDT_Str2AsNumsub(const Token &token, SYSDT_AsNumEntry &out)
+{
+    SYSDT_AsNum number{};
+    const u32 status = SYSDT_Str2AsNumSetAsType(token.text().get(), token.census.dots(), number);
+    out = {number.asNumValue, static_cast<u8>(number.asType)};
+    return status;
+}
+
+u32 SYSDT_Str2AsNumEnhance(u32, char *text, SYSDT_AsNumList &value)
 {
     text = SYSDT_BTrim(text);
     const std::size_t length = std::strlen(text);
     if (length < 1 || length > 3071)
         return SYSDT_ERR_FAIL;
-    Tokens<"0123456789."> tokens(text, 11); // (2)
+    SYSDT_Str2ArrayForAsNum tokens(text, 11);
     for (auto &entry : value.entry) {
         Token token;
         if (!tokens.next(token))
             break;
-        SYSDT_AsNum number{};
-        if (read_as_number(token.text().get(), token.census.dots(), 1, number) != SYSDT_OK)
+        if (SYSDT_Str2AsNumsub(token, entry) != SYSDT_OK)
             return SYSDT_ERR_FAIL;
-        entry = {number.asNumValue, static_cast<u8>(number.asType)};
     }
     return tokens.exhausted() ? SYSDT_OK : SYSDT_ERR_FAIL;
 }
 
-u32 print_list(const SYSDT_AsNumList &value, u8, Writer &out)
+u32 SYSDT_AsNumEnhanceFormatOutEx(const SYSDT_AsNumList &value, u8, Writer &out)
 {
     bool first = true;
     for (const auto &entry : value.entry) {
@@ -66,14 +74,16 @@ u32 print_list(const SYSDT_AsNumList &value, u8, Writer &out)
 
 constexpr Type<SYSDT_AsNumList> as_number_list{
     .kind = SYSDT_TYPE_ASNUM_ENHANCE,
-    .parse = parse_list,
+    .parse = SYSDT_Str2AsNumEnhance,
     .output = text_only_screen,
     .block = 3072,
     .limit = 3072,
-    .print = print_list,
+    .print = SYSDT_AsNumEnhanceFormatOutEx,
     .help = {.text = "STRING<1-3071>", .silent = true}, // (7)
     .layout = as_list_layout,                           // (5) (6)
 };
+
+constexpr auto &SYSDT_AsNumEnhanceFormatIn_ProcInString = parse_and_deliver<as_number_list>;
 
 /// The text between double quotes, the closing one cut off in place; null if it does not stand in quotes.
 ///
@@ -100,7 +110,7 @@ u32 SYSDT_AsNumEnhanceFormatIn(Context *context, u32, u32 textLength, char *text
         if (text == nullptr)
             return SYSDT_ERR_UNSUPPORTED;
     }
-    return parse_and_deliver<as_number_list>(*context, text, out);
+    return SYSDT_AsNumEnhanceFormatIn_ProcInString(*context, text, out);
 }
 
 BGPDT_FORMAT_OUT(SYSDT_AsNumEnhanceFormatOut, as_number_list)

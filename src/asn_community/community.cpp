@@ -52,7 +52,7 @@ u32 print_value(const SYSDT_Community &value, u8, Writer &out)
 {
     if (value.community == 0 && value.type == SYSDT_COMMUNITY_EMPTY) // (2)
         return SYSDT_OK;
-    return print_community(value.community, value.type, out) ? SYSDT_OK : SYSDT_ERR_INVALID_VALUE; // (1) (3)
+    return SYSDT_CmntyEnhanceToStr(value.community, value.type, out) ? SYSDT_OK : SYSDT_ERR_INVALID_VALUE; // (1) (3)
 }
 
 constexpr u32 text_limit = 32;
@@ -92,7 +92,7 @@ u32 BRM_GetWellKnownCmyVal(u32 handle, u32 textLength, SYSDT_Community *out, con
     return status;
 }
 
-u32 bgpdt::read_community_name(u32 handle, const char *text, std::size_t length, SYSDT_Community &out)
+u32 bgpdt::SYSDT_CmntyStrToEnhValue(u32 handle, const char *text, std::size_t length, SYSDT_Community &out)
 {
     const u32 status = BRM_GetWellKnownCmyVal(handle, static_cast<u32>(length), &out, text);
     if (status == SYSDT_OK)
@@ -121,7 +121,7 @@ u32 SYSDT_Str2Community(u32 handle, char *text, SYSDT_Community *out)
         return SYSDT_Str2CommunitySetCmty(census.colons(), text, out);
     if (census.length() < 1 || census.length() > 19 || NCF_IsSpaceInString(text) != 0)
         return SYSDT_ERR_FAIL;
-    return read_community_name(handle, text, census.length(), *out);
+    return SYSDT_CmntyStrToEnhValue(handle, text, census.length(), *out);
 }
 
 u32 SYSDT_FormatNoWellKnowCmy(u32 *characters, char *buffer, void **outData, const SYSDT_Community *value)
@@ -129,7 +129,7 @@ u32 SYSDT_FormatNoWellKnowCmy(u32 *characters, char *buffer, void **outData, con
     if (characters == nullptr || buffer == nullptr || outData == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
     Writer out(buffer, text_limit);
-    if (!print_community_number(value->community, value->type, out)) {
+    if (!SYSDT_NoWellKnownCmntyEnhanceToStr(value->community, value->type, out)) {
         *outData = buffer;
         return SYSDT_ERR_INVALID_VALUE;
     }

@@ -23,10 +23,10 @@ inline constexpr WellKnownCommunity well_known_communities[] = {
 };
 
 /// Reads a community's name, whose length is told. SYSDT_ERR_FAIL for none, SYSDT_ERR_NO_MEMORY for want of a copy.
-u32 read_community_name(u32 handle, const char *text, std::size_t length, SYSDT_Community &out);
+u32 SYSDT_CmntyStrToEnhValue(u32 handle, const char *text, std::size_t length, SYSDT_Community &out);
 
 /// Prints a community that has no well-known name; false if the notation is unknown, and then nothing is printed.
-inline bool print_community_number(u32 community, u32 notation, Writer &out)
+inline bool SYSDT_NoWellKnownCmntyEnhanceToStr(u32 community, u32 notation, Writer &out)
 {
     switch (notation) {
     case SYSDT_COMMUNITY_NUMBER: print<"%u">(out, community); return true;
@@ -36,7 +36,7 @@ inline bool print_community_number(u32 community, u32 notation, Writer &out)
 }
 
 /// Prints a community by its well-known name, else in its notation. False as above.
-inline bool print_community(u32 community, u32 notation, Writer &out)
+inline bool SYSDT_CmntyEnhanceToStr(u32 community, u32 notation, Writer &out)
 {
     for (const auto &known : well_known_communities) {
         if (known.community == community) {
@@ -44,7 +44,7 @@ inline bool print_community(u32 community, u32 notation, Writer &out)
             return true;
         }
     }
-    return print_community_number(community, notation, out);
+    return SYSDT_NoWellKnownCmntyEnhanceToStr(community, notation, out);
 }
 
 } // namespace bgpdt

@@ -38,7 +38,7 @@ using CommunityTokens = Tokens<"0123456789:-ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghij
 constexpr std::size_t longest_token = 19;
 
 /// Finds the tokens of a text that is made of as many as fit, and of nothing else.
-bool find_tokens(char *text, Token (&found)[SYSDT_COMMUNITY_LIST_ENTRIES], std::size_t &count)
+bool SYSDT_Str2ArrayForCmnty(char *text, Token (&found)[SYSDT_COMMUNITY_LIST_ENTRIES], std::size_t &count)
 {
     CommunityTokens tokens(text, longest_token);
     for (count = 0; count < SYSDT_COMMUNITY_LIST_ENTRIES && tokens.next(found[count]);)
@@ -46,7 +46,7 @@ bool find_tokens(char *text, Token (&found)[SYSDT_COMMUNITY_LIST_ENTRIES], std::
     return tokens.exhausted();
 }
 
-u32 parse_token(u32 handle, const Token &token, SYSDT_CommunityEntry &out)
+u32 SYSDT_Str2Cmntysub(u32 handle, const Token &token, SYSDT_CommunityEntry &out)
 {
     const Cut text = token.text();
     if (token.census.colons() > 1)
@@ -54,7 +54,7 @@ u32 parse_token(u32 handle, const Token &token, SYSDT_CommunityEntry &out)
     SYSDT_Community community{};
     const bool is_number = token.census.marks() == 0;
     const u32 status = is_number ? SYSDT_Str2CommunitySetCmty(token.census.colons(), text.get(), &community)
-                                 : read_community_name(handle, text.get(), token.census.length(), community);
+                                 : SYSDT_CmntyStrToEnhValue(handle, text.get(), token.census.length(), community);
     out = {community.community, static_cast<u8>(community.type)};
     return status;
 }
@@ -66,22 +66,22 @@ constexpr auto empty_list = [] {
     return list;
 }();
 
-u32 parse_list(u32 handle, char *text, SYSDT_CommunityList &value)
+u32 SYSDT_Str2CmntyEnhance(u32 handle, char *text, SYSDT_CommunityList &value)
 {
     text = SYSDT_BTrim(text);
     const std::size_t length = std::strlen(text);
     Token tokens[SYSDT_COMMUNITY_LIST_ENTRIES];
     std::size_t count = 0;
-    if (length < 1 || length > 392 || !find_tokens(text, tokens, count)) // first: a name takes memory
+    if (length < 1 || length > 392 || !SYSDT_Str2ArrayForCmnty(text, tokens, count)) // first: a name takes memory
         return SYSDT_ERR_FAIL;
     value = empty_list;
     for (std::size_t i = 0; i < count; ++i)
-        if (const u32 status = parse_token(handle, tokens[i], value.entry[i]); status != SYSDT_OK)
+        if (const u32 status = SYSDT_Str2Cmntysub(handle, tokens[i], value.entry[i]); status != SYSDT_OK)
             return status;
     return SYSDT_OK;
 }
 
-u32 print_list(const SYSDT_CommunityList &value, u8, Writer &out)
+u32 SYSDT_CmntyEnhanceFormatOutEx(const SYSDT_CommunityList &value, u8, Writer &out)
 {
     bool first = true;
     for (const auto &entry : value.entry) {
@@ -90,7 +90,7 @@ u32 print_list(const SYSDT_CommunityList &value, u8, Writer &out)
         if (!first)
             out.put(' ');
         first = false;
-        print_community(entry.community, entry.type, out); // (3) (6)
+        SYSDT_CmntyEnhanceToStr(entry.community, entry.type, out); // (3) (6)
     }
     return SYSDT_OK;
 }
@@ -98,11 +98,11 @@ u32 print_list(const SYSDT_CommunityList &value, u8, Writer &out)
 constexpr Type<SYSDT_CommunityList> community_list{
     .kind = SYSDT_TYPE_CMNTY_ENHANCE,
     .input = open_screen, // (1)
-    .parse = parse_list,
+    .parse = SYSDT_Str2CmntyEnhance,
     .output = text_only_screen,
     .block = 393,
     .limit = 393, // (4)
-    .print = print_list,
+    .print = SYSDT_CmntyEnhanceFormatOutEx,
     .help = {.text = "STRING<3-392>", .silent = true}, // (8) (9)
     .layout = community_list_layout,                   // (7)
 };

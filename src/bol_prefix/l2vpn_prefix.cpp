@@ -21,17 +21,22 @@ using namespace bgpdt;
 
 namespace {
 
-u32 print_value(const SYSDT_BolL2Vpn &value, u8, Writer &out)
+void SYSDT_L2VPNPrefix2Str(const SYSDT_BolL2Vpn &value, Writer &out)
+{
+    print<"%u/%u">(out, u32{value.siteId}, u32{value.labelOffset});
+}
+
+u32 SYSDT_L2VPNPrefixFormatOutEx(const SYSDT_BolL2Vpn &value, u8, Writer &out)
 {
     if (value.subKind != SYSDT_BOL_L2VPN)
         return SYSDT_ERR_FAIL; // (2)
-    print<"%u/%u">(out, u32{value.siteId}, u32{value.labelOffset});
+    SYSDT_L2VPNPrefix2Str(value, out);
     return SYSDT_OK;
 }
 
 constexpr auto l2vpn_prefix = [] {
     auto type = bol_row<SYSDT_BolL2Vpn>();
-    type.print = print_value;
+    type.print = SYSDT_L2VPNPrefixFormatOutEx;
     type.layout = bol_l2vpn_layout;
     return type;
 }();

@@ -59,12 +59,15 @@ u32 print_prefix(const Value &value, u8, Writer &out)
     return SYSDT_OK;
 }
 
+constexpr auto &SYSDT_Vpnv4McastPrefix2Str = print_prefix<SYSDT_BolVpnv4Mcast>;
+constexpr auto &SYSDT_MdtPrefix2Str = print_prefix<SYSDT_BolMdt>;
+
 constexpr std::string_view help_text = "X.X.X.X/M or X.X.X.X"; // (3)
 
 constexpr auto vpnv4_multicast = [] {
     auto type = bol_row<SYSDT_BolVpnv4Mcast>();
     type.parse = parse_vpnv4;
-    type.print = print_prefix<SYSDT_BolVpnv4Mcast>;
+    type.print = SYSDT_Vpnv4McastPrefix2Str;
     type.help.text = help_text;
     type.layout = bol_vpnv4_mcast_layout;
     return type;
@@ -73,7 +76,7 @@ constexpr auto vpnv4_multicast = [] {
 constexpr auto mdt = [] {
     auto type = bol_row<SYSDT_BolMdt>();
     type.parse = parse_mdt;
-    type.print = print_prefix<SYSDT_BolMdt>;
+    type.print = SYSDT_MdtPrefix2Str;
     type.allocator = Allocator::plain; // (6)
     type.help = {.text = help_text, .allocator = Allocator::plain};
     type.layout = bol_mdt_layout;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Script tables: the one place that calls the host's script-table services.
+/// Script tables: the typed face of the host's script-table services, SYSDT_SPTI.
 ///
 /// The engine may leave any of these services by longjmp, so nothing here owns anything.
 #pragma once

@@ -41,7 +41,7 @@ namespace {
 
 constexpr u16 evpn_code = 0x0602;
 
-u32 parse_evpn_form(const char *text, SYSDT_Octets &out)
+u32 SYSDT_Str2EvpnOctecAsRT(const char *text, SYSDT_Octets &out)
 {
     u16 octet[6]{};
     if (scan<"%02hx%02hx-%02hx%02hx-%02hx%02hx">(text, octet[0], octet[1], octet[2], octet[3], octet[4], octet[5]) != 6)
@@ -53,6 +53,16 @@ u32 parse_evpn_form(const char *text, SYSDT_Octets &out)
     return SYSDT_OK;
 }
 
+u32 SYSDT_Str2IpAddressRT(const char *text, SYSDT_Octets &out)
+{
+    return parse_ipv4_form(text, route_target_codes, out);
+}
+u32 SYSDT_Str2TwoOctecAsRT(const char *text, SYSDT_Octets &out) { return parse_as_form(text, route_target_codes, out); }
+u32 SYSDT_Str2FourOctecAsRT(const char *text, SYSDT_Octets &out)
+{
+    return parse_as4dot_form(text, route_target_codes, out);
+}
+
 u32 parse_form(const char *text, SYSDT_Octets &out)
 {
     u32 dots = 0;
@@ -61,18 +71,18 @@ u32 parse_form(const char *text, SYSDT_Octets &out)
     if (SYSDT_CheckVrfRtExtStr(text, &dots, &colons, &hyphens) != SYSDT_OK)
         return SYSDT_ERR_FAIL;
     if (colons == 0 && dots == 0 && hyphens == 2) // (4)
-        return parse_evpn_form(text, out);
+        return SYSDT_Str2EvpnOctecAsRT(text, out);
     if (colons != 1)
         return SYSDT_ERR_FAIL;
     switch (dots) {
-    case 0: return parse_as_form(text, route_target_codes, out);
-    case 1: return parse_as4dot_form(text, route_target_codes, out);
-    case 3: return parse_ipv4_form(text, route_target_codes, out);
+    case 0: return SYSDT_Str2TwoOctecAsRT(text, out);
+    case 1: return SYSDT_Str2FourOctecAsRT(text, out);
+    case 3: return SYSDT_Str2IpAddressRT(text, out);
     default: return SYSDT_ERR_FAIL;
     }
 }
 
-void print_plain(const SYSDT_Octets &value, u32 code, OctetSplit split, Writer &out)
+void SYSDT_VrfRtExtFormatOutRtStrNCF(const SYSDT_Octets &value, u32 code, OctetSplit split, Writer &out)
 {
     const auto &o = value.octets;
     if (code == evpn_code)
@@ -80,10 +90,22 @@ void print_plain(const SYSDT_Octets &value, u32 code, OctetSplit split, Writer &
     else if (split == OctetSplit::unknown)
         print<"Unknow %u:%u:%u">(out, code, octets32(value, 2), octets16(value, 6)); // (9)
     else
-        print_octets(value, split, out);
+        print_octets(value, split, out); // of AS numbers SYSDT_VrfRtExtFormatBgpTwoOctAsOutRtStrNCF
 }
 
-void print_decorated(const SYSDT_Octets &value, u32 code, OctetSplit split, Writer &out)
+void SYSDT_VrfRtExtFormatBgpTwoOctAsOutRtStr(const SYSDT_Octets &value, OctetSplit split, Writer &out)
+{
+    switch (split) {
+    case OctetSplit::as2: print<"RT <%u : %u>">(out, octets16(value, 2), octets32(value, 4)); break;
+    case OctetSplit::as4: print<"RT <%u : %u>">(out, octets32(value, 2), octets16(value, 6)); break;
+    case OctetSplit::as4dot:
+        print<"RT <%u . %u : %u>">(out, octets16(value, 2), octets16(value, 4), octets16(value, 6));
+        break;
+    default: break;
+    }
+}
+
+void SYSDT_VrfRtExtFormatOutRtStr(const SYSDT_Octets &value, u32 code, OctetSplit split, Writer &out)
 {
     const auto &o = value.octets;
     if (code == evpn_code) {
@@ -94,24 +116,19 @@ void print_decorated(const SYSDT_Octets &value, u32 code, OctetSplit split, Writ
     case OctetSplit::unknown:
         print<"Unknow <%u : %u : %u>">(out, code, octets32(value, 2), octets16(value, 6)); // (9)
         break;
-    case OctetSplit::nothing: break;
     case OctetSplit::ipv4: print<"RT <%q : %u>">(out, octets32(value, 2), octets16(value, 6)); break;
-    case OctetSplit::as2: print<"RT <%u : %u>">(out, octets16(value, 2), octets32(value, 4)); break;
-    case OctetSplit::as4: print<"RT <%u : %u>">(out, octets32(value, 2), octets16(value, 6)); break;
-    case OctetSplit::as4dot:
-        print<"RT <%u . %u : %u>">(out, octets16(value, 2), octets16(value, 4), octets16(value, 6));
-        break;
+    default: SYSDT_VrfRtExtFormatBgpTwoOctAsOutRtStr(value, split, out); break;
     }
 }
 
-u32 print_value(const SYSDT_BolRouteTarget &value, u8 mode, Writer &out) // (11)
+u32 SYSDT_VrfRtExtFormatOutStr(const SYSDT_BolRouteTarget &value, u8 mode, Writer &out) // (11)
 {
     const bool plain = mode == 2; // (6)
     if (plain && is_unset(value.rt.octets))
         return SYSDT_OK; // (7)
     const u32 code = octet_code(value.rt);
     const auto split = code == 0 ? OctetSplit::as2 : split_of(code, value.rt.form, route_target_codes); // (7) (8)
-    (plain ? print_plain : print_decorated)(value.rt, code, split, out);
+    (plain ? SYSDT_VrfRtExtFormatOutRtStrNCF : SYSDT_VrfRtExtFormatOutRtStr)(value.rt, code, split, out);
     return SYSDT_OK;
 }
 
@@ -119,7 +136,7 @@ constexpr Type<SYSDT_BolRouteTarget> extended_route_target{
     .kind = SYSDT_TYPE_BOLPREFIX,
     .parse = [](u32, char *text, SYSDT_BolRouteTarget &value) { return SYSDT_Str2VrfRtExt(text, &value); },
     .mode3 = Mode3::bare_text, // (10)
-    .print = print_value,
+    .print = SYSDT_VrfRtExtFormatOutStr,
     .layout = bol_route_target_layout,
 };
 

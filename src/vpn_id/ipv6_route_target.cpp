@@ -42,6 +42,7 @@ u32 print_value(const SYSDT_VrfRtV6 &value, u8, Writer &out)
     return SYSDT_OK;
 }
 
+/// SYSDT_VrfRtV6FormatOutGetMem is the block that FormatOut takes where the caller has none.
 constexpr Type<SYSDT_VrfRtV6> ipv6_route_target{
     .kind = SYSDT_TYPE_VRFRTV6,
     .parse = [](u32, char *text, SYSDT_VrfRtV6 &value) { return SYSDT_Str2VrfRtV6(text, &value); },

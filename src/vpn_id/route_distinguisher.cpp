@@ -52,7 +52,7 @@ using namespace bgpdt;
 
 namespace {
 
-u32 print_value(const SYSDT_Octets &value, u8 mode, Writer &out)
+u32 SYSDT_VrfRdFormatOutEx(const SYSDT_Octets &value, u8 mode, Writer &out)
 {
     return mode == 2 && is_unset(value.octets) ? SYSDT_OK : print_rd(value, route_distinguisher_codes, out); // (4)
 }
@@ -61,8 +61,8 @@ constexpr Type<SYSDT_Octets> route_distinguisher{
     .kind = SYSDT_TYPE_VRFRD,
     .parse = [](u32, char *text, SYSDT_Octets &value) { return SYSDT_Str2VrfRd(text, &value); },
     .no_memory_clears_data = true,
-    .mode3 = Mode3::bare_text, // (3)
-    .print = print_value,      // (6): the block is handed back unless the declaration says otherwise
+    .mode3 = Mode3::bare_text,       // (3)
+    .print = SYSDT_VrfRdFormatOutEx, // (6): the block is handed back unless the declaration says otherwise
     .help = {"STRING<3-21>"},
     .layout = route_distinguisher_layout, // (8) (9) (10)
 };

@@ -81,13 +81,21 @@ struct Kind {
     }
 };
 
+// In front of each the names of its printers, which one function does for all: print_value().
 inline constexpr Kind kinds[] = {
+    // SYSDT_NG_Prefix2ToStr
     {SYSDT_BOL_NG_TYPE_2, 3, bol_ng2_fields, {Role::as}},
+    // SYSDT_NG_Prefix3ToStr: SYSDT_NG_Prefix3ToStrIPv4, SYSDT_NG_Prefix3ToStrIPv6
     {SYSDT_BOL_NG_TYPE_3, 4, bol_ng3_fields, {Role::source, Role::group, Role::originator}},
+    // SYSDT_NG_Prefix42ToStr: SYSDT_NG_Prefix42ToStrIPv4, SYSDT_NG_Prefix42ToStrIPv6
     {SYSDT_BOL_NG_TYPE_4_2, 4, bol_ng42_fields, {Role::as, Role::originator}},
+    // SYSDT_NG_Prefix43ToStr: SYSDT_NG_Prefix43ToStrIPv4, SYSDT_NG_Prefix43ToStrIPv6
     {SYSDT_BOL_NG_TYPE_4_3, 5, bol_ng43_fields, {Role::source, Role::group, Role::originator, Role::originator2}},
+    // SYSDT_NG_Prefix5ToStr
     {SYSDT_BOL_NG_TYPE_5, 3, bol_ng5_fields, {Role::source, Role::group}},
+    // SYSDT_NG_Prefix6ToStr
     {SYSDT_BOL_NG_TYPE_6, 5, bol_ng6_fields, {Role::as, Role::source, Role::group}},
+    // SYSDT_NG_Prefix41ToStr
     {SYSDT_BOL_NG_TYPE_4_1, 4, bol_ng41_fields, {Role::originator, Role::originator2}},
 };
 
