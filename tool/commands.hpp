@@ -11,7 +11,8 @@
 #include <nlohmann/json.hpp>
 
 #include "errors.hpp"
-#include "session.hpp"
+#include "options.hpp"
+#include "toolkit/session.hpp"
 
 namespace bgpdt::tool {
 
@@ -28,14 +29,14 @@ struct Command {
     std::string_view options; ///< those that not every command has
     std::string_view example;
     /// Null for a command that only runs over many values.
-    Answer (*run)(Session &session, std::span<const std::string> arguments);
+    Answer (*run)(toolkit::Session &session, const Options &options);
     /// Runs over many values and writes by itself; null for a command that does not. A command that does both takes many
     /// if it is given no value.
-    Exit (*stream)(Session &session, std::span<const std::string> arguments) = nullptr;
+    Exit (*stream)(toolkit::Session &session, const Options &options) = nullptr;
 };
 
-/// Whether the command runs over many values with these arguments.
-bool streams(const Command &command, std::span<const std::string> arguments);
+/// Whether the command runs over many values with the options' arguments.
+bool streams(const Command &command, const Options &options);
 
 std::span<const Command> commands();
 

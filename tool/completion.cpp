@@ -6,10 +6,11 @@
 #include <string_view>
 
 #include "commands.hpp"
-#include "kinds.hpp"
-#include "near_names.hpp"
+#include "toolkit/kinds.hpp"
+#include "toolkit/near_names.hpp"
 
 namespace bgpdt::tool {
+using namespace toolkit;
 namespace {
 
 using Words = std::vector<std::string>;

@@ -9,12 +9,14 @@
 #include <CLI/CLI.hpp>
 
 #include "commands.hpp"
-#include "display_record.hpp"
+#include "display_values.hpp"
 #include "errors.hpp"
-#include "near_names.hpp"
-#include "words.hpp"
+#include "toolkit/display_record.hpp"
+#include "toolkit/near_names.hpp"
+#include "toolkit/words.hpp"
 
 namespace bgpdt::tool {
+using namespace toolkit;
 namespace {
 
 constexpr const char *value_notes = R"(
@@ -55,7 +57,7 @@ std::string option_rows(const CLI::App &app, const Command *command)
 std::string notes_for(const Command *command)
 {
     const auto has = [command](const char *option) { return command == nullptr || has_option(*command, option); };
-    return (has("--value") ? "\nKIND is " + display_kinds() + ".\nNumbers fill %u and its like, the others %s.\n"
+    return (has("--value") ? "\nKIND is " + display_kind_names() + ".\nNumbers fill %u and its like, the others %s.\n"
                            : "") +
            (has("--native") ? value_notes : "") + notes;
 }
@@ -156,7 +158,7 @@ void declare(CLI::App &app, Options &options)
     app.set_version_flag("--version", "bgpdt " BGPDT_VERSION "\n");
     app.get_option("--version")->description("The version");
     app.add_flag("--json", options.json, "Answer in JSON, refusals included");
-    app.add_flag("--native", options.native, "Bytes are in this machine's order");
+    app.add_flag("--native", options.settings.native, "Bytes are in this machine's order");
     app.add_flag("--record", options.record, "HEX is a display record of any length, in this machine's order");
     app.add_option("--template", options.line_template,
                    "ATTRIDBITMAP: what begins every line, as '" + std::string(default_template) + "'")
@@ -164,7 +166,7 @@ void declare(CLI::App &app, Options &options)
     app.add_option("--value", options.values, "ATTRIDBITMAP: fills the template's next placeholder; any number of them")
         ->type_name("KIND=VALUE")
         ->allow_extra_args(false);
-    add_number(app, "--mode", options.mode, std::uint8_t{255},
+    add_number(app, "--mode", options.settings.mode, std::uint8_t{255},
                "Conversion mode; without it the one in which text goes both ways");
     app.add_option("--from", options.from, "Format of the input: text, hex, json or binary")->type_name("FORMAT");
     app.add_option("--to", options.to, "Format of the output: hex, text, json or binary")->type_name("FORMAT");
@@ -192,10 +194,10 @@ void declare(CLI::App &app, Options &options)
         ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
     app.add_flag("--html", options.html, "A page for a browser");
-    app.add_option("--names", options.names, "Names behind the indexes: lines of INDEX NAME")
+    app.add_option("--names", options.settings.names, "Names behind the indexes: lines of INDEX NAME")
         ->type_name("FILE")
         ->check(named_file());
-    app.add_option("--plugin", options.plugin,
+    app.add_option("--plugin", options.settings.plugin,
                    "The plug-in; else $BGPDT_PLUGIN, else beside bgpdt, in ../lib or ../src")
         ->type_name("FILE")
         ->check(named_file());
