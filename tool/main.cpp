@@ -10,10 +10,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include "answer.hpp"
+#include "command_line.hpp"
 #include "commands.hpp"
 #include "errors.hpp"
 #include "host/host.hpp"
-#include "options.hpp"
 #include "stream_files.hpp"
 #include "toolkit/script_table.hpp"
 #include "toolkit/session.hpp"
@@ -39,12 +40,12 @@ void deliver(const std::string &text)
 
 Exit run(int argc, const char *const *argv)
 {
-    const Options options = read_options(argc, argv);
+    const Options options = read_options(argc, argv, commands());
     if (!options.page.empty()) {
         deliver(options.page);
         return exit_done;
     }
-    const Command &command = find_command(options);
+    const Command &command = find_command(commands(), options);
     Session session(options.settings);
     if (streams(command, options)) {
         return command.stream(session, options);

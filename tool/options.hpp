@@ -41,19 +41,6 @@ struct Options {
     std::string page;               ///< help or version, asked for instead of a command
 };
 
-struct OptionName {
-    std::string name;  ///< the long one where there are two
-    std::string value; ///< what its value is called; empty for an option without
-};
-/// Those of all commands.
-std::vector<OptionName> option_names();
-
-/// @throws UsageError
-Options read_options(int argc, const char *const *argv);
-
-/// Whether --json is given, also on a command line that is wrong otherwise.
-bool asks_for_json(int argc, const char *const *argv);
-
 } // namespace bgpdt::tool
 
 #endif

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "options.hpp"
+#include "command_line.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -8,7 +8,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include "commands.hpp"
 #include "display_values.hpp"
 #include "errors.hpp"
 #include "toolkit/display_record.hpp"
@@ -62,11 +61,11 @@ std::string notes_for(const Command *command)
            (has("--native") ? value_notes : "") + notes;
 }
 
-std::string help_page(const CLI::App &app)
+std::string help_page(const CLI::App &app, std::span<const Command> commands)
 {
     std::string page = "bgpdt: BGP data types, through the plug-in that a router loads\n\n"
                        "Usage: bgpdt COMMAND [ARGUMENTS] [OPTIONS]\n\nCommands:\n";
-    for (const Command &command : commands()) {
+    for (const Command &command : commands) {
         page += row(call_of(command), command.summary);
     }
     return page + "\n'bgpdt COMMAND --help' tells more of a command.\n" + option_rows(app, nullptr) +
@@ -239,7 +238,7 @@ std::vector<OptionName> option_names()
     return names;
 }
 
-Options read_options(int argc, const char *const *argv)
+Options read_options(int argc, const char *const *argv, std::span<const Command> commands)
 {
     Options options;
     CLI::App app;
@@ -249,7 +248,7 @@ Options read_options(int argc, const char *const *argv)
         options.arguments = arguments_of(app);
     } catch (const CLI::CallForHelp &) {
         const std::vector<std::string> words = app.remaining();
-        options.page = words.empty() ? help_page(app) : help_page(app, find_command(words.front()));
+        options.page = words.empty() ? help_page(app, commands) : help_page(app, find_command(commands, words.front()));
         return options;
     } catch (const CLI::CallForVersion &) {
         options.page = app.version();
