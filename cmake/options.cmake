@@ -13,9 +13,10 @@ option(BGPDT_COVERAGE "Instrument for coverage" OFF)
 option(BGPDT_VALGRIND "Test the vectors under valgrind's memcheck too" OFF)
 set(BGPDT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
 # Other programs load these: a sanitizer's runtime would have to come first in them.
-cmake_dependent_option(BGPDT_LUA_MODULE "Build the module for stock Lua 5.4" OFF "BGPDT_TOOL;NOT BGPDT_SANITIZE" OFF)
-cmake_dependent_option(BGPDT_SQLITE "Build the extension for SQLite (needs its header)" OFF
-    "BGPDT_TOOL;NOT BGPDT_SANITIZE" OFF)
+cmake_dependent_option(BGPDT_LUA_MODULE "Build the module for stock Lua 5.4 (needs nlohmann-json)" OFF
+    "BGPDT_HOST;NOT BGPDT_SANITIZE" OFF)
+cmake_dependent_option(BGPDT_SQLITE "Build the extension for SQLite (needs its header, nlohmann-json)" OFF
+    "BGPDT_HOST;NOT BGPDT_SANITIZE" OFF)
 
 if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release)

@@ -2,27 +2,29 @@
 /// @file
 /// Writes the annotations of the module `bgp` for the Lua language server: a class for every type's script table, as the
 /// types' samples show it, with what the field tables tell of each field. "--check FILE" tells whether FILE is current.
-#include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <map>
 #include <set>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include <lua.hpp>
 #include <nlohmann/json.hpp>
 
-#include "tool/conversions.hpp"
-#include "tool/errors.hpp"
-#include "tool/samples.hpp"
-#include "tool/script_table.hpp"
-#include "tool/words.hpp"
+#include "toolkit/conversions.hpp"
+#include "toolkit/samples.hpp"
+#include "toolkit/script_table.hpp"
+#include "toolkit/words.hpp"
 
-namespace bgpdt::tool {
+namespace bgpdt {
 namespace {
+
+using namespace toolkit;
 
 using nlohmann::ordered_json;
 
@@ -197,8 +199,7 @@ void write_type(std::ostream &out, Session &session, lua_State *lua, const SYSDT
 
 std::string annotations()
 {
-    const Options options;
-    Session session(options);
+    Session session({});
     const LuaState lua = new_lua_state();
     std::ostringstream out;
     out << head << "\n---@alias bgp.TypeName\n";
@@ -212,38 +213,38 @@ std::string annotations()
     return out.str();
 }
 
-int run(std::vector<std::string> arguments)
+void run(std::vector<std::string> arguments)
 {
     const bool check = !arguments.empty() && arguments[0] == "--check";
     const std::string file = arguments.empty() ? "" : arguments.back();
     if (arguments.size() != (check ? 2 : 1)) {
-        throw UsageError("usage: bgp_annotate [--check] FILE");
+        throw std::runtime_error("usage: bgp_annotate [--check] FILE");
     }
     const std::string now = annotations();
     if (check) {
         std::ifstream in(file);
         if (std::string(std::istreambuf_iterator<char>(in), {}) == now) {
-            return exit_done;
+            return;
         }
-        throw Refusal(file + " is not current; build the target bgp_lua_annotations");
+        throw std::runtime_error(file + " is not current; build the target bgp_lua_annotations");
     }
     std::ofstream out(file);
     out << now << std::flush;
     if (!out) {
-        throw UsageError(file + " cannot be written");
+        throw std::runtime_error(file + " cannot be written");
     }
-    return exit_done;
 }
 
 } // namespace
-} // namespace bgpdt::tool
+} // namespace bgpdt
 
 int main(int argc, char **argv)
 {
     try {
-        return bgpdt::tool::run({argv + 1, argv + argc});
+        bgpdt::run({argv + 1, argv + argc});
+        return EXIT_SUCCESS;
     } catch (const std::exception &error) {
         std::cerr << error.what() << "\n";
-        return bgpdt::tool::exit_refused;
+        return EXIT_FAILURE;
     }
 }

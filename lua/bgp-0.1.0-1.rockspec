@@ -14,7 +14,6 @@ build = {
    type = "cmake",
    variables = {
       BGPDT_HOST = "ON",
-      BGPDT_TOOL = "ON",
       BGPDT_LUA_MODULE = "ON",
       BGPDT_LUA_MODULE_DIR = "$(LIBDIR)",
       CMAKE_BUILD_TYPE = "Release",

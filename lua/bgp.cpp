@@ -10,8 +10,8 @@
 
 #include <lua.hpp>
 
-#include "tool/lua_module.hpp"
-#include "tool/module_session.hpp"
+#include "toolkit/lua_module.hpp"
+#include "toolkit/module_session.hpp"
 
 namespace bgpdt {
 namespace {
@@ -36,10 +36,10 @@ void require_one_engine(lua_State *lua)
 }
 
 /// Null, with the reason in the room, if there is none: errors of the engine must not cross a handler.
-tool::Session *session_or(std::span<char> reason)
+toolkit::Session *session_or(std::span<char> reason)
 {
     try {
-        return &tool::module_session();
+        return &toolkit::module_session();
     } catch (const std::bad_alloc &) {
         std::strncpy(reason.data(), "not enough memory", reason.size() - 1);
         return nullptr;
@@ -57,10 +57,10 @@ extern "C" __attribute__((visibility("default"))) int luaopen_bgp(lua_State *lua
     luaL_checkversion(lua);
     bgpdt::require_one_engine(lua);
     char reason[1024] = {};
-    bgpdt::tool::Session *session = bgpdt::session_or(reason);
+    bgpdt::toolkit::Session *session = bgpdt::session_or(reason);
     if (session == nullptr) {
         return luaL_error(lua, "%s", reason);
     }
-    bgpdt::tool::push_module(lua, *session);
+    bgpdt::toolkit::push_module(lua, *session);
     return 1;
 }

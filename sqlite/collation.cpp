@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "sqlite/extension.hpp"
-#include "tool/sorting.hpp"
+#include "toolkit/value_order.hpp"
 
 namespace bgpdt::sqlite {
 namespace {
@@ -18,7 +18,7 @@ namespace {
 /// for, one at a time, which the reader's converter lends.
 class Comparer {
 public:
-    Comparer(tool::Session &session, const SYSDT_Record &type)
+    Comparer(toolkit::Session &session, const SYSDT_Record &type)
         : reader_(session, type), order_(type), first_(order_), second_(order_)
     {
         reader_.reserve();
@@ -43,9 +43,9 @@ private:
 
     /// A text and its key; searches ask for the same text again and again.
     struct Side {
-        explicit Side(const tool::ValueOrder &order) : key(order.key_size()) { text.reserve(longest_kept); }
+        explicit Side(const toolkit::ValueOrder &order) : key(order.key_size()) { text.reserve(longest_kept); }
         std::string text;
-        tool::Bytes key;
+        toolkit::Bytes key;
         bool known = false;
         bool valid = false;
     };
@@ -59,7 +59,7 @@ private:
         if (side.known) {
             side.text = text;
         }
-        const tool::Value value = reader_.read(text);
+        const toolkit::Value value = reader_.read(text);
         side.valid = value.data() != nullptr;
         if (side.valid) {
             order_.make_key(value, side.key.data());
@@ -67,14 +67,14 @@ private:
     }
 
     TextReader reader_;
-    tool::ValueOrder order_;
+    toolkit::ValueOrder order_;
     Side first_;
     Side second_;
 };
 
 /// What the collations of one type share, in all connections: what compares where memory is out.
 struct Reserve {
-    Reserve(tool::Session &session, const SYSDT_Record &of) : type(of), comparer(session, of) {}
+    Reserve(toolkit::Session &session, const SYSDT_Record &of) : type(of), comparer(session, of) {}
     const SYSDT_Record &type;
     std::mutex mutex;
     Comparer comparer;
@@ -83,7 +83,7 @@ struct Reserve {
 using Reserves = std::list<Reserve>;
 
 /// One for each type that takes text, until the process is gone.
-Reserves &reserves(tool::Session &session)
+Reserves &reserves(toolkit::Session &session)
 {
     static Reserves &all = *[&session] {
         auto made = std::make_unique<Reserves>();
@@ -100,7 +100,7 @@ Reserves &reserves(tool::Session &session)
 /// One connection's. Still it is entered in several threads at once: "PRAGMA threads" lets SQLite sort in more.
 class Collation {
 public:
-    Collation(tool::Session &session, Reserve &reserve) : session_(session), reserve_(reserve) {}
+    Collation(toolkit::Session &session, Reserve &reserve) : session_(session), reserve_(reserve) {}
 
     int compare(std::string_view first, std::string_view second) noexcept
     {
@@ -135,7 +135,7 @@ private:
         }
     }
 
-    tool::Session &session_;
+    toolkit::Session &session_;
     Reserve &reserve_;
     std::mutex mutex_;
     std::unique_ptr<Comparer> idle_; ///< and those behind it
@@ -152,11 +152,11 @@ void destroy(void *collation) { delete static_cast<Collation *>(collation); }
 
 } // namespace
 
-int add_collations(sqlite3 *database, tool::Session &session)
+int add_collations(sqlite3 *database, toolkit::Session &session)
 {
     for (Reserve &reserve : reserves(session)) {
         auto collation = std::make_unique<Collation>(session, reserve);
-        const std::string name = "bgp_" + tool::name_of(reserve.type);
+        const std::string name = "bgp_" + toolkit::name_of(reserve.type);
         const int result =
             sqlite3_create_collation_v2(database, name.c_str(), SQLITE_UTF8, collation.get(), compare, destroy);
         if (result != SQLITE_OK) {

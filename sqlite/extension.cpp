@@ -9,18 +9,18 @@
 
 #include <lua.hpp>
 
-#include "tool/conversions.hpp"
-#include "tool/display_record.hpp"
-#include "tool/errors.hpp"
-#include "tool/module_session.hpp"
-#include "tool/script_table.hpp"
+#include "toolkit/conversions.hpp"
+#include "toolkit/display_record.hpp"
+#include "toolkit/errors.hpp"
+#include "toolkit/module_session.hpp"
+#include "toolkit/script_table.hpp"
 
 const sqlite3_api_routines *sqlite3_api = nullptr;
 
 namespace bgpdt::sqlite {
 namespace {
 
-using tool::Bytes;
+using toolkit::Bytes;
 
 /// The text or blob of an argument, until it is asked for in another form.
 std::string_view view(sqlite3_value *argument)
@@ -36,76 +36,102 @@ void give(sqlite3_context *context, std::string_view text)
     sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
+const char *words_for(toolkit::Hint hint)
+{
+    switch (hint) {
+    case toolkit::Hint::types: return "; the table bgp_types lists the types";
+    case toolkit::Hint::bytes: return "; its values are blobs";
+    default: return "";
+    }
+}
+
+std::string sentence(const toolkit::Error &error)
+{
+    return std::string(error.front()).append(words_for(error.hint())).append(error.rest());
+}
+
 /// The blob as a value of the type, in this machine's byte order.
 Bytes value_at(const SYSDT_Record &type, sqlite3_value *argument)
 {
     if (sqlite3_value_type(argument) != SQLITE_BLOB) {
-        throw tool::Refusal("the value of " + tool::name_of(type) + " must be a blob, as bgp_value() gives it");
+        throw toolkit::Refusal("the value of " + toolkit::name_of(type) + " must be a blob, as bgp_value() gives it");
     }
     const std::string_view blob = view(argument);
     Bytes value(blob.begin(), blob.end());
-    tool::require_size(type, value, value_size(type));
-    tool::turn_to_native(type, value);
+    toolkit::require_size(type, value, value_size(type));
+    toolkit::turn_to_native(type, value);
     return value;
 }
 
-Bytes parsed(tool::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+Bytes parsed(toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
 {
     const std::string_view text = view(argument);
     if (is_too_long(text)) {
-        throw tool::Refusal(tool::name_of(type) + " refuses the text: it is longer than any value's, more than " +
-                            std::to_string(tool::longest_line) + " characters");
+        throw toolkit::Refusal(toolkit::name_of(type) + " refuses the text: it is longer than any value's, more than " +
+                               std::to_string(toolkit::longest_line) + " characters");
     }
-    return tool::parse_text(session, type, text, session.mode_for(type)).data;
+    return toolkit::parse_text(session, type, text, session.mode_for(type)).data;
 }
 
-using Function = void(sqlite3_context *, tool::Session &, const SYSDT_Record &, sqlite3_value *);
+using Function = void(sqlite3_context *, toolkit::Session &, const SYSDT_Record &, sqlite3_value *);
 
-void value(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *text)
+void value(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *text)
 {
     const Bytes given = parsed(session, type, text);
     Bytes room;
-    const tool::Value whole = tool::filled_up(type, given, room);
+    const toolkit::Value whole = toolkit::filled_up(type, given, room);
     Bytes bytes(whole.begin(), whole.end());
-    tool::turn_to_target(type, bytes);
+    toolkit::turn_to_target(type, bytes);
     sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
 }
 
-void text(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
+void text(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
 {
-    const Bytes shown = tool::printable(type, value_at(type, blob));
-    const tool::Printed printed = tool::print_value(session, type, shown, session.mode_for(type));
+    const Bytes shown = toolkit::printable(type, value_at(type, blob));
+    const toolkit::Printed printed = toolkit::print_value(session, type, shown, session.mode_for(type));
     if (!printed.text) {
-        throw tool::Refusal(tool::name_of(type) + " prints no text");
+        throw toolkit::Refusal(toolkit::name_of(type) + " prints no text");
     }
     give(context, *printed.text);
 }
 
-void valid(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+void valid(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
 {
     sqlite3_result_int(context, TextReader(session, type).read(view(argument)).data() != nullptr ? 1 : 0);
 }
 
 /// Null for a text that is valid.
-void why(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+void why(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
 {
     try {
         static_cast<void>(parsed(session, type, argument));
-    } catch (const tool::Refusal &refusal) {
-        give(context, refusal.what());
+    } catch (const toolkit::Refusal &refusal) {
+        give(context, sentence(refusal));
     }
 }
 
-void json(sqlite3_context *context, tool::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
+void json(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
 {
     const Bytes bytes = value_at(type, blob);
-    const tool::LuaState lua = tool::new_lua_state();
-    tool::push_table(session, lua.get(), type, bytes);
-    give(context, tool::script_json_text(lua.get(), -1));
+    const toolkit::LuaState lua = toolkit::new_lua_state();
+    toolkit::push_table(session, lua.get(), type, bytes);
+    give(context, toolkit::script_json_text(lua.get(), -1));
     sqlite3_result_subtype(context, 'J'); // SQLite's own JSON functions take it as JSON, not as a string
 }
 
-/// A function of SQL: NULL for NULL, an error with the sentence for what is refused.
+/// An error with the sentence for what is refused.
+template <Function *function>
+void answer(sqlite3_context *context, sqlite3_value **arguments)
+{
+    try {
+        auto &session = *static_cast<toolkit::Session *>(sqlite3_user_data(context));
+        function(context, session, session.type(view(arguments[0])), arguments[1]);
+    } catch (const toolkit::Error &error) {
+        sqlite3_result_error(context, sentence(error).c_str(), -1);
+    }
+}
+
+/// A function of SQL: NULL for NULL.
 template <Function *function>
 void entry(sqlite3_context *context, int, sqlite3_value **arguments)
 {
@@ -114,8 +140,7 @@ void entry(sqlite3_context *context, int, sqlite3_value **arguments)
         return;
     }
     try {
-        auto &session = *static_cast<tool::Session *>(sqlite3_user_data(context));
-        function(context, session, session.type(view(arguments[0])), arguments[1]);
+        answer<function>(context, arguments);
     } catch (const std::bad_alloc &) {
         sqlite3_result_error_nomem(context);
     } catch (const std::exception &error) {
@@ -143,7 +168,7 @@ constexpr Named functions[] = {
     {"bgp_why", entry<why>},
 };
 
-int add_functions(sqlite3 *database, tool::Session &session)
+int add_functions(sqlite3 *database, toolkit::Session &session)
 {
     constexpr int always = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
     for (const Named &row : functions) {
@@ -158,7 +183,7 @@ int add_functions(sqlite3 *database, tool::Session &session)
 
 int add_all(sqlite3 *database)
 {
-    tool::Session &session = tool::module_session();
+    toolkit::Session &session = toolkit::module_session();
     int result = add_functions(database, session);
     result = result == SQLITE_OK ? add_collations(database, session) : result;
     return result == SQLITE_OK ? add_types_table(database, session) : result;

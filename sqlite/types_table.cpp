@@ -3,16 +3,16 @@
 #include <string>
 
 #include "sqlite/extension.hpp"
-#include "tool/conversions.hpp"
-#include "tool/samples.hpp"
-#include "tool/words.hpp"
+#include "toolkit/operations.hpp"
+#include "toolkit/samples.hpp"
+#include "toolkit/words.hpp"
 
 namespace bgpdt::sqlite {
 namespace {
 
 struct Table : sqlite3_vtab {
-    explicit Table(tool::Session &of) : sqlite3_vtab{}, session(of) {}
-    tool::Session &session;
+    explicit Table(toolkit::Session &of) : sqlite3_vtab{}, session(of) {}
+    toolkit::Session &session;
 };
 
 struct Cursor : sqlite3_vtab_cursor {
@@ -34,7 +34,7 @@ int connect(sqlite3 *database, void *session, int, const char *const *, sqlite3_
     if (declared != SQLITE_OK) {
         return declared;
     }
-    *table = new (std::nothrow) Table(*static_cast<tool::Session *>(session));
+    *table = new (std::nothrow) Table(*static_cast<toolkit::Session *>(session));
     return *table == nullptr ? SQLITE_NOMEM : sqlite3_vtab_config(database, SQLITE_VTAB_INNOCUOUS);
 }
 
@@ -86,11 +86,11 @@ int column(sqlite3_vtab_cursor *cursor, sqlite3_context *context, int number)
     const SYSDT_Record &type = *rows(cursor)[row(cursor)];
     try {
         switch (number) {
-        case 0: give(context, tool::name_of(type)); break;
+        case 0: give(context, toolkit::name_of(type)); break;
         case 1: sqlite3_result_int(context, type.typeId); break;
         case 2: sqlite3_result_int64(context, static_cast<sqlite3_int64>(value_size(type))); break;
-        case 3: give(context, tool::joined(tool::operations(type), " ")); break;
-        default: give(context, tool::sample_of(type.typeId).about);
+        case 3: give(context, toolkit::joined(toolkit::operations(type), " ")); break;
+        default: give(context, toolkit::sample_of(type.typeId).about);
         }
     } catch (const std::bad_alloc &) {
         return SQLITE_NOMEM;
@@ -122,7 +122,7 @@ constexpr sqlite3_module module = [] {
 
 } // namespace
 
-int add_types_table(sqlite3 *database, tool::Session &session)
+int add_types_table(sqlite3 *database, toolkit::Session &session)
 {
     return sqlite3_create_module(database, "bgp_types", &module, &session);
 }

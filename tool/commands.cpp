@@ -8,23 +8,27 @@
 #include <cstring>
 #include <iterator>
 
+#include "answer.hpp"
 #include "completion.hpp"
-#include "conversions.hpp"
-#include "display_record.hpp"
+#include "display_values.hpp"
 #include "errors.hpp"
-#include "explain.hpp"
-#include "kinds.hpp"
-#include "lua_module.hpp"
-#include "near_names.hpp"
-#include "samples.hpp"
-#include "script_table.hpp"
+#include "explain_pictures.hpp"
+#include "script.hpp"
 #include "stream.hpp"
-#include "words.hpp"
+#include "toolkit/conversions.hpp"
+#include "toolkit/display_record.hpp"
+#include "toolkit/explain.hpp"
+#include "toolkit/kinds.hpp"
+#include "toolkit/near_names.hpp"
+#include "toolkit/operations.hpp"
+#include "toolkit/samples.hpp"
+#include "toolkit/script_table.hpp"
+#include "toolkit/words.hpp"
 
 namespace bgpdt::tool {
+using namespace toolkit;
 namespace {
 
-using Arguments = std::span<const std::string>;
 using nlohmann::ordered_json;
 
 std::string id_text(std::uint16_t id)
@@ -37,7 +41,7 @@ std::string id_text(std::uint16_t id)
 Bytes read_bytes(const Session &session, const SYSDT_Record &type, std::string_view hex)
 {
     Bytes value = from_hex(hex);
-    if (!session.options().native) {
+    if (!session.settings().native) {
         turn_to_native(type, value);
     }
     return value;
@@ -71,13 +75,13 @@ Bytes read_text_or_value(Session &session, const SYSDT_Record &type, std::string
 
 std::string shown(const Session &session, const SYSDT_Record &type, Bytes value)
 {
-    if (!session.options().native) {
+    if (!session.settings().native) {
         turn_to_target(type, value);
     }
     return to_hex(value);
 }
 
-Answer types(Session &session, Arguments)
+Answer types(Session &session, const Options &)
 {
     Answer answer{{}, ordered_json::array()};
     for (const SYSDT_Record *type : session.host().types()) {
@@ -92,16 +96,16 @@ Answer types(Session &session, Arguments)
     return answer;
 }
 
-Answer parse(Session &session, Arguments arguments)
+Answer parse(Session &session, const Options &options)
 {
-    const SYSDT_Record &type = session.type(arguments[0]);
+    const SYSDT_Record &type = session.type(options.arguments[0]);
     const std::uint8_t mode = session.mode_for(type);
-    const host::Converted converted = parse_text(session, type, arguments[1], mode);
+    const host::Converted converted = parse_text(session, type, options.arguments[1], mode);
     const std::string hex = shown(session, type, converted.data);
     return {hex + "\n",
             {{"type", name_of(type)},
              {"mode", mode},
-             {"text", arguments[1]},
+             {"text", options.arguments[1]},
              {"kind", converted.kind},
              {"size", converted.data.size()},
              {"hex", hex}}};
@@ -121,30 +125,29 @@ Bytes listed_bitmap(const Options &options, std::span<const std::uint8_t> bitmap
 }
 
 /// What the type is given to print.
-Bytes read_printable(const Session &session, const SYSDT_Record &type, std::string_view hex)
+Bytes read_printable(const Session &session, const Options &options, const SYSDT_Record &type)
 {
-    const Options &options = session.options();
     if ((options.line_template || !options.values.empty()) && (options.record || !is_bitmap(type))) {
         throw UsageError(options.record ? "--template and --value make the display record that --record gives as it is"
                                         : "--template and --value are for ATTRIDBITMAP, not for " + name_of(type));
     }
     if (!options.record) {
-        Bytes value = read_value(session, type, hex);
+        Bytes value = read_value(session, type, options.arguments[1]);
         return is_bitmap(type) ? listed_bitmap(options, value) : value;
     }
-    Bytes record = from_hex(hex);
+    Bytes record = from_hex(options.arguments[1]);
     if (record.size() < value_size(type)) {
         require_size(type, record, value_size(type));
     }
     return record;
 }
 
-Answer print(Session &session, Arguments arguments)
+Answer print(Session &session, const Options &options)
 {
-    const SYSDT_Record &type = session.type(arguments[0]);
+    const SYSDT_Record &type = session.type(options.arguments[0]);
     const std::uint8_t mode = session.mode_for(type);
-    const Bytes value = read_printable(session, type, arguments[1]);
-    const bool by_template = !session.options().values.empty() && !session.options().mode;
+    const Bytes value = read_printable(session, options, type);
+    const bool by_template = !options.values.empty() && !options.settings.mode;
     const Printed printed = print_value(session, type, value, mode, by_template ? placeholder_rule : "");
     Answer answer{{}, {{"type", name_of(type)}, {"mode", mode}, {"kind", printed.kind}}};
     if (printed.text) {
@@ -159,18 +162,18 @@ Answer print(Session &session, Arguments arguments)
     return answer;
 }
 
-Answer check(Session &session, Arguments arguments)
+Answer check(Session &session, const Options &options)
 {
-    const SYSDT_Record &type = session.type(arguments[0]);
-    check_value(session, type, read_bytes(session, type, arguments[1]));
+    const SYSDT_Record &type = session.type(options.arguments[0]);
+    check_value(session, type, read_bytes(session, type, options.arguments[1]));
     return {"ok\n", {{"type", name_of(type)}, {"ok", true}}};
 }
 
-Answer compare(Session &session, Arguments arguments)
+Answer compare(Session &session, const Options &options)
 {
-    const SYSDT_Record &type = session.type(arguments[0]);
-    const Bytes first = read_text_or_value(session, type, arguments[1]);
-    const Bytes second = read_text_or_value(session, type, arguments[2]);
+    const SYSDT_Record &type = session.type(options.arguments[0]);
+    const Bytes first = read_text_or_value(session, type, options.arguments[1]);
+    const Bytes second = read_text_or_value(session, type, options.arguments[2]);
     const int order = compare_values(session, type, first, second);
     return {std::to_string(order) + "\n", {{"type", name_of(type)}, {"order", order}}};
 }
@@ -181,16 +184,16 @@ bool swaps_short_form(const SYSDT_Record &type)
     return type.endian != nullptr && type.dataLength != value_size(type);
 }
 
-Answer swap_bytes(Session &session, Arguments arguments)
+Answer swap_bytes(Session &session, const Options &options)
 {
-    const SYSDT_Record &type = session.type(arguments[0]);
-    Bytes value = read_bytes(session, type, arguments[1]);
+    const SYSDT_Record &type = session.type(options.arguments[0]);
+    Bytes value = read_bytes(session, type, options.arguments[1]);
     if (type.endian != nullptr) {
         require_size(type, value, type.dataLength,
                      swaps_short_form(type) ? "swaps a short form of its values" : "has values of another length");
     }
     swap_value(session, type, value);
-    if (!session.options().native) {
+    if (!session.settings().native) {
         turn_to_native(type, value); // what was in the machine's order is now in the other
     }
     const std::string hex = to_hex(value);
@@ -328,11 +331,11 @@ Answer describe_kind(Session &session, const SYSDT_Record &type, const std::stri
              {"fields", fields.json}}};
 }
 
-Answer describe(Session &session, Arguments arguments)
+Answer describe(Session &session, const Options &options)
 {
-    const SYSDT_Record &type = session.type(arguments[0]);
-    if (arguments.size() > 1) {
-        return describe_kind(session, type, arguments[1]);
+    const SYSDT_Record &type = session.type(options.arguments[0]);
+    if (options.arguments.size() > 1) {
+        return describe_kind(session, type, options.arguments[1]);
     }
     const Sample sample = sample_of(type.typeId);
     const std::vector<Kind> all_kinds = kinds(session, type);
@@ -359,10 +362,10 @@ Answer describe(Session &session, Arguments arguments)
     return answer;
 }
 
-Answer table(Session &session, Arguments arguments)
+Answer table(Session &session, const Options &options)
 {
-    const SYSDT_Record &type = session.type(arguments[0]);
-    const Bytes value = read_text_or_value(session, type, arguments[1]);
+    const SYSDT_Record &type = session.type(options.arguments[0]);
+    const Bytes value = read_text_or_value(session, type, options.arguments[1]);
     const LuaState lua = new_lua_state();
     push_table(session, lua.get(), type, value);
     const ordered_json json = script_json(lua.get(), -1);
@@ -378,35 +381,35 @@ bool is_coloured(const Options &options)
     return (no_color == nullptr || *no_color == '\0') && isatty(STDOUT_FILENO) == 1;
 }
 
-Answer explain(Session &session, Arguments arguments)
+Answer explain(Session &session, const Options &options)
 {
-    const Options &options = session.options();
     if (options.html && options.json) {
         throw UsageError("--html and --json are two answers; give one of them");
     }
-    const SYSDT_Record &type = session.type(arguments[0]);
-    const Explanation explanation = explanation_of(session, type, read_text_or_value(session, type, arguments[1]));
+    const SYSDT_Record &type = session.type(options.arguments[0]);
+    const Explanation explanation =
+        explanation_of(session, type, read_text_or_value(session, type, options.arguments[1]));
     return {options.html ? explanation_html(explanation) : explanation_text(explanation, is_coloured(options)),
             explanation_json(explanation)};
 }
 
-Answer lua(Session &session, Arguments arguments)
+Answer lua(Session &session, const Options &options)
 {
-    run_script(session, arguments[0], arguments.subspan(1));
+    run_script(session, options.arguments[0], std::span(options.arguments).subspan(1));
     return {};
 }
 
-Answer complete(Session &session, Arguments arguments)
+Answer complete(Session &session, const Options &options)
 {
-    const std::vector<std::string> words = completions(session, arguments);
+    const std::vector<std::string> words = completions(session, commands(), options.arguments);
     return {joined(words, "\n") + (words.empty() ? "" : "\n"), words};
 }
 
-Answer canon(Session &session, Arguments arguments)
+Answer canon(Session &session, const Options &options)
 {
-    const SYSDT_Record &type = session.type(arguments[0]);
+    const SYSDT_Record &type = session.type(options.arguments[0]);
     const std::uint8_t mode = session.mode_for(type);
-    const Bytes value = filled_up(type, parse_text(session, type, arguments[1], mode).data);
+    const Bytes value = filled_up(type, parse_text(session, type, options.arguments[1], mode).data);
     const Printed printed = print_value(session, type, value, mode);
     const std::string text = printed.text ? *printed.text : to_hex(printed.bytes);
     return {text + "\n", {{"type", name_of(type)}, {"text", text}}};
@@ -446,99 +449,8 @@ constexpr Command table_of_commands[] = {
      "bgpdt complete -- describe BOLPREFIX NG", complete},
 };
 
-/// The names of the commands that pass.
-template <class Passes>
-std::vector<std::string> names_of_commands(Passes passes)
-{
-    std::vector<std::string> names;
-    for (const Command &command : table_of_commands) {
-        if (passes(command)) {
-            names.emplace_back(command.name);
-        }
-    }
-    return names;
-}
-
-constexpr std::string_view special_options[] = {
-    "--mode", "--native", "--record", "--template", "--value",   "--from",   "--to",     "--output", "--in",
-    "--jobs", "--show",   "--quiet",  "--summary",  "--rejects", "--memory", "--unique", "--color",  "--html"};
-
-void require_options(const Command &command, const Options &options)
-{
-    for (const std::string &option : options.given) {
-        if (!has_option(command, option)) {
-            const auto passes = [&option](const Command &other) { return has_option(other, option); };
-            throw UsageError(option + " means nothing to " + std::string(command.name) + ", only to " +
-                             joined(names_of_commands(passes), ", "));
-        }
-    }
-}
-
-/// Lines and single values have options of their own.
-void require_stream_options(const Command &command, const Options &options)
-{
-    const bool many = streams(command, options.arguments);
-    for (const std::string &option : options.given) {
-        const bool common = option == "--native" || option == "--mode";
-        const bool for_one = option == "--json";
-        if (!common && (many ? for_one : std::ranges::find(special_options, option) != std::end(special_options))) {
-            throw UsageError(option + (many ? " is for one value; --to json gives lines of JSON"
-                                            : " is for the lines of the input, and a value is given"));
-        }
-    }
-    if (many && command.run != nullptr && options.arguments.size() > 1 && !options.in.empty()) {
-        throw UsageError(
-            "'-' is standard input and --in names what is read instead; --in - reads it beside other files");
-    }
-}
-
 } // namespace
 
-bool streams(const Command &command, std::span<const std::string> arguments)
-{
-    return command.stream != nullptr && (command.run == nullptr || arguments.size() < 2 || arguments[1] == "-");
-}
-
 std::span<const Command> commands() { return table_of_commands; }
-
-bool has_option(const Command &command, std::string_view option)
-{
-    return std::ranges::find(special_options, option) == std::end(special_options) ||
-           (std::string(command.options) + " ").find(std::string(option) + " ") != std::string::npos;
-}
-
-const Command &find_command(const std::string &name)
-{
-    const auto *const found = std::ranges::find(table_of_commands, name, &Command::name);
-    if (found == std::end(table_of_commands)) {
-        const std::vector<std::string> names = names_of_commands([](const Command &) { return true; });
-        throw UsageError("there is no command " + name + did_you_mean(name, names) +
-                         "; 'bgpdt --help' lists the commands");
-    }
-    return *found;
-}
-
-const Command &find_command(const Options &options)
-{
-    const Command &command = find_command(options.command);
-    const bool open = command.arguments.ends_with("]");
-    const bool any = command.arguments.ends_with("...]");
-    const auto blanks = static_cast<std::size_t>(std::ranges::count(command.arguments, ' '));
-    const std::size_t wanted = command.arguments.empty() ? 0 : blanks + (open ? 0 : 1);
-    const std::size_t given = options.arguments.size();
-    if (given < wanted || (given > wanted + (open ? 1 : 0) && !any)) {
-        throw UsageError(options.command + " takes " + (wanted == 0 ? "no arguments" : std::string(command.arguments)) +
-                         ", given " +
-                         (given == 0   ? "none"
-                          : given == 1 ? "one argument"
-                                       : std::to_string(given) + " arguments") +
-                         (wanted == 0 ? "" : "; for example " + std::string(command.example)));
-    }
-    require_options(command, options);
-    if (command.stream != nullptr) {
-        require_stream_options(command, options);
-    }
-    return command;
-}
 
 } // namespace bgpdt::tool

@@ -5,48 +5,12 @@
 #define BGPDT_TOOL_COMMANDS_HPP
 
 #include <span>
-#include <string>
-#include <string_view>
 
-#include <nlohmann/json.hpp>
-
-#include "errors.hpp"
-#include "session.hpp"
+#include "command.hpp"
 
 namespace bgpdt::tool {
 
-/// What a command answers: lines for people and pipes, and the same in JSON.
-struct Answer {
-    std::string text;
-    nlohmann::ordered_json json;
-};
-
-struct Command {
-    std::string_view name;
-    std::string_view arguments; ///< their names; "[X]" may be left out, "[X...]" stands for any number
-    std::string_view summary;
-    std::string_view options; ///< those that not every command has
-    std::string_view example;
-    /// Null for a command that only runs over many values.
-    Answer (*run)(Session &session, std::span<const std::string> arguments);
-    /// Runs over many values and writes by itself; null for a command that does not. A command that does both takes many
-    /// if it is given no value.
-    Exit (*stream)(Session &session, std::span<const std::string> arguments) = nullptr;
-};
-
-/// Whether the command runs over many values with these arguments.
-bool streams(const Command &command, std::span<const std::string> arguments);
-
 std::span<const Command> commands();
-
-/// Whether the option means anything to the command.
-bool has_option(const Command &command, std::string_view option);
-
-/// @throws UsageError with names like it
-const Command &find_command(const std::string &name);
-/// The command that the options name, with the right number of arguments and options that mean something to it.
-/// @throws UsageError
-const Command &find_command(const Options &options);
 
 } // namespace bgpdt::tool
 

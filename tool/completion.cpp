@@ -5,11 +5,12 @@
 #include <sstream>
 #include <string_view>
 
-#include "commands.hpp"
-#include "kinds.hpp"
-#include "near_names.hpp"
+#include "command_line.hpp"
+#include "toolkit/kinds.hpp"
+#include "toolkit/near_names.hpp"
 
 namespace bgpdt::tool {
+using namespace toolkit;
 namespace {
 
 using Words = std::vector<std::string>;
@@ -88,7 +89,8 @@ Words options_of(const Command *command)
     return names;
 }
 
-Words candidates(Session &session, std::span<const std::string> before, const std::string &word)
+Words candidates(Session &session, std::span<const Command> commands, std::span<const std::string> before,
+                 const std::string &word)
 {
     if (!before.empty() && before.back().starts_with('-') && !value_name(before.back()).empty()) {
         return values_called(value_name(before.back()));
@@ -103,7 +105,7 @@ Words candidates(Session &session, std::span<const std::string> before, const st
         return values;
     }
     const Words arguments = arguments_in(before);
-    const Command *command = arguments.empty() ? nullptr : &find_command(arguments.front());
+    const Command *command = arguments.empty() ? nullptr : &find_command(commands, arguments.front());
     if (word.starts_with('-')) {
         return options_of(command);
     }
@@ -111,16 +113,17 @@ Words candidates(Session &session, std::span<const std::string> before, const st
         return next_arguments(session, *command, arguments);
     }
     Words names;
-    std::ranges::transform(commands(), std::back_inserter(names), [](const Command &c) { return std::string(c.name); });
+    std::ranges::transform(commands, std::back_inserter(names), [](const Command &c) { return std::string(c.name); });
     return names;
 }
 
 } // namespace
 
-std::vector<std::string> completions(Session &session, std::span<const std::string> words)
+std::vector<std::string> completions(Session &session, std::span<const Command> commands,
+                                     std::span<const std::string> words)
 {
     const std::string word = words.empty() ? "" : words.back();
-    Words found = candidates(session, words.first(words.size() - (words.empty() ? 0 : 1)), word);
+    Words found = candidates(session, commands, words.first(words.size() - (words.empty() ? 0 : 1)), word);
     std::erase_if(found, [begin = lower(word)](const std::string &candidate) {
         return candidate != file_candidate && !lower(candidate).starts_with(begin);
     });

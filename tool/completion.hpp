@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "session.hpp"
+#include "command.hpp"
 
 namespace bgpdt::tool {
 
@@ -16,7 +16,8 @@ namespace bgpdt::tool {
 inline constexpr const char *file_candidate = ":file";
 
 /// What the last of the words may become, whatever its case; the others stand in front of it, behind the program.
-std::vector<std::string> completions(Session &session, std::span<const std::string> words);
+std::vector<std::string> completions(toolkit::Session &session, std::span<const Command> commands,
+                                     std::span<const std::string> words);
 
 } // namespace bgpdt::tool
 

@@ -2,10 +2,11 @@
 #include <algorithm>
 #include <string_view>
 
-#include "explain.hpp"
-#include "shown_text.hpp"
+#include "explain_pictures.hpp"
+#include "toolkit/shown_text.hpp"
 
 namespace bgpdt::tool {
+using namespace toolkit;
 namespace {
 
 constexpr std::size_t bytes_per_line = 16;

@@ -2,10 +2,11 @@
 #include <algorithm>
 #include <array>
 
-#include "explain.hpp"
-#include "shown_text.hpp"
+#include "explain_pictures.hpp"
+#include "toolkit/shown_text.hpp"
 
 namespace bgpdt::tool {
+using namespace toolkit;
 namespace {
 
 constexpr std::size_t columns = 5;
@@ -88,6 +89,16 @@ std::string range_of(const Part &part)
 {
     const std::string first = std::to_string(part.offset);
     return part.size == 1 ? first : first + "-" + std::to_string(part.offset + part.size - 1);
+}
+
+std::vector<std::optional<std::size_t>> colours_of(const Explanation &explanation)
+{
+    std::vector<std::optional<std::size_t>> colours;
+    std::size_t next = 0;
+    for (const Part &part : explanation.parts) {
+        colours.push_back(part.name.empty() ? std::nullopt : std::optional(next++ % part_colours));
+    }
+    return colours;
 }
 
 std::string explanation_text(const Explanation &explanation, bool coloured)

@@ -10,19 +10,21 @@
 
 #include <nlohmann/json.hpp>
 
+#include "answer.hpp"
+#include "command_line.hpp"
 #include "commands.hpp"
 #include "errors.hpp"
 #include "host/host.hpp"
-#include "options.hpp"
-#include "script_table.hpp"
-#include "session.hpp"
-#include "shown_text.hpp"
 #include "stream_files.hpp"
-#include "words.hpp"
+#include "toolkit/script_table.hpp"
+#include "toolkit/session.hpp"
+#include "toolkit/shown_text.hpp"
+#include "toolkit/words.hpp"
 
 namespace {
 
 using namespace bgpdt::tool;
+using namespace bgpdt::toolkit;
 using nlohmann::ordered_json;
 
 /// Writes, and makes sure that everything written so far has arrived.
@@ -38,17 +40,17 @@ void deliver(const std::string &text)
 
 Exit run(int argc, const char *const *argv)
 {
-    const Options options = read_options(argc, argv);
+    const Options options = read_options(argc, argv, commands());
     if (!options.page.empty()) {
         deliver(options.page);
         return exit_done;
     }
-    const Command &command = find_command(options);
-    Session session(options);
-    if (streams(command, options.arguments)) {
-        return command.stream(session, options.arguments);
+    const Command &command = find_command(commands(), options);
+    Session session(options.settings);
+    if (streams(command, options)) {
+        return command.stream(session, options);
     }
-    const Answer answer = command.run(session, options.arguments);
+    const Answer answer = command.run(session, options);
     deliver(options.json && !answer.json.is_null() ? json_text(answer.json) + "\n" : answer.text);
     return exit_done;
 }
@@ -85,11 +87,26 @@ ordered_json details(const Refusal &refusal)
     return members;
 }
 
+const char *words_for(Hint hint)
+{
+    switch (hint) {
+    case Hint::types: return "; 'bgpdt types' lists the types";
+    case Hint::plugin: return "--plugin FILE or ";
+    case Hint::bytes: return "; the other commands take its values in hexadecimal";
+    case Hint::display_record: return " (--record)";
+    default: return "";
+    }
+}
+
 /// What went wrong; texts of any content stand in it.
 std::string sentence(const std::exception &error)
 {
-    const bool of_script = dynamic_cast<const ScriptError *>(&error) != nullptr;
-    return of_script ? shown_lines(error.what()) : shown(error.what());
+    if (const auto *known = dynamic_cast<const Error *>(&error)) {
+        const std::string words = std::string(known->front()).append(words_for(known->hint())).append(known->rest());
+        const bool of_script = dynamic_cast<const ScriptError *>(&error) != nullptr;
+        return of_script ? shown_lines(words) : shown(words);
+    }
+    return shown(error.what());
 }
 
 /// The place of what is wrong, what is taken instead, and the forms.

@@ -9,21 +9,20 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/session.hpp"
+
 namespace bgpdt::tool {
 
 struct Options {
     std::string command;
     std::vector<std::string> arguments;
     bool json = false;
-    bool native = false; ///< bytes are in the machine's order, not in the target's
     bool record = false; ///< print: the bytes are a display record, not a value
-    std::optional<std::uint8_t> mode;
+    toolkit::Settings settings;
     std::optional<std::string> line_template; ///< print: of an attribute bitmap's display record
     std::vector<std::string> values;          ///< print: what fills the template, "KIND=VALUE"
     std::string color = "auto";               ///< explain: "always" and "never" do not ask for a terminal
     bool html = false;                        ///< explain: a page
-    std::string names;
-    std::string plugin;
 
     // Of the commands that run over many values.
     std::optional<std::string> from; ///< the format of what is read
@@ -41,19 +40,6 @@ struct Options {
     std::vector<std::string> given; ///< the names of the options that are given
     std::string page;               ///< help or version, asked for instead of a command
 };
-
-struct OptionName {
-    std::string name;  ///< the long one where there are two
-    std::string value; ///< what its value is called; empty for an option without
-};
-/// Those of all commands.
-std::vector<OptionName> option_names();
-
-/// @throws UsageError
-Options read_options(int argc, const char *const *argv);
-
-/// Whether --json is given, also on a command line that is wrong otherwise.
-bool asks_for_json(int argc, const char *const *argv);
 
 } // namespace bgpdt::tool
 

@@ -11,9 +11,10 @@
 #include <thread>
 
 #include "errors.hpp"
-#include "shown_text.hpp"
+#include "toolkit/shown_text.hpp"
 
 namespace bgpdt::tool {
+using namespace toolkit;
 namespace {
 
 /// Refused lines that are told where nothing is said.

@@ -14,9 +14,9 @@
 #include <utility>
 #include <vector>
 
-#include "buffer.hpp"
 #include "options.hpp"
 #include "stream_files.hpp"
+#include "toolkit/buffer.hpp"
 
 namespace bgpdt::tool {
 
@@ -27,8 +27,8 @@ struct Results {
         std::string sentence;
     };
 
-    Buffer output;
-    Buffer rejects;                ///< the refused lines as they are
+    toolkit::Buffer output;
+    toolkit::Buffer rejects;       ///< the refused lines as they are
     std::vector<Refused> told;     ///< the first of them
     std::uint64_t refused = 0;     ///< how many there are
     std::uint64_t lines = 0;       ///< that have ended

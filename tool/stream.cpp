@@ -8,12 +8,13 @@
 #include <utility>
 #include <vector>
 
-#include "conversions.hpp"
 #include "pipeline.hpp"
 #include "sorting.hpp"
-#include "stream_values.hpp"
+#include "toolkit/conversions.hpp"
+#include "toolkit/stream_values.hpp"
 
 namespace bgpdt::tool {
+using namespace toolkit;
 namespace {
 
 /// Output of a block that is handed out before the block has ended.
@@ -23,6 +24,35 @@ constexpr std::size_t largest_output = std::size_t{1} << 20;
 std::size_t record_size(const SYSDT_Record &type, Format format)
 {
     return format == Format::binary ? value_size(type) : 0;
+}
+
+constexpr std::string_view format_names[] = {"text", "hex", "json", "binary"};
+
+Format format_named(const std::string &word, const char *option)
+{
+    const auto *const found = std::ranges::find(format_names, word);
+    if (found == std::end(format_names)) {
+        throw UsageError(std::string(option) + " is one of text, hex, json and binary, not " + word);
+    }
+    return static_cast<Format>(found - std::begin(format_names));
+}
+
+/// The type, if it is read from the format.
+const SYSDT_Record &readable(const SYSDT_Record &type, Format format)
+{
+    if (format == Format::text && type.formatIn == nullptr) {
+        throw UsageError(name_of(type) + " takes no text; --from is hex, json or binary for it");
+    }
+    return type;
+}
+
+/// The type, if it is written in the format.
+const SYSDT_Record &writable(const SYSDT_Record &type, Format format)
+{
+    if (format == Format::text && type.formatOut == nullptr) {
+        throw UsageError(name_of(type) + " prints no text; --to is hex, json or binary for it");
+    }
+    return type;
 }
 
 /// What is done with the values of the lines.
@@ -38,7 +68,10 @@ public:
 
 class Converter final : public Consumer {
 public:
-    Converter(Session &session, const SYSDT_Record &type, Format format) : writer_(session, type, format) {}
+    Converter(Session &session, const SYSDT_Record &type, Format format)
+        : writer_(session, writable(type, format), format)
+    {
+    }
     bool take(Value value, std::string_view, Buffer &out) override { return writer_.write(value, out); }
     std::string refusal() const override { return writer_.refusal(); }
 
@@ -116,8 +149,8 @@ class LineWorker final : public Worker {
 public:
     LineWorker(Session &session, const SYSDT_Record &type, Format format, std::unique_ptr<Consumer> consumer,
                std::uint64_t told)
-        : reader_(session, type, format), consumer_(std::move(consumer)), record_(record_size(type, format)),
-          told_(told)
+        : reader_(session, readable(type, format), format), consumer_(std::move(consumer)),
+          record_(record_size(type, format)), told_(told)
     {
     }
 
@@ -240,8 +273,8 @@ private:
 /// A run of a command over its input.
 class Stream {
 public:
-    Stream(Session &session, const std::string &type_name, std::vector<std::string> files, Format from)
-        : session_(session), type_(session.type(type_name)), from_(from),
+    Stream(Session &session, const Options &options, std::vector<std::string> files, Format from)
+        : session_(session), options_(options), type_(session.type(options.arguments[0])), from_(from),
           input_(std::move(files), record_size(type_, from))
     {
     }
@@ -255,7 +288,7 @@ public:
     Exit run(
         Output *output, unsigned threads, Make make, AtEnd at_end = [] {})
     {
-        Report report(session_.options(), input_, output, from_ == Format::binary ? "values" : "lines");
+        Report report(options_, input_, output, from_ == Format::binary ? "values" : "lines");
         std::vector<std::unique_ptr<Worker>> workers;
         for (unsigned i = 0; i < threads; ++i) {
             workers.push_back(std::make_unique<LineWorker>(session_, type_, from_, make(), report.limit()));
@@ -268,6 +301,7 @@ public:
 
 private:
     Session &session_;
+    const Options &options_;
     const SYSDT_Record &type_;
     const Format from_;
     Input input_;
@@ -285,15 +319,15 @@ unsigned threads_of(const Options &options)
     return options.threads != 0 ? options.threads : std::max(1U, std::thread::hardware_concurrency());
 }
 
-std::vector<std::string> files_in(std::span<const std::string> arguments)
+/// The arguments behind the type.
+std::vector<std::string> files_in(const Options &options)
 {
-    return {arguments.begin() + 1, arguments.end()};
+    return {options.arguments.begin() + 1, options.arguments.end()};
 }
 
-Exit convert(Session &session, const std::string &type, std::vector<std::string> files, Format from, Format to)
+Exit convert(Session &session, const Options &options, std::vector<std::string> files, Format from, Format to)
 {
-    const Options &options = session.options();
-    Stream stream(session, type, std::move(files), from);
+    Stream stream(session, options, std::move(files), from);
     Output output(options.output, "the output");
     return stream.run(&output, threads_of(options),
                       [&] { return std::make_unique<Converter>(session, stream.type(), to); });
@@ -301,29 +335,26 @@ Exit convert(Session &session, const std::string &type, std::vector<std::string>
 
 } // namespace
 
-Exit convert_lines(Session &session, std::span<const std::string> arguments)
+Exit convert_lines(Session &session, const Options &options)
 {
-    const Format from = format_from(session.options());
-    return convert(session, arguments[0], files_in(arguments), from, format_to(session.options(), from));
+    const Format from = format_from(options);
+    return convert(session, options, files_in(options), from, format_to(options, from));
 }
 
-Exit canon_lines(Session &session, std::span<const std::string> arguments)
+Exit canon_lines(Session &session, const Options &options)
 {
-    const Options &options = session.options();
-    return convert(session, arguments[0], options.in, format_from(options), Format::text);
+    return convert(session, options, options.in, format_from(options), Format::text);
 }
 
-Exit check_lines(Session &session, std::span<const std::string> arguments)
+Exit check_lines(Session &session, const Options &options)
 {
-    const Options &options = session.options();
-    Stream stream(session, arguments[0], options.in, format_from(options));
+    Stream stream(session, options, options.in, format_from(options));
     return stream.run(nullptr, threads_of(options), [&] { return std::make_unique<Checker>(session, stream.type()); });
 }
 
-Exit sort_lines(Session &session, std::span<const std::string> arguments)
+Exit sort_lines(Session &session, const Options &options)
 {
-    const Options &options = session.options();
-    Stream stream(session, arguments[0], files_in(arguments), format_from(options));
+    Stream stream(session, options, files_in(options), format_from(options));
     const bool binary = stream.from() == Format::binary;
     Sorter sorter(stream.type(), {.memory = options.memory, .unique = options.unique});
     Output output(options.output, "the output");
@@ -344,10 +375,9 @@ Exit sort_lines(Session &session, std::span<const std::string> arguments)
         });
 }
 
-Exit uniq_lines(Session &session, std::span<const std::string> arguments)
+Exit uniq_lines(Session &session, const Options &options)
 {
-    const Options &options = session.options();
-    Stream stream(session, arguments[0], files_in(arguments), format_from(options));
+    Stream stream(session, options, files_in(options), format_from(options));
     Output output(options.output, "the output");
     return stream.run(&output, 1, [&] { return std::make_unique<Uniq>(stream.from() == Format::binary); });
 }

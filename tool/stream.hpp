@@ -9,24 +9,19 @@
 #ifndef BGPDT_TOOL_STREAM_HPP
 #define BGPDT_TOOL_STREAM_HPP
 
-#include <span>
-#include <string>
-
 #include "errors.hpp"
-#include "session.hpp"
+#include "options.hpp"
+#include "toolkit/session.hpp"
 
 namespace bgpdt::tool {
 
-/// Lines longer than that are refused: no type has values that long.
-inline constexpr std::size_t longest_line = std::size_t{64} << 10;
-
 // The arguments are the type and the files.
-Exit convert_lines(Session &session, std::span<const std::string> arguments);
-Exit sort_lines(Session &session, std::span<const std::string> arguments);
-Exit uniq_lines(Session &session, std::span<const std::string> arguments);
-// The files stand in the options.
-Exit check_lines(Session &session, std::span<const std::string> arguments);
-Exit canon_lines(Session &session, std::span<const std::string> arguments);
+Exit convert_lines(toolkit::Session &session, const Options &options);
+Exit sort_lines(toolkit::Session &session, const Options &options);
+Exit uniq_lines(toolkit::Session &session, const Options &options);
+// The argument is the type; --in names the files.
+Exit check_lines(toolkit::Session &session, const Options &options);
+Exit canon_lines(toolkit::Session &session, const Options &options);
 
 } // namespace bgpdt::tool
 

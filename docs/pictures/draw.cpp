@@ -150,27 +150,29 @@ struct Part {
 };
 
 constexpr Part parts[] = {
-    {{20, 50, 230, 60}, "router", "the configuration framework", "#e6e6e6"},
-    {{270, 50, 230, 60}, "tool/", "bgpdt: commands, files, scripts", "#fff2cc"},
+    {{20, 50, 200, 60}, "router", "the configuration framework", "#e6e6e6"},
+    {{230, 50, 130, 60}, "tool/", "the command line", "#fff2cc"},
+    {{370, 50, 140, 60}, "lua/ sqlite/", "modules", "#fff2cc"},
     {{520, 50, 220, 60}, "tests/ fuzzing/ benchmarks/", "vectors, attacks, figures", "#fff2cc"},
-    {{270, 140, 470, 60}, "host/", "libbgpdt_host: every service of host.h, on real Lua 5.4", "#d9ead3"},
-    {{20, 230, 720, 60},
+    {{230, 140, 280, 60}, "toolkit/", "answers, reasons, explanations", "#d9d2e9"},
+    {{230, 230, 510, 60}, "host/", "libbgpdt_host: every service of host.h, on real Lua 5.4", "#d9ead3"},
+    {{20, 320, 720, 60},
      "include/bgp_datatype/",
      "host.h, values.h, fields.hpp, bgp_datatype.h: the boundary, in C",
      "#cfe2f3"},
-    {{20, 320, 720, 60}, "src/init/", "libbgp_datatype: one record for each type, handed to the host", "#fce5cd"},
-    {{20, 400, 170, 60}, "src/asn_community/", "AS numbers", "#fce5cd"},
-    {{203, 400, 170, 60}, "src/vpn_id/", "RD, RT, VPN-ID", "#fce5cd"},
-    {{386, 400, 170, 60}, "src/bol_prefix/", "prefixes", "#fce5cd"},
-    {{569, 400, 171, 60}, "src/route_keys/", "EVPN, MVPN, policies", "#fce5cd"},
-    {{20, 473, 170, 60}, "src/bgpls/", "link state", "#fce5cd"},
-    {{203, 473, 170, 60}, "src/attr/", "bitmap, time, SID", "#fce5cd"},
-    {{386, 473, 354, 60}, "src/common/", "the contract of all types; scan and print", "#fce5cd"},
+    {{20, 410, 720, 60}, "src/init/", "libbgp_datatype: one record for each type, handed to the host", "#fce5cd"},
+    {{20, 490, 170, 60}, "src/asn_community/", "AS numbers", "#fce5cd"},
+    {{203, 490, 170, 60}, "src/vpn_id/", "RD, RT, VPN-ID", "#fce5cd"},
+    {{386, 490, 170, 60}, "src/bol_prefix/", "prefixes", "#fce5cd"},
+    {{569, 490, 171, 60}, "src/route_keys/", "EVPN, MVPN, policies", "#fce5cd"},
+    {{20, 563, 170, 60}, "src/bgpls/", "link state", "#fce5cd"},
+    {{203, 563, 170, 60}, "src/attr/", "bitmap, time, SID", "#fce5cd"},
+    {{386, 563, 354, 60}, "src/common/", "the contract of all types; scan and print", "#fce5cd"},
 };
 
 void draw_house()
 {
-    open_picture(555, "The house");
+    open_picture(645, "The house");
     label(margin, 30, bold, "Who calls is above; the plug-in meets its host through the headers alone.");
     for (const Part &part : parts) {
         rectangle(part.box, part.colour);
@@ -178,9 +180,9 @@ void draw_house()
         label(centre, part.box.y + 26, middle_bold, part.name);
         label(centre, part.box.y + 46, middle, part.what);
     }
-    // The router and the host each stand on the headers; the tool and the tests on the host.
-    for (const Box &down : {Box{135, 110, 0, 120}, Box{385, 110, 0, 30}, Box{630, 110, 0, 30}, Box{505, 200, 0, 30},
-                            Box{380, 290, 0, 30}}) {
+    // The router and the host each stand on the headers, the fronts on the toolkit; that and the tests on the host.
+    for (const Box &down : {Box{120, 110, 0, 210}, Box{295, 110, 0, 30}, Box{440, 110, 0, 30}, Box{630, 110, 0, 120},
+                            Box{370, 200, 0, 30}, Box{485, 290, 0, 30}, Box{380, 380, 0, 30}}) {
         std::cout << "<line x1=\"" << down.x << "\" y1=\"" << down.y << "\" x2=\"" << down.x << "\" y2=\""
                   << down.y + down.height << "\" stroke=\"#555555\" stroke-width=\"2\"/>\n";
     }

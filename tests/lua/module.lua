@@ -29,6 +29,16 @@ local value, message, position = bgp.parse("VRFRD", "64496:1x")
 assert(value == nil and message:find("VRFRD refuses \"64496:1x\"", 1, true) and position == 8)
 assert(select("#", bgp.parse("NONE", "1")) == 2)
 
+-- What else there is to do is told in this module's words.
+local function why(...)
+    return select(2, ...)
+end
+assert(why(bgp.parse("NONE", "1")) == "there is no type NONE; bgp.types() lists the types")
+assert(why(bgp.parse("SID_STRUCTURE", "1")) == "SID_STRUCTURE takes no text; bgp.from_hex() takes its values")
+assert(why(bgp.print(bgp.parse("CVRFNAME", "abc"), 2)) ==
+    "CVRFNAME refuses to print the value in mode 2: this mode takes a display record of another length " ..
+    "(SYSDT_ERR_MISMATCH)")
+
 -- What is of another Lua type is an argument error, and nothing else is an error.
 for _, call in ipairs {
     { bgp.parse, 1 }, { bgp.parse, "ASNUM", {} }, { bgp.parse, "ASNUM", "1", "x" }, { bgp.parse, "ASNUM", "1", 256 },

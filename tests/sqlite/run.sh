@@ -33,6 +33,7 @@ SELECT hex(bgp_value('ASNUM', '1.10'));
 SELECT bgp_text('ASNUM', x'0001000a00000001'), bgp_text('VRFRT', bgp_value('VRFRT', '64496:1'));
 SELECT bgp_valid('VRFRD', '64496:1'), bgp_valid('VRFRD', '64496:1x'), bgp_valid('VRFRD', '64496:1' || char(0));
 SELECT bgp_why('VRFRD', '64496:1') IS NULL, bgp_why('VRFRD', '64496:1x') LIKE 'VRFRD refuses "64496:1x"%';
+SELECT bgp_why('L2VPNPREFIX', '1');
 SELECT bgp_json('ASNUM', x'0001000a00000001'),
     json_extract(bgp_json('VRFRT', bgp_value('VRFRT', '64496:1')), '$.RtValue[3]');
 SELECT json_object('key', bgp_json('ASNUM', bgp_value('ASNUM', 7)));
@@ -47,6 +48,7 @@ SELECT name, type, flags & 0x200800 = 0x200800 FROM pragma_function_list WHERE n
 1.10|64496:1
 1|0|0
 1|1
+L2VPNPREFIX makes no value of text; its values are blobs
 {"asNumValue":65546,"asType":1}|240
 {"key":{"asNumValue":7,"asType":0}}
 1|1|1
@@ -63,6 +65,8 @@ END
 
 refuses "SELECT bgp_value('VRFRD', '64496:1x');" 'VRFRD refuses "64496:1x"'
 refuses "SELECT bgp_value('VRFRX', '1');" 'did you mean VRFRT'
+refuses "SELECT bgp_valid('NONE', '1');" 'there is no type NONE; the table bgp_types lists the types'
+refuses "SELECT bgp_value('SID_STRUCTURE', '1');" 'SID_STRUCTURE takes no text; its values are blobs'
 refuses "SELECT bgp_text('ASNUM', x'00');" '1 byte, must be 8'
 refuses "SELECT bgp_text('ASNUM', 'text');" 'must be a blob'
 refuses "CREATE VIRTUAL TABLE t USING bgp_types;" 'no such module'

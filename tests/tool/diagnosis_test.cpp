@@ -12,15 +12,14 @@
 #include <gtest/gtest.h>
 
 #include "support/vector_file.hpp"
-#include "tool/conversions.hpp"
-#include "tool/diagnosis.hpp"
-#include "tool/kinds.hpp"
-#include "tool/options.hpp"
-#include "tool/samples.hpp"
-#include "tool/session.hpp"
-#include "tool/shown_text.hpp"
+#include "toolkit/conversions.hpp"
+#include "toolkit/diagnosis.hpp"
+#include "toolkit/kinds.hpp"
+#include "toolkit/samples.hpp"
+#include "toolkit/session.hpp"
+#include "toolkit/shown_text.hpp"
 
-namespace bgpdt::tool {
+namespace bgpdt::toolkit {
 namespace {
 
 struct Refused {
@@ -107,8 +106,7 @@ protected:
         }
     }
 
-    Options options_;
-    Session session_{options_};
+    Session session_{Settings{}};
     std::size_t limits_ = 0;
     std::clock_t longest_ = 0; ///< of processor time, that a diagnosis took
 };
@@ -238,4 +236,4 @@ TEST(ShownTextTest, ShowsAWindowOfALongText)
 }
 
 } // namespace
-} // namespace bgpdt::tool
+} // namespace bgpdt::toolkit

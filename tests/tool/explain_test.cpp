@@ -12,13 +12,14 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "tool/conversions.hpp"
-#include "tool/explain.hpp"
-#include "tool/kinds.hpp"
-#include "tool/samples.hpp"
+#include "tool/explain_pictures.hpp"
+#include "toolkit/conversions.hpp"
+#include "toolkit/explain.hpp"
+#include "toolkit/kinds.hpp"
+#include "toolkit/samples.hpp"
 #include "vector_values.hpp"
 
-namespace bgpdt::tool {
+namespace bgpdt::toolkit {
 namespace {
 
 using nlohmann::ordered_json;
@@ -155,7 +156,7 @@ TEST_P(Explained, EveryByteIsToldOnce)
         expect_tiled(explanation);
         expect_fields(type, value, explanation);
         expect_same_json(explanation);
-        expect_lined_up(explanation_text(explanation, false));
+        expect_lined_up(tool::explanation_text(explanation, false));
         if (HasFailure()) {
             return;
         }
@@ -214,4 +215,4 @@ TEST(ExplainedKinds, EveryOneWithTextHasASample)
 }
 
 } // namespace
-} // namespace bgpdt::tool
+} // namespace bgpdt::toolkit

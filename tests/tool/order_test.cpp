@@ -6,13 +6,13 @@
 
 #include <gtest/gtest.h>
 
-#include "tool/sorting.hpp"
+#include "toolkit/value_order.hpp"
 #include "vector_values.hpp"
 
 namespace {
 
 using namespace bgpdt;
-using namespace bgpdt::tool;
+using namespace bgpdt::toolkit;
 using test::session;
 using test::values;
 

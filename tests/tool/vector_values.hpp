@@ -12,23 +12,15 @@
 
 #include "bgp_datatype/fields.hpp"
 #include "support/vector_file.hpp"
-#include "tool/bytes.hpp"
-#include "tool/session.hpp"
+#include "toolkit/bytes.hpp"
+#include "toolkit/session.hpp"
 
 namespace bgpdt::test {
 
-inline tool::Options options_of_test()
-{
-    tool::Options options;
-    options.plugin = std::getenv("BGPDT_PLUGIN");
-    return options;
-}
-
 /// The host is the process's.
-inline tool::Session &session()
+inline toolkit::Session &session()
 {
-    static const tool::Options options = options_of_test();
-    static tool::Session session(options);
+    static toolkit::Session session({.plugin = std::getenv("BGPDT_PLUGIN")});
     return session;
 }
 
@@ -47,8 +39,8 @@ inline const std::map<std::string, std::vector<Bytes>> &values()
             const SYSDT_Record &type = session().type(type_of(line));
             for (Bytes value : {line.bytes, line.result.value_or(Bytes{})}) {
                 if (value.size() == value_size(type)) {
-                    tool::turn_to_native(type, value);
-                    by_type[tool::name_of(type)].push_back(value);
+                    toolkit::turn_to_native(type, value);
+                    by_type[toolkit::name_of(type)].push_back(value);
                 }
             }
         }

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What a command answers.
+#ifndef BGPDT_TOOL_ANSWER_HPP
+#define BGPDT_TOOL_ANSWER_HPP
+
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+namespace bgpdt::tool {
+
+/// Lines for people and pipes, and the same in JSON.
+struct Answer {
+    std::string text;
+    nlohmann::ordered_json json;
+};
+
+} // namespace bgpdt::tool
+
+#endif

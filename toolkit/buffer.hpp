@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Characters on their way out. Room is made once for many small pieces, without clearing it.
+#ifndef BGPDT_TOOLKIT_BUFFER_HPP
+#define BGPDT_TOOLKIT_BUFFER_HPP
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace bgpdt::toolkit {
+
+class Buffer {
+public:
+    /// Room for so many characters behind those that there are; grown() takes them.
+    char *room(std::size_t count)
+    {
+        if (capacity_ - size_ < count) {
+            grow(count);
+        }
+        return characters_.get() + size_;
+    }
+    void grown(std::size_t count) { size_ += count; }
+
+    void append(std::string_view text)
+    {
+        if (!text.empty()) {
+            std::memcpy(room(text.size()), text.data(), text.size());
+            grown(text.size());
+        }
+    }
+    void append(char character)
+    {
+        *room(1) = character;
+        grown(1);
+    }
+    void clear() { size_ = 0; }
+
+    std::size_t size() const { return size_; }
+    std::string_view text() const { return {characters_.get(), size_}; }
+
+private:
+    void grow(std::size_t count)
+    {
+        constexpr std::size_t smallest = 4096;
+        const std::size_t capacity = std::max({smallest, 2 * capacity_, size_ + count});
+        std::unique_ptr<char[]> larger(new char[capacity]);
+        if (size_ != 0) {
+            std::memcpy(larger.get(), characters_.get(), size_);
+        }
+        characters_ = std::move(larger);
+        capacity_ = capacity;
+    }
+
+    std::unique_ptr<char[]> characters_;
+    std::size_t size_ = 0;
+    std::size_t capacity_ = 0;
+};
+
+} // namespace bgpdt::toolkit
+
+#endif

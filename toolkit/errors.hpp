@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Why something is refused or cannot be done. The sentences fit every front; where one has more to say, in words of its
+/// own, a hint tells of what and in which place.
+#ifndef BGPDT_TOOLKIT_ERRORS_HPP
+#define BGPDT_TOOLKIT_ERRORS_HPP
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace bgpdt::toolkit {
+
+enum class Hint : std::uint8_t {
+    none,
+    types,          ///< where the types' names are listed
+    plugin,         ///< in which further way the plug-in is named: "X or "
+    bytes,          ///< how a value comes of something else than text
+    display_record, ///< how a display record is given
+};
+
+/// What a session needs is not there, or there is no type of the name.
+class Error : public std::runtime_error {
+public:
+    /// @param place  of the hint in the sentence; its end, if none is told
+    explicit Error(const std::string &sentence, Hint hint = Hint::none, std::size_t place = std::string::npos)
+        : std::runtime_error(sentence), hint_(hint), place_(place)
+    {
+    }
+    Hint hint() const { return hint_; }
+    /// The sentence as far as the hint's place.
+    std::string_view front() const { return std::string_view(what()).substr(0, place_); }
+    /// What stands behind that.
+    std::string_view rest() const { return std::string_view(what()).substr(front().size()); }
+
+private:
+    Hint hint_;
+    std::size_t place_;
+};
+
+/// A kind of value, the form of its text if its help tells one, and a text of it.
+struct KindForm {
+    std::string kind;
+    std::string form;
+    std::string example;
+};
+
+/// What is wrong with a text.
+struct Diagnosis {
+    std::string text;                    ///< the refused one
+    std::size_t at;                      ///< the first byte that is wrong; what is missing belongs in front of it
+    std::size_t length;                  ///< in bytes; 0: something is missing
+    std::string reason;                  ///< without the text
+    std::string repair;                  ///< the nearest text that is taken
+    std::string other = {};              ///< a text of another form that takes the number at the place; often none
+    std::vector<std::string> kinds = {}; ///< those near the text; none for a type without kinds
+};
+
+/// A value that is none of the type's, or an operation that the type does not offer.
+class Refusal : public Error {
+public:
+    explicit Refusal(const std::string &sentence, std::uint32_t status = 0, std::vector<KindForm> forms = {},
+                     std::optional<Diagnosis> diagnosis = {})
+        : Error(sentence), status_(status), forms_(std::move(forms)), diagnosis_(std::move(diagnosis))
+    {
+    }
+    Refusal(const std::string &sentence, Hint hint, std::size_t place = std::string::npos, std::uint32_t status = 0)
+        : Error(sentence, hint, place), status_(status)
+    {
+    }
+    /// The type's own answer; 0 when the value did not get as far as the type.
+    std::uint32_t status() const { return status_; }
+    /// What the type would have taken, by kind; none for a type without kinds.
+    const std::vector<KindForm> &forms() const { return forms_; }
+    /// Of a text that is refused; none if nothing that the type takes is near it. The sentence holds its reason.
+    const std::optional<Diagnosis> &diagnosis() const { return diagnosis_; }
+
+private:
+    std::uint32_t status_;
+    std::vector<KindForm> forms_;
+    std::optional<Diagnosis> diagnosis_;
+};
+
+} // namespace bgpdt::toolkit
+
+#endif

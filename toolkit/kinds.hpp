@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The kinds of value that stand behind the sub-kind word of some types.
+#ifndef BGPDT_TOOLKIT_KINDS_HPP
+#define BGPDT_TOOLKIT_KINDS_HPP
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "session.hpp"
+
+namespace bgpdt::toolkit {
+
+struct Kind {
+    std::uint32_t number;
+    std::string name;
+    bool takes_text;
+    /// Those for which the type asks for the kind, by the words that all fronts use for them.
+    std::vector<std::string> operations;
+    /// What the kind's help says of its text. Empty for a kind without text, and for one that shares the help of a kind
+    /// in front, whose text alone it tells.
+    std::string form;
+};
+
+/// In the order of the type's dispatch table; none for a type without.
+std::vector<Kind> kinds(Session &session, const SYSDT_Record &type);
+
+/// The number of the kind that the value of a type with kinds is of, in the machine's order.
+std::uint32_t kind_of(std::span<const std::uint8_t> value);
+
+} // namespace bgpdt::toolkit
+
+#endif

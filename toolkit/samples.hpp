@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What the router's types are, in words, and texts that they take; their own help tells little more than lengths.
+#ifndef BGPDT_TOOLKIT_SAMPLES_HPP
+#define BGPDT_TOOLKIT_SAMPLES_HPP
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bgpdt::toolkit {
+
+struct Sample {
+    std::string about;
+    std::vector<std::string> texts;      ///< one of each form in mode 2; none for a type that takes no text
+    std::vector<std::string> words = {}; ///< which may stand in its texts
+};
+
+/// Empty for a type of another plug-in.
+Sample sample_of(std::uint16_t type_id);
+
+} // namespace bgpdt::toolkit
+
+#endif

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The loaded plug-in, and how its types are used.
+#ifndef BGPDT_TOOLKIT_SESSION_HPP
+#define BGPDT_TOOLKIT_SESSION_HPP
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/host.hpp"
+
+namespace bgpdt::toolkit {
+
+struct Settings {
+    std::string plugin = {};               ///< its file; empty: $BGPDT_PLUGIN's, else near this program or module
+    std::string names = {};                ///< the file of the names behind the indexes; empty: there are none
+    std::optional<std::uint8_t> mode = {}; ///< for all types
+    bool native = false;                   ///< bytes outside are in the machine's order, not in the target's
+};
+
+class Session {
+public:
+    /// Loads the plug-in and the names.
+    /// @throws Error if there is no plug-in, host::HostError
+    explicit Session(Settings settings);
+
+    host::Host &host() { return host_; }
+    const Settings &settings() const { return settings_; }
+
+    /// The record of that name, in any case.
+    /// @throws Error with names like it
+    const SYSDT_Record &type(std::string_view name) const;
+    /// The mode asked for, else the one in which the type's text goes both ways: 2; but 1 for what is only printed,
+    /// and for the host's own strings, whose mode 2 is a structured form.
+    std::uint8_t mode_for(const SYSDT_Record &type) const;
+
+private:
+    const Settings settings_;
+    host::Host host_;
+};
+
+std::string name_of(const SYSDT_Record &type);
+
+} // namespace bgpdt::toolkit
+
+#endif

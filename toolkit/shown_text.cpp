@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "shown_text.hpp"
+
+#include <algorithm>
+#include <vector>
+
+namespace bgpdt::toolkit {
+namespace {
+
+constexpr std::size_t line_width = 76;
+constexpr std::string_view cut = "...";
+
+std::uint8_t byte_at(std::string_view text, std::size_t at)
+{
+    return at < text.size() ? static_cast<std::uint8_t>(text[at]) : std::uint8_t{0};
+}
+
+/// By its first byte; 0 for one that begins none. Overlong forms and surrogates are not told apart.
+std::size_t sequence_size(std::uint8_t first)
+{
+    return first < 0x80 ? 1 : first < 0xc2 ? 0 : first < 0xe0 ? 2 : first < 0xf0 ? 3 : first < 0xf5 ? 4 : 0;
+}
+
+bool is_control(std::string_view text, std::size_t at)
+{
+    const std::uint8_t first = byte_at(text, at);
+    return first < 0x20 || first == 0x7f || (first == 0xc2 && byte_at(text, at + 1) < 0xa0); // C0, DEL, C1
+}
+
+/// A character as it is shown, and where it stands in the text.
+struct Column {
+    std::string shown;
+    std::size_t at;
+};
+
+std::size_t width(const Column &column) { return column.shown.front() == '\\' ? column.shown.size() : 1; }
+
+std::vector<Column> columns_of(std::string_view text)
+{
+    std::vector<Column> columns;
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+        columns.push_back({shown_character(text, at), at});
+    }
+    return columns;
+}
+
+} // namespace
+
+std::size_t character_size(std::string_view text, std::size_t at)
+{
+    const std::size_t size = sequence_size(byte_at(text, at));
+    for (std::size_t i = 1; i < size; ++i) {
+        if ((byte_at(text, at + i) & 0xc0) != 0x80) {
+            return 1;
+        }
+    }
+    return std::max<std::size_t>(size, 1);
+}
+
+std::string shown_character(std::string_view text, std::size_t at)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    const std::string_view character = text.substr(at, character_size(text, at));
+    const bool stray = character.size() == 1 && byte_at(character, 0) >= 0x80;
+    if (!stray && !is_control(text, at)) {
+        return std::string(character);
+    }
+    std::string escaped;
+    for (const char c : character) {
+        const auto byte = static_cast<std::uint8_t>(c);
+        escaped += {'\\', 'x', digits[byte >> 4], digits[byte & 0x0f]};
+    }
+    return escaped;
+}
+
+std::string shown(std::string_view text)
+{
+    std::string all;
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+        all += shown_character(text, at);
+    }
+    return all;
+}
+
+std::string shown_lines(std::string_view text)
+{
+    std::string all;
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+        all += text[at] == '\n' || text[at] == '\t' ? std::string(1, text[at]) : shown_character(text, at);
+    }
+    return all;
+}
+
+std::string lua_quoted(std::string_view text)
+{
+    std::string result = "\"";
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+        const char c = text[at];
+        if (c == '"' || c == '\\') {
+            result += {'\\', c};
+        } else {
+            result += c == '\n' ? "\\n" : shown_character(text, at);
+        }
+    }
+    return result + "\"";
+}
+
+std::string shortened(std::string_view text)
+{
+    std::size_t at = 0;
+    while (at < text.size() && at < line_width) {
+        at += character_size(text, at);
+    }
+    return std::string(text.substr(0, at)) + std::string(at < text.size() ? cut : "");
+}
+
+std::string underlined(std::string_view text, std::size_t at, std::size_t length)
+{
+    const std::vector<Column> columns = columns_of(text);
+    const auto place = std::ranges::find_if(columns, [at](const Column &column) { return column.at >= at; });
+    auto first = place;
+    auto last = place;
+    for (std::size_t room = line_width; room > 0 && (first != columns.begin() || last != columns.end());) {
+        // a third of the room, or what the end of the text leaves of it, is for what stands in front
+        const bool front = first != columns.begin() && (last == columns.end() || 3 * room > 2 * line_width);
+        const std::size_t taken = width(front ? *--first : *last++);
+        room -= std::min(room, taken);
+    }
+    const std::string before(first == columns.begin() ? "" : cut);
+    std::string line = "  " + before;
+    std::string marks(line.size(), ' ');
+    for (auto column = first; column != last; ++column) {
+        line += column->shown;
+        const bool marked = column->at >= at && column->at < at + length;
+        marks.append(width(*column), marked ? '~' : column->at < at ? ' ' : '\0');
+    }
+    marks.erase(std::find(marks.begin(), marks.end(), '\0'), marks.end());
+    const std::size_t caret = marks.find('~');
+    marks = caret == std::string::npos ? marks + "^" : marks.replace(caret, 1, "^");
+    return line + std::string(last == columns.end() ? "" : cut) + "\n" + marks + "\n";
+}
+
+} // namespace bgpdt::toolkit

@@ -1,0 +1,397 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "stream_values.hpp"
+
+#include <array>
+#include <bit>
+#include <cstring>
+#include <numeric>
+#include <utility>
+
+#include <lua.hpp>
+#include <nlohmann/json.hpp>
+
+#include "conversions.hpp"
+#include "errors.hpp"
+#include "samples.hpp"
+#include "shown_text.hpp"
+#include "strict_json.hpp"
+
+namespace bgpdt::toolkit {
+namespace {
+
+using nlohmann::ordered_json;
+
+/// What of a text is quoted.
+constexpr std::size_t longest_quotation = 60;
+
+std::string quotation(std::string_view text)
+{
+    return text.size() <= longest_quotation ? lua_quoted(text) : lua_quoted(text.substr(0, longest_quotation)) + "...";
+}
+
+/// The two digits of each byte.
+constexpr auto hex_pairs = [] {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte) {
+        pairs[byte] = {digits[byte >> 4], digits[byte & 0x0f]};
+    }
+    return pairs;
+}();
+
+/// The digits' values; 0xff for what is none.
+constexpr auto hex_values = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(0xff);
+    for (std::uint8_t i = 0; i < 16; ++i) {
+        values[static_cast<unsigned char>("0123456789abcdef"[i])] = i;
+        values[static_cast<unsigned char>("0123456789ABCDEF"[i])] = i;
+    }
+    return values;
+}();
+
+/// The members that say the value in another way than by its bytes, as far as the type has them.
+ordered_json other_members(Session &session, host::Converter &printer, lua_State *lua, const SYSDT_Record &type,
+                           Value value)
+{
+    ordered_json members = ordered_json::object();
+    if (type.formatOut != nullptr) {
+        const host::Delivery printed = printer.print(value);
+        if (printed.ok() && printed.kind == SYSDT_KIND_STRING) {
+            members["text"] = printed.text();
+        }
+    }
+    std::string error;
+    if (type.luaSet != nullptr && session.host().push_script_value(lua, type, value, error) == SYSDT_OK) {
+        members["table"] = script_json(lua, -1);
+        lua_pop(lua, 1);
+    }
+    return members;
+}
+
+/// As equal as two tables are to scripts: the fields' order does not matter.
+bool same(const ordered_json &first, const ordered_json &second)
+{
+    return nlohmann::json(first) == nlohmann::json(second);
+}
+
+} // namespace
+
+std::string refusal_sentence(const SYSDT_Record &type, std::string_view text, std::uint32_t status)
+{
+    const std::string code = " (" + host::status_name(status) + ")";
+    if (status != SYSDT_ERR_INVALID_VALUE && status != SYSDT_ERR_PARAM) {
+        return name_of(type) + " refuses the text " + quotation(text) + code;
+    }
+    const std::string about = sample_of(type.typeId).about;
+    return quotation(text) + " is no " + (about.empty() ? "text of " + name_of(type) : about) + code;
+}
+
+Value filled_up(const SYSDT_Record &type, Value value, Bytes &room)
+{
+    if (type.baseKind != SYSDT_KIND_STRING || value.size() >= value_size(type)) {
+        return value;
+    }
+    room.assign(value.begin(), value.end());
+    room.resize(value_size(type));
+    return room;
+}
+
+// ------------------------------------------------------------------------------------------------ byte order
+
+void ByteOrder::work_out(const Layout &layout, std::size_t size)
+{
+    layout_ = &layout;
+    positions_.resize(size);
+    std::iota(positions_.begin(), positions_.end(), std::uint16_t{0});
+    if (native_ || std::endian::native == std::endian::big || size < type_.dataLength) {
+        return;
+    }
+    if (layout.fields.empty() && type_.baseKind == SYSDT_KIND_BINARY) {
+        std::ranges::reverse(positions_); // a plain binary type is one number
+    }
+    halves_.resize(2 * size);
+    const auto low = std::span(halves_).first(size);
+    const auto high = std::span(halves_).last(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        low[i] = static_cast<std::uint8_t>(positions_[i]);
+        high[i] = static_cast<std::uint8_t>(positions_[i] >> 8);
+    }
+    reverse_numbers(layout, low);
+    reverse_numbers(layout, high);
+    for (std::size_t i = 0; i < size; ++i) {
+        positions_[i] = static_cast<std::uint16_t>(high[i] << 8 | low[i]);
+    }
+}
+
+// ------------------------------------------------------------------------------------------------ reading
+
+ValueReader::ValueReader(Session &session, const SYSDT_Record &type, Format format)
+    : session_(session), type_(type), format_(format), size_(value_size(type)), converter_(type, session.mode_for(type))
+{
+    if (format == Format::text && type.formatIn == nullptr) {
+        throw Refusal(name_of(type) + " takes no text", Hint::bytes);
+    }
+    if (format == Format::json) {
+        lua_ = new_lua_state();
+    }
+}
+
+Value ValueReader::read_other(std::span<char> line)
+{
+    switch (format_) {
+    case Format::hex: return read_hex({line.data(), line.size()});
+    case Format::json: return read_json({line.data(), line.size()});
+    default: break;
+    }
+    const auto *const bytes = reinterpret_cast<const std::uint8_t *>(line.data());
+    if (session_.settings().native) {
+        return {bytes, line.size()};
+    }
+    value_.assign(bytes, bytes + line.size());
+    turn_to_native(type_, value_);
+    return value_;
+}
+
+Value ValueReader::read_text(std::span<char> text)
+{
+    const host::Delivery delivery = converter_.parse(text);
+    if (delivery.data.size() - 1 < size_) [[likely]] { // a refused text delivers nothing
+        return delivery.data;
+    }
+    explain(delivery);
+    return {};
+}
+
+/// Why what was delivered for a text is no value.
+void ValueReader::explain(const host::Delivery &delivery)
+{
+    status_ = delivery.status;
+    if (!delivery.ok()) {
+        reason_.clear();
+    } else if (delivery.data.empty()) {
+        reason_ = name_of(type_) + " makes no value of text";
+    } else {
+        reason_ = "the text has " + std::to_string(delivery.data.size() - 1) + " characters, " + name_of(type_) +
+                  " has room for " + std::to_string(size_ - 1);
+    }
+}
+
+Value ValueReader::keep(Bytes value)
+{
+    value_ = std::move(value);
+    if (type_.baseKind == SYSDT_KIND_STRING && value_.size() < size_) {
+        value_.resize(size_);
+    }
+    require_size(type_, value_, size_);
+    return value_;
+}
+
+/// Two digits a byte and nothing else; null for anything that does not look like that.
+Value ValueReader::read_plain_hex(std::string_view text)
+{
+    if (text.size() != 2 * size_) {
+        return {};
+    }
+    value_.resize(size_);
+    unsigned wrong = 0;
+    for (std::size_t i = 0; i < size_; ++i) {
+        const unsigned high = hex_values[static_cast<unsigned char>(text[2 * i])];
+        const unsigned low = hex_values[static_cast<unsigned char>(text[2 * i + 1])];
+        wrong |= high | low;
+        value_[i] = static_cast<std::uint8_t>(high << 4 | low);
+    }
+    return wrong < 16 ? Value(value_) : Value();
+}
+
+Value ValueReader::read_hex(std::string_view text)
+{
+    try {
+        if (read_plain_hex(text).data() == nullptr) {
+            keep(from_hex(text));
+        }
+        if (!session_.settings().native) {
+            turn_to_native(type_, value_);
+        }
+        return value_;
+    } catch (const Refusal &refusal) {
+        reason_ = refusal.what();
+        return {};
+    }
+}
+
+/// The bytes that a record of JSON says, first by "hex", then by "table", then by "text".
+Bytes ValueReader::value_of(const ordered_json &record)
+{
+    const auto text_of = [&](const char *member) {
+        if (!record[member].is_string()) {
+            throw Refusal(std::string("its member \"") + member + "\" is no string");
+        }
+        return record[member].get<std::string>();
+    };
+    if (record.contains("hex")) {
+        Bytes value = from_hex(text_of("hex"));
+        if (!session_.settings().native) {
+            turn_to_native(type_, value);
+        }
+        return value;
+    }
+    if (record.contains("table")) {
+        push_script_json(lua_.get(), record["table"]);
+        Bytes value = read_table(session_, lua_.get(), type_);
+        lua_settop(lua_.get(), 0);
+        return value;
+    }
+    if (record.contains("text")) {
+        std::string text = text_of("text");
+        if (text.find('\0') != std::string::npos) {
+            throw Refusal("its text holds a NUL, where texts end");
+        }
+        if (type_.formatIn == nullptr) {
+            throw Refusal(name_of(type_) + " takes no text");
+        }
+        const std::string original = text;
+        const Value value = read_text(text);
+        if (value.data() == nullptr) {
+            throw Refusal(refusal(original));
+        }
+        return {value.begin(), value.end()};
+    }
+    throw Refusal(R"(it has none of the members "hex", "table" and "text")");
+}
+
+/// The members beside the one that the value was taken from must not say another.
+void ValueReader::require_agreement(const ordered_json &given, Value value)
+{
+    const ordered_json own = other_members(session_, converter_, lua_.get(), type_, value);
+    for (const auto &[member, says] : own.items()) {
+        if (!given.contains(member) || same(given[member], says) ||
+            same(given[member], ordered_json::parse(json_text(says)))) {
+            continue;
+        }
+        if (member == "text" && given[member].is_string() && type_.formatIn != nullptr) { // written in another way
+            std::string text = given[member].get<std::string>();
+            Bytes room;
+            const Value parsed = filled_up(type_, read_text(text), room);
+            if (parsed.data() != nullptr && std::ranges::equal(parsed, value)) {
+                continue;
+            }
+        }
+        const std::string source = given.contains("hex") ? "hex" : "table";
+        throw Refusal("its \"" + member + "\" " +
+                      (member == source ? "is not the table of the value that it says"
+                                        : "says another value than its \"" + source + "\""));
+    }
+}
+
+Value ValueReader::read_json(std::string_view text)
+{
+    try {
+        std::optional<ordered_json> record = toolkit::read_json(text);
+        if (!record || !record->is_object()) {
+            throw Refusal("the line is no JSON object");
+        }
+        const Bytes value = value_of(*record);
+        keep(value);
+        if (record->contains("hex") || record->contains("table")) {
+            const Bytes kept = value_;
+            require_agreement(*record, kept);
+            value_ = kept;
+        }
+        return value_;
+    } catch (const Refusal &refusal) {
+        reason_ = refusal.what();
+        lua_settop(lua_.get(), 0);
+        return {};
+    }
+}
+
+std::string ValueReader::refusal(std::string_view line) const
+{
+    return reason_.empty() ? refusal_sentence(type_, line, status_) : reason_;
+}
+
+// ------------------------------------------------------------------------------------------------ writing
+
+ValueWriter::ValueWriter(Session &session, const SYSDT_Record &type, Format format)
+    : session_(session), type_(type), format_(format), converter_(type, session.mode_for(type)),
+      order_(type, session.settings().native)
+{
+    if (format == Format::text && type.formatOut == nullptr) {
+        throw Refusal(name_of(type) + " prints no text");
+    }
+    if (format == Format::json) {
+        lua_ = new_lua_state();
+    }
+}
+
+bool ValueWriter::write(Value value, Buffer &out)
+{
+    switch (format_) {
+    case Format::text: return write_text(value, out);
+    case Format::hex: write_hex(value, out); break;
+    case Format::json: write_json(value, out); break;
+    case Format::binary: write_binary(value, out); break;
+    }
+    return true;
+}
+
+bool ValueWriter::write_text(Value value, Buffer &out)
+{
+    const host::Delivery printed = converter_.print(filled_up(type_, value, filled_));
+    status_ = printed.status;
+    const std::string_view text = printed.text();
+    if (!printed.ok() || printed.data.empty() || std::memchr(text.data(), '\n', text.size()) != nullptr) {
+        return false;
+    }
+    char *const to = out.room(text.size() + 1);
+    std::memcpy(to, text.data(), text.size());
+    to[text.size()] = '\n';
+    out.grown(text.size() + 1);
+    return true;
+}
+
+void ValueWriter::write_hex(Value value, Buffer &out)
+{
+    char *const to = out.room(2 * value.size() + 1);
+    const std::uint16_t *const positions = order_.positions(value);
+    const std::uint8_t *const bytes = value.data();
+#pragma GCC unroll 4
+    for (std::size_t i = 0, size = value.size(); i < size; ++i) {
+        std::memcpy(to + 2 * i, hex_pairs[bytes[positions[i]]].data(), 2);
+    }
+    to[2 * value.size()] = '\n';
+    out.grown(2 * value.size() + 1);
+}
+
+void ValueWriter::write_binary(Value value, Buffer &out)
+{
+    value = filled_up(type_, value, filled_);
+    char *const to = out.room(value.size());
+    const std::uint16_t *const positions = order_.positions(value);
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        to[i] = static_cast<char>(value[positions[i]]);
+    }
+    out.grown(value.size());
+}
+
+void ValueWriter::write_json(Value value, Buffer &out)
+{
+    value = filled_up(type_, value, filled_);
+    Buffer hex;
+    write_hex(value, hex);
+    ordered_json record = other_members(session_, converter_, lua_.get(), type_, value);
+    record["hex"] = hex.text().substr(0, hex.size() - 1);
+    out.append(json_text(record));
+    out.append('\n');
+}
+
+std::string ValueWriter::refusal() const
+{
+    if (status_ != SYSDT_OK) {
+        return name_of(type_) + " refuses to print the value (" + host::status_name(status_) + ")";
+    }
+    return name_of(type_) + " prints nothing for the value, or more than one line";
+}
+
+} // namespace bgpdt::toolkit

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Values of one type as they stand in streams: a line each in the formats that are text, back to back in binary.
+#ifndef BGPDT_TOOLKIT_STREAM_VALUES_HPP
+#define BGPDT_TOOLKIT_STREAM_VALUES_HPP
+
+#include <bit>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "buffer.hpp"
+#include "bytes.hpp"
+#include "script_table.hpp"
+#include "session.hpp"
+
+namespace bgpdt::toolkit {
+
+enum class Format : std::uint8_t { text, hex, json, binary };
+
+/// Longer lines are refused: no type has values that long.
+inline constexpr std::size_t longest_line = std::size_t{64} << 10;
+
+/// A value in the machine's byte order; null is none.
+using Value = std::span<const std::uint8_t>;
+
+/// Why a type does not take a text, in a few words: what is said of each of many lines.
+std::string refusal_sentence(const SYSDT_Record &type, std::string_view text, std::uint32_t status);
+
+/// The value's bytes with what is missing at the end of a host's string.
+Value filled_up(const SYSDT_Record &type, Value value, Bytes &room);
+
+/// The byte order of a type's values outside: the target's, or the machine's own.
+class ByteOrder {
+public:
+    ByteOrder(const SYSDT_Record &type, bool native) : type_(type), native_(native)
+    {
+        positions_.reserve(value_size(type));
+        halves_.reserve(2 * value_size(type));
+    }
+
+    /// Where the bytes in that order stand in the value; as many as it has. Takes no memory for a value of the type's
+    /// size.
+    const std::uint16_t *positions(Value value)
+    {
+        const Layout &layout = layout_of(type_.typeId, value, std::endian::native);
+        if (&layout != layout_ || positions_.size() != value.size()) {
+            work_out(layout, value.size());
+        }
+        return positions_.data();
+    }
+
+private:
+    void work_out(const Layout &layout, std::size_t size);
+
+    const SYSDT_Record &type_;
+    const bool native_;
+    const Layout *layout_ = nullptr; ///< of the positions
+    std::vector<std::uint16_t> positions_;
+    Bytes halves_; ///< the positions' low bytes, then the high ones, while they are worked out
+};
+
+/// Reads values, one thread's own.
+class ValueReader {
+public:
+    /// @throws Refusal if the type takes no text, and that is the format
+    ValueReader(Session &session, const SYSDT_Record &type, Format format);
+
+    /// The value of the line, which has a NUL behind it and may be changed; null if it is refused. It stays until the
+    /// next call.
+    Value read(std::span<char> line) { return format_ == Format::text ? read_text(line) : read_other(line); }
+    /// Why the last line was refused.
+    std::string refusal(std::string_view line) const;
+
+private:
+    Value read_text(std::span<char> text);
+    void explain(const host::Delivery &delivery);
+    Value read_other(std::span<char> line);
+    Value read_hex(std::string_view text);
+    Value read_plain_hex(std::string_view text);
+    Value read_json(std::string_view text);
+    Value keep(Bytes value);
+    Bytes value_of(const nlohmann::ordered_json &record);
+    void require_agreement(const nlohmann::ordered_json &given, Value value);
+
+    Session &session_;
+    const SYSDT_Record &type_;
+    const Format format_;
+    const std::size_t size_;
+    host::Converter converter_;
+    LuaState lua_{nullptr, nullptr};
+    Bytes value_;
+    std::uint32_t status_ = 0;
+    std::string reason_; ///< where the type was not asked
+};
+
+/// Writes values, one thread's own.
+class ValueWriter {
+public:
+    /// @throws Refusal if the type prints no text, and that is the format
+    ValueWriter(Session &session, const SYSDT_Record &type, Format format);
+
+    /// Writes the value and the line's end. False, with nothing written, if the type refuses to.
+    bool write(Value value, Buffer &out);
+    /// Why the last value was not written.
+    std::string refusal() const;
+
+private:
+    bool write_text(Value value, Buffer &out);
+    void write_hex(Value value, Buffer &out);
+    void write_binary(Value value, Buffer &out);
+    void write_json(Value value, Buffer &out);
+
+    Session &session_;
+    const SYSDT_Record &type_;
+    const Format format_;
+    host::Converter converter_;
+    ByteOrder order_;
+    LuaState lua_{nullptr, nullptr};
+    Bytes filled_;
+    std::uint32_t status_ = 0;
+};
+
+} // namespace bgpdt::toolkit
+
+#endif
