@@ -19,8 +19,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "common/as_number.hpp"
 #include "bgpls/key.hpp"
+#include "common/as_number.hpp"
 #include "common/ipv4.hpp"
 #include "common/ipv6.hpp"
 #include "common/print.hpp"
