@@ -79,6 +79,8 @@ TEST(Print, agrees_with_the_c_library)
 }
 
 static_assert(printed_length<"%q/%u">(0x000AFF63U, 24U) == sizeof "0.10.255.99/24" - 1);
+static_assert(printed_length<"%q">(0x09090909U) == sizeof "9.9.9.9" - 1);
+static_assert(printed_length<"%q">(0x64646464U) == sizeof "100.100.100.100" - 1);
 static_assert(printed_length<"[%u]%s-%hhu">(4294967295U, "end", u8{0}) == sizeof "[4294967295]end-0" - 1);
 
 TEST(PrintedLength, is_that_of_every_number_of_digits)
