@@ -62,14 +62,14 @@ function bgp.check(value) end
 function bgp.compare(first, second) end
 
 ---@alias bgp.TypeName
----| '"VRFID2VRFNAME"' index or its name in --names FILE
----| '"BGPPEERGROUPID"' index or its name in --names FILE
----| '"FLOWROUTEID"' index or its name in --names FILE
----| '"VRFID2CVRFNAME"' index or its name in --names FILE
----| '"BGPID2BGPNAME"' index or its name in --names FILE
----| '"ALIASID2NAME"' index or its name in --names FILE
----| '"SETID2SETNAME"' index or its name in --names FILE
----| '"PDID2PDNAME"' index or its name in --names FILE
+---| '"VRFID2VRFNAME"' index, or its name in a names file
+---| '"BGPPEERGROUPID"' index, or its name in a names file
+---| '"FLOWROUTEID"' index, or its name in a names file
+---| '"VRFID2CVRFNAME"' index, or its name in a names file
+---| '"BGPID2BGPNAME"' index, or its name in a names file
+---| '"ALIASID2NAME"' index, or its name in a names file
+---| '"SETID2SETNAME"' index, or its name in a names file
+---| '"PDID2PDNAME"' index, or its name in a names file
 ---| '"ASNUM"' AS number
 ---| '"COMMUNITY"' community
 ---| '"LARGECOMMUNITY"' large community

@@ -160,7 +160,7 @@ Sample sample_of(std::uint16_t type_id)
     case 0x605c:
     case 0x606a:
     case 0x6077:
-    case 0x6083: return {"index or its name in --names FILE", {"7"}};
+    case 0x6083: return {"index, or its name in a names file", {"7"}};
     default: return {};
     }
 }
