@@ -128,20 +128,18 @@ BGPDT_COMPARE_BYTES(SYSDT_AttrIdBitmapCompare)
 
 u32 SYSDT_AttrIdBitmapLuaSet(void *state, i32 table, const char *name, u32, u32 length, const void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < sizeof(SYSDT_AttrIdBitmap))
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, sizeof(SYSDT_AttrIdBitmap));
+        status != SYSDT_OK)
+        return status;
     script::Table::at(state, table).set_field(name, attr_bitmap_fields[0], static_cast<const u8 *>(data)); // (4)
     return SYSDT_OK;
 }
 
 u32 SYSDT_AttrIdBitmapLuaGet(void *state, i32 table, const char *name, u32, u32 length, void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < sizeof(SYSDT_AttrIdBitmap))
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, sizeof(SYSDT_AttrIdBitmap));
+        status != SYSDT_OK)
+        return status;
     const auto bytes = script::Table::at(state, table).field(name); // (4)
     if (!bytes.is_table())
         return SYSDT_ERR_PARAM;

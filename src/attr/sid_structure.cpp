@@ -56,10 +56,9 @@ BGPDT_FORMAT_OUT(SYSDT_PrefixSidStructureFormatOut, sid_structure)
 
 u32 SYSDT_PrefixSidStructureLuaSet(void *state, i32 table, const char *name, u32, u32 length, const void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < sizeof(SYSDT_SidStructure))
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, sizeof(SYSDT_SidStructure));
+        status != SYSDT_OK)
+        return status;
     char text[sid_structure.limit];
     u32 characters = 0;
     SYSDT_PrefixSidStruct2Str(static_cast<const SYSDT_SidStructure *>(data), text, &characters);

@@ -272,10 +272,8 @@ using namespace bgpdt::bgpls;
 
 u32 SYSDT_LSPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 length, const void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_LS_SIZE)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, SYSDT_LS_SIZE); status != SYSDT_OK)
+        return status;
     const auto &key = *static_cast<const SYSDT_LsPrefix *>(data);
     table = script::absolute(state, table);
     const auto out = script::Table::create(state, 0, script_of(key.head.routeType).slots);
@@ -290,10 +288,8 @@ u32 SYSDT_LSPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 leng
 
 u32 SYSDT_LSPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 length, void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_LS_SIZE)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, SYSDT_LS_SIZE); status != SYSDT_OK)
+        return status;
     const i32 top = SYSDT_SPTI_GetTop(state);
     const u32 status = get_key(state, script::Table::field(state, table, name), *static_cast<SYSDT_LsPrefix *>(data));
     script::pop_to(state, top);

@@ -174,10 +174,8 @@ u32 SYSDT_BolPrefixLuaSet(void *state, i32 table, const char *name, u32 unused, 
 
 u32 SYSDT_BolPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 length, void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_BOL_SIZE)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, SYSDT_BOL_SIZE); status != SYSDT_OK)
+        return status;
     const auto value = script::Table::field(state, table, name);
     u32 kind = 0;
     if (!value.is_table() || !value.get_number("bolType", kind))

@@ -7,10 +7,8 @@ namespace bgpdt {
 
 u32 get_bol_row(void *state, i32 table, const char *name, u32 length, void *data, const Layout &layout, u32 kind)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_BOL_SIZE)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, SYSDT_BOL_SIZE); status != SYSDT_OK)
+        return status;
     u8 *const value = static_cast<u8 *>(data);
     const auto source = script::Table::field(state, table, name);
     if (!source.is_table())

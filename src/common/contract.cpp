@@ -61,10 +61,8 @@ i32 compare_bytes(u32 length, const void *first, const void *second)
 u32 set_script_value(void *state, i32 table, const char *name, u32 length, const void *data, std::size_t size,
                      const Layout &layout)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < size)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, size); status != SYSDT_OK)
+        return status;
     script::set_value(state, table, name, layout, static_cast<const u8 *>(data));
     return SYSDT_OK;
 }
@@ -72,10 +70,8 @@ u32 set_script_value(void *state, i32 table, const char *name, u32 length, const
 u32 get_script_value(void *state, i32 table, const char *name, u32 length, void *data, std::size_t size,
                      const Layout &layout)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < size)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, size); status != SYSDT_OK)
+        return status;
     return script::get_value(state, table, name, layout, static_cast<u8 *>(data));
 }
 

@@ -85,6 +85,13 @@ u32 copy_string(void *state, void *to, std::size_t size)
 
 } // namespace
 
+u32 check_call(const void *state, const char *name, const void *value, u32 length, std::size_t size)
+{
+    if (state == nullptr || name == nullptr || value == nullptr)
+        return SYSDT_ERR_NULL_PTR;
+    return length < size ? SYSDT_ERR_PARAM : SYSDT_OK;
+}
+
 Table Table::create(void *state, i32 array_slots, i32 record_slots)
 {
     SYSDT_SPTI_CreateTable(state, array_slots, record_slots);

@@ -18,6 +18,10 @@ inline i32 absolute(void *state, i32 index) { return index < 0 ? SYSDT_SPTI_GetT
 /// Pops all above the value of that index.
 inline void pop_to(void *state, i32 index) { SYSDT_SPTI_Pop(state, SYSDT_SPTI_GetTop(state) - index); }
 
+/// What a LuaSet or a LuaGet asks of its arguments: SYSDT_ERR_NULL_PTR if a pointer is null, SYSDT_ERR_PARAM if the
+/// value has less than so many bytes.
+u32 check_call(const void *state, const char *name, const void *value, u32 length, std::size_t size);
+
 /// A table on the script stack, by its absolute index.
 class Table {
 public:

@@ -70,10 +70,8 @@ BGPDT_COMPARE_BYTES(SYSDT_VplsRDCompare)
 
 u32 SYSDT_VplsRDLuaSet(void *state, i32 table, const char *name, u32, u32 length, const void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < sizeof(SYSDT_BolRd))
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, sizeof(SYSDT_BolRd)); status != SYSDT_OK)
+        return status;
     table = script::absolute(state, table);
     const u8 *const value = static_cast<const u8 *>(data);
     const auto outer = script::Table::create(state, 0, 2);
@@ -86,10 +84,8 @@ u32 SYSDT_VplsRDLuaSet(void *state, i32 table, const char *name, u32, u32 length
 
 u32 SYSDT_VplsRDLuaGet(void *state, i32 table, const char *name, u32, u32 length, void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < sizeof(SYSDT_BolRd))
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, sizeof(SYSDT_BolRd)); status != SYSDT_OK)
+        return status;
     u8 *const value = static_cast<u8 *>(data);
     const auto outer = script::Table::field(state, table, name);
     if (!outer.is_table())

@@ -27,10 +27,8 @@ using ScriptText = char[184]; // (30)
 
 u32 SYSDT_EVNPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 length, const void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_BOL_SIZE)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, SYSDT_BOL_SIZE); status != SYSDT_OK)
+        return status;
     const auto *const value = static_cast<const SYSDT_BolEvpn *>(data);
     char text[256];
     Writer out(text, sizeof text);
@@ -46,10 +44,8 @@ u32 SYSDT_EVNPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 len
 
 u32 SYSDT_EVNPrefixLuaGet(void *state, i32 table, const char *name, u32, u32 length, void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_BOL_SIZE)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, SYSDT_BOL_SIZE); status != SYSDT_OK)
+        return status;
     const auto source = table == -1 ? script::Table::at(state, -2) : script::Table::field(state, table, name);
     if (!source.is_table())
         return SYSDT_ERR_PARAM;

@@ -105,10 +105,8 @@ private:
 
 u32 set_key(const Kind &kind, void *state, i32 parent, const char *name, u32 length, const void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_BOL_SIZE)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, SYSDT_BOL_SIZE); status != SYSDT_OK)
+        return status;
     parent = script::absolute(state, parent);
     const auto table = script::Table::create(state, 0, kind.slots); // (7)
     TableWriter(state, table, kind, *static_cast<const SYSDT_BolValue *>(data)).write();
@@ -226,10 +224,8 @@ MVPN_SCRIPT_READER(SYSDT_NGPrefix6NewLuaGet, SYSDT_BOL_NG_TYPE_6)
 
 u32 SYSDT_NGPrefix2LuaGet(void *state, i32 table, const char *name, u32, u32 length, void *data) // (6)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_BOL_SIZE)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, SYSDT_BOL_SIZE); status != SYSDT_OK)
+        return status;
     const auto source = script::Table::field(state, table, name);
     return source.is_table() ? SYSDT_NGPrefix2NewLuaGet(state, data, source.index()) : SYSDT_ERR_PARAM;
 }

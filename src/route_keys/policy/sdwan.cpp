@@ -107,10 +107,8 @@ BGPDT_HELP(SYSDT_SdwanPrefixHelp, sdwan)
 
 u32 SYSDT_SdwanPrefixLuaSet(void *state, i32 table, const char *name, u32, u32 length, const void *data)
 {
-    if (state == nullptr || name == nullptr || data == nullptr)
-        return SYSDT_ERR_NULL_PTR;
-    if (length < SYSDT_BOL_SIZE)
-        return SYSDT_ERR_PARAM;
+    if (const u32 status = script::check_call(state, name, data, length, SYSDT_BOL_SIZE); status != SYSDT_OK)
+        return status;
     const auto parent = script::Table::at(state, table);
     script::Table::create(state, 0, 6).set_fields(bol_sdwan_fields, static_cast<const u8 *>(data)); // (8) (10) (11)
     parent.set(name);
