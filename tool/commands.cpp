@@ -284,7 +284,7 @@ Answer fields_of_type(Session &session, const SYSDT_Record &type)
     const Bytes zeros(value_size(type));
     const Layout &layout = layout_of(type.typeId, zeros, std::endian::native);
     const bool depends = std::ranges::any_of(layout.fields, [](const Field &field) {
-        return field.name != nullptr && std::string_view(field.name) == "route type";
+        return field.words == Words::evpn_route || field.words == Words::ls_route;
     });
     if (!depends) {
         return fields_of(session, type, zeros);

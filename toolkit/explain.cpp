@@ -32,66 +32,21 @@ constexpr std::size_t longest_row = 8;
 
 // ------------------------------------------------------------------------------------------------ what numbers mean
 
-constexpr std::string_view as_notations[] = {"asplain", "asdot+"};
-constexpr std::string_view community_notations[] = {"number or well-known community", "pair of 16-bit numbers",
-                                                    "unused entry"};
-constexpr std::string_view rd_forms[] = {"IPv4 address and number", "2-octet AS and number", "4-octet AS and number",
-                                         "dotted 4-octet AS and number"};
-constexpr std::string_view rtp_forms[] = {"", rd_forms[0], rd_forms[1], rd_forms[2], rd_forms[3]};
-constexpr std::string_view families[] = {"IPv4", "IPv6"};
-constexpr std::string_view wildcards[] = {"none: the number counts", "any number"};
-constexpr std::string_view existence[] = {"there is none", "there is one"};
-constexpr std::string_view evpn_routes[] = {"",
-                                            "Ethernet auto-discovery",
-                                            "MAC/IP advertisement",
-                                            "inclusive multicast",
-                                            "Ethernet segment",
-                                            "IP prefix",
-                                            "selective multicast",
-                                            "multicast join synchronisation",
-                                            "multicast leave synchronisation"};
-constexpr std::string_view ls_routes[] = {"", "node", "link", "IPv4 prefix", "IPv6 prefix", "TE policy", "SRv6 SID"};
-constexpr std::string_view ls_protocols[] = {"",       "IS-IS level 1", "IS-IS level 2", "OSPFv2", "direct",
-                                             "static", "OSPFv3",        "BGP",           "",       "segment routing"};
-
-/// The words for the numbers of a field. Names differ between types in what they mean.
-std::span<const std::string_view> words_of(std::uint16_t type, std::string_view name)
-{
-    const bool communities = type == SYSDT_TYPE_COMMUNITY || type == SYSDT_TYPE_CMNTY_ENHANCE;
-    if (name == "notation") {
-        return communities ? std::span<const std::string_view>(community_notations) : as_notations;
-    }
-    if (name == "text form") {
-        return type == SYSDT_TYPE_RTPRD ? std::span<const std::string_view>(rtp_forms) : rd_forms;
-    }
-    if (name == "route type") { // of an SD-WAN key it is a plain number
-        return type == SYSDT_TYPE_BGPLSPREFIX ? std::span<const std::string_view>(ls_routes) : evpn_routes;
-    }
-    if (name == "family" || name.ends_with(" family")) {
-        return families;
-    }
-    return name == "protocol"                           ? std::span<const std::string_view>(ls_protocols)
-           : name == "wildcard"                         ? std::span<const std::string_view>(wildcards)
-           : name == "exists" || name == "has a number" ? std::span<const std::string_view>(existence)
-                                                        : std::span<const std::string_view>();
-}
-
 const char *reading(const Field &field)
 {
     switch (field.form) {
     case Form::number: return field.count > 1 ? "numbers" : "number";
     case Form::ipv4: return "IPv4 address";
-    case Form::bytes: return "octets";
+    case Form::text: return "text";
     case Form::ipv6: return "IPv6 address";
     case Form::mac: return "MAC address";
     case Form::esi: return "Ethernet segment identifier";
+    default: return "octets";
     }
-    return "";
 }
 
 /// What the fields of one value are read with.
 struct Reader {
-    const SYSDT_Record &type;
     Value value;
     std::string kind; ///< the sub-kind's name
 
@@ -105,17 +60,16 @@ struct Coded {
     std::uint16_t code;
 };
 
-/// @param type  of which the octets are; a route distinguisher's code is a number (RFC 4364, section 4.2), a community's
-///              a type and a sub-type (RFC 4360, section 3, without the transitivity bit; RFC 5668)
-Coded coded(std::uint16_t type, Value octets)
+bool is_coded(const Field &field) { return field.form == Form::rd || field.form == Form::community; }
+
+/// A route distinguisher's code is a number (RFC 4364, section 4.2), a community's a type and a sub-type (RFC 4360,
+/// section 3, without the transitivity bit; RFC 5668).
+Coded coded(Form form, Value octets)
 {
     const auto code = static_cast<std::uint16_t>(octets[0] << 8 | octets[1]);
-    const bool rd = type == SYSDT_TYPE_VRFRD || type == SYSDT_TYPE_RTPRD || type == SYSDT_TYPE_BOLRD;
-    const unsigned chosen = rd ? code : octets[0] & ~0x40U;
+    const unsigned chosen = form == Form::rd ? code : octets[0] & ~0x40U;
     return {chosen < Coded::six_octets ? static_cast<Coded::Split>(chosen) : Coded::six_octets, code};
 }
-
-bool is_coded(const Field &field) { return std::string_view(field.name) == "type and value"; }
 
 std::string coded_meaning(const Coded &octets)
 {
@@ -133,27 +87,17 @@ bool is_mac_like_target(Value value)
 
 std::string Reader::meaning(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const
 {
-    const std::string_view name = field.name;
     if (is_coded(field)) {
-        return coded_meaning(coded(type.typeId, bytes));
+        return coded_meaning(coded(field.form, bytes));
     }
-    if (numbers.size() != 1 || field.form != Form::number) {
-        return type.typeId == SYSDT_TYPE_CVRFNAME ? "text" : reading(field);
-    }
-    if (name == "sub-kind") {
+    if (field.words == Words::sub_kind) {
         return kind.empty() ? "unknown" : kind;
     }
-    if (name == "MT-ID" && numbers[0] == SYSDT_LS_NO_MT_ID) {
-        return "none";
-    }
-    if (name == "text form" && type.typeId == SYSDT_TYPE_BOLPREFIX && is_mac_like_target(value)) {
+    if (field.words == Words::target_form && is_mac_like_target(value)) {
         return "six octets";
     }
-    const bool sdwan = type.typeId == SYSDT_TYPE_BOLPREFIX && kind_of(value) == SYSDT_BOL_SDWAN;
-    const auto words =
-        sdwan && name == "route type" ? std::span<const std::string_view>() : words_of(type.typeId, name);
-    const bool known = numbers[0] < words.size() && !words[numbers[0]].empty();
-    return known ? std::string(words[numbers[0]]) : words.empty() ? reading(field) : "unknown";
+    const char *const word = numbers.size() == 1 ? word_for(field.words, numbers[0]) : nullptr;
+    return word == nullptr ? reading(field) : word;
 }
 
 /// Hexadecimal digits, two or more bytes joined by a separator.
@@ -184,15 +128,14 @@ std::string identifiers(Value bits)
     return runs.empty() ? "none" : joined(runs, " ");
 }
 
-std::string octets(std::uint16_t type, Value bytes)
+std::string text(Value bytes)
 {
-    if (type == SYSDT_TYPE_ATTRIDBITMAP) {
-        return identifiers(bytes);
-    }
-    if (type == SYSDT_TYPE_CVRFNAME) {
-        return lua_quoted({reinterpret_cast<const char *>(bytes.data()),
-                           static_cast<std::size_t>(std::ranges::find(bytes, 0) - bytes.begin())});
-    }
+    return lua_quoted({reinterpret_cast<const char *>(bytes.data()),
+                       static_cast<std::size_t>(std::ranges::find(bytes, 0) - bytes.begin())});
+}
+
+std::string octets(Value bytes)
+{
     const auto end = std::find_if(bytes.rbegin(), bytes.rend(), [](std::uint8_t byte) { return byte != 0; });
     const auto zeros = static_cast<std::size_t>(end - bytes.rbegin());
     return zeros > longest_row ? zeros == bytes.size() ? "0" : to_hex(bytes.first(bytes.size() - zeros)) + "..."
@@ -230,10 +173,12 @@ std::string Reader::shown(const Field &field, Value bytes, std::span<const std::
 {
     std::array<char, 46> buffer{};
     if (is_coded(field)) {
-        return coded_value(coded(type.typeId, bytes), bytes);
+        return coded_value(coded(field.form, bytes), bytes);
     }
     switch (field.form) {
-    case Form::bytes: return octets(type.typeId, bytes);
+    case Form::bytes: return octets(bytes);
+    case Form::text: return text(bytes);
+    case Form::bits: return identifiers(bytes);
     case Form::ipv6: return PAL_Inet_ntoa_b_ipv6(bytes.data(), buffer.data());
     case Form::mac: return grouped(bytes, 2, '-');
     case Form::esi: return grouped(bytes, 2, '.');
@@ -273,7 +218,7 @@ void add_unnamed(std::vector<Part> &parts, Value value, std::size_t from, std::s
         const Value bytes = value.subspan(from, to - from);
         const bool zero = std::ranges::all_of(bytes, [](std::uint8_t byte) { return byte == 0; });
         parts.push_back(
-            {from, to - from, "", zero ? "unused" : "unused, but not zero", zero ? "" : octets(0, bytes), "", {}});
+            {from, to - from, "", zero ? "unused" : "unused, but not zero", zero ? "" : octets(bytes), "", {}});
     }
 }
 
@@ -356,11 +301,11 @@ Part whole_value(const SYSDT_Record &type, Value value)
                       .width = static_cast<std::uint8_t>(number ? value.size() : 1),
                       .count = 1,
                       .form = number ? Form::number : Form::bytes};
-    const Reader reader{type, value, ""};
+    const Reader reader{value, ""};
     Part part = part_of(reader, field, 0);
     if (!number) {
         part.size = value.size();
-        part.shown = octets(type.typeId, value);
+        part.shown = octets(value);
     }
     return part;
 }
@@ -451,14 +396,11 @@ Explanation explanation_of(Session &session, const SYSDT_Record &type, const Byt
                             .about = sample_of(type.typeId).about,
                             .native = session.settings().native,
                             .bytes = value};
-    const auto is_sub_kind = [](const Field &field) { // what scripts alone know has no name
-        return field.name != nullptr && std::string_view(field.name) == "sub-kind";
-    };
-    if (std::ranges::any_of(layout.fields, is_sub_kind)) {
+    if (std::ranges::find(layout.fields, Words::sub_kind, &Field::words) != layout.fields.end()) {
         explanation.kind = kind_name(session, type, value);
     }
     explanation.parts = layout.fields.empty() ? std::vector{whole_value(type, value)}
-                                              : parts_of_fields({type, value, explanation.kind}, layout);
+                                              : parts_of_fields({value, explanation.kind}, layout);
     add_text(session, type, value, explanation);
     add_table(session, type, value, explanation);
     if (!explanation.native) {

@@ -1,108 +1,119 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The fields of every binary form as tables: what stands where, how it is read by people, and under which key scripts
-/// see it. Byte swap, script access and every dump of a value walk these tables, so a layout is told once.
+/// The fields of every binary form as tables: what stands where, how it is read by people, what its numbers stand for,
+/// and under which key scripts see it. Byte swap, script access and every dump of a value walk these tables, so a layout
+/// is told once.
 #ifndef BGP_DATATYPE_FIELDS_HPP
 #define BGP_DATATYPE_FIELDS_HPP
 
-#include <algorithm>
-#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <type_traits>
 
+#include "bgp_datatype/field.hpp"
 #include "bgp_datatype/values.h"
 
 namespace bgpdt {
 
-/// What a field means to a reader. The first two are numbers in the processor's byte order, the others network order.
-enum class Form : std::uint8_t {
-    number, ///< a number, or an array of numbers
-    ipv4,   ///< an IPv4 address kept as a number, its first octet in the top byte
-    bytes,  ///< opaque bytes, shown in hexadecimal
-    ipv6,   ///< an IPv6 address
-    mac,    ///< an Ethernet MAC address
-    esi,    ///< an Ethernet segment identifier (RFC 7432)
+enum class Words : std::uint8_t {
+    none,
+    as_notation,
+    community_notation,
+    rd_form,
+    rtp_rd_form,
+    target_form, ///< as rd_form, but the octets go before it: written like a MAC address they have the last one's number
+    wildcard,
+    existence,
+    family,
+    sub_kind, ///< what the plug-in's dispatch table names the kind
+    evpn_route,
+    ls_route,
+    ls_protocol,
+    mt_id,
 };
 
-/// One field of a binary form.
-struct Field {
-    const char *name{};         ///< the field's name in its RFC
-    const char *key{};          ///< the script field; null when scripts do not see it
-    std::uint16_t offset{};     ///< from the start of the value, in bytes
-    std::uint8_t width{};       ///< size of one element in bytes: 1, 2, 4 or 8
-    std::uint8_t count{};       ///< number of elements; an array is a table in scripts; 0: known to scripts alone
-    Form form{};                ///< how it is read
-    std::uint8_t script_bits{}; ///< how many low bits of a script's number are kept
-    const char *table{};        ///< the script table within the value's own that holds the field, if any
-
-    constexpr bool host_order() const { return form == Form::number || form == Form::ipv4; }
-    constexpr std::size_t size() const { return std::size_t{width} * count; }
+/// A number that stands for something.
+struct Word {
+    std::uint32_t number;
+    const char *text;
 };
 
-/// A binary form: `repeat` entries of `stride` bytes, each with the same fields.
-struct Layout {
-    std::span<const Field> fields; ///< in the order in which scripts see them
-    std::uint16_t stride;          ///< bytes from one entry to the next
-    std::uint16_t repeat = 1;      ///< number of entries
-    const char *key = nullptr;     ///< of a list: the script field that holds the array of entries
+namespace words {
 
-    constexpr std::size_t size() const { return std::size_t{stride} * repeat; }
-};
+inline constexpr Word as_notations[] = {{SYSDT_AS_PLAIN, "asplain"}, {SYSDT_AS_DOTTED, "asdot+"}};
+inline constexpr Word community_notations[] = {{SYSDT_COMMUNITY_NUMBER, "number or well-known community"},
+                                               {SYSDT_COMMUNITY_PAIR, "pair of 16-bit numbers"},
+                                               {SYSDT_COMMUNITY_EMPTY, "unused entry"}};
+inline constexpr Word rd_forms[] = {{VRF_RD_FORM_IPV4, "IPv4 address and number"},
+                                    {VRF_RD_FORM_AS2, "2-octet AS and number"},
+                                    {VRF_RD_FORM_AS4, "4-octet AS and number"},
+                                    {VRF_RD_FORM_AS4DOT, "dotted 4-octet AS and number"}};
+inline constexpr Word rtp_rd_forms[] = {{RTP_RD_FORM_IPV4, rd_forms[0].text},
+                                        {RTP_RD_FORM_AS2, rd_forms[1].text},
+                                        {RTP_RD_FORM_AS4, rd_forms[2].text},
+                                        {RTP_RD_FORM_AS4DOT, rd_forms[3].text}};
+inline constexpr Word wildcards[] = {{0, "none: the number counts"}, {1, "any number"}};
+inline constexpr Word existence[] = {{0, "there is none"}, {1, "there is one"}};
+inline constexpr Word families[] = {{0, "IPv4"}, {1, "IPv6"}};
+inline constexpr Word evpn_routes[] = {{SYSDT_EVPN_AUTO_DISCOVERY, "Ethernet auto-discovery"},
+                                       {SYSDT_EVPN_MAC_IP, "MAC/IP advertisement"},
+                                       {SYSDT_EVPN_INCLUSIVE, "inclusive multicast"},
+                                       {SYSDT_EVPN_SEGMENT, "Ethernet segment"},
+                                       {SYSDT_EVPN_IP_PREFIX, "IP prefix"},
+                                       {SYSDT_EVPN_SELECTIVE, "selective multicast"},
+                                       {SYSDT_EVPN_JOIN, "multicast join synchronisation"},
+                                       {SYSDT_EVPN_LEAVE, "multicast leave synchronisation"}};
+inline constexpr Word ls_routes[] = {{SYSDT_LS_NODE, "node"},
+                                     {SYSDT_LS_LINK, "link"},
+                                     {SYSDT_LS_IPV4_PREFIX, "IPv4 prefix"},
+                                     {SYSDT_LS_IPV6_PREFIX, "IPv6 prefix"},
+                                     {SYSDT_LS_TE_POLICY, "TE policy"},
+                                     {SYSDT_LS_SRV6_SID, "SRv6 SID"}};
+inline constexpr Word ls_protocols[] = {{SYSDT_LS_ISIS_LEVEL_1, "IS-IS level 1"},
+                                        {SYSDT_LS_ISIS_LEVEL_2, "IS-IS level 2"},
+                                        {SYSDT_LS_OSPFV2, "OSPFv2"},
+                                        {SYSDT_LS_DIRECT, "direct"},
+                                        {SYSDT_LS_STATIC, "static"},
+                                        {SYSDT_LS_OSPFV3, "OSPFv3"},
+                                        {SYSDT_LS_BGP, "BGP"},
+                                        {SYSDT_LS_SEGMENT_ROUTING, "segment routing"}};
+inline constexpr Word mt_ids[] = {{SYSDT_LS_NO_MT_ID, "none"}};
 
-/// The row of a member: width and count come from its type.
-template <class Member>
-constexpr Field field(const char *name, std::size_t offset, Form form, const char *key, int script_bits = 0)
+} // namespace words
+
+constexpr std::span<const Word> words_of(Words words)
 {
-    using Element = std::remove_all_extents_t<Member>;
-    constexpr std::size_t count = std::is_array_v<Member> ? std::extent_v<Member> : 1;
-    const int bits = script_bits != 0 ? script_bits : 8 * static_cast<int>(sizeof(Element));
-    return {name,  key,  static_cast<std::uint16_t>(offset), sizeof(Element),
-            count, form, static_cast<std::uint8_t>(bits)};
+    switch (words) {
+    case Words::as_notation: return words::as_notations;
+    case Words::community_notation: return words::community_notations;
+    case Words::rd_form:
+    case Words::target_form: return words::rd_forms;
+    case Words::rtp_rd_form: return words::rtp_rd_forms;
+    case Words::wildcard: return words::wildcards;
+    case Words::existence: return words::existence;
+    case Words::family: return words::families;
+    case Words::evpn_route: return words::evpn_routes;
+    case Words::ls_route: return words::ls_routes;
+    case Words::ls_protocol: return words::ls_protocols;
+    case Words::mt_id: return words::mt_ids;
+    case Words::sub_kind:
+    case Words::none: break;
+    }
+    return {};
 }
 
-/// BGPDT_FIELD(structure, member, name, form, script key[, script bits])
-#define BGPDT_FIELD(structure, member, name, ...)                                                                      \
-    ::bgpdt::field<decltype(structure::member)>(name, offsetof(structure, member), __VA_ARGS__)
-
-/// The row of a field in a script table of its own or with others, moved by the offset of the part that it is of.
-constexpr Field within(const char *table, Field row, std::size_t offset = 0)
+/// What the number of a field stands for.
+///
+/// @return null for a number that stands for nothing but itself, as most MT-IDs do; "unknown" for one that should stand
+///         for something
+constexpr const char *word_for(Words words, std::uint64_t number)
 {
-    row.table = table;
-    row.offset = static_cast<std::uint16_t>(row.offset + offset);
-    return row;
-}
-
-/// Rows that go together are made by functions: join() puts them and single rows into one table.
-template <std::size_t Count>
-using Rows = std::array<Field, Count>;
-
-template <class Part>
-inline constexpr std::size_t row_count = 1;
-template <std::size_t Count>
-inline constexpr std::size_t row_count<Rows<Count>> = Count;
-
-constexpr Field *copy_rows(Field *to, const Field &row)
-{
-    *to = row;
-    return to + 1;
-}
-
-template <std::size_t Count>
-constexpr Field *copy_rows(Field *to, const Rows<Count> &rows)
-{
-    return std::copy(rows.begin(), rows.end(), to);
-}
-
-template <class... Parts>
-constexpr auto join(const Parts &...parts)
-{
-    Rows<(0 + ... + row_count<Parts>)> rows{};
-    Field *to = rows.data();
-    ((to = copy_rows(to, parts)), ...);
-    return rows;
+    for (const Word &word : words_of(words)) {
+        if (word.number == number)
+            return word.text;
+    }
+    return words == Words::none || words == Words::mt_id ? nullptr : "unknown";
 }
 
 /// The rows of an address that is kept in both families (SYSDT_EvpnAddress). Scripts see it in a form of its own.
@@ -110,143 +121,168 @@ constexpr auto join(const Parts &...parts)
 #define BGPDT_ADDRESS_FIELDS(structure, member, name)                                                                  \
     BGPDT_FIELD(structure, member.ipv4, name " IPv4", Form::ipv4, nullptr),                                            \
         BGPDT_FIELD(structure, member.ipv6, name " IPv6", Form::ipv6, nullptr),                                        \
-        BGPDT_FIELD(structure, member.family, name " family", Form::number, nullptr)
+        BGPDT_FIELD(structure, member.family, name " family", Words::family, nullptr)
 // NOLINTEND(bugprone-macro-parentheses)
 
 inline constexpr Field as_number_fields[] = {
     BGPDT_FIELD(SYSDT_AsNum, asNumValue, "AS number", Form::number, "asNumValue"),
-    BGPDT_FIELD(SYSDT_AsNum, asType, "notation", Form::number, "asType"),
+    BGPDT_FIELD(SYSDT_AsNum, asType, "notation", Words::as_notation, "asType"),
 };
+inline constexpr Layout as_number_layout{as_number_fields, sizeof(SYSDT_AsNum)};
 
 inline constexpr Field as_list_entry_fields[] = {
-    BGPDT_FIELD(SYSDT_AsNumEntry, asType, "notation", Form::number, "asType"),
+    BGPDT_FIELD(SYSDT_AsNumEntry, asType, "notation", Words::as_notation, "asType"),
     BGPDT_FIELD(SYSDT_AsNumEntry, asNumValue, "AS number", Form::number, "asNumValue"),
 };
+inline constexpr Layout as_list_layout{as_list_entry_fields, sizeof(SYSDT_AsNumEntry), SYSDT_AS_LIST_ENTRIES,
+                                       "stAsNum"};
 
 inline constexpr Field community_fields[] = {
     BGPDT_FIELD(SYSDT_Community, community, "community", Form::number, "community"),
-    BGPDT_FIELD(SYSDT_Community, type, "notation", Form::number, "type"),
+    BGPDT_FIELD(SYSDT_Community, type, "notation", Words::community_notation, "type"),
 };
+inline constexpr Layout community_layout{community_fields, sizeof(SYSDT_Community)};
 
 inline constexpr Field community_list_entry_fields[] = {
     BGPDT_FIELD(SYSDT_CommunityEntry, community, "community", Form::number, "community"),
-    BGPDT_FIELD(SYSDT_CommunityEntry, type, "notation", Form::number, "type"),
+    BGPDT_FIELD(SYSDT_CommunityEntry, type, "notation", Words::community_notation, "type"),
 };
+inline constexpr Layout community_list_layout{community_list_entry_fields, sizeof(SYSDT_CommunityEntry),
+                                              SYSDT_COMMUNITY_LIST_ENTRIES, "stCmnty"};
 
 inline constexpr Field large_community_fields[] = {
     BGPDT_FIELD(SYSDT_LargeCommunity, largeCommunity, "administrator, local data", Form::number, "largeCommunity"),
     BGPDT_FIELD(SYSDT_LargeCommunity, type, "type", Form::number, "type"),
 };
+inline constexpr Layout large_community_layout{large_community_fields, sizeof(SYSDT_LargeCommunity)};
 
 inline constexpr Field extended_community_fields[] = {
-    BGPDT_FIELD(SYSDT_Octets, octets, "type and value", Form::bytes, "extcommunity"),
-    BGPDT_FIELD(SYSDT_Octets, form, "text form", Form::number, "type", 8),
+    BGPDT_FIELD(SYSDT_Octets, octets, "type and value", Form::community, "extcommunity"),
+    BGPDT_FIELD(SYSDT_Octets, form, "text form", Words::rd_form, "type", 8),
 };
+inline constexpr Layout extended_community_layout{extended_community_fields, sizeof(SYSDT_Octets)};
 
 inline constexpr Field bandwidth_community_fields[] = {
     BGPDT_FIELD(SYSDT_ExtCommunityBw, bitMask, "type and sub-type", Form::number, "bitMask"),
     BGPDT_FIELD(SYSDT_ExtCommunityBw, asnNn, "AS number", Form::number, "asnNn"),
     BGPDT_FIELD(SYSDT_ExtCommunityBw, bandwidth, "bandwidth", Form::number, "bandwidth"),
 };
+inline constexpr Layout bandwidth_community_layout{bandwidth_community_fields, sizeof(SYSDT_ExtCommunityBw)};
 
 inline constexpr Field route_distinguisher_fields[] = {
-    BGPDT_FIELD(SYSDT_Octets, octets, "type and value", Form::bytes, "RdValue"),
-    BGPDT_FIELD(SYSDT_Octets, form, "text form", Form::number, "RdType", 8),
+    BGPDT_FIELD(SYSDT_Octets, octets, "type and value", Form::rd, "RdValue"),
+    BGPDT_FIELD(SYSDT_Octets, form, "text form", Words::rd_form, "RdType", 8),
 };
+inline constexpr Layout route_distinguisher_layout{route_distinguisher_fields, sizeof(SYSDT_Octets)};
 
 inline constexpr Field route_target_fields[] = {
-    BGPDT_FIELD(SYSDT_Octets, octets, "type and value", Form::bytes, "RtValue"),
-    BGPDT_FIELD(SYSDT_Octets, form, "text form", Form::number, "RtType", 8),
+    BGPDT_FIELD(SYSDT_Octets, octets, "type and value", Form::community, "RtValue"),
+    BGPDT_FIELD(SYSDT_Octets, form, "text form", Words::rd_form, "RtType", 8),
 };
+inline constexpr Layout route_target_layout{route_target_fields, sizeof(SYSDT_Octets)};
 
 inline constexpr Field site_of_origin_fields[] = {
-    BGPDT_FIELD(SYSDT_Octets, octets, "type and value", Form::bytes, "SooValue"),
-    BGPDT_FIELD(SYSDT_Octets, form, "text form", Form::number, "SooType", 8),
+    BGPDT_FIELD(SYSDT_Octets, octets, "type and value", Form::community, "SooValue"),
+    BGPDT_FIELD(SYSDT_Octets, form, "text form", Words::rd_form, "SooType", 8),
 };
+inline constexpr Layout site_of_origin_layout{site_of_origin_fields, sizeof(SYSDT_Octets)};
 
 inline constexpr Field ipv6_route_target_fields[] = {
     BGPDT_FIELD(SYSDT_VrfRtV6, octets, "code, address, local number", Form::bytes, "RtV6Value"),
     BGPDT_FIELD(SYSDT_VrfRtV6, type, "type", Form::number, "RtV6Type", 8),
 };
+inline constexpr Layout ipv6_route_target_layout{ipv6_route_target_fields, sizeof(SYSDT_VrfRtV6)};
 
 inline constexpr Field rtp_rd_fields[] = {
-    BGPDT_FIELD(SYSDT_RtpRd, octets, "type and value", Form::bytes, "rdValue"),
-    BGPDT_FIELD(SYSDT_RtpRd, form, "text form", Form::number, "type"),
-    BGPDT_FIELD(SYSDT_RtpRd, star, "wildcard", Form::number, "star"),
+    BGPDT_FIELD(SYSDT_RtpRd, octets, "type and value", Form::rd, "rdValue"),
+    BGPDT_FIELD(SYSDT_RtpRd, form, "text form", Words::rtp_rd_form, "type"),
+    BGPDT_FIELD(SYSDT_RtpRd, star, "wildcard", Words::wildcard, "star"),
 };
+inline constexpr Layout rtp_rd_layout{rtp_rd_fields, sizeof(SYSDT_RtpRd)};
 
 inline constexpr Field vpn_id_fields[] = {
     BGPDT_FIELD(SYSDT_VpnId, oui, "OUI", Form::number, "ouiValue"),
     BGPDT_FIELD(SYSDT_VpnId, index, "VPN index", Form::number, "index"),
 };
+inline constexpr Layout vpn_id_layout{vpn_id_fields, sizeof(SYSDT_VpnId)};
 
 /// Scripts see the route distinguisher as a table of its own, under "RdValue", with the same two names inside.
 inline constexpr Field bol_rd_fields[] = {
-    BGPDT_FIELD(SYSDT_BolRd, subKind, "sub-kind", Form::number, "RdType", 8),
-    BGPDT_FIELD(SYSDT_BolRd, rd.octets, "type and value", Form::bytes, "RdValue"),
-    BGPDT_FIELD(SYSDT_BolRd, rd.form, "text form", Form::number, "RdType", 8),
+    BGPDT_FIELD(SYSDT_BolRd, subKind, "sub-kind", Words::sub_kind, "RdType", 8),
+    BGPDT_FIELD(SYSDT_BolRd, rd.octets, "type and value", Form::rd, "RdValue"),
+    BGPDT_FIELD(SYSDT_BolRd, rd.form, "text form", Words::rd_form, "RdType", 8),
 };
+inline constexpr Layout bol_rd_layout{bol_rd_fields, sizeof(SYSDT_BolRd)};
 
 inline constexpr Field bol_ipv4_fields[] = {
-    BGPDT_FIELD(SYSDT_BolIpv4, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolIpv4, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_FIELD(SYSDT_BolIpv4, address, "IPv4 address", Form::ipv4, "bolPrefix"),
 };
+inline constexpr Layout bol_ipv4_layout{bol_ipv4_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_ipv6_fields[] = {
-    BGPDT_FIELD(SYSDT_BolIpv6, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolIpv6, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_FIELD(SYSDT_BolIpv6, address, "IPv6 address", Form::ipv6, "bolPrefix"),
 };
+inline constexpr Layout bol_ipv6_layout{bol_ipv6_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_route_target_fields[] = {
-    BGPDT_FIELD(SYSDT_BolRouteTarget, rt.octets, "type and value", Form::bytes, "RtValue"),
-    BGPDT_FIELD(SYSDT_BolRouteTarget, rt.form, "text form", Form::number, "RtType", 8),
-    BGPDT_FIELD(SYSDT_BolRouteTarget, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolRouteTarget, rt.octets, "type and value", Form::community, "RtValue"),
+    BGPDT_FIELD(SYSDT_BolRouteTarget, rt.form, "text form", Words::target_form, "RtType", 8),
+    BGPDT_FIELD(SYSDT_BolRouteTarget, subKind, "sub-kind", Words::sub_kind, "bolType"),
 };
+inline constexpr Layout bol_route_target_layout{bol_route_target_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_l2vpn_fields[] = {
-    BGPDT_FIELD(SYSDT_BolL2Vpn, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolL2Vpn, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_FIELD(SYSDT_BolL2Vpn, siteId, "site identifier", Form::number, "bolSiteId"),
     BGPDT_FIELD(SYSDT_BolL2Vpn, labelOffset, "label offset", Form::number, "bolLabelOffSet"),
 };
+inline constexpr Layout bol_l2vpn_layout{bol_l2vpn_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_vpnv4_mcast_fields[] = {
-    BGPDT_FIELD(SYSDT_BolVpnv4Mcast, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolVpnv4Mcast, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_FIELD(SYSDT_BolVpnv4Mcast, prefix.prefix, "IPv4 prefix", Form::ipv4, "bolVpnv4McastPrefix"),
     BGPDT_FIELD(SYSDT_BolVpnv4Mcast, prefix.maskLength, "mask length", Form::number, "bolVpnv4McastMaskLen"),
 };
+inline constexpr Layout bol_vpnv4_mcast_layout{bol_vpnv4_mcast_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_mdt_fields[] = {
-    BGPDT_FIELD(SYSDT_BolMdt, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolMdt, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_FIELD(SYSDT_BolMdt, prefix.prefix, "IPv4 prefix", Form::ipv4, "bolMdtPrefix"),
     BGPDT_FIELD(SYSDT_BolMdt, prefix.group, "group address", Form::ipv4, "bolMdtGrpAddr"),
     BGPDT_FIELD(SYSDT_BolMdt, prefix.maskLength, "mask length", Form::number, "bolMdtMaskLen"),
 };
+inline constexpr Layout bol_mdt_layout{bol_mdt_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_rpd_fields[] = {
-    BGPDT_FIELD(SYSDT_BolRpd, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolRpd, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_FIELD(SYSDT_BolRpd, key.policyType, "policy type", Form::number, "bolRpdPolicyType"),
     BGPDT_FIELD(SYSDT_BolRpd, key.peer, "peer", Form::ipv4, "bolRpdPeerAddr"),
     BGPDT_FIELD(SYSDT_BolRpd, key.distinguisher, "distinguisher", Form::number, "bolRpdDistinguisher"),
 };
+inline constexpr Layout bol_rpd_layout{bol_rpd_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_sr_policy_fields[] = {
-    BGPDT_FIELD(SYSDT_BolSrPolicy, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolSrPolicy, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_FIELD(SYSDT_BolSrPolicy, key.distinguisher, "distinguisher", Form::number, "bolSrPolicyDistinguisher"),
     BGPDT_FIELD(SYSDT_BolSrPolicy, key.colour, "colour", Form::number, "bolSrPolicyPolicyColor"),
     BGPDT_FIELD(SYSDT_BolSrPolicy, key.ipv4, "IPv4 endpoint", Form::ipv4, "bolSrPolicyEndpointv4"),
     BGPDT_FIELD(SYSDT_BolSrPolicy, key.ipv6, "IPv6 endpoint", Form::ipv6, "bolSrPolicyEndpointv6"),
-    BGPDT_FIELD(SYSDT_BolSrPolicy, key.family, "family", Form::number, "bolSrPolicyPolicyType"),
+    BGPDT_FIELD(SYSDT_BolSrPolicy, key.family, "family", Words::family, "bolSrPolicyPolicyType"),
 };
+inline constexpr Layout bol_sr_policy_layout{bol_sr_policy_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_sdwan_fields[] = {
-    BGPDT_FIELD(SYSDT_BolSdwan, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolSdwan, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_FIELD(SYSDT_BolSdwan, key.routeType, "route type", Form::number, "bolSdwanType"),
     BGPDT_FIELD(SYSDT_BolSdwan, key.portLocalId, "port local identifier", Form::number, "bolSdwanPortLocalID"),
     BGPDT_FIELD(SYSDT_BolSdwan, key.siteId, "site identifier", Form::number, "bolSdwanSiteID"),
     BGPDT_FIELD(SYSDT_BolSdwan, key.ipv4, "IPv4 node", Form::ipv4, "bolSdwanNodeIDv4"),
     BGPDT_FIELD(SYSDT_BolSdwan, key.ipv6, "IPv6 node", Form::ipv6, "bolSdwanNodeIDv6"),
-    BGPDT_FIELD(SYSDT_BolSdwan, key.family, "family", Form::number, "bolSdwanPrefixType"),
+    BGPDT_FIELD(SYSDT_BolSdwan, key.family, "family", Words::family, "bolSdwanPrefixType"),
 };
+inline constexpr Layout bol_sdwan_layout{bol_sdwan_fields, SYSDT_BOL_SIZE};
 
 /// The script fields of a multicast-VPN key. An address stands there as a number or as a table of 16, as the field of its
 /// family tells: none of its rows is what scripts see.
@@ -265,62 +301,109 @@ struct NgKeys {
 
 #define BGPDT_NG_AS_FIELDS(structure)                                                                                  \
     BGPDT_FIELD(structure, as.asNumValue, "AS number", Form::number, NgKeys::as_number),                               \
-        BGPDT_FIELD(structure, as.asType, "notation", Form::number, NgKeys::notation)
+        BGPDT_FIELD(structure, as.asType, "notation", Words::as_notation, NgKeys::notation)
 
 inline constexpr Field bol_ng2_fields[] = {
-    BGPDT_FIELD(SYSDT_BolNg2, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolNg2, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_NG_AS_FIELDS(SYSDT_BolNg2),
 };
+inline constexpr Layout bol_ng2_layout{bol_ng2_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_ng3_fields[] = {
-    BGPDT_FIELD(SYSDT_BolNg3, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolNg3, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg3, source, "source"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg3, group, "group"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg3, originator, "originator"),
 };
+inline constexpr Layout bol_ng3_layout{bol_ng3_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_ng42_fields[] = {
-    BGPDT_FIELD(SYSDT_BolNg42, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolNg42, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_NG_AS_FIELDS(SYSDT_BolNg42),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg42, originator, "originator"),
 };
+inline constexpr Layout bol_ng42_layout{bol_ng42_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_ng43_fields[] = {
-    BGPDT_FIELD(SYSDT_BolNg43, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolNg43, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg43, source, "source"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg43, group, "group"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg43, originator1, "originator 1"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg43, originator2, "originator 2"),
 };
+inline constexpr Layout bol_ng43_layout{bol_ng43_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_ng5_fields[] = {
-    BGPDT_FIELD(SYSDT_BolNg5, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolNg5, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg5, source, "source"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg5, group, "group"),
 };
+inline constexpr Layout bol_ng5_layout{bol_ng5_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_ng6_fields[] = {
-    BGPDT_FIELD(SYSDT_BolNg6, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolNg6, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_NG_AS_FIELDS(SYSDT_BolNg6),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg6, source, "source"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg6, group, "group"),
 };
+inline constexpr Layout bol_ng6_layout{bol_ng6_fields, SYSDT_BOL_SIZE};
 
 inline constexpr Field bol_ng41_fields[] = {
-    BGPDT_FIELD(SYSDT_BolNg41, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolNg41, subKind, "sub-kind", Words::sub_kind, "bolType"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg41, originator1, "originator 1"),
     BGPDT_ADDRESS_FIELDS(SYSDT_BolNg41, originator2, "originator 2"),
 };
+inline constexpr Layout bol_ng41_layout{bol_ng41_fields, SYSDT_BOL_SIZE};
 
 /// A key of a kind that has no fields of its own here: its sub-kind word alone.
 inline constexpr Field bol_fields[] = {
-    BGPDT_FIELD(SYSDT_BolValue, subKind, "sub-kind", Form::number, "bolType"),
+    BGPDT_FIELD(SYSDT_BolValue, subKind, "sub-kind", Words::sub_kind, "bolType"),
 };
+inline constexpr Layout bol_layout{bol_fields, SYSDT_BOL_SIZE};
+
+// The short forms that Endian works on; scripts do not see them.
+inline constexpr Field vpnv4_mcast_fields[] = {
+    BGPDT_FIELD(SYSDT_Vpnv4Mcast, prefix, "IPv4 prefix", Form::ipv4, nullptr),
+    BGPDT_FIELD(SYSDT_Vpnv4Mcast, maskLength, "mask length", Form::number, nullptr),
+};
+inline constexpr Layout vpnv4_mcast_layout{vpnv4_mcast_fields, sizeof(SYSDT_Vpnv4Mcast)};
+
+inline constexpr Field mdt_fields[] = {
+    BGPDT_FIELD(SYSDT_Mdt, prefix, "IPv4 prefix", Form::ipv4, nullptr),
+    BGPDT_FIELD(SYSDT_Mdt, group, "group address", Form::ipv4, nullptr),
+    BGPDT_FIELD(SYSDT_Mdt, maskLength, "mask length", Form::number, nullptr),
+};
+inline constexpr Layout mdt_layout{mdt_fields, sizeof(SYSDT_Mdt)};
+
+inline constexpr Field time_range_fields[] = {
+    BGPDT_FIELD(SYSDT_TimeRange, seconds, "seconds", Form::number, nullptr),
+};
+inline constexpr Layout time_range_layout{time_range_fields, sizeof(SYSDT_TimeRange)};
+
+inline constexpr Field attr_bitmap_fields[] = {
+    BGPDT_FIELD(SYSDT_AttrIdBitmap, bits, "identifiers", Form::bits, nullptr),
+};
+inline constexpr Layout attr_bitmap_layout{attr_bitmap_fields, sizeof(SYSDT_AttrIdBitmap)};
+
+/// A value is the name alone; the number stands behind it where it is displayed.
+inline constexpr Field client_vrf_name_fields[] = {
+    BGPDT_FIELD(SYSDT_CVrfName, name, "name", Form::text, nullptr),
+    BGPDT_FIELD(SYSDT_CVrfName, number, "number", Form::number, nullptr),
+    BGPDT_FIELD(SYSDT_CVrfName, hasNumber, "has a number", Words::existence, nullptr),
+};
+inline constexpr Layout client_vrf_name_layout{std::span(client_vrf_name_fields).first(1), SYSDT_CVRF_NAME_SIZE};
+inline constexpr Layout displayed_client_vrf_layout{client_vrf_name_fields, sizeof(SYSDT_CVrfName)};
+
+inline constexpr Field sid_structure_fields[] = {
+    BGPDT_FIELD(SYSDT_SidStructure, field, "lengths and offset", Form::number, nullptr),
+    BGPDT_FIELD(SYSDT_SidStructure, exists, "exists", Words::existence, "strcExist"),
+};
+inline constexpr Layout sid_structure_layout{sid_structure_fields, sizeof(SYSDT_SidStructure)};
 
 // Scripts see an EVPN key as text, beside its sub-kind and its route type.
 #define BGPDT_EVPN_HEAD_FIELDS                                                                                         \
-    BGPDT_FIELD(SYSDT_BolEvpn, subKind, "sub-kind", Form::number, "bolType"),                                          \
-        BGPDT_FIELD(SYSDT_BolEvpn, key.routeType, "route type", Form::number, "bolPrefixRtType")
+    BGPDT_FIELD(SYSDT_BolEvpn, subKind, "sub-kind", Words::sub_kind, "bolType"),                                       \
+        BGPDT_FIELD(SYSDT_BolEvpn, key.routeType, "route type", Words::evpn_route, "bolPrefixRtType")
 
 // NOLINTBEGIN(bugprone-macro-parentheses): a member's name cannot stand in any
 #define BGPDT_EVPN_FIELD(member, name, form) BGPDT_FIELD(SYSDT_BolEvpn, key.member, name, form, nullptr)
@@ -386,79 +469,6 @@ inline constexpr Field evpn_leave_fields[] = {
     BGPDT_EVPN_FIELD(sync.sequence, "leave sequence number", Form::number),
 };
 
-// The short forms that Endian works on; scripts do not see them.
-inline constexpr Field vpnv4_mcast_fields[] = {
-    BGPDT_FIELD(SYSDT_Vpnv4Mcast, prefix, "IPv4 prefix", Form::ipv4, nullptr),
-    BGPDT_FIELD(SYSDT_Vpnv4Mcast, maskLength, "mask length", Form::number, nullptr),
-};
-
-inline constexpr Field mdt_fields[] = {
-    BGPDT_FIELD(SYSDT_Mdt, prefix, "IPv4 prefix", Form::ipv4, nullptr),
-    BGPDT_FIELD(SYSDT_Mdt, group, "group address", Form::ipv4, nullptr),
-    BGPDT_FIELD(SYSDT_Mdt, maskLength, "mask length", Form::number, nullptr),
-};
-
-inline constexpr Field time_range_fields[] = {
-    BGPDT_FIELD(SYSDT_TimeRange, seconds, "seconds", Form::number, nullptr),
-};
-
-inline constexpr Field attr_bitmap_fields[] = {
-    BGPDT_FIELD(SYSDT_AttrIdBitmap, bits, "identifiers", Form::bytes, nullptr),
-};
-
-/// A value is the name alone; the number stands behind it where it is displayed.
-inline constexpr Field client_vrf_name_fields[] = {
-    BGPDT_FIELD(SYSDT_CVrfName, name, "name", Form::bytes, nullptr),
-    BGPDT_FIELD(SYSDT_CVrfName, number, "number", Form::number, nullptr),
-    BGPDT_FIELD(SYSDT_CVrfName, hasNumber, "has a number", Form::number, nullptr),
-};
-
-inline constexpr Field sid_structure_fields[] = {
-    BGPDT_FIELD(SYSDT_SidStructure, field, "lengths and offset", Form::number, nullptr),
-    BGPDT_FIELD(SYSDT_SidStructure, exists, "exists", Form::number, "strcExist"),
-};
-
-inline constexpr Layout as_number_layout{as_number_fields, sizeof(SYSDT_AsNum)};
-inline constexpr Layout as_list_layout{as_list_entry_fields, sizeof(SYSDT_AsNumEntry), SYSDT_AS_LIST_ENTRIES,
-                                       "stAsNum"};
-inline constexpr Layout community_layout{community_fields, sizeof(SYSDT_Community)};
-inline constexpr Layout community_list_layout{community_list_entry_fields, sizeof(SYSDT_CommunityEntry),
-                                              SYSDT_COMMUNITY_LIST_ENTRIES, "stCmnty"};
-inline constexpr Layout large_community_layout{large_community_fields, sizeof(SYSDT_LargeCommunity)};
-inline constexpr Layout extended_community_layout{extended_community_fields, sizeof(SYSDT_Octets)};
-inline constexpr Layout bandwidth_community_layout{bandwidth_community_fields, sizeof(SYSDT_ExtCommunityBw)};
-inline constexpr Layout route_distinguisher_layout{route_distinguisher_fields, sizeof(SYSDT_Octets)};
-inline constexpr Layout route_target_layout{route_target_fields, sizeof(SYSDT_Octets)};
-inline constexpr Layout site_of_origin_layout{site_of_origin_fields, sizeof(SYSDT_Octets)};
-inline constexpr Layout ipv6_route_target_layout{ipv6_route_target_fields, sizeof(SYSDT_VrfRtV6)};
-inline constexpr Layout rtp_rd_layout{rtp_rd_fields, sizeof(SYSDT_RtpRd)};
-inline constexpr Layout vpn_id_layout{vpn_id_fields, sizeof(SYSDT_VpnId)};
-inline constexpr Layout bol_rd_layout{bol_rd_fields, sizeof(SYSDT_BolRd)};
-inline constexpr Layout bol_ipv4_layout{bol_ipv4_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_ipv6_layout{bol_ipv6_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_route_target_layout{bol_route_target_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_l2vpn_layout{bol_l2vpn_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_vpnv4_mcast_layout{bol_vpnv4_mcast_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_mdt_layout{bol_mdt_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout time_range_layout{time_range_fields, sizeof(SYSDT_TimeRange)};
-inline constexpr Layout attr_bitmap_layout{attr_bitmap_fields, sizeof(SYSDT_AttrIdBitmap)};
-inline constexpr Layout client_vrf_name_layout{std::span(client_vrf_name_fields).first(1), SYSDT_CVRF_NAME_SIZE};
-inline constexpr Layout displayed_client_vrf_layout{client_vrf_name_fields, sizeof(SYSDT_CVrfName)};
-inline constexpr Layout sid_structure_layout{sid_structure_fields, sizeof(SYSDT_SidStructure)};
-inline constexpr Layout bol_rpd_layout{bol_rpd_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_sr_policy_layout{bol_sr_policy_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_sdwan_layout{bol_sdwan_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout vpnv4_mcast_layout{vpnv4_mcast_fields, sizeof(SYSDT_Vpnv4Mcast)};
-inline constexpr Layout mdt_layout{mdt_fields, sizeof(SYSDT_Mdt)};
-
-inline constexpr Layout bol_ng2_layout{bol_ng2_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_ng3_layout{bol_ng3_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_ng42_layout{bol_ng42_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_ng43_layout{bol_ng43_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_ng5_layout{bol_ng5_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_ng6_layout{bol_ng6_fields, SYSDT_BOL_SIZE};
-inline constexpr Layout bol_ng41_layout{bol_ng41_fields, SYSDT_BOL_SIZE};
-
 /// By the route type.
 inline constexpr Layout evpn_layouts[] = {
     {evpn_fields, SYSDT_BOL_SIZE},           {evpn_auto_discovery_fields, SYSDT_BOL_SIZE},
@@ -474,8 +484,6 @@ constexpr const Layout &evpn_layout_of(std::span<const std::uint8_t> value)
     constexpr std::size_t at = offsetof(SYSDT_BolEvpn, key.routeType);
     return evpn_layouts[at < value.size() && value[at] < std::size(evpn_layouts) ? value[at] : 0];
 }
-
-inline constexpr Layout bol_layout{bol_fields, SYSDT_BOL_SIZE};
 
 /// The layout of a route key, by its sub-kind and what else selects it.
 constexpr const Layout &bol_layout_of(std::uint32_t sub_kind, std::span<const std::uint8_t> value)
@@ -507,14 +515,14 @@ constexpr const Layout &bol_layout_of(std::uint32_t sub_kind, std::span<const st
 constexpr Rows<2> ls_as(const char *name, std::size_t offset, const char *table)
 {
     return {within(table, BGPDT_FIELD(SYSDT_AsNum, asNumValue, name, Form::number, "asNumValue"), offset),
-            within(table, BGPDT_FIELD(SYSDT_AsNum, asType, "notation", Form::number, "asType"), offset)};
+            within(table, BGPDT_FIELD(SYSDT_AsNum, asType, "notation", Words::as_notation, "asType"), offset)};
 }
 
 constexpr Rows<3> ls_address(const char *name, std::size_t offset, const char *table)
 {
     return {within(table, BGPDT_FIELD(LsIpAddr, ipv4, name, Form::ipv4, "ipv4Addr"), offset),
             within(table, BGPDT_FIELD(LsIpAddr, ipv6, name, Form::ipv6, "ipv6Addr"), offset),
-            within(table, BGPDT_FIELD(LsIpAddr, family, "family", Form::number, "flag"), offset)};
+            within(table, BGPDT_FIELD(LsIpAddr, family, "family", Words::family, "flag"), offset)};
 }
 
 /// Scripts see the identifier as a string, and beside it a length that is worked out from it.
@@ -527,8 +535,10 @@ constexpr Rows<2> ls_router_id(const char *name, std::size_t offset, const char 
 /// Scripts see the identifier as a table of its high and its low 32 bits.
 inline constexpr Field ls_identifier =
     BGPDT_FIELD(SYSDT_LsHead, identifier, "identifier", Form::number, "uiIdentifier");
-inline constexpr Field ls_protocol = BGPDT_FIELD(SYSDT_LsHead, protocolId, "protocol", Form::number, "uiProtocolId");
-inline constexpr Field ls_route_type = BGPDT_FIELD(SYSDT_LsHead, routeType, "route type", Form::number, "uiRouteType");
+inline constexpr Field ls_protocol =
+    BGPDT_FIELD(SYSDT_LsHead, protocolId, "protocol", Words::ls_protocol, "uiProtocolId");
+inline constexpr Field ls_route_type =
+    BGPDT_FIELD(SYSDT_LsHead, routeType, "route type", Words::ls_route, "uiRouteType");
 
 inline constexpr Field ls_unknown_fields[] = {ls_route_type};
 
@@ -563,17 +573,17 @@ inline constexpr auto ls_link_fields =
          BGPDT_FIELD(SYSDT_LsLink, ipv4Neighbor, "IPv4 neighbor", Form::ipv4, "stIpv4PeerAddr"),
          BGPDT_FIELD(SYSDT_LsLink, ipv6Interface, "IPv6 interface", Form::ipv6, "stIpv6IntfAddr"),
          BGPDT_FIELD(SYSDT_LsLink, ipv6Neighbor, "IPv6 neighbor", Form::ipv6, "stIpv6PeerAddr"),
-         BGPDT_FIELD(SYSDT_LsLink, mtId, "MT-ID", Form::number, "uiMtId"), ls_protocol, ls_route_type);
+         BGPDT_FIELD(SYSDT_LsLink, mtId, "MT-ID", Words::mt_id, "uiMtId"), ls_protocol, ls_route_type);
 
 inline constexpr auto ls_ipv4_prefix_fields =
-    join(ls_plain_node_fields, BGPDT_FIELD(SYSDT_LsIpv4Prefix, mtId, "MT-ID", Form::number, "uiMtId"),
+    join(ls_plain_node_fields, BGPDT_FIELD(SYSDT_LsIpv4Prefix, mtId, "MT-ID", Words::mt_id, "uiMtId"),
          BGPDT_FIELD(SYSDT_LsIpv4Prefix, ospfRouteType, "OSPF route type", Form::number, "uiOspfRtType"),
          within("Prefix", BGPDT_FIELD(SYSDT_LsIpv4Prefix, prefix, "IPv4 prefix", Form::ipv4, "stIpv4Prefix")),
          within("Prefix", BGPDT_FIELD(SYSDT_LsIpv4Prefix, prefixLength, "prefix length", Form::number, "uiPrefixLen")),
          ls_protocol, ls_route_type);
 
 inline constexpr auto ls_ipv6_prefix_fields =
-    join(ls_plain_node_fields, BGPDT_FIELD(SYSDT_LsIpv6Prefix, mtId, "MT-ID", Form::number, "uiMtId"),
+    join(ls_plain_node_fields, BGPDT_FIELD(SYSDT_LsIpv6Prefix, mtId, "MT-ID", Words::mt_id, "uiMtId"),
          BGPDT_FIELD(SYSDT_LsIpv6Prefix, ospfRouteType, "OSPF route type", Form::number, "uiOspfRtType"),
          within("Prefix", BGPDT_FIELD(SYSDT_LsIpv6Prefix, prefix, "IPv6 prefix", Form::ipv6, "stIpv6Prefix")),
          within("Prefix", BGPDT_FIELD(SYSDT_LsIpv6Prefix, prefixLength, "prefix length", Form::number, "uiPrefixLen")),
@@ -602,7 +612,7 @@ inline constexpr auto ls_srv6_sid_fields =
          ls_as("member AS", offsetof(SYSDT_LsSrv6Sid, local.memberAs), "localMemberAs"),
          ls_router_id("IGP router identifier", offsetof(SYSDT_LsSrv6Sid, local.igpRouterId), "stLocIgpRtId",
                       "uiLocIgpRtIdLen"),
-         BGPDT_FIELD(SYSDT_LsSrv6Sid, mtId, "MT-ID", Form::number, "uiMtId"),
+         BGPDT_FIELD(SYSDT_LsSrv6Sid, mtId, "MT-ID", Words::mt_id, "uiMtId"),
          BGPDT_FIELD(SYSDT_LsSrv6Sid, sid, "SID", Form::ipv6, "srv6SidInfo"), ls_protocol, ls_route_type);
 
 /// By the route type.
@@ -669,20 +679,6 @@ inline const Layout &layout_of(std::uint16_t type_id, std::span<const std::uint8
     case SYSDT_TYPE_BOLPREFIX: return bol_layout_of(selecting_word(value, order), value);
     case SYSDT_TYPE_BGPLSPREFIX: return ls_layout_of(selecting_word(value, order) & 0xFF); // as it prints
     default: return no_layout;
-    }
-}
-
-/// Reverses the bytes of every host-order number of the layout in place, as far as the value reaches.
-inline void reverse_numbers(const Layout &layout, std::span<std::uint8_t> value)
-{
-    for (std::size_t entry = 0; entry < layout.repeat; ++entry) {
-        for (const Field &field : layout.fields) {
-            std::size_t at = entry * layout.stride + field.offset;
-            if (!field.host_order() || at + field.size() > value.size())
-                continue;
-            for (std::size_t i = 0; i < field.count; ++i, at += field.width)
-                std::reverse(value.data() + at, value.data() + at + field.width);
-        }
     }
 }
 

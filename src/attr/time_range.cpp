@@ -95,7 +95,7 @@ u32 SYSDT_TimeRangeLuaSet(void *state, i32 table, const char *name, u32, u32, co
     if (name == nullptr)
         SYSDT_SPTI_PushUInt(state, load<u32>(data));
     else
-        script::Table::at(state, table).set_field(name, time_range_fields[0], static_cast<const u8 *>(data));
+        script::Table::at(state, table).set_number(name, load<u32>(data));
     return SYSDT_OK;
 }
 

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// Whether a type takes a text: it is asked, so often and no more.
+#ifndef BGPDT_TOOLKIT_ASKING_HPP
+#define BGPDT_TOOLKIT_ASKING_HPP
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bytes.hpp"
+#include "errors.hpp"
+#include "kinds.hpp"
+#include "samples.hpp"
+#include "session.hpp"
+#include "text_pieces.hpp"
+
+namespace bgpdt::toolkit {
+
+using Found = std::optional<Diagnosis>;
+
+/// The tries are used up.
+class Spent : public std::exception {};
+
+/// A type that is asked, and what is known of its texts.
+class Asking {
+public:
+    /// @param most_tries  how often the type is asked; less often about long texts
+    Asking(Session &session, const SYSDT_Record &type, std::uint8_t mode, std::size_t most_tries);
+
+    /// The value that the type makes of the text; empty if it refuses it.
+    Bytes value_of(std::string_view text) const;
+    /// The same as one of the tries.
+    /// @throws Spent
+    Bytes try_text(std::string_view text);
+
+    const Sample &sample() const { return sample_; }
+    const std::vector<Kind> &kinds() const { return kinds_; }
+    /// What separates numbers and words in the samples, and usually.
+    const std::string &separators() const { return separators_; }
+
+private:
+    Session &session_;
+    const SYSDT_Record &type_;
+    const std::uint8_t mode_;
+    const Sample sample_;
+    const std::vector<Kind> kinds_;
+    const std::string separators_;
+    std::size_t tries_left_;
+    std::size_t bytes_left_;
+};
+
+/// A refused text, and what is found out about it.
+struct Refused {
+    Asking &asking;
+    const std::string text; ///< not blank
+    Range window = {0, 0};  ///< where it is suspect
+    Found best = {};        ///< what is found so far
+    std::set<std::uint32_t> near_kinds = {};
+
+    const Texts &samples() const { return asking.sample().texts; }
+    std::string piece(std::size_t at, std::size_t length) const { return text.substr(at, length); }
+
+    /// @throws Spent
+    bool takes(const std::string &candidate);
+    bool takes(const Edit &edit) { return takes(edited(text, edit)); }
+    /// Those of the candidates that may stand in the place of the part.
+    std::string accepted(std::size_t at, std::size_t length, std::string_view candidates);
+    /// The greatest number that may stand in the place of a run of digits that cannot; none if the run is not too large.
+    std::optional<std::uint64_t> greatest(const std::string &whole, Range run);
+
+    Found found(const Edit &edit, std::string reason) const;
+};
+
+} // namespace bgpdt::toolkit
+
+#endif

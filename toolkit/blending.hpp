@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// A text that nothing small mends: what it lacks beside a sample.
+#ifndef BGPDT_TOOLKIT_BLENDING_HPP
+#define BGPDT_TOOLKIT_BLENDING_HPP
+
+#include "asking.hpp"
+
+namespace bgpdt::toolkit {
+
+/// The text with as few pieces of a sample in it as it takes.
+Found blended(Refused &refused);
+
+} // namespace bgpdt::toolkit
+
+#endif

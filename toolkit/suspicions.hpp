@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What may be wrong with a text: one table of suspicions.
+#ifndef BGPDT_TOOLKIT_SUSPICIONS_HPP
+#define BGPDT_TOOLKIT_SUSPICIONS_HPP
+
+#include "asking.hpp"
+
+namespace bgpdt::toolkit {
+
+/// Goes through the suspicions, the likeliest first, until one is true or the tries are used up. What is found is the
+/// text's best then.
+void suspect(Refused &refused);
+
+} // namespace bgpdt::toolkit
+
+#endif
