@@ -293,17 +293,6 @@ Answer fields_of_type(Session &session, const SYSDT_Record &type)
     return fields_of(session, type, read_text_or_value(session, type, text), text);
 }
 
-/// As far as the type's samples are texts of the kind.
-std::vector<std::string> samples_of_kind(Session &session, const SYSDT_Record &type, const Kind &kind)
-{
-    std::vector<std::string> texts = sample_of(type.typeId).texts;
-    std::erase_if(texts, [&](const std::string &text) {
-        const host::Converted converted = session.host().parse(type, text, session.mode_for(type));
-        return !converted.ok() || kind_of(converted.data) != kind.number;
-    });
-    return texts;
-}
-
 Answer describe_kind(Session &session, const SYSDT_Record &type, const std::string &name)
 {
     const std::vector<Kind> all = kinds(session, type);
@@ -314,7 +303,7 @@ Answer describe_kind(Session &session, const SYSDT_Record &type, const std::stri
         throw UsageError(name_of(type) + (all.empty() ? " has no kinds" : " has no kind " + name) +
                          did_you_mean(name, names));
     }
-    const std::vector<std::string> texts = samples_of_kind(session, type, *kind);
+    const std::vector<std::string> texts = sample_of(type.typeId).texts_of(kind->number);
     const Answer fields = texts.empty() ? fields_of(session, type, value_of_kind(type, kind->number))
                                         : fields_of(session, type, read_text_or_value(session, type, texts.front()),
                                                     kind->number == SYSDT_BOL_EVN ? texts.front() : "");

@@ -101,21 +101,17 @@ std::string advice(Session &session, const SYSDT_Record &type, const std::vector
 std::vector<KindForm> forms_of(Session &session, const SYSDT_Record &type, const std::optional<Diagnosis> &diagnosis)
 {
     std::vector<KindForm> forms;
-    const std::vector<std::string> texts = sample_of(type.typeId).texts;
+    const Sample sample = sample_of(type.typeId);
     for (const Kind &kind : kinds(session, type)) {
-        const auto is_of_kind = [&](const std::string &text) {
-            const host::Converted converted = session.host().parse(type, text, session.mode_for(type));
-            return converted.ok() && kind_of(converted.data) == kind.number;
-        };
         const bool near = !diagnosis || std::ranges::find(diagnosis->kinds, kind.name) != diagnosis->kinds.end();
-        const auto text = std::ranges::find_if(texts, is_of_kind);
         if (kind.takes_text && near) {
-            forms.push_back({kind.name, kind.form, text == texts.end() ? "" : *text});
+            const std::vector<std::string> texts = sample.texts_of(kind.number);
+            forms.push_back({kind.name, kind.form, texts.empty() ? "" : texts.front()});
         }
     }
     constexpr std::size_t line_room = 80;
-    if (forms.empty() && !diagnosis && joined(texts, ", ").size() > line_room) {
-        std::ranges::transform(texts, std::back_inserter(forms), [](const std::string &text) {
+    if (forms.empty() && !diagnosis && joined(sample.texts, ", ").size() > line_room) {
+        std::ranges::transform(sample.texts, std::back_inserter(forms), [](const std::string &text) {
             return KindForm{{}, {}, text};
         });
     }

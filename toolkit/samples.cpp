@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "samples.hpp"
 
+#include <algorithm>
+#include <utility>
+
 #include "bgp_datatype/values.h"
 
 namespace bgpdt::toolkit {
@@ -36,39 +39,38 @@ std::vector<std::string> evpn_keys()
             "0011.2233.4455.6677.8899:100:32:192.0.2.1:32:233.252.0.1:32:192.0.2.2:100"};
 }
 
-/// One that the dispatch gives to each kind in each of its forms.
-std::vector<std::string> route_keys()
+/// Those that the dispatch gives to each kind.
+std::vector<KindTexts> route_keys()
 {
-    std::vector<std::string> texts = {"192.0.2.1", "2001:db8::1"};
-    for (const std::string &text : evpn_keys()) {
-        texts.push_back(text);
+    std::vector<std::string> targets = pairs();
+    targets.emplace_back("aabb-ccdd-eeff");
+    return {{SYSDT_BOL_IPV4, {"192.0.2.1"}},
+            {SYSDT_BOL_IPV6, {"2001:db8::1"}},
+            {SYSDT_BOL_EVN, evpn_keys()},
+            {SYSDT_BOL_VRFRTEXT, targets},
+            {SYSDT_BOL_NG_TYPE_2, {"64496", "1.10"}},
+            {SYSDT_BOL_NG_TYPE_4_2, {"64496:192.0.2.1", "64496-2001:db8::1"}},
+            {SYSDT_BOL_NG_TYPE_5, {"192.0.2.1:233.252.0.1", "2001:db8::1-ff0e::db8:0:1"}},
+            {SYSDT_BOL_NG_TYPE_4_1, {"192.0.2.1:192.0.2.2", "2001:db8::1-2001:db8::2"}},
+            {SYSDT_BOL_NG_TYPE_6, {"64496:192.0.2.1:233.252.0.1", "64496-2001:db8::1-ff0e::db8:0:1"}},
+            {SYSDT_BOL_NG_TYPE_3, {"192.0.2.1:233.252.0.1:192.0.2.9", "2001:db8::1-ff0e::db8:0:1-2001:db8::9"}},
+            {SYSDT_BOL_NG_TYPE_4_3,
+             {"192.0.2.1:233.252.0.1:192.0.2.9:192.0.2.10", "2001:db8::1-ff0e::db8:0:1-2001:db8::9-2001:db8::a"}},
+            {SYSDT_BOL_RPD, {"1/192.0.2.1/100"}},
+            {SYSDT_BOL_SRPOLICY, {"[1][2][192.0.2.1]", "[1][2][2001:db8::1]"}},
+            {SYSDT_BOL_SDWAN, {"1-2-3-192.0.2.1", "1-2-3-2001:db8::1"}}};
+}
+
+constexpr std::uint32_t only_kind = 0; ///< behind the sub-kind word of a BOLRD
+
+Sample sample_by_kinds(const char *about, std::vector<KindTexts> kinds)
+{
+    Sample sample{about, {}};
+    for (const KindTexts &of_kind : kinds) {
+        sample.texts.insert(sample.texts.end(), of_kind.texts.begin(), of_kind.texts.end());
     }
-    for (const std::string &text : pairs()) {
-        texts.push_back(text);
-    }
-    for (const char *text : {"aabb-ccdd-eeff",
-                             "64496",
-                             "1.10",
-                             "64496:192.0.2.1",
-                             "64496-2001:db8::1",
-                             "192.0.2.1:233.252.0.1",
-                             "2001:db8::1-ff0e::db8:0:1",
-                             "192.0.2.1:192.0.2.2",
-                             "2001:db8::1-2001:db8::2",
-                             "64496:192.0.2.1:233.252.0.1",
-                             "64496-2001:db8::1-ff0e::db8:0:1",
-                             "192.0.2.1:233.252.0.1:192.0.2.9",
-                             "2001:db8::1-ff0e::db8:0:1-2001:db8::9",
-                             "192.0.2.1:233.252.0.1:192.0.2.9:192.0.2.10",
-                             "2001:db8::1-ff0e::db8:0:1-2001:db8::9-2001:db8::a",
-                             "1/192.0.2.1/100",
-                             "[1][2][192.0.2.1]",
-                             "[1][2][2001:db8::1]",
-                             "1-2-3-192.0.2.1",
-                             "1-2-3-2001:db8::1"}) {
-        texts.emplace_back(text);
-    }
-    return texts;
+    sample.kinds = std::move(kinds);
+    return sample;
 }
 
 std::vector<std::string> ls_keys()
@@ -124,6 +126,12 @@ std::vector<std::string> ls_words()
 
 } // namespace
 
+std::vector<std::string> Sample::texts_of(std::uint32_t kind) const
+{
+    const auto found = std::ranges::find(kinds, kind, &KindTexts::kind);
+    return found == kinds.end() ? std::vector<std::string>() : found->texts;
+}
+
 Sample sample_of(std::uint16_t type_id)
 {
     switch (type_id) {
@@ -142,8 +150,8 @@ Sample sample_of(std::uint16_t type_id)
     case SYSDT_TYPE_VRFRTV6: return {"IPv6 route target", {"2001:db8::1.1"}};
     case SYSDT_TYPE_RTPRD: return {"route distinguisher, any number of it", pairs_or_any()};
     case SYSDT_TYPE_VPNID: return {"global VPN identifier in hexadecimal", {"5e:1f"}};
-    case SYSDT_TYPE_BOLRD: return {"route distinguisher behind its kind", pairs()};
-    case SYSDT_TYPE_BOLPREFIX: return {"route key of any kind", route_keys()};
+    case SYSDT_TYPE_BOLRD: return sample_by_kinds("route distinguisher behind its kind", {{only_kind, pairs()}});
+    case SYSDT_TYPE_BOLPREFIX: return sample_by_kinds("route key of any kind", route_keys());
     case SYSDT_TYPE_EVNPREFIX: return {"EVPN route key", evpn_keys()};
     case SYSDT_TYPE_L2VPNPREFIX: return {"L2VPN route key", {}};
     case SYSDT_TYPE_VPNV4MCPREFIX: return {"VPNv4 multicast route key", {"192.0.2.0/24"}};

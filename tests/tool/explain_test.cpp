@@ -214,5 +214,21 @@ TEST(ExplainedKinds, EveryOneWithTextHasASample)
     }
 }
 
+TEST(ExplainedKinds, SamplesAreOfTheKindThatTheyAreToldOf)
+{
+    for (const SYSDT_Record *type : session().host().types()) {
+        std::vector<std::string> told;
+        for (const KindTexts &of_kind : sample_of(type->typeId).kinds) {
+            for (const std::string &text : of_kind.texts) {
+                const Bytes value = parse_text(session(), *type, text, session().mode_for(*type)).data;
+                EXPECT_EQ(kind_of(value), of_kind.kind) << name_of(*type) << " " << text;
+                told.push_back(text);
+            }
+        }
+        const bool has_kinds = !kinds(session(), *type).empty();
+        EXPECT_EQ(told, has_kinds ? sample_of(type->typeId).texts : std::vector<std::string>()) << name_of(*type);
+    }
+}
+
 } // namespace
 } // namespace bgpdt::toolkit
