@@ -50,7 +50,11 @@ release | asan | i686 | ppc) run_tests "$step" -E '^valgrind' ;;
 sanitize) run_tests asan -R '^vectors$' ;;
 tsan) run_tests tsan -R '^threads$' ;;
 valgrind) run_tests release -R '^valgrind' ;;
-sweeps) BGPDT_TEST_SHARE=1 run_tests release -R '^(sweep|printers|formats)$' ;;
+sweeps)
+    export BGPDT_TEST_SHARE=1
+    run_tests release -R '^(sweep|printers|formats)$'
+    run_tests ppc -R '^(faults|mistakes)$'
+    ;;
 answers)
     answers release
     answers i686 /usr/i686-linux-gnu/lib/ld-linux.so.2 --library-path /usr/i686-linux-gnu/lib

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// A check of every vector line in one test.
+/// A check of every vector line in one test; where tests run many times slower, of one in every few lines, others every
+/// day.
 #ifndef BGPDT_TESTS_EVERY_LINE_HPP
 #define BGPDT_TESTS_EVERY_LINE_HPP
 
@@ -11,19 +12,27 @@
 #include "host/host.hpp"
 #include "report.hpp"
 #include "setting.hpp"
+#include "share.hpp"
 #include "subject.hpp"
 #include "vector_file.hpp"
 
 namespace bgpdt::test {
 
-/// Calls `check(line, subject, report)` for every line; what it reports is a failure at the line.
+/// Every how many-th line is checked.
+inline std::size_t line_share() { return share() / 10 + 1; }
+
+/// Calls `check(line, subject, report)` for these lines; what it reports is a failure at the line.
 template <class Check>
 void check_every_line(Check check)
 {
     const host::Host host(plugin_path());
     const Vectors vectors = read_vector_folder(vectors_folder());
     ASSERT_FALSE(vectors.lines.empty()) << vectors_folder() << " holds no vectors";
+    Turns turns(line_share());
     for (const Line &line : vectors.lines) {
+        if (!turns.next()) {
+            continue;
+        }
         Report report;
         try {
             check(line, subject_of(host, line), report);
