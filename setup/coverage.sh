@@ -12,7 +12,13 @@ export BGPDT_PLUGIN="$coverage/src/libbgp_datatype.so" BGPDT_TEST_SEED=0
 for program in vectors plugin faults mistakes; do
     BGPDT_TEST_SHARE=1 "$release/tests/bgpdt_${program}_test" --gtest_brief=1
 done
-BGPDT_TEST_SHARE=100 "$release/tests/bgpdt_printers_test" --gtest_brief=1
+for program in printers sweep; do
+    BGPDT_TEST_SHARE=100 "$release/tests/bgpdt_${program}_test" --gtest_brief=1
+done
+# The building blocks by themselves: no type's own limits stand in front of theirs.
+c++ -std=c++20 --coverage -I"$PWD/src" -I"$PWD/include" "$PWD/tests/common/scan_test.cpp" \
+    "$PWD/tests/common/print_test.cpp" -lgtest_main -lgtest -o "$coverage/common_test"
+"$coverage/common_test" --gtest_brief=1
 
 measure() { gcovr --root . --filter src/ "$@" "$coverage"; }
 branches() { measure "$@" --json-summary-pretty | sed -n 's/^    "branch_total": \([0-9]*\).*/\1/p'; }
