@@ -127,14 +127,18 @@ constexpr std::string_view alphabet = "0123456789abcdefABCDEF..::::----[]//gZ* \
 
 TEST_F(PlainWalkTest, EveryTextOfTheVectors)
 {
+    Turns turns;
     for (const std::string &text : texts_of_vectors()) {
+        if (!turns.next()) {
+            continue;
+        }
         for (std::uint8_t mode = 0; mode <= 7; ++mode) {
             expect_same_without_memory(text, mode);
         }
         expect_same_without_memory(" " + text, 2);
         expect_same_without_memory(text + " ", 2);
     }
-    EXPECT_LT(10000U, compared_);
+    EXPECT_LT(10000U / share(), compared_);
     std::printf("proved: %zu answers of the dispatcher are those of a plain walk\n", compared_);
 }
 
