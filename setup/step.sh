@@ -64,7 +64,11 @@ answers)
     echo "proved: $(wc -l <"$top/build/release/answers.txt") answers are the same on all three processors"
     ;;
 coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
-fuzz) "$top/fuzz" 30 ;;
+fuzz)
+    told=$top/build/steps/fuzz.txt
+    "$top/fuzz" 30 >"$told" || { cat "$told"; exit 1; }
+    sed 's/^/proved: /' "$told"
+    ;;
 size) run_tests ppc -R '^footprint$' --verbose ;;
 *) fail "there is no step $step" ;;
 esac
