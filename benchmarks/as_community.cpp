@@ -24,18 +24,14 @@ bool floor_parse_as_list(char *text, SYSDT_AsNumList &out)
 {
     const char *at = SYSDT_BTrim(text);
     for (SYSDT_AsNumEntry &entry : out.entry) {
-        if (!floor_as(at, entry)) {
+        if (!floor_as(at, entry))
             return false;
-        }
-        if (*at == '\0') {
+        if (*at == '\0')
             return true;
-        }
-        if (*at != ' ') {
+        if (*at != ' ')
             return false;
-        }
-        while (*at == ' ') {
+        while (*at == ' ')
             ++at;
-        }
     }
     return false;
 }
@@ -44,12 +40,10 @@ char *floor_print_as_list(const SYSDT_AsNumList &value, char *out)
 {
     const char *const start = out;
     for (const SYSDT_AsNumEntry &entry : value.entry) {
-        if (entry.asNumValue == 0) {
+        if (entry.asNumValue == 0)
             continue;
-        }
-        if (out != start) {
+        if (out != start)
             out = put(out, ' ');
-        }
         out = put_as(out, entry.asNumValue, entry.asType);
     }
     return out;
@@ -61,19 +55,16 @@ bool port_token(const char *text, Entry &out, const port::Counts &counts)
     unsigned high = 0;
     unsigned long long low = 0;
     if (counts.dots == 0) {
-        if (std::sscanf(text, "%llu", &low) != 1 || low == 0 || low > UINT32_MAX) {
+        if (std::sscanf(text, "%llu", &low) != 1 || low == 0 || low > UINT32_MAX)
             return false;
-        }
         out.asNumValue = static_cast<u32>(low);
         out.asType = 0;
         return true;
     }
-    if (counts.dots != 1 || std::sscanf(text, "%u.%llu", &high, &low) != 2 || high == 0) {
+    if (counts.dots != 1 || std::sscanf(text, "%u.%llu", &high, &low) != 2 || high == 0)
         return false;
-    }
-    if (high > 65535 || low > 65535) {
+    if (high > 65535 || low > 65535)
         return false;
-    }
     out.asNumValue = high << 16 | static_cast<u32>(low);
     out.asType = 1;
     return true;
@@ -87,14 +78,12 @@ bool port_tokens(const char *text, std::size_t longest, std::size_t most, Take t
         const std::size_t length = std::strcspn(text, " ");
         if (length != 0) {
             char copy[32];
-            if (length > longest || entry == most) {
+            if (length > longest || entry == most)
                 return false;
-            }
             std::memcpy(copy, text, length);
             copy[length] = '\0';
-            if (!token(copy, entry++)) {
+            if (!token(copy, entry++))
                 return false;
-            }
         }
         text += length + (text[length] == ' ' ? 1 : 0);
     }
@@ -122,9 +111,8 @@ int port_print_as_list(const SYSDT_AsNumList &value, char *out, std::size_t size
 {
     int length = 0;
     for (const SYSDT_AsNumEntry &entry : value.entry) {
-        if (entry.asNumValue == 0) {
+        if (entry.asNumValue == 0)
             continue;
-        }
         char *const at = out + length;
         const std::size_t left = size - static_cast<std::size_t>(length);
         const char *const blank = length == 0 ? "" : " ";
@@ -151,9 +139,8 @@ constexpr Name names[] = {{"internet", 8, 0},
 bool floor_name(const SYSDT_Context &context, const char *text, std::size_t length, u32 &community)
 {
     char *const lowered = static_cast<char *>(SYS_DataTypeMallocByHandle(context.handle, static_cast<u32>(length + 1)));
-    if (lowered == nullptr) {
+    if (lowered == nullptr)
         return false;
-    }
     SMP_ToLowerString(text, lowered);
     bool found = false;
     for (const Name &name : names) {
@@ -173,18 +160,16 @@ bool floor_community(const char *&at, Entry &out)
 {
     u32 first;
     u32 second;
-    if (!number(at, first)) {
+    if (!number(at, first))
         return false;
-    }
     out.type = *at == ':';
     if (*at != ':') {
         out.community = first;
         return true;
     }
     ++at;
-    if (first > 65535 || !number(at, second, 65535)) {
+    if (first > 65535 || !number(at, second, 65535))
         return false;
-    }
     out.community = first << 16 | second;
     return true;
 }
@@ -194,16 +179,13 @@ bool is_digit(char character) { return character >= '0' && character <= '9'; }
 bool floor_parse_community(const SYSDT_Context &context, char *text, SYSDT_Community &out)
 {
     const char *at = trimmed(text);
-    if (at == nullptr) {
+    if (at == nullptr)
         return false;
-    }
-    if (is_digit(*at)) {
+    if (is_digit(*at))
         return floor_community(at, out) && *at == '\0';
-    }
     u32 community;
-    if (!floor_name(context, at, std::strlen(at), community)) {
+    if (!floor_name(context, at, std::strlen(at), community))
         return false;
-    }
     out.community = community;
     return true;
 }
@@ -216,9 +198,8 @@ char *put_community(char *out, u32 community, u32 type)
                : community == 0xFFFFFF02 ? put(out, "no-advertise")
                                          : put(out, "no-export-subconfed");
     }
-    if (community == 0) {
+    if (community == 0)
         return put(out, "internet");
-    }
     return type == 0 ? put(out, community) : put(put(put(out, community >> 16), ':'), community & 0xFFFF);
 }
 
@@ -229,41 +210,34 @@ char *floor_print_community(const SYSDT_Community &value, char *out)
 
 bool floor_parse_community_list(const SYSDT_Context &context, char *text, SYSDT_CommunityList &out)
 {
-    for (SYSDT_CommunityEntry &entry : out.entry) {
+    for (SYSDT_CommunityEntry &entry : out.entry)
         entry.type = SYSDT_COMMUNITY_EMPTY;
-    }
     const char *at = SYSDT_BTrim(text);
     for (SYSDT_CommunityEntry &entry : out.entry) {
         if (is_digit(*at)) {
-            if (!floor_community(at, entry)) {
+            if (!floor_community(at, entry))
                 return false;
-            }
         } else {
             char token[20];
             std::size_t length = 0;
             for (; *at != ' ' && *at != '\0'; ++at) {
-                if (length == 19) {
+                if (length == 19)
                     return false;
-                }
                 token[length++] = *at;
             }
             token[length] = '\0';
             u32 community;
-            if (!floor_name(context, token, length, community)) {
+            if (!floor_name(context, token, length, community))
                 return false;
-            }
             entry.community = community;
             entry.type = 0;
         }
-        if (*at == '\0') {
+        if (*at == '\0')
             return true;
-        }
-        if (*at != ' ') {
+        if (*at != ' ')
             return false;
-        }
-        while (*at == ' ') {
+        while (*at == ' ')
             ++at;
-        }
     }
     return false;
 }
@@ -272,12 +246,10 @@ char *floor_print_community_list(const SYSDT_CommunityList &value, char *out)
 {
     bool first = true;
     for (const SYSDT_CommunityEntry &entry : value.entry) {
-        if (entry.type == SYSDT_COMMUNITY_EMPTY) {
+        if (entry.type == SYSDT_COMMUNITY_EMPTY)
             continue;
-        }
-        if (!first) {
+        if (!first)
             out = put(out, ' ');
-        }
         first = false;
         out = put_community(out, entry.community, entry.type);
     }
@@ -288,16 +260,14 @@ template <class Entry>
 bool port_community(const SYSDT_Context &context, char *text, Entry &out)
 {
     text = port::look(text, 1, 19);
-    if (text == nullptr) {
+    if (text == nullptr)
         return false;
-    }
     const port::Counts counts = port::count(text);
     if (counts.dots + counts.hyphens + counts.others != 0) {
         const auto size = static_cast<u32>(std::strlen(text) + 1);
         char *const lowered = static_cast<char *>(SYS_DataTypeMallocByHandle(context.handle, size));
-        if (lowered == nullptr) {
+        if (lowered == nullptr)
             return false;
-        }
         SMP_ToLowerString(text, lowered);
         bool found = false;
         for (const Name &name : names) {
@@ -315,16 +285,14 @@ bool port_community(const SYSDT_Context &context, char *text, Entry &out)
     unsigned high = 0;
     unsigned low = 0;
     if (counts.colons == 0) {
-        if (std::sscanf(text, "%llu", &number) != 1 || number > UINT32_MAX) {
+        if (std::sscanf(text, "%llu", &number) != 1 || number > UINT32_MAX)
             return false;
-        }
         out.community = static_cast<u32>(number);
         out.type = 0;
         return true;
     }
-    if (counts.colons != 1 || std::sscanf(text, "%u:%u", &high, &low) != 2 || high > 65535 || low > 65535) {
+    if (counts.colons != 1 || std::sscanf(text, "%u:%u", &high, &low) != 2 || high > 65535 || low > 65535)
         return false;
-    }
     out.community = high << 16 | low;
     out.type = 1;
     return true;
@@ -332,9 +300,8 @@ bool port_community(const SYSDT_Context &context, char *text, Entry &out)
 
 bool port_parse_community_list(const SYSDT_Context &context, char *text, SYSDT_CommunityList &out)
 {
-    for (SYSDT_CommunityEntry &entry : out.entry) {
+    for (SYSDT_CommunityEntry &entry : out.entry)
         entry.type = SYSDT_COMMUNITY_EMPTY;
-    }
     text = SYSDT_BTrim(text);
     const std::size_t length = std::strlen(text);
     return length >= 1 && length <= 392 &&
@@ -365,12 +332,10 @@ int port_print_community_list(const SYSDT_CommunityList &value, char *out, std::
     std::size_t length = 0;
     bool first = true;
     for (const SYSDT_CommunityEntry &entry : value.entry) {
-        if (entry.type == SYSDT_COMMUNITY_EMPTY) {
+        if (entry.type == SYSDT_COMMUNITY_EMPTY)
             continue;
-        }
-        if (!first) {
+        if (!first)
             length += static_cast<std::size_t>(std::snprintf(out + length, size - length, " "));
-        }
         first = false;
         length +=
             static_cast<std::size_t>(port_community_text(entry.community, entry.type, out + length, size - length));
@@ -384,9 +349,8 @@ bool floor_parse_large(char *text, SYSDT_LargeCommunity &out)
     u32 a;
     u32 b;
     u32 c;
-    if (at == nullptr || !number_and(at, a, ':') || !number_and(at, b, ':') || !last_number(at, c)) {
+    if (at == nullptr || !number_and(at, a, ':') || !number_and(at, b, ':') || !last_number(at, c))
         return false;
-    }
     out = {{a, b, c}, 0};
     return true;
 }
@@ -400,17 +364,15 @@ char *floor_print_large(const SYSDT_LargeCommunity &value, char *out)
 bool port_parse_large(char *text, SYSDT_LargeCommunity &out)
 {
     text = port::look(text, 5, 32);
-    if (text == nullptr) {
+    if (text == nullptr)
         return false;
-    }
     const port::Counts counts = port::count(text);
     unsigned long long a = 0;
     unsigned long long b = 0;
     unsigned long long c = 0;
     if (counts.dots + counts.hyphens + counts.others != 0 || counts.colons != 2 ||
-        std::sscanf(text, "%llu:%llu:%llu", &a, &b, &c) != 3 || a > UINT32_MAX || b > UINT32_MAX || c > UINT32_MAX) {
+        std::sscanf(text, "%llu:%llu:%llu", &a, &b, &c) != 3 || a > UINT32_MAX || b > UINT32_MAX || c > UINT32_MAX)
         return false;
-    }
     out = {{static_cast<u32>(a), static_cast<u32>(b), static_cast<u32>(c)}, 0};
     return true;
 }
@@ -459,14 +421,12 @@ int port_print_ext(const SYSDT_Octets &value, char *out, std::size_t size)
 
 char *floor_print_bandwidth(const SYSDT_ExtCommunityBw &value, char *out)
 {
-    if (value.bandwidth == 0) {
+    if (value.bandwidth == 0)
         return out;
-    }
     out = value.asnNn == 23456 ? put(out, "as-trans:") : put(put(out, static_cast<u32>(value.asnNn)), ':');
     u64 rest = value.bandwidth;
-    if (rest <= UINT32_MAX) {
+    if (rest <= UINT32_MAX)
         return put(out, static_cast<u32>(rest));
-    }
     char digits[20];
     char *at = digits + sizeof digits;
     while (rest >= 100) {
@@ -502,11 +462,9 @@ std::string community(Random &random)
 std::string name_in_any_case(Random &random)
 {
     std::string name = random.pick({"internet", "no-export", "no-advertise", "no-export-subconfed"});
-    for (char &letter : name) {
-        if (letter != '-' && random.percent(50)) {
+    for (char &letter : name)
+        if (letter != '-' && random.percent(50))
             letter = static_cast<char>(letter - 'a' + 'A');
-        }
-    }
     return name;
 }
 
@@ -514,9 +472,8 @@ template <class Entry>
 std::string list(Random &random, u32 most, Entry entry)
 {
     std::string text = entry(random);
-    for (u32 left = random.below(most); left != 0; --left) {
+    for (u32 left = random.below(most); left != 0; --left)
         text += ' ' + entry(random);
-    }
     return text;
 }
 
@@ -534,9 +491,8 @@ Bytes bandwidth(Random &random)
 bool port_parse_as(char *text, SYSDT_AsNum &out)
 {
     text = port::look(text, 1, 11);
-    if (text == nullptr) {
+    if (text == nullptr)
         return false;
-    }
     const port::Counts counts = port::count(text);
     return counts.others + counts.colons + counts.hyphens == 0 && port_token(text, out, counts);
 }
@@ -593,9 +549,8 @@ void add_as_and_communities(Kinds &kinds)
                                   floor_out<floor_print_ext, SYSDT_Octets>};
     constexpr Converter port_ext{format_in<port_parse_ext, SYSDT_Octets, SYSDT_TYPE_EXTCOMMUNITY>,
                                  port_out<port_print_ext, SYSDT_Octets>};
-    for (const auto &[form, text] : octet_forms) {
+    for (const auto &[form, text] : octet_forms)
         kinds.push_back({"ext. community " + std::string(form), "EXTCOMMUNITY", text, floor_ext, port_ext});
-    }
     kinds.push_back({"bandwidth",
                      "EXTCOMMUNITY_BW",
                      {},

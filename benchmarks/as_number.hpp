@@ -24,9 +24,8 @@ template <class Entry>
 bool floor_as(const char *&at, Entry &out)
 {
     u32 high;
-    if (!number(at, high)) {
+    if (!number(at, high))
         return false;
-    }
     out.asType = *at == '.';
     if (*at != '.') {
         out.asNumValue = high;
@@ -34,9 +33,8 @@ bool floor_as(const char *&at, Entry &out)
     }
     u32 low;
     ++at;
-    if (!number(at, low, 65535) || high == 0 || high > 65535) {
+    if (!number(at, low, 65535) || high == 0 || high > 65535)
         return false;
-    }
     out.asNumValue = high << 16 | low;
     return true;
 }

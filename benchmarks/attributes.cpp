@@ -20,9 +20,8 @@ bool floor_parse_duration(char *text, SYSDT_TimeRange &out)
     u32 seconds;
     PAL_lowercase(text);
     if (!number(at, days, 10000) || !letter(at, 'd') || !number(at, hours, 23) || !letter(at, 'h') ||
-        !number(at, minutes, 59) || !letter(at, 'm') || !number(at, seconds, 59) || !letter(at, 's') || *at != '\0') {
+        !number(at, minutes, 59) || !letter(at, 'm') || !number(at, seconds, 59) || !letter(at, 's') || *at != '\0')
         return false;
-    }
     out.seconds = days * 86400 + hours * 3600 + minutes * 60 + seconds;
     return true;
 }
@@ -31,39 +30,33 @@ bool port_parse_duration(char *text, SYSDT_TimeRange &out)
 {
     text = PAL_StrTrim(text);
     const std::size_t length = std::strlen(text);
-    if (length < 8 || length > 15) {
+    if (length < 8 || length > 15)
         return false;
-    }
     PAL_lowercase(text);
     constexpr const char *letters = "dhms";
     std::size_t positions[4];
     int found = 0;
     for (std::size_t i = 0; i < length; ++i) {
-        if (std::isdigit(static_cast<unsigned char>(text[i])) != 0) {
+        if (std::isdigit(static_cast<unsigned char>(text[i])) != 0)
             continue;
-        }
-        if (found == 4 || text[i] != letters[found]) {
+        if (found == 4 || text[i] != letters[found])
             return false;
-        }
         positions[found++] = i;
     }
-    if (found != 4) {
+    if (found != 4)
         return false;
-    }
     unsigned numbers[4];
     std::size_t start = 0;
     for (int i = 0; i < 4; ++i) {
         char part[16];
         std::memcpy(part, text + start, positions[i] - start);
         part[positions[i] - start] = '\0';
-        if (std::sscanf(part, "%u", &numbers[i]) != 1) {
+        if (std::sscanf(part, "%u", &numbers[i]) != 1)
             return false;
-        }
         start = positions[i] + 1;
     }
-    if (numbers[0] > 10000 || numbers[1] > 23 || numbers[2] > 59 || numbers[3] > 59) {
+    if (numbers[0] > 10000 || numbers[1] > 23 || numbers[2] > 59 || numbers[3] > 59)
         return false;
-    }
     out.seconds = numbers[0] * 86400 + numbers[1] * 3600 + numbers[2] * 60 + numbers[3];
     return true;
 }
@@ -72,13 +65,11 @@ bool port_parse_duration(char *text, SYSDT_TimeRange &out)
 
 char *floor_print_structure(const SYSDT_SidStructure &value, char *out)
 {
-    if (value.exists != 1) {
+    if (value.exists != 1)
         return put(out, '-');
-    }
     for (int i = 0; i < 6; ++i) {
-        if (i != 0) {
+        if (i != 0)
             out = put(out, '-');
-        }
         out = put_octet(out, value.field[i]);
     }
     return out;
@@ -95,9 +86,8 @@ int port_print_structure(const SYSDT_SidStructure &value, char *out, std::size_t
 Bytes structure(Random &random)
 {
     Bytes bytes(sizeof(SYSDT_SidStructure));
-    for (u8 &byte : bytes) {
+    for (u8 &byte : bytes)
         byte = static_cast<u8>(random.below(129));
-    }
     bytes.back() = 1;
     return bytes;
 }
@@ -143,19 +133,15 @@ struct Blocks {
 
     Blocks(const SYSDT_Context &context, bool filled)
     {
-        for (int i = 0; i < 7; ++i) {
-            if (filled || (i != 2 && i != 3)) {
+        for (int i = 0; i < 7; ++i)
+            if (filled || (i != 2 && i != 3))
                 block[i] = SYS_DataTypeMallocByHandle(context.handle, sizes[i]);
-            }
-        }
     }
     ~Blocks()
     {
-        for (void *const taken : block) {
-            if (taken != nullptr) {
+        for (void *const taken : block)
+            if (taken != nullptr)
                 SYS_DataTypeFree(taken);
-            }
-        }
     }
     char *text(int i) const { return static_cast<char *>(block[i]); }
     u16 *numbers(int i) const { return static_cast<u16 *>(block[i]); }
@@ -208,9 +194,8 @@ u32 floor_list(SYSDT_Context *context, u32, u32, const void *data, u16 *out_kind
     const auto find = [&words](u32 from, u64 flip) { // the first identifier whose bit is not that of flip
         for (u32 word = from / 64; word < 4; ++word) {
             const u64 bits = (words[word] ^ flip) & (word == from / 64 ? UINT64_MAX << from % 64 : UINT64_MAX);
-            if (bits != 0) {
+            if (bits != 0)
                 return word * 64 + static_cast<u32>(std::countr_zero(bits));
-            }
         }
         return u32{256};
     };
@@ -224,9 +209,8 @@ u32 floor_list(SYSDT_Context *context, u32, u32, const void *data, u16 *out_kind
         }
         const u32 behind = find(start, UINT64_MAX);
         out = put_octet(put(out, ' '), start);
-        if (behind - start > 1) {
+        if (behind - start > 1)
             out = put_octet(put(out, " to "), behind - 1);
-        }
         start = behind >= 256 ? 256 : find(behind, 0);
     }
     std::memcpy(out, tail, tail_length);
@@ -256,23 +240,20 @@ u32 port_list(SYSDT_Context *context, u32, u32, const void *data, u16 *out_kind,
     std::memset(ends, 0, 258);
     u32 runs = 0;
     for (u32 id = 0, last = 256; id < 256; ++id) {
-        if ((record.bitmap[id / 8] >> id % 8 & 1) == 0) {
+        if ((record.bitmap[id / 8] >> id % 8 & 1) == 0)
             continue;
-        }
-        if (runs != 0 && id == last + 1) {
+        if (runs != 0 && id == last + 1)
             ends[runs] = static_cast<u16>(id);
-        } else {
+        else
             starts[++runs] = static_cast<u16>(id);
-        }
         last = id;
     }
     *tail = '\0';
     if (char *const marker = std::strstr(label, "###"); marker != nullptr) {
         (void)std::snprintf(tail, 300, "%s", marker + 3);
         *marker = '\0';
-        if (char *const blank = std::strrchr(label, ' '); blank != nullptr) {
+        if (char *const blank = std::strrchr(label, ' '); blank != nullptr)
             *blank = '\0';
-        }
     }
     constexpr std::size_t limit = 4064;
     std::size_t length = 0;
@@ -282,12 +263,10 @@ u32 port_list(SYSDT_Context *context, u32, u32, const void *data, u16 *out_kind,
     print("%s", label);
     for (u32 run = 1; run <= runs; ++run) {
         print(" %d", starts[run]);
-        if (ends[run] != 0) {
+        if (ends[run] != 0)
             print(" to %d", ends[run]);
-        }
-        if (run % 10 == 0 && run != runs) {
+        if (run % 10 == 0 && run != runs)
             print("%s\r\n%s", tail, label);
-        }
     }
     print("%s\r\n", tail);
     return deliver(out, length, out_kind, out_length, out_data);
@@ -308,11 +287,9 @@ Bytes display_record(Random &random, const std::string &text, bool filled)
     };
     add(SYSDT_KIND_STRING, text.c_str(), text.size() + 1);
     u8 bitmap[32]{};
-    for (u32 id = random.between(1, 40); id < 256; id += random.between(2, 30)) {
-        for (u32 run = random.percent(50) ? 1 : random.between(1, 6); run != 0 && id < 256; --run, ++id) {
+    for (u32 id = random.between(1, 40); id < 256; id += random.between(2, 30))
+        for (u32 run = random.percent(50) ? 1 : random.between(1, 6); run != 0 && id < 256; --run, ++id)
             bitmap[id / 8] = static_cast<u8>(bitmap[id / 8] | 1 << id % 8);
-        }
-    }
     add(SYSDT_TYPE_ATTRIDBITMAP, bitmap, sizeof bitmap);
     if (filled) {
         const u32 number = random.number();

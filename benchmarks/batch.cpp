@@ -24,9 +24,8 @@ bool flush()
 {
     for (std::size_t at = 0; at < written;) {
         const ssize_t size = write(STDOUT_FILENO, output + at, written - at);
-        if (size <= 0) {
+        if (size <= 0)
             return false;
-        }
         at += static_cast<std::size_t>(size);
     }
     written = 0;
@@ -35,9 +34,8 @@ bool flush()
 
 bool put_line(const SYSDT_Octets &value)
 {
-    if (written + 2 * sizeof value + 1 > block_size && !flush()) {
+    if (written + 2 * sizeof value + 1 > block_size && !flush())
         return false;
-    }
     u8 bytes[sizeof value];
     std::memcpy(bytes, value.octets, sizeof value.octets);
     put(bytes + sizeof value.octets, value.form);
@@ -73,9 +71,8 @@ bool convert(char *line)
     u16 kind = 0;
     u16 length = 0;
     void *block = nullptr;
-    if (format_in<parse, SYSDT_Octets, SYSDT_TYPE_VRFRD>(&context, 0, 0, line, &kind, &length, &block) != SYSDT_OK) {
+    if (format_in<parse, SYSDT_Octets, SYSDT_TYPE_VRFRD>(&context, 0, 0, line, &kind, &length, &block) != SYSDT_OK)
         return false;
-    }
     const bool done = print(*static_cast<const SYSDT_Octets *>(block));
     SYS_DataTypeFree(block);
     return done;

@@ -100,9 +100,8 @@ struct Context {
 template <std::size_t size>
 bool word(const char *&at, const char (&text)[size])
 {
-    if (std::strncmp(at, text, size - 1) != 0) {
+    if (std::strncmp(at, text, size - 1) != 0)
         return false;
-    }
     at += size - 1;
     return true;
 }
@@ -120,24 +119,21 @@ bool igp_router(const char *&at, u32 protocol, u8 *out)
         for (int i = 0; i < 7; ++i) {
             const u32 high = hex_value(at[places[i]]);
             const u32 low = high < 16 ? hex_value(at[places[i] + 1]) : 16;
-            if (low >= 16) {
+            if (low >= 16)
                 return false;
-            }
             out[i] = static_cast<u8>(high << 4 | low);
         }
         at += 17;
         return true;
     }
     u32 router;
-    if (!is_ospf(protocol) || !ipv4(at, router)) {
+    if (!is_ospf(protocol) || !ipv4(at, router))
         return false;
-    }
     std::memcpy(out, &(router = swapped(router)), sizeof router);
     if (*at == '/') {
         ++at;
-        if (!ipv4(at, router)) {
+        if (!ipv4(at, router))
             return false;
-        }
         std::memcpy(out + 4, &(router = swapped(router)), sizeof router);
     }
     return true;
@@ -174,9 +170,8 @@ bool floor_node(const char *&at, u32 protocol, Node &out)
             break;
         default: break;
         }
-        if (!taken) {
+        if (!taken)
             return false;
-        }
     }
     return close(at);
 }
@@ -194,9 +189,8 @@ bool link_address(const char *&at, u32 &v4, u8 *v6)
 {
     u32 number;
     bool is_v6;
-    if (!either_address(at, number, v6, is_v6)) {
+    if (!either_address(at, number, v6, is_v6))
         return false;
-    }
     v4 = is_v6 ? v4 : number;
     return close(at);
 }
@@ -231,9 +225,8 @@ bool floor_link(const char *&at, u32 protocol, SYSDT_LsLink &out)
         case 'm': taken = word(at, "mt-id") && once(seen, 32) && number_group(at, mt_id); break;
         default: break;
         }
-        if (!taken) {
+        if (!taken)
             return false;
-        }
     }
     out.linkLocalId = local_id;
     out.linkRemoteId = remote_id;
@@ -257,9 +250,8 @@ bool floor_prefix(const char *&at, u32 type, u32 protocol, SYSDT_LsPrefix &out)
         case 'm': taken = word(at, "mt-id") && once(seen, 1) && number_group(at, mt_id); break;
         case 'o': taken = word(at, "ospf-route-type") && once(seen, 2) && number_group(at, ospf_type); break;
         case 'p':
-            if (!word(at, "prefix") || !once(seen, 4)) {
+            if (!word(at, "prefix") || !once(seen, 4))
                 return false;
-            }
             if (type == SYSDT_LS_IPV4_PREFIX) {
                 u32 prefix = 0;
                 taken = ipv4(at, prefix) && skip(at, '/') && number_group(at, length);
@@ -272,9 +264,8 @@ bool floor_prefix(const char *&at, u32 type, u32 protocol, SYSDT_LsPrefix &out)
             break;
         default: break;
         }
-        if (!taken) {
+        if (!taken)
             return false;
-        }
     }
     out.ipv4Prefix.mtId = mt_id;
     out.ipv4Prefix.ospfRouteType = ospf_type;
@@ -286,9 +277,8 @@ bool te_address(const char *&at, LsIpAddr &out)
 {
     u32 number;
     bool is_v6;
-    if (!either_address(at, number, out.ipv6, is_v6)) {
+    if (!either_address(at, number, out.ipv6, is_v6))
         return false;
-    }
     out.family = is_v6;
     out.ipv4 = is_v6 ? ipv4_zero : number;
     return close(at);
@@ -327,9 +317,8 @@ bool floor_te(const char *&at, SYSDT_LsTePolicy &out)
             break;
         default: break;
         }
-        if (!taken) {
+        if (!taken)
             return false;
-        }
     }
     return close(at) && seen == 127;
 }
@@ -342,9 +331,8 @@ bool floor_sid(const char *&at, SYSDT_LsSrv6Sid &out)
         ++at;
         const bool taken = *at == 'm' ? word(at, "mt-id") && once(seen, 1) && number_group(at, mt_id)
                                       : word(at, "sid") && once(seen, 2) && ipv6(at, out.sid) && close(at);
-        if (!taken) {
+        if (!taken)
             return false;
-        }
     }
     out.mtId = mt_id;
     return close(at) && (seen & 2) != 0;
@@ -384,20 +372,17 @@ u32 floor_protocol(const char *&at)
 
 bool floor_groups(const char *at, SYSDT_LsPrefix &out)
 {
-    if (!skip(at, '[')) {
+    if (!skip(at, '['))
         return false;
-    }
     const u32 type = floor_type(at);
-    if (type == 0 || !skip(at, '[')) {
+    if (type == 0 || !skip(at, '['))
         return false;
-    }
     const u32 protocol = floor_protocol(at);
     u32 identifier;
     Node local;
     if (protocol == 0 || !word(at, "[IDENTIFIER") || !number_group(at, identifier) || !word(at, "[LOCAL") ||
-        !floor_node(at, protocol, local) || !fits(local, type, protocol)) {
+        !floor_node(at, protocol, local) || !fits(local, type, protocol))
         return false;
-    }
     out.head = {type, protocol, identifier};
     store_local(local, type, out);
     bool taken = true;
@@ -437,9 +422,8 @@ char *put_igp(char *out, const Descriptor &node)
 {
     out = put_ipv4(put(put_optional_as(put(out, "[as"), node.as), "][bgp-ls-identifier"), node.bgpLsId);
     out = put(put_ipv4(put(out, "][ospf-area-id"), node.ospfArea), "][igp-router-id");
-    for (int i = 0; i < SYSDT_LS_ROUTER_ID_SIZE - 1 && node.igpRouterId[i] != 0; ++i) {
+    for (int i = 0; i < SYSDT_LS_ROUTER_ID_SIZE - 1 && node.igpRouterId[i] != 0; ++i)
         out = put(out, static_cast<char>(node.igpRouterId[i]));
-    }
     return put(out, "]]");
 }
 
@@ -447,9 +431,8 @@ char *put_bgp(char *out, const SYSDT_LsMemberNodeDesc &node, u32 router)
 {
     out = put_ipv4(put(put_optional_as(put(out, "[as"), node.as), "][bgp-ls-identifier"), node.bgpLsId);
     out = put(put_ipv4(put(out, "][bgp-router-id"), router), ']');
-    if (node.memberAs.asNumValue != 0) {
+    if (node.memberAs.asNumValue != 0)
         out = put(put_optional_as(put(out, "[member-as"), node.memberAs), ']');
-    }
     return put(out, ']');
 }
 
@@ -478,9 +461,8 @@ char *put_link(char *out, const SYSDT_LsLink &link, u32 protocol)
         out = put_ipv4(put(out, "[LINK[link-local-id"), link.linkLocalId);
         out = put_ipv4(put(out, "][link-remote-id"), link.linkRemoteId);
     }
-    if (link.mtId != SYSDT_LS_NO_MT_ID) {
+    if (link.mtId != SYSDT_LS_NO_MT_ID)
         out = put(put(out, "][mt-id"), u32{link.mtId});
-    }
     return put(out, "]]");
 }
 
@@ -488,9 +470,8 @@ char *put_prefix(char *out, const SYSDT_LsPrefix &key, u32 type)
 {
     const SYSDT_LsIpv4Prefix &prefix = key.ipv4Prefix;
     out = put(out, "[PREFIX[");
-    if (prefix.mtId != SYSDT_LS_NO_MT_ID) {
+    if (prefix.mtId != SYSDT_LS_NO_MT_ID)
         out = put(put(put(out, "mt-id"), u32{prefix.mtId}), "][");
-    }
     out = put(put(put(out, "ospf-route-type"), u32{prefix.ospfRouteType}), "][prefix");
     out = type == SYSDT_LS_IPV4_PREFIX ? put_ipv4(out, prefix.prefix) : put_ipv6(out, key.ipv6Prefix.prefix);
     const u8 length = type == SYSDT_LS_IPV4_PREFIX ? prefix.prefixLength : key.ipv6Prefix.prefixLength;
@@ -536,9 +517,8 @@ char *floor_print(const SYSDT_LsPrefix &key, char *out)
     case SYSDT_LS_TE_POLICY: return put_te(put_te_node(out, key.tePolicy), key.tePolicy);
     case SYSDT_LS_SRV6_SID:
         out = put(put_member(out, key.srv6Sid.local, key.srv6Sid.bgpRouterId, protocol), "[SID[");
-        if (protocol != SYSDT_LS_BGP && key.srv6Sid.mtId != SYSDT_LS_NO_MT_ID) {
+        if (protocol != SYSDT_LS_BGP && key.srv6Sid.mtId != SYSDT_LS_NO_MT_ID)
             out = put(put(put(out, "mt-id"), u32{key.srv6Sid.mtId}), "][");
-        }
         return put(put_ipv6(put(out, "sid"), key.srv6Sid.sid), "]]");
     case SYSDT_LS_NODE: return put_igp(out, key.node.local);
     default: return put_prefix(put_igp(out, key.node.local), key, type);
@@ -555,23 +535,19 @@ bool for_groups(const char *text, Take take)
         char group[500];
         int depth = 0;
         std::size_t length = 0;
-        if (*text != '[') {
+        if (*text != '[')
             return false;
-        }
         do {
             depth += text[length] == '[' ? 1 : text[length] == ']' ? -1 : 0;
-            if (text[length++] == '\0') {
+            if (text[length++] == '\0')
                 return false;
-            }
         } while (depth != 0);
-        if (length - 2 >= sizeof group - 1) {
+        if (length - 2 >= sizeof group - 1)
             return false;
-        }
         std::memcpy(group, text + 1, length - 2);
         group[length - 2] = '\0';
-        if (!take(group)) {
+        if (!take(group))
             return false;
-        }
         text += length;
     }
     return true;
@@ -595,31 +571,26 @@ bool port_igp_router(char *value, u32 protocol, u8 *out)
 {
     if (is_isis(protocol)) {
         unsigned b[7];
-        if (std::strlen(value) < 17 || std::sscanf(value, "%2x%2x%*c%2x%2x%*c%2x%2x%*c%2x", &b[0], &b[1], &b[2], &b[3],
-                                                   &b[4], &b[5], &b[6]) != 7) {
+        if (std::strlen(value) < 17 ||
+            std::sscanf(value, "%2x%2x%*c%2x%2x%*c%2x%2x%*c%2x", &b[0], &b[1], &b[2], &b[3], &b[4], &b[5], &b[6]) != 7)
             return false;
-        }
-        for (int i = 0; i < 7; ++i) {
+        for (int i = 0; i < 7; ++i)
             out[i] = static_cast<u8>(b[i]);
-        }
         return true;
     }
     u32 address = 0;
     const auto store = [&address](u8 *at) {
-        for (int i = 0; i < 4; ++i) {
+        for (int i = 0; i < 4; ++i)
             at[i] = static_cast<u8>(address >> (24 - 8 * i));
-        }
     };
     if (char *const slash = std::strchr(value, '/'); slash != nullptr) {
-        if (!port_quad(slash + 1, address)) {
+        if (!port_quad(slash + 1, address))
             return false;
-        }
         store(out + 4);
         *slash = '\0';
     }
-    if (!is_ospf(protocol) || !port_quad(value, address)) {
+    if (!is_ospf(protocol) || !port_quad(value, address))
         return false;
-    }
     store(out);
     return true;
 }
@@ -632,28 +603,21 @@ bool port_node(const char *text, u32 type, u32 protocol, Node &out)
             value = SYSDT_BTrim(value);
             return *value == '\0' || (once(out.seen, has_as) && port_parse_as(value, out.as));
         }
-        if ((value = after(group, "bgp-ls-identifier")) != nullptr) {
+        if ((value = after(group, "bgp-ls-identifier")) != nullptr)
             return once(out.seen, has_ls_id) && port_quad(value, out.ls_id);
-        }
-        if ((value = after(group, "bgp-router-id")) != nullptr) {
+        if ((value = after(group, "bgp-router-id")) != nullptr)
             return once(out.seen, has_bgp) && (port_quad(value, out.bgp_router) ||
                                                (type != SYSDT_LS_TE_POLICY && port_number(value, out.bgp_router)));
-        }
-        if ((value = after(group, "ospf-area-id")) != nullptr) {
+        if ((value = after(group, "ospf-area-id")) != nullptr)
             return once(out.seen, has_area) && port_quad(value, out.area);
-        }
-        if ((value = after(group, "igp-router-id")) != nullptr) {
+        if ((value = after(group, "igp-router-id")) != nullptr)
             return once(out.seen, has_igp) && port_igp_router(value, protocol, out.igp_router);
-        }
-        if ((value = after(group, "member-as")) != nullptr) {
+        if ((value = after(group, "member-as")) != nullptr)
             return once(out.seen, has_member) && port_parse_as(value, out.member);
-        }
-        if ((value = after(group, "ipv4-router-id")) != nullptr) {
+        if ((value = after(group, "ipv4-router-id")) != nullptr)
             return once(out.seen, has_v4) && port_quad(value, out.ipv4_router);
-        }
-        if ((value = after(group, "ipv6-router-id")) != nullptr) {
+        if ((value = after(group, "ipv6-router-id")) != nullptr)
             return once(out.seen, has_v6) && port_ipv6(value, out.ipv6_router);
-        }
         return false;
     });
 }
@@ -677,30 +641,23 @@ bool port_link(const char *text, u32 protocol, SYSDT_LsLink &out)
             char *dot = value;
             for (int dots = 0; *dot != '\0' && (dots += *dot == '.') < 4; ++dot) {
             }
-            if (*dot == '\0') {
+            if (*dot == '\0')
                 return false;
-            }
             *dot = '\0';
             return once(seen, 1) && port_quad(value, local_id) && port_quad(dot + 1, remote_id);
         }
-        if ((value = after(group, "local")) != nullptr) {
+        if ((value = after(group, "local")) != nullptr)
             return once(seen, 2) && port_link_address(value, interface, out.ipv6Interface);
-        }
-        if ((value = after(group, "remote")) != nullptr) {
+        if ((value = after(group, "remote")) != nullptr)
             return once(seen, 4) && port_link_address(value, neighbor, out.ipv6Neighbor);
-        }
-        if ((value = after(group, "link-local-id")) != nullptr) {
+        if ((value = after(group, "link-local-id")) != nullptr)
             return once(seen, 8) && port_quad(value, local_id);
-        }
-        if ((value = after(group, "link-remote-id")) != nullptr) {
+        if ((value = after(group, "link-remote-id")) != nullptr)
             return once(seen, 16) && port_quad(value, remote_id);
-        }
-        if ((value = after(group, "if-address")) != nullptr) {
+        if ((value = after(group, "if-address")) != nullptr)
             return port_link_address(value, interface, out.ipv6Interface);
-        }
-        if ((value = after(group, "peer-address")) != nullptr) {
+        if ((value = after(group, "peer-address")) != nullptr)
             return port_link_address(value, neighbor, out.ipv6Neighbor);
-        }
         value = after(group, "mt-id");
         return value != nullptr && once(seen, 32) && port_number(value, mt_id);
     });
@@ -719,19 +676,16 @@ bool port_prefix(const char *text, u32 type, u32 protocol, SYSDT_LsPrefix &out)
     u32 ospf_type = 0;
     const bool taken = for_groups(text, [&](char *group) {
         char *value = nullptr;
-        if ((value = after(group, "mt-id")) != nullptr) {
+        if ((value = after(group, "mt-id")) != nullptr)
             return once(seen, 1) && port_number(value, mt_id);
-        }
-        if ((value = after(group, "ospf-route-type")) != nullptr) {
+        if ((value = after(group, "ospf-route-type")) != nullptr)
             return once(seen, 2) && port_number(value, ospf_type);
-        }
         value = after(group, "prefix");
         char *const slash = value == nullptr ? nullptr : std::strchr(value, '/');
         u32 length = 0;
         u32 address = 0;
-        if (slash == nullptr || !once(seen, 4) || !port_number(slash + 1, length)) {
+        if (slash == nullptr || !once(seen, 4) || !port_number(slash + 1, length))
             return false;
-        }
         *slash = '\0';
         if (type == SYSDT_LS_IPV6_PREFIX) {
             out.ipv6Prefix.prefixLength = static_cast<u8>(length);
@@ -777,9 +731,8 @@ bool port_te(const char *text, SYSDT_LsTePolicy &out)
                               out.flags = static_cast<u8>(number);
                               return read;
                           }
-                          if ((value = after(group, "endpoint")) != nullptr) {
+                          if ((value = after(group, "endpoint")) != nullptr)
                               return once(seen, 4) && port_te_address(value, out.endpoint);
-                          }
                           if ((value = after(group, "color")) != nullptr) {
                               const bool read = once(seen, 8) && port_number(value, number);
                               out.color = number;
@@ -792,9 +745,8 @@ bool port_te(const char *text, SYSDT_LsTePolicy &out)
                               out.originatorAs = as;
                               return read;
                           }
-                          if ((value = after(group, "originator-address")) != nullptr) {
+                          if ((value = after(group, "originator-address")) != nullptr)
                               return once(seen, 32) && port_te_address(value, out.originatorAddress);
-                          }
                           value = after(group, "discriminator");
                           const bool read = value != nullptr && once(seen, 64) && port_number(value, number);
                           out.discriminator = number;
@@ -809,9 +761,8 @@ bool port_sid(const char *text, u32 protocol, SYSDT_LsSrv6Sid &out)
     u32 mt_id = SYSDT_LS_NO_MT_ID;
     const bool taken = for_groups(text, [&](char *group) {
         char *value = after(group, "mt-id");
-        if (value != nullptr) {
+        if (value != nullptr)
             return protocol == SYSDT_LS_BGP || (once(seen, 1) && port_number(value, mt_id));
-        }
         value = after(group, "sid");
         return value != nullptr && once(seen, 2) && port_ipv6(value, out.sid);
     });
@@ -822,9 +773,8 @@ bool port_sid(const char *text, u32 protocol, SYSDT_LsSrv6Sid &out)
 bool port_parse(char *text, SYSDT_LsPrefix &out)
 {
     text = port::look(text, 1, 500);
-    if (text == nullptr) {
+    if (text == nullptr)
         return false;
-    }
     const Context context;
     u32 type = 0;
     u32 protocol = 0;
@@ -844,9 +794,8 @@ bool port_parse(char *text, SYSDT_LsPrefix &out)
         }
         char *value = nullptr;
         u64 identifier = 0;
-        if (type == 0) {
+        if (type == 0)
             return false;
-        }
         if ((value = after(group, "IDENTIFIER")) != nullptr) {
             const bool read = once(seen, 4) && PAL_StrToUint64(value, &identifier) == SYSDT_OK;
             out.head.identifier = static_cast<u32>(identifier);
@@ -866,16 +815,13 @@ bool port_parse(char *text, SYSDT_LsPrefix &out)
             out.link.remoteBgpRouterId = node.bgp_router;
             return read;
         }
-        if ((value = after(group, "LINK")) != nullptr) {
+        if ((value = after(group, "LINK")) != nullptr)
             return type == SYSDT_LS_LINK && once(seen, 32) && port_link(value, protocol, out.link);
-        }
-        if ((value = after(group, "PREFIX")) != nullptr) {
+        if ((value = after(group, "PREFIX")) != nullptr)
             return (type == SYSDT_LS_IPV4_PREFIX || type == SYSDT_LS_IPV6_PREFIX) && once(seen, 0x100) &&
                    port_prefix(value, type, protocol, out);
-        }
-        if ((value = after(group, "TE")) != nullptr) {
+        if ((value = after(group, "TE")) != nullptr)
             return type == SYSDT_LS_TE_POLICY && once(seen, 0x200) && port_te(value, out.tePolicy);
-        }
         value = after(group, "SID");
         return value != nullptr && type == SYSDT_LS_SRV6_SID && once(seen, 0x400) &&
                port_sid(value, protocol, out.srv6Sid);
@@ -905,9 +851,8 @@ struct Printer {
     {
         char *const text = field();
         *text = '\0';
-        if (number.asNumValue != 0) {
+        if (number.asNumValue != 0)
             port_as(number.asNumValue, number.asType, text, 32);
-        }
         return text;
     }
     const char *member(const SYSDT_AsNum &number)
@@ -966,11 +911,10 @@ void port_print_link(Printer &to, const SYSDT_LsLink &link, u32 protocol)
     } else {
         to.put("[LINK[link-local-id%s][link-remote-id%s]", to.quad(link.linkLocalId), to.quad(link.linkRemoteId));
     }
-    if (link.mtId != SYSDT_LS_NO_MT_ID) {
+    if (link.mtId != SYSDT_LS_NO_MT_ID)
         to.put("[mt-id%u]]", u32{link.mtId});
-    } else {
+    else
         to.put("%s", "]");
-    }
 }
 
 int port_print(const SYSDT_LsPrefix &key, char *out, std::size_t size)
@@ -999,11 +943,10 @@ int port_print(const SYSDT_LsPrefix &key, char *out, std::size_t size)
     }
     case SYSDT_LS_SRV6_SID:
         to.member_node("LOCAL", key.srv6Sid.local, key.srv6Sid.bgpRouterId, protocol);
-        if (protocol == SYSDT_LS_BGP || key.srv6Sid.mtId == SYSDT_LS_NO_MT_ID) {
+        if (protocol == SYSDT_LS_BGP || key.srv6Sid.mtId == SYSDT_LS_NO_MT_ID)
             to.put("[SID[sid%s]]", to.ipv6(key.srv6Sid.sid));
-        } else {
+        else
             to.put("[SID[mt-id%u][sid%s]]", u32{key.srv6Sid.mtId}, to.ipv6(key.srv6Sid.sid));
-        }
         break;
     case SYSDT_LS_NODE: to.igp_node("LOCAL", key.node.local); break;
     default: {
@@ -1133,9 +1076,8 @@ void add_bgpls(Kinds &kinds)
                               floor_out<floor_print, SYSDT_LsPrefix, block, true>};
     constexpr Converter port{format_in<port_parse, SYSDT_LsPrefix, SYSDT_TYPE_BGPLSPREFIX, true>,
                              port_out<port_print, SYSDT_LsPrefix, block, true>};
-    for (const auto &[name, text] : samples) {
+    for (const auto &[name, text] : samples)
         kinds.push_back({name, "BGPLSPREFIX", text, floor, port, Shape::structured});
-    }
 }
 
 } // namespace bgpdt::bench

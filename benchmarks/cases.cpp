@@ -21,9 +21,8 @@ SYSDT_Context context_of(u8 mode)
 u64 seed_of(const std::string &name)
 {
     u64 seed = 0xCBF29CE484222325;
-    for (const char character : name) {
+    for (const char character : name)
         seed = (seed ^ static_cast<u8>(character)) * 0x100000001B3;
-    }
     return seed;
 }
 
@@ -31,20 +30,16 @@ Subject subject_of(const host::Host &host, const std::string &name)
 {
     const std::size_t slash = name.find('/');
     const SYSDT_Record *const type = host.find(name.substr(0, slash));
-    if (type == nullptr) {
+    if (type == nullptr)
         fail("no type " + name);
-    }
-    if (slash == std::string::npos) {
+    if (slash == std::string::npos)
         return {type};
-    }
     const bool rd = name.starts_with("BOLRD");
     const auto *row =
         static_cast<const SYSDT_DispatchRow *>(host.symbol(rd ? "g_astBOL_RD_ProcTable" : "g_astBOL_PREFIX_ProcTable"));
-    for (int rows = rd ? 1 : SYSDT_BOL_KINDS; rows != 0; --rows, ++row) {
-        if (name.substr(slash + 1) == row->name) {
+    for (int rows = rd ? 1 : SYSDT_BOL_KINDS; rows != 0; --rows, ++row)
+        if (name.substr(slash + 1) == row->name)
             return {type, row};
-        }
-    }
     fail("no row " + name);
 }
 
@@ -61,9 +56,8 @@ struct Answer {
 Answer collect(u32 status, u16 kind, u16 length, void *data)
 {
     Answer answer{status, kind, {}};
-    if (status == SYSDT_OK && data != nullptr) {
+    if (status == SYSDT_OK && data != nullptr)
         answer.data.assign(static_cast<u8 *>(data), static_cast<u8 *>(data) + length);
-    }
     SYS_DataTypeFree(data);
     return answer;
 }
@@ -95,13 +89,11 @@ std::vector<std::string> texts_of(const Kind &kind, std::size_t count)
     std::vector<std::string> texts;
     for (std::size_t tries = 0; texts.size() < count && tries < 20 * count; ++tries) {
         std::string text = kind.text(random);
-        if (distinct.insert(text).second) {
+        if (distinct.insert(text).second)
             texts.push_back(std::move(text));
-        }
     }
-    if (texts.size() < count) {
+    if (texts.size() < count)
         fail(kind.name + ": not enough distinct texts");
-    }
     return texts;
 }
 
@@ -119,9 +111,8 @@ std::string hex_of(const Answer &answer)
 void expect_same(const Kind &kind, const char *column, const std::string &input, const Answer &ours,
                  const Answer &theirs)
 {
-    if (ours != theirs) {
+    if (ours != theirs)
         fail(kind.name + ", " + column + ": " + input + "\n  ours   " + hex_of(ours) + "\n  theirs " + hex_of(theirs));
-    }
 }
 
 /// Inputs one behind the other, so that a pass meets them in the caches.
@@ -184,30 +175,25 @@ void check_columns(const Kind &kind, const Subject &subject, Corpus &corpus)
     const Converter dispatcher = subject.dispatcher();
     for (const std::string &text : corpus.texts) {
         const Answer ours = parse(own.parse, kind.mode, text);
-        if (ours.status != SYSDT_OK) {
+        if (ours.status != SYSDT_OK)
             fail(kind.name + ": refused: " + text);
-        }
         expect_same(kind, "floor", text, ours, parse(kind.floor.parse, kind.mode, text));
         expect_same(kind, "plain port", text, ours, parse(kind.port.parse, kind.mode, text));
-        if (dispatcher.parse != nullptr) {
+        if (dispatcher.parse != nullptr)
             expect_same(kind, "dispatcher", text, ours, parse(dispatcher.parse, kind.mode, text));
-        }
         corpus.values.push_back(ours.data);
     }
     for (const Bytes &value : corpus.values) {
-        if (kind.floor.print == nullptr) {
+        if (kind.floor.print == nullptr)
             break;
-        }
         const Answer ours = print(own.print, kind.mode, value);
-        if (ours.status != SYSDT_OK || ours.data.empty()) {
+        if (ours.status != SYSDT_OK || ours.data.empty())
             fail(kind.name + ": not printed");
-        }
         const std::string text(ours.data.begin(), ours.data.end());
         expect_same(kind, "floor", text, ours, print(kind.floor.print, kind.mode, value));
         expect_same(kind, "plain port", text, ours, print(kind.port.print, kind.mode, value));
-        if (dispatcher.print != nullptr) {
+        if (dispatcher.print != nullptr)
             expect_same(kind, "dispatcher", text, ours, print(dispatcher.print, kind.mode, value));
-        }
     }
 }
 
@@ -218,19 +204,16 @@ void add_cases(Cases &cases, const Subject &subject, const Kind &kind, std::size
         corpus.texts = texts_of(kind, size);
     } else {
         Random random(seed_of(kind.name));
-        for (std::size_t i = 0; i < size; ++i) {
+        for (std::size_t i = 0; i < size; ++i)
             corpus.values.push_back(kind.value(random));
-        }
     }
     check_columns(kind, subject, corpus);
     const auto texts = std::make_shared<Packed>();
     const auto values = std::make_shared<Packed>();
-    for (const std::string &text : corpus.texts) {
+    for (const std::string &text : corpus.texts)
         texts->add(text.c_str(), text.size() + 1);
-    }
-    for (const Bytes &value : corpus.values) {
+    for (const Bytes &value : corpus.values)
         values->add(value.data(), value.size());
-    }
     const std::string shape = kind.shape == Shape::decimal ? "decimal" : "structured";
     const struct {
         const char *name;
@@ -251,9 +234,8 @@ void add_cases(Cases &cases, const Subject &subject, const Kind &kind, std::size
                  size, [values] { values->touch(); }});
         }
     }
-    if (scripts && subject.script_set() != nullptr) {
+    if (scripts && subject.script_set() != nullptr)
         add_script_cases(cases, subject, "script " + kind.subject.substr(kind.subject.find('/') + 1), corpus.values);
-    }
 }
 
 Kinds all_kinds()
@@ -276,9 +258,8 @@ Cases cases_of_kinds(const host::Host &host, std::size_t size)
 {
     Cases cases;
     std::set<std::string> scripted;
-    for (const Kind &kind : all_kinds()) {
+    for (const Kind &kind : all_kinds())
         add_cases(cases, subject_of(host, kind.subject), kind, size, scripted.insert(kind.subject).second);
-    }
     return cases;
 }
 

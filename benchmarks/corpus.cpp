@@ -24,11 +24,9 @@ std::string Random::ipv6(const std::string &first_groups)
     SYSDT_Str2Ipv6((first_groups + "::").c_str(), address);
     const std::uint32_t zeros_from = between(4, 12); // what a prefix or the middle of a host's address is
     const std::uint32_t zeros_to = percent(50) ? 16 : between(zeros_from, 15);
-    for (std::uint32_t i = 4; i < 16; ++i) {
-        if (i < zeros_from || i >= zeros_to) {
+    for (std::uint32_t i = 4; i < 16; ++i)
+        if (i < zeros_from || i >= zeros_to)
             address[i] = static_cast<std::uint8_t>(next() >> 40);
-        }
-    }
     char text[46];
     return PAL_Inet_ntoa_b_ipv6(address, text);
 }
@@ -36,9 +34,8 @@ std::string Random::ipv6(const std::string &first_groups)
 std::string Random::hex(int digits)
 {
     std::string text;
-    while (digits-- != 0) {
+    while (digits-- != 0)
         text += "0123456789abcdef"[below(16)];
-    }
     return text;
 }
 

@@ -18,9 +18,8 @@ bool address(const char *&at, SYSDT_EvpnAddress &out)
         return ipv6(at, out.ipv6) && skip(at, ']');
     }
     u32 number;
-    if (!ipv4(at, number)) {
+    if (!ipv4(at, number))
         return false;
-    }
     out.ipv4 = number;
     return true;
 }
@@ -29,9 +28,8 @@ bool address(const char *&at, SYSDT_EvpnAddress &out)
 bool sized_address(const char *&at, SYSDT_EvpnSizedAddress &out, u32 least = 0, u32 most = 255)
 {
     u32 bits;
-    if (!number_and(at, bits, ':', most) || bits < least || !address(at, out.address)) {
+    if (!number_and(at, bits, ':', most) || bits < least || !address(at, out.address))
         return false;
-    }
     out.length = static_cast<u8>(bits);
     return out.address.family == 0 || bits <= 128;
 }
@@ -42,9 +40,8 @@ bool membership(const char *&at, SYSDT_EvpnMembership &out)
 {
     u32 tag;
     if (!number_and(at, tag, ':') || !sized_address(at, out.source, 0, 128) || !skip(at, ':') ||
-        !sized_address(at, out.group, 1, 128) || !skip(at, ':') || !sized_address(at, out.originator, 1, 128)) {
+        !sized_address(at, out.group, 1, 128) || !skip(at, ':') || !sized_address(at, out.originator, 1, 128))
         return false;
-    }
     out.tag = tag;
     return true;
 }
@@ -54,9 +51,8 @@ bool with_segment(const char *at, SYSDT_EvpnKey &key)
 {
     u8 segment[10];
     u32 number;
-    if (!esi(at, segment, true)) {
+    if (!esi(at, segment, true))
         return false;
-    }
     std::memcpy(key.bytes, segment, sizeof segment);
     const u64 front = get<u64>(segment);
     const u16 back = get<u16>(segment + 8);
@@ -67,36 +63,31 @@ bool with_segment(const char *at, SYSDT_EvpnKey &key)
         return !odd;
     }
     const char *behind = at + 1;
-    if (*at != ':' || ones || !bench::number(behind, number)) {
+    if (*at != ':' || ones || !bench::number(behind, number))
         return false;
-    }
     if (ends(behind)) {
         key.routeType = SYSDT_EVPN_AUTO_DISCOVERY;
         key.autoDiscovery.tag = number;
         return true;
     }
     ++at;
-    if (odd || *behind != ':') {
+    if (odd || *behind != ':')
         return false;
-    }
     const char *const address_at = behind + 1;
     const char *rest = at;
     if (*address_at == '[' || std::strchr(address_at, ':') == nullptr) {
         key.routeType = SYSDT_EVPN_SEGMENT;
         return sized_address(rest, key.segment.ip) && ends(rest);
     }
-    if (!membership(rest, key.sync.membership)) {
+    if (!membership(rest, key.sync.membership))
         return false;
-    }
     key.routeType = SYSDT_EVPN_JOIN;
-    if (ends(rest)) {
+    if (ends(rest))
         return true;
-    }
     key.routeType = SYSDT_EVPN_LEAVE;
     u32 sequence;
-    if (!skip(rest, ':') || !last_number(rest, sequence)) {
+    if (!skip(rest, ':') || !last_number(rest, sequence))
         return false;
-    }
     key.sync.sequence = sequence;
     return true;
 }
@@ -106,34 +97,29 @@ bool with_tag(const char *at, SYSDT_EvpnKey &key)
 {
     u32 tag;
     u32 bits;
-    if (!number_and(at, tag, ':')) {
+    if (!number_and(at, tag, ':'))
         return false;
-    }
     key.macIp.tag = tag; // at the same place in all of these route types
     if (*at == '[') {
         key.routeType = SYSDT_EVPN_IP_PREFIX;
-        if (!address(at, key.prefix.ip.address) || *at++ == '\0' || !last_number(at, bits, 255)) {
+        if (!address(at, key.prefix.ip.address) || *at++ == '\0' || !last_number(at, bits, 255))
             return false;
-        }
         key.prefix.ip.length = static_cast<u8>(bits);
         return true;
     }
     const char *const field = at;
-    if (!number(at, bits, 255)) {
+    if (!number(at, bits, 255))
         return false;
-    }
     if (*at == '.') {
         at = field;
         key.routeType = SYSDT_EVPN_IP_PREFIX;
-        if (!address(at, key.prefix.ip.address) || !skip(at, ':') || !last_number(at, bits, 255)) {
+        if (!address(at, key.prefix.ip.address) || !skip(at, ':') || !last_number(at, bits, 255))
             return false;
-        }
         key.prefix.ip.length = static_cast<u8>(bits);
         return true;
     }
-    if (!skip(at, ':')) {
+    if (!skip(at, ':'))
         return false;
-    }
     const char *const second = at;
     if (*at != '[' && at[std::strcspn(at, "-.")] == '-') {
         key.routeType = SYSDT_EVPN_MAC_IP;
@@ -141,9 +127,8 @@ bool with_tag(const char *at, SYSDT_EvpnKey &key)
         return mac(at, key.macIp.mac) && skip(at, ':') && sized_address(at, key.macIp.ip) && ends(at);
     }
     at = second;
-    if (!address(at, key.inclusive.ip.address)) {
+    if (!address(at, key.inclusive.ip.address))
         return false;
-    }
     key.inclusive.ip.length = static_cast<u8>(bits);
     if (ends(at)) {
         key.routeType = SYSDT_EVPN_INCLUSIVE;
@@ -210,18 +195,16 @@ struct Address {
 
 bool read_address(const Address &from, SYSDT_EvpnSizedAddress &out, unsigned most = 255)
 {
-    if (from.bits > most) {
+    if (from.bits > most)
         return false;
-    }
     out.length = static_cast<u8>(from.bits);
     if (std::strchr(from.text, ':') != nullptr) {
         out.address.family = 1;
         return from.bits <= 128 && SYSDT_Str2Ipv6(from.text, out.address.ipv6) == SYSDT_OK;
     }
     u32 number = 0;
-    if (SYSDT_Str2Ipv4(from.text, &number) != SYSDT_OK) {
+    if (SYSDT_Str2Ipv4(from.text, &number) != SYSDT_OK)
         return false;
-    }
     out.address.ipv4 = number;
     return true;
 }
@@ -231,9 +214,8 @@ bool read_esi(const char *text, u8 *out, bool zero_too = false)
     unsigned group[5];
     int end = 0;
     if (std::sscanf(text, "%4x.%4x.%4x.%4x.%4x%n", &group[0], &group[1], &group[2], &group[3], &group[4], &end) != 5 ||
-        end != 24) {
+        end != 24)
         return false;
-    }
     unsigned all = 0xFFFF;
     unsigned any = 0;
     for (int i = 0; i < 5; ++i) {
@@ -283,9 +265,8 @@ struct Census {
 bool port_parse(char *text, SYSDT_BolEvpn &out)
 {
     text = port::look(text, 1, 183);
-    if (text == nullptr || std::strspn(text, HEX ".:-[]") != std::strlen(text)) {
+    if (text == nullptr || std::strspn(text, HEX ".:-[]") != std::strlen(text))
         return false;
-    }
     out.subKind = SYSDT_BOL_EVN;
     const Census shape(text);
     SYSDT_EvpnKey &key = out.key;
@@ -318,9 +299,8 @@ bool port_parse(char *text, SYSDT_BolEvpn &out)
     case 8:
         key.routeType = SYSDT_EVPN_LEAVE;
         if (!scan(9, "%24[" HEX ".]:%10u:%3u:%49[0-9.]:%3u:%49[0-9.]:%3u:%49[0-9.]:%10u%n", segment, &tag, &ip[0].bits,
-                  ip[0].text, &ip[1].bits, ip[1].text, &ip[2].bits, ip[2].text, &sequence)) {
+                  ip[0].text, &ip[1].bits, ip[1].text, &ip[2].bits, ip[2].text, &sequence))
             return false;
-        }
         key.sync.sequence = sequence;
         return read_esi(segment, key.sync.esi) && read_membership(ip, tag, key.sync.membership);
     default: break;
@@ -329,9 +309,8 @@ bool port_parse(char *text, SYSDT_BolEvpn &out)
     if (shape.hyphens == 2) {
         key.routeType = SYSDT_EVPN_MAC_IP;
         if (!scan(5, ipv6 ? "%10u:%3u:%14[" HEX "-]:%3u:[%49[" HEX ":.]]%n" : "%10u:%3u:%14[" HEX "-]:%3u:%49[0-9.]%n",
-                  &tag, &bits, mac, &ip[0].bits, ip[0].text)) {
+                  &tag, &bits, mac, &ip[0].bits, ip[0].text))
             return false;
-        }
         key.macIp.tag = tag;
         key.macIp.macLength = static_cast<u8>(bits);
         return bits <= 255 && SMP_Str2Mac(mac, key.macIp.mac) == SYSDT_OK && read_address(ip[0], key.macIp.ip);
@@ -342,9 +321,8 @@ bool port_parse(char *text, SYSDT_BolEvpn &out)
     }
     if (shape.colons == 1) {
         key.routeType = SYSDT_EVPN_AUTO_DISCOVERY;
-        if (!scan(2, "%24[" HEX ".]:%10u%n", segment, &tag)) {
+        if (!scan(2, "%24[" HEX ".]:%10u%n", segment, &tag))
             return false;
-        }
         key.autoDiscovery.tag = tag;
         return read_esi(segment, key.autoDiscovery.esi, true);
     }
@@ -383,9 +361,8 @@ struct Printer {
     Printer &sized(const SYSDT_EvpnSizedAddress &ip)
     {
         const u32 a = ip.address.ipv4;
-        if (ip.address.family == 0) {
+        if (ip.address.family == 0)
             return put(":%hhu:%d.%d.%d.%d", ip.length, a >> 24, a >> 16 & 0xFF, a >> 8 & 0xFF, a & 0xFF);
-        }
         char text[64];
         return put(":%hhu:[%s]", ip.length, PAL_Inet_ntoa_b_ipv6(ip.address.ipv6, text));
     }
@@ -468,9 +445,8 @@ void add_evpn(Kinds &kinds)
                               floor_out<floor_print, SYSDT_BolEvpn>};
     constexpr Converter port{format_in<port_parse, SYSDT_BolEvpn, SYSDT_TYPE_BOLPREFIX>,
                              port_out<port_print, SYSDT_BolEvpn>};
-    for (const auto &[name, text] : samples) {
+    for (const auto &[name, text] : samples)
         kinds.push_back({name, "BOLPREFIX/EVN", text, floor, port, Shape::structured});
-    }
 }
 
 } // namespace bgpdt::bench

@@ -9,9 +9,8 @@ bool ipv6(const char *&at, u8 *out)
     int filled = 0;
     int gap = -1; // where "::" stands
     if (*at == ':') {
-        if (at[1] != ':') {
+        if (at[1] != ':')
             return false;
-        }
         at += 2;
         gap = 0;
     }
@@ -19,9 +18,8 @@ bool ipv6(const char *&at, u8 *out)
         const char *const start = at;
         u32 number;
         if (!group(at, number)) {
-            if (gap != filled) {
+            if (gap != filled)
                 return false;
-            }
             break;
         }
         if (*at == '.' && filled <= 12) {
@@ -37,32 +35,26 @@ bool ipv6(const char *&at, u8 *out)
         }
         put(groups + filled, static_cast<u16>(number));
         filled += 2;
-        if (*at != ':' || filled == 16) {
+        if (*at != ':' || filled == 16)
             break;
-        }
         if (at[1] == ':') {
-            if (gap >= 0) {
+            if (gap >= 0)
                 return false;
-            }
             gap = filled;
             ++at;
         }
         ++at;
     }
     std::memcpy(out, groups, sizeof groups);
-    if (gap < 0) {
+    if (gap < 0)
         return filled == 16;
-    }
     const int shift = 16 - filled;
-    if (shift == 0) {
+    if (shift == 0)
         return false;
-    }
-    for (int i = filled - 2; i >= gap; i -= 2) { // what stands behind the gap belongs to the end
+    for (int i = filled - 2; i >= gap; i -= 2) // what stands behind the gap belongs to the end
         std::memcpy(out + i + shift, groups + i, 2);
-    }
-    for (int i = gap; i < filled && i < gap + shift; i += 2) {
+    for (int i = gap; i < filled && i < gap + shift; i += 2)
         std::memset(out + i, 0, 2);
-    }
     return true;
 }
 
@@ -83,26 +75,22 @@ char *put_ipv6(char *out, const u8 *address)
     const int end = longest == 1 ? 8 : best;
     int i = 0;
     for (; i < end; ++i) {
-        if (i != 0) {
+        if (i != 0)
             out = put(out, ':');
-        }
         out = put_hex(out, groups[i]);
     }
-    if (longest == 1) {
+    if (longest == 1)
         return out;
-    }
     out = put(out, "::");
     if (best == 0 && (longest == 6 || (longest == 5 && groups[5] == 0xFFFF))) {
-        if (longest == 5) {
+        if (longest == 5)
             out = put(out, "ffff:");
-        }
         return put_ipv4(out, get<u32>(address + 12));
     }
     for (i = best + longest; i < 8; ++i) {
         out = put_hex(out, groups[i]);
-        if (i != 7) {
+        if (i != 7)
             out = put(out, ':');
-        }
     }
     return out;
 }

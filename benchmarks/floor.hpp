@@ -16,15 +16,14 @@ namespace bgpdt::bench {
 template <class Number>
 Number swapped(Number number)
 {
-    if constexpr (std::endian::native == std::endian::big) {
+    if constexpr (std::endian::native == std::endian::big)
         return number;
-    } else if constexpr (sizeof number == 2) {
+    else if constexpr (sizeof number == 2)
         return __builtin_bswap16(number);
-    } else if constexpr (sizeof number == 4) {
+    else if constexpr (sizeof number == 4)
         return __builtin_bswap32(number);
-    } else {
+    else
         return __builtin_bswap64(number);
-    }
 }
 
 /// Network order.
@@ -54,9 +53,8 @@ inline char *trimmed(char *text)
 
 inline bool skip(const char *&at, char character)
 {
-    if (*at != character) {
+    if (*at != character)
         return false;
-    }
     ++at;
     return true;
 }
@@ -66,9 +64,8 @@ inline bool number(const char *&at, u32 &out, u32 max = UINT32_MAX)
 {
     const char *const start = at;
     u32 digit = static_cast<u32>(static_cast<u8>(*at)) - '0';
-    if (digit > 9) {
+    if (digit > 9)
         return false;
-    }
     u64 value = 0;
     do {
         value = value * 10 + digit;
@@ -91,21 +88,17 @@ inline bool last_number(const char *at, u32 &out, u32 max = UINT32_MAX) { return
 inline bool octet(const char *&at, u32 &out)
 {
     out = static_cast<u32>(static_cast<u8>(*at)) - '0';
-    if (out > 9) {
+    if (out > 9)
         return false;
-    }
     u32 digit = static_cast<u32>(static_cast<u8>(*++at)) - '0';
-    if (digit > 9) {
+    if (digit > 9)
         return true;
-    }
-    if (out == 0) {
+    if (out == 0)
         return false;
-    }
     out = out * 10 + digit;
     digit = static_cast<u32>(static_cast<u8>(*++at)) - '0';
-    if (digit > 9) {
+    if (digit > 9)
         return true;
-    }
     out = out * 10 + digit;
     ++at;
     return out <= 255;
@@ -118,9 +111,8 @@ inline bool ipv4_rest(const char *&at, u32 first, u32 &out)
     u32 third;
     u32 fourth;
     if (!skip(at, '.') || !octet(at, second) || !skip(at, '.') || !octet(at, third) || !skip(at, '.') ||
-        !octet(at, fourth)) {
+        !octet(at, fourth))
         return false;
-    }
     out = first << 24 | second << 16 | third << 8 | fourth;
     return true;
 }
@@ -134,12 +126,10 @@ inline bool ipv4(const char *&at, u32 &out)
 inline constexpr auto hex_values = [] {
     std::array<u8, 256> values{};
     values.fill(0xFF);
-    for (u8 i = 0; i < 10; ++i) {
+    for (u8 i = 0; i < 10; ++i)
         values[static_cast<u8>('0' + i)] = i;
-    }
-    for (u8 i = 0; i < 6; ++i) {
+    for (u8 i = 0; i < 6; ++i)
         values[static_cast<u8>('a' + i)] = values[static_cast<u8>('A' + i)] = static_cast<u8>(10 + i);
-    }
     return values;
 }();
 
@@ -150,9 +140,8 @@ inline u32 hex(const char *&at, u32 &out, u32 digits)
 {
     out = 0;
     const char *const start = at;
-    for (u32 value; digits != 0 && (value = hex_value(*at)) < 16; --digits, ++at) {
+    for (u32 value; digits != 0 && (value = hex_value(*at)) < 16; --digits, ++at)
         out = out << 4 | value;
-    }
     return static_cast<u32>(at - start);
 }
 
@@ -160,24 +149,20 @@ inline u32 hex(const char *&at, u32 &out, u32 digits)
 inline bool group(const char *&at, u32 &out)
 {
     const u32 first = hex_value(at[0]);
-    if (first > 15) {
+    if (first > 15)
         return false;
-    }
     out = first;
     const u32 second = hex_value(*++at);
-    if (second > 15) {
+    if (second > 15)
         return true;
-    }
     out = out << 4 | second;
     const u32 third = hex_value(*++at);
-    if (third > 15) {
+    if (third > 15)
         return true;
-    }
     out = out << 4 | third;
     const u32 fourth = hex_value(*++at);
-    if (fourth > 15) {
+    if (fourth > 15)
         return true;
-    }
     out = out << 4 | fourth;
     ++at;
     return true;
@@ -189,9 +174,8 @@ inline bool hex4(const char *&at, u8 *out)
     u32 number = 0;
     for (int i = 0; i < 4; ++i, ++at) {
         const u32 digit = hex_value(*at);
-        if (digit > 15) {
+        if (digit > 15)
             return false;
-        }
         number = number << 4 | digit;
     }
     put(out, static_cast<u16>(number));
@@ -205,9 +189,8 @@ inline bool mac(const char *&at, u8 *out)
 {
     for (int i = 0; i < 3; ++i) {
         u32 number;
-        if (!group(at, number) || (i < 2 && !skip(at, '-'))) {
+        if (!group(at, number) || (i < 2 && !skip(at, '-')))
             return false;
-        }
         put(out + 2 * i, static_cast<u16>(number));
     }
     return true;
@@ -216,11 +199,9 @@ inline bool mac(const char *&at, u8 *out)
 /// Five groups of four digits, neither all 0 nor all F unless `any`.
 inline bool esi(const char *&at, u8 *out, bool any = false)
 {
-    for (int i = 0; i < 5; ++i) {
-        if (!hex4(at, out + 2 * i) || (i < 4 && !skip(at, '.'))) {
+    for (int i = 0; i < 5; ++i)
+        if (!hex4(at, out + 2 * i) || (i < 4 && !skip(at, '.')))
             return false;
-        }
-    }
     const u64 front = get<u64>(out);
     const u16 back = get<u16>(out + 8);
     return any || !((front == 0 && back == 0) || (front == UINT64_MAX && back == UINT16_MAX));
@@ -264,12 +245,10 @@ inline char *put_small(char *out, u32 number)
 
 inline char *put(char *out, u32 number)
 {
-    if (number < 100) {
+    if (number < 100)
         return put_small(out, number);
-    }
-    if (number < 10'000) {
+    if (number < 10'000)
         return put_pair(put_small(out, number / 100), number % 100);
-    }
     if (number < 100'000'000) {
         const u32 high = number / 10'000;
         const u32 low = number % 10'000;
@@ -291,12 +270,10 @@ inline constexpr auto octet_texts = [] {
     std::array<Text, 256> texts{};
     for (u32 i = 0; i < 256; ++i) {
         auto &[text, length] = texts[i];
-        if (i >= 100) {
+        if (i >= 100)
             text[length++] = static_cast<char>('0' + i / 100);
-        }
-        if (i >= 10) {
+        if (i >= 10)
             text[length++] = static_cast<char>('0' + i / 10 % 10);
-        }
         text[length++] = static_cast<char>('0' + i % 10);
     }
     return texts;
@@ -335,12 +312,10 @@ inline char *put_hex2(char *out, u32 octet)
 /// Up to eight digits, without leading zeros.
 inline char *put_hex(char *out, u32 number)
 {
-    if (number < 0x10) {
+    if (number < 0x10)
         return put(out, "0123456789abcdef"[number]);
-    }
-    if (number < 0x100) {
+    if (number < 0x100)
         return put_hex2(out, number);
-    }
     if (number < 0x10000) {
         const u32 high = number >> 8;
         return put_hex2(high < 0x10 ? put(out, "0123456789abcdef"[high]) : put_hex2(out, high), number & 0xFF);
@@ -363,9 +338,8 @@ inline char *put_esi(char *out, const u8 *esi)
 {
     for (int i = 0; i < 10; i += 2) {
         out = put_hex2(put_hex2(out, esi[i]), esi[i + 1]);
-        if (i != 8) {
+        if (i != 8)
             out = put(out, '.');
-        }
     }
     return out;
 }

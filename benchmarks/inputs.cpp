@@ -66,9 +66,8 @@ double time_of(SYSDT_FormatIn *callback, u8 mode, const std::string &text)
     for (int attempt = 0; attempt < 20; ++attempt) {
         std::vector<std::string> copies(50, text);
         const auto start = Clock::now();
-        for (std::string &copy : copies) {
+        for (std::string &copy : copies)
             parse_once(callback, context, copy);
-        }
         const std::chrono::duration<double, std::nano> elapsed = Clock::now() - start;
         best = std::min(best, elapsed.count() / static_cast<double>(copies.size()));
     }
@@ -91,9 +90,8 @@ const std::map<std::string, std::size_t> longest_texts = {
 std::string repeated(const std::string &piece, std::size_t size)
 {
     std::string text;
-    while (text.size() < size) {
+    while (text.size() < size)
         text += piece;
-    }
     text.resize(size);
     return text;
 }
@@ -113,20 +111,17 @@ double slowest(const SYSDT_Record &type, u8 mode, std::size_t size)
     }
     const std::string nested(size / 2, '[');
     texts.push_back(nested + std::string(size - nested.size(), ']'));
-    for (const char *head : {"[NODE]", "[LINK][BGP]", "[NODE][OSPFv2][IDENTIFIER0]"}) {
-        for (const char *tail : {"[index1]", "[UNKNOWN", "[LOCAL", "[LOCAL[as]", "[LINK[if-address1.1.1.1]"}) {
+    for (const char *head : {"[NODE]", "[LINK][BGP]", "[NODE][OSPFv2][IDENTIFIER0]"})
+        for (const char *tail : {"[index1]", "[UNKNOWN", "[LOCAL", "[LOCAL[as]", "[LINK[if-address1.1.1.1]"})
             texts.push_back(repeated(head + repeated(tail, size), size));
-        }
-    }
     // Groups one in another, closed: each level is read again by the next.
     for (const char *open : {"[LOCAL", "[LINK", "[index", "["}) {
         const std::size_t levels = (size - 6) / (std::strlen(open) + 1);
         texts.push_back("[NODE]" + repeated(open, levels * std::strlen(open)) + std::string(levels, ']'));
     }
     double worst = 0;
-    for (const std::string &text : texts) {
+    for (const std::string &text : texts)
         worst = std::max(worst, time_of(type.formatIn, mode, text));
-    }
     return worst;
 }
 
@@ -136,9 +131,8 @@ void add_refused_cases(Cases &cases, const host::Host &host, std::size_t size)
 {
     Random random(seed_of("refused"));
     std::vector<std::pair<u8, std::string>> texts;
-    while (texts.size() < size) {
+    while (texts.size() < size)
         texts.emplace_back(u8{1}, broken_key(random));
-    }
     const SYSDT_Record &type = *host.find("BOLPREFIX");
     for (const auto &[mode, text] : texts) {
         SYSDT_Context context = context_of(mode);
@@ -147,9 +141,8 @@ void add_refused_cases(Cases &cases, const host::Host &host, std::size_t size)
         u16 length;
         void *data = nullptr;
         if (type.formatIn(&context, 0, static_cast<u32>(copy.size() + 1), copy.data(), &kind, &length, &data) ==
-            SYSDT_OK) {
+            SYSDT_OK)
             fail("not refused: " + text);
-        }
     }
     cases.push_back(parse_case("BOLPREFIX refused", type.formatIn, texts));
 }
@@ -157,39 +150,31 @@ void add_refused_cases(Cases &cases, const host::Host &host, std::size_t size)
 void add_vector_cases(Cases &cases, const host::Host &host)
 {
     const test::Vectors vectors = test::read_vector_folder(BGPDT_SOURCE_VECTORS);
-    if (!vectors.errors.empty()) {
+    if (!vectors.errors.empty())
         fail(vectors.errors.front());
-    }
     std::map<std::string, std::vector<std::pair<u8, std::string>>> texts;
-    for (const test::Line &line : vectors.lines) {
-        if (!line.row && (line.verb == test::Verb::in || line.verb == test::Verb::bad)) {
+    for (const test::Line &line : vectors.lines)
+        if (!line.row && (line.verb == test::Verb::in || line.verb == test::Verb::bad))
             texts[line.subject].emplace_back(line.modes.front(), line.text);
-        }
-    }
-    for (const auto &[name, given] : texts) {
-        if (const SYSDT_Record *const type = host.find(name); type->formatIn != nullptr) {
+    for (const auto &[name, given] : texts)
+        if (const SYSDT_Record *const type = host.find(name); type->formatIn != nullptr)
             cases.push_back(parse_case("vectors " + name, type->formatIn, given));
-        }
-    }
 }
 
 void print_growth(const host::Host &host)
 {
     const SYSDT_Record &as_list = *host.find("ASNUM_ENHANCE");
-    for (std::size_t entries = 4; entries <= 256; entries += 12) {
+    for (std::size_t entries = 4; entries <= 256; entries += 12)
         print_point("AS list", as_list, 2, repeated("4200000001 ", entries * 11 - 1));
-    }
     const SYSDT_Record &communities = *host.find("CMNTY_ENHANCE");
-    for (std::size_t entries = 1; entries <= 32; entries += 2) {
+    for (std::size_t entries = 1; entries <= 32; entries += 2)
         print_point("community list", communities, 2, repeated("64496:65535 ", entries * 12 - 1));
-    }
     const SYSDT_Record &bgpls = *host.find("BGPLSPREFIX");
     const std::string node =
         "[NODE][OSPFv2][IDENTIFIER0][LOCAL[as64496][bgp-ls-identifier192.0.2.1][ospf-area-id0.0.0.0]"
         "[igp-router-id192.0.2.1]]";
-    for (std::size_t length = 0; node.size() + length + 9 <= 500; length += 24) {
+    for (std::size_t length = 0; node.size() + length + 9 <= 500; length += 24)
         print_point("BGP-LS node", bgpls, 2, node + "[UNKNOWN" + std::string(length, '7') + "]");
-    }
     for (const auto &[name, size] : longest_texts) {
         const SYSDT_Record &type = *host.find(name);
         std::printf("limit %s\t%zu\t%.1f\n", name.c_str(), size, slowest(type, name == "EVNPREFIX" ? 1 : 2, size));

@@ -66,16 +66,14 @@ u32 format_in(SYSDT_Context *context, u32, u32, char *text, u16 *out_kind, u16 *
 {
     Value value{};
     if constexpr (requires { parse(*context, text, value); }) {
-        if (!parse(*context, text, value)) {
+        if (!parse(*context, text, value))
             return SYSDT_ERR_INVALID_VALUE;
-        }
     } else if (!parse(text, value)) {
         return SYSDT_ERR_INVALID_VALUE;
     }
     void *const block = take<plain>(*context, sizeof value);
-    if (block == nullptr) {
+    if (block == nullptr)
         return SYSDT_ERR_NO_MEMORY;
-    }
     std::memcpy(block, &value, sizeof value);
     *out_kind = kind;
     *out_length = sizeof value;
@@ -88,9 +86,8 @@ template <auto print, class Value, u32 size = 257, bool plain = false>
 u32 floor_out(SYSDT_Context *context, u32, u32, const void *data, u16 *out_kind, u16 *out_length, void **out_data)
 {
     char *const block = static_cast<char *>(*out_data != nullptr ? *out_data : take<plain>(*context, size));
-    if (block == nullptr) {
+    if (block == nullptr)
         return SYSDT_ERR_NO_MEMORY;
-    }
     char *const end = print(*static_cast<const Value *>(data), block);
     *end = '\0';
     *out_kind = SYSDT_KIND_STRING;
@@ -104,16 +101,14 @@ template <auto print, class Value, u32 size = 257, bool plain = false>
 u32 port_out(SYSDT_Context *context, u32, u32, const void *data, u16 *out_kind, u16 *out_length, void **out_data)
 {
     char *const block = static_cast<char *>(*out_data != nullptr ? *out_data : take<plain>(*context, size));
-    if (block == nullptr) {
+    if (block == nullptr)
         return SYSDT_ERR_NO_MEMORY;
-    }
     Value value{};
     std::memcpy(&value, data, sizeof value);
     *block = '\0';
     const int printed = print(value, block, size - 1);
-    if (printed < 0) {
+    if (printed < 0)
         return SYSDT_ERR_FAIL;
-    }
     *out_kind = SYSDT_KIND_STRING;
     *out_length = static_cast<u16>(printed + 1);
     *out_data = block;

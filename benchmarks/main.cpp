@@ -39,13 +39,11 @@ void count(const Cases &cases, std::string_view part)
 {
     CALLGRIND_START_INSTRUMENTATION; // not before: calls are counted even while nothing is collected
     for (const Case &counted : cases) {
-        if (counted.name.find(part) == std::string::npos) {
+        if (counted.name.find(part) == std::string::npos)
             continue;
-        }
         const std::string name = counted.name + '/' + std::to_string(counted.conversions);
-        if (counted.prepare) {
+        if (counted.prepare)
             counted.prepare();
-        }
         CALLGRIND_ZERO_STATS;
         CALLGRIND_TOGGLE_COLLECT;
         counted.pass();

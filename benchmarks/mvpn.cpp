@@ -22,19 +22,16 @@ constexpr Layout layouts[] = {
 
 constexpr Layout layout_of(u32 sub_kind)
 {
-    for (const Layout &layout : layouts) {
-        if (layout.sub_kind == sub_kind) {
+    for (const Layout &layout : layouts)
+        if (layout.sub_kind == sub_kind)
             return layout;
-        }
-    }
     return {};
 }
 
 constexpr auto by_sub_kind = [] {
     std::array<Layout, SYSDT_BOL_KINDS> table{};
-    for (const Layout &layout : layouts) {
+    for (const Layout &layout : layouts)
         table[layout.sub_kind] = layout;
-    }
     return table;
 }();
 
@@ -53,9 +50,8 @@ bool either(const char *&at, SYSDT_EvpnAddress &out)
 {
     u32 number;
     if (hex_value(*at) < 10 && (at[1] == '.' || (hex_value(at[1]) < 10 && (at[2] == '.' || at[3] == '.')))) {
-        if (!ipv4(at, number)) {
+        if (!ipv4(at, number))
             return false;
-        }
         out.ipv4 = number;
         return true;
     }
@@ -82,34 +78,29 @@ bool first_section(const char *&at, char separator, u8 *key, bool &is_as)
 bool floor_parse(char *text, SYSDT_BolValue &out)
 {
     const char *at = trimmed(text);
-    if (at == nullptr) {
+    if (at == nullptr)
         return false;
-    }
     const char separator = std::strchr(at, '-') != nullptr ? '-' : ':';
     bool as;
-    if (!first_section(at, separator, out.key, as)) {
+    if (!first_section(at, separator, out.key, as))
         return false;
-    }
     u8 *next = out.key + (as ? sizeof(SYSDT_AsNum) : sizeof(SYSDT_EvpnAddress));
     u32 addresses = as ? 0 : 1;
     u32 ipv6_sections = 0;
     while (*at == separator) {
         auto &field = *reinterpret_cast<SYSDT_EvpnAddress *>(next);
         ++at;
-        if (++addresses > 4 || !(separator == '-' || hex_value(*at) < 10) || !either(at, field)) {
+        if (++addresses > 4 || !(separator == '-' || hex_value(*at) < 10) || !either(at, field))
             return false;
-        }
         ipv6_sections += field.family;
         next += sizeof field;
     }
-    if (*at != '\0' || (as && (addresses > 2 || (separator == '-' && ipv6_sections != addresses)))) {
+    if (*at != '\0' || (as && (addresses > 2 || (separator == '-' && ipv6_sections != addresses))))
         return false;
-    }
     u32 sub_kind = as ? with_as[addresses] : addresses_alone[addresses];
     if (sub_kind == SYSDT_BOL_NG_TYPE_4_1 &&
-        is_multicast(*reinterpret_cast<SYSDT_EvpnAddress *>(out.key + sizeof(SYSDT_EvpnAddress)))) {
+        is_multicast(*reinterpret_cast<SYSDT_EvpnAddress *>(out.key + sizeof(SYSDT_EvpnAddress))))
         sub_kind = SYSDT_BOL_NG_TYPE_5;
-    }
     out.subKind = sub_kind;
     return true;
 }
@@ -120,18 +111,16 @@ char *floor_print(const SYSDT_BolValue &value, char *out)
     const u8 *at = value.key;
     u8 families = 0;
     const auto *address = reinterpret_cast<const SYSDT_EvpnAddress *>(at + (layout.as ? sizeof(SYSDT_AsNum) : 0));
-    for (u32 i = 0; i < layout.addresses; ++i) {
+    for (u32 i = 0; i < layout.addresses; ++i)
         families |= address[i].family;
-    }
     const char separator = families == 0 ? ':' : '-';
     if (layout.as) {
         const auto &as = *reinterpret_cast<const SYSDT_AsNum *>(at);
         out = put_as(out, as.asNumValue, as.asNumValue > 65535 ? as.asType : 0);
     }
     for (u32 i = 0; i < layout.addresses; ++i) {
-        if (layout.as || i != 0) {
+        if (layout.as || i != 0)
             out = put(out, separator);
-        }
         out = address[i].family == 0 ? put_ipv4(out, address[i].ipv4) : put_ipv6(out, address[i].ipv6);
     }
     return out;
@@ -146,9 +135,8 @@ bool port_address(const char *text, SYSDT_EvpnAddress &out)
         return SYSDT_Str2Ipv6(text, out.ipv6) == SYSDT_OK;
     }
     u32 number = 0;
-    if (SYSDT_Str2Ipv4(text, &number) != SYSDT_OK) {
+    if (SYSDT_Str2Ipv4(text, &number) != SYSDT_OK)
         return false;
-    }
     out.ipv4 = number;
     return true;
 }
@@ -158,9 +146,8 @@ bool port_parse(char *text, SYSDT_BolValue &out)
     text = SYSDT_BTrim(text);
     const bool hyphens = std::strstr(text, "-") != nullptr;
     const std::size_t length = std::strlen(text);
-    if (length < 1 || length > (hyphens ? 159 : 63) || NCF_IsSpaceInString(text) != 0) {
+    if (length < 1 || length > (hyphens ? 159 : 63) || NCF_IsSpaceInString(text) != 0)
         return false;
-    }
     char copy[160];
     std::memcpy(copy, text, length + 1);
     char *sections[4] = {copy};
@@ -170,9 +157,8 @@ bool port_parse(char *text, SYSDT_BolValue &out)
         if (*at == '.') {
             ++dots;
         } else if (*at == (hyphens ? '-' : ':')) {
-            if (count == 4) {
+            if (count == 4)
                 return false;
-            }
             *at = '\0';
             sections[count++] = at + 1;
         } else if (std::strchr(hyphens ? "0123456789abcdefABCDEF:" : "0123456789", *at) == nullptr) {
@@ -185,18 +171,16 @@ bool port_parse(char *text, SYSDT_BolValue &out)
         const bool ipv6_first = std::strchr(sections[0], ':') != nullptr;
         if (count == 2) {
             u8 second[16];
-            if (SYSDT_Str2Ipv6(sections[1], second) != SYSDT_OK) {
+            if (SYSDT_Str2Ipv6(sections[1], second) != SYSDT_OK)
                 return false;
-            }
             as = !ipv6_first && second[0] != 0xFF;
             kind = second[0] == 0xFF ? SYSDT_BOL_NG_TYPE_5 : as ? SYSDT_BOL_NG_TYPE_4_2 : SYSDT_BOL_NG_TYPE_4_1;
         } else if (count == 3) {
             as = !ipv6_first && dots < 3;
             kind = as ? SYSDT_BOL_NG_TYPE_6 : SYSDT_BOL_NG_TYPE_3;
         } else {
-            if (dots != 0 && dots != 6) {
+            if (dots != 0 && dots != 6)
                 return false;
-            }
             kind = SYSDT_BOL_NG_TYPE_4_3;
         }
     } else {
@@ -205,21 +189,18 @@ bool port_parse(char *text, SYSDT_BolValue &out)
     }
     SYSDT_AsNum number{};
     if (as) {
-        if (!port_parse_as(sections[0], number)) {
+        if (!port_parse_as(sections[0], number))
             return false;
-        }
         std::memcpy(out.key, &number, sizeof number);
     }
     u8 *at = out.key + (as ? sizeof number : 0);
     for (u32 i = as ? 1 : 0; i < count; ++i, at += sizeof(SYSDT_EvpnAddress)) {
         SYSDT_EvpnAddress address{};
-        if (!port_address(sections[i], address)) {
+        if (!port_address(sections[i], address))
             return false;
-        }
         std::memcpy(at, &address, sizeof address);
-        if (kind == SYSDT_BOL_NG_TYPE_4_1 && i == 1 && is_multicast(address)) {
+        if (kind == SYSDT_BOL_NG_TYPE_4_1 && i == 1 && is_multicast(address))
             kind = SYSDT_BOL_NG_TYPE_5;
-        }
     }
     out.subKind = kind;
     return true;
@@ -293,9 +274,8 @@ void add_mvpn(Kinds &kinds)
         const std::string name = "MVPN " + std::string(layout.row + 8);
         const std::string subject = "BOLPREFIX/" + std::string(layout.row);
         for (const bool v6 : {false, true}) {
-            if (layout.addresses == 0 && v6) {
+            if (layout.addresses == 0 && v6)
                 continue;
-            }
             kinds.push_back({name + (layout.addresses == 0 ? ""
                                      : v6                  ? " IPv6"
                                                            : " IPv4"),

@@ -35,15 +35,13 @@ bool floor_octets_at(const char *at, u8 *octets, u32 &form)
     u32 first;
     u32 second;
     u32 last;
-    if (!number(at, first)) {
+    if (!number(at, first))
         return false;
-    }
     if (*at == ':') {
         ++at;
         const bool small = first <= 65535;
-        if (!last_number(at, last, small ? UINT32_MAX : 65535) || (!zero_too && (first | last) == 0)) {
+        if (!last_number(at, last, small ? UINT32_MAX : 65535) || (!zero_too && (first | last) == 0))
             return false;
-        }
         form = small ? VRF_RD_FORM_AS2 : VRF_RD_FORM_AS4;
         put(octets, static_cast<u16>(small ? codes.as2 : codes.as4));
         if (small) {
@@ -55,15 +53,13 @@ bool floor_octets_at(const char *at, u8 *octets, u32 &form)
         }
         return true;
     }
-    if (!skip(at, '.') || !number(at, second)) {
+    if (!skip(at, '.') || !number(at, second))
         return false;
-    }
     if (*at == ':') {
         ++at;
         if (!last_number(at, last, 65535) || first > 65535 || second > 65535 ||
-            (!zero_too && (first | second | last) == 0)) {
+            (!zero_too && (first | second | last) == 0))
             return false;
-        }
         form = VRF_RD_FORM_AS4DOT;
         put(octets, codes.as4);
         put(octets + 2, first << 16 | second);
@@ -73,9 +69,8 @@ bool floor_octets_at(const char *at, u8 *octets, u32 &form)
     u32 third;
     u32 fourth;
     if (first > 255 || second > 255 || !skip(at, '.') || !octet(at, third) || !skip(at, '.') || !octet(at, fourth) ||
-        !skip(at, ':') || !last_number(at, last, 65535)) {
+        !skip(at, ':') || !last_number(at, last, 65535))
         return false;
-    }
     form = VRF_RD_FORM_IPV4;
     put(octets, codes.ipv4);
     put(octets + 2, first << 24 | second << 16 | third << 8 | fourth);
@@ -88,9 +83,8 @@ bool floor_octets(char *text, SYSDT_Octets &out)
 {
     u32 form;
     const char *const at = trimmed(text);
-    if (at == nullptr || !floor_octets_at<codes, zero_too>(at, out.octets, form)) {
+    if (at == nullptr || !floor_octets_at<codes, zero_too>(at, out.octets, form))
         return false;
-    }
     out.form = form;
     return true;
 }
@@ -119,13 +113,11 @@ inline char *put_ipv4_2(char *out, const u8 *at)
 inline bool port_octets(char *text, const Codes &codes, bool zero_too, SYSDT_Octets &out)
 {
     text = port::look(text, 1, 21);
-    if (text == nullptr) {
+    if (text == nullptr)
         return false;
-    }
     const port::Counts counts = port::count(text);
-    if (counts.hyphens + counts.others != 0 || counts.colons != 1) {
+    if (counts.hyphens + counts.others != 0 || counts.colons != 1)
         return false;
-    }
     unsigned a = 0;
     unsigned b = 0;
     unsigned c = 0;
@@ -144,21 +136,18 @@ inline bool port_octets(char *text, const Codes &codes, bool zero_too, SYSDT_Oct
     };
     if (counts.dots == 3) {
         if (std::sscanf(text, "%u.%u.%u.%u:%u", &a, &b, &c, &d, &n) != 5 || a > 255 || b > 255 || c > 255 || d > 255 ||
-            n > 65535) {
+            n > 65535)
             return false;
-        }
         return store(codes.ipv4, a << 8 | b, c << 8 | d, n, VRF_RD_FORM_IPV4);
     }
     if (counts.dots == 1) {
         if (std::sscanf(text, "%u.%u:%u", &a, &b, &n) != 3 || a > 65535 || b > 65535 || n > 65535 ||
-            (!zero_too && a == 0 && b == 0 && n == 0)) {
+            (!zero_too && a == 0 && b == 0 && n == 0))
             return false;
-        }
         return store(codes.as4, a, b, n, VRF_RD_FORM_AS4DOT);
     }
-    if (counts.dots != 0 || std::sscanf(text, "%llu:%llu", &admin, &assigned) != 2) {
+    if (counts.dots != 0 || std::sscanf(text, "%llu:%llu", &admin, &assigned) != 2)
         return false;
-    }
     const auto number = static_cast<unsigned>(assigned);
     if (admin <= 65535) {
         return assigned <= UINT32_MAX && (zero_too || admin != 0 || assigned != 0) &&

@@ -11,9 +11,8 @@ bool floor_parse_ipv4(char *text, SYSDT_BolIpv4 &out)
 {
     const char *at = text;
     u32 address;
-    if (!ipv4(at, address) || *at != '\0') {
+    if (!ipv4(at, address) || *at != '\0')
         return false;
-    }
     out.address = address;
     return true;
 }
@@ -67,9 +66,8 @@ bool floor_parse_masked(char *text, Value &out)
     const char *at = trimmed(text);
     u32 address;
     u32 length;
-    if (at == nullptr || !ipv4(at, address) || !skip(at, '/') || !last_number(at, length, 32)) {
+    if (at == nullptr || !ipv4(at, address) || !skip(at, '/') || !last_number(at, length, 32))
         return false;
-    }
     out.subKind = sub_kind;
     out.prefix.prefix = address;
     out.prefix.maskLength = length;
@@ -92,9 +90,8 @@ bool port_parse_masked(char *text, Value &out)
     unsigned d = 0;
     unsigned length = 0;
     if (text == nullptr || std::sscanf(text, "%u.%u.%u.%u/%u", &a, &b, &c, &d, &length) != 5 || a > 255 || b > 255 ||
-        c > 255 || d > 255 || length > 32) {
+        c > 255 || d > 255 || length > 32)
         return false;
-    }
     out.subKind = sub_kind;
     out.prefix.prefix = a << 24 | b << 16 | c << 8 | d;
     out.prefix.maskLength = length;

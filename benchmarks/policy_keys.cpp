@@ -39,9 +39,8 @@ bool floor_parse_rpd(char *text, SYSDT_BolRpd &out)
     u32 peer;
     u32 distinguisher;
     if (at == nullptr || !canonical_and(at, type, '/', 1) || !ipv4(at, peer) || !skip(at, '/') ||
-        !canonical_and(at, distinguisher, '\0')) {
+        !canonical_and(at, distinguisher, '\0'))
         return false;
-    }
     out.subKind = SYSDT_BOL_RPD;
     out.key.policyType = static_cast<u8>(type);
     out.key.peer = peer;
@@ -62,9 +61,8 @@ bool floor_parse_sdwan(char *text, SYSDT_BolSdwan &out)
     u32 port;
     u32 site;
     if (at == nullptr || !canonical_and(at, type, '-', 65535) || !canonical_and(at, port, '-') ||
-        !canonical_and(at, site, '-') || !canonical_address(at, out.key) || *at != '\0') {
+        !canonical_and(at, site, '-') || !canonical_address(at, out.key) || *at != '\0')
         return false;
-    }
     out.subKind = SYSDT_BOL_SDWAN;
     out.key.routeType = static_cast<u16>(type);
     out.key.portLocalId = port;
@@ -92,9 +90,8 @@ bool floor_parse_sr(char *text, SYSDT_BolSrPolicy &out)
     u32 colour;
     if (at == nullptr || !skip(at, '[') || !canonical_and(at, distinguisher, ']') || !skip(at, '[') ||
         !canonical_and(at, colour, ']') || !skip(at, '[') || !canonical_address(at, out.key) || *at++ == '\0' ||
-        *at != '\0') {
+        *at != '\0')
         return false;
-    }
     out.subKind = SYSDT_BOL_SRPOLICY;
     out.key.distinguisher = distinguisher;
     out.key.colour = colour;
@@ -122,9 +119,8 @@ bool port_parse_rpd(char *text, SYSDT_BolRpd &out)
     if (text == nullptr || std::sscanf(text, "%u/%u.%u.%u.%u/%u", &type, &a, &b, &c, &d, &distinguisher) != 6 ||
         type > 1 || a > 255 || b > 255 || c > 255 || d > 255 ||
         std::snprintf(again, sizeof again, "%u/%u.%u.%u.%u/%u", type, a, b, c, d, distinguisher) !=
-            static_cast<int>(std::strlen(text))) {
+            static_cast<int>(std::strlen(text)))
         return false;
-    }
     out.subKind = SYSDT_BOL_RPD;
     out.key.policyType = static_cast<u8>(type);
     out.key.distinguisher = distinguisher;
@@ -145,9 +141,8 @@ int port_print_rpd(const SYSDT_BolRpd &value, char *out, std::size_t size)
 bool port_parse_sdwan(char *text, SYSDT_BolSdwan &out)
 {
     text = port::look(text, 0, 69);
-    if (text == nullptr) {
+    if (text == nullptr)
         return false;
-    }
     const auto length = static_cast<int>(std::strlen(text));
     unsigned short type = 0;
     unsigned port = 0;
@@ -161,9 +156,8 @@ bool port_parse_sdwan(char *text, SYSDT_BolSdwan &out)
         if (length < 13 || length > 43 ||
             std::sscanf(text, "%hu-%u-%u-%u.%u.%u.%u", &type, &port, &site, &a, &b, &c, &d) != 7 || a > 255 ||
             b > 255 || c > 255 || d > 255 ||
-            std::snprintf(again, sizeof again, "%hu-%u-%u-%u.%u.%u.%u", type, port, site, a, b, c, d) != length) {
+            std::snprintf(again, sizeof again, "%hu-%u-%u-%u.%u.%u.%u", type, port, site, a, b, c, d) != length)
             return false;
-        }
         out.key.ipv4 = a << 24 | b << 16 | c << 8 | d;
     } else {
         char address[70];
@@ -171,9 +165,8 @@ bool port_parse_sdwan(char *text, SYSDT_BolSdwan &out)
         if (length < 6 || std::sscanf(text, "%hu-%u-%u-%s", &type, &port, &site, address) != 4 ||
             SMP_InetAToN(10, address, out.key.ipv6) != SYSDT_OK ||
             std::snprintf(again, sizeof again, "%hu-%u-%u-%s", type, port, site,
-                          PAL_Inet_ntoa_b_ipv6(out.key.ipv6, canonical)) != length) {
+                          PAL_Inet_ntoa_b_ipv6(out.key.ipv6, canonical)) != length)
             return false;
-        }
         out.key.family = 1;
     }
     out.subKind = SYSDT_BOL_SDWAN;
@@ -196,9 +189,8 @@ int port_print_sdwan(const SYSDT_BolSdwan &value, char *out, std::size_t size)
 bool port_parse_sr(char *text, SYSDT_BolSrPolicy &out)
 {
     text = port::look(text, 0, 67);
-    if (text == nullptr) {
+    if (text == nullptr)
         return false;
-    }
     const auto length = static_cast<int>(std::strlen(text));
     unsigned distinguisher = 0;
     unsigned colour = 0;
@@ -211,22 +203,19 @@ bool port_parse_sr(char *text, SYSDT_BolSrPolicy &out)
         if (length < 15 || length > 42 ||
             std::sscanf(text, "[%u][%u][%u.%u.%u.%u]", &distinguisher, &colour, &a, &b, &c, &d) != 6 || a > 255 ||
             b > 255 || c > 255 || d > 255 ||
-            std::snprintf(again, sizeof again, "[%u][%u][%u.%u.%u.%u]", distinguisher, colour, a, b, c, d) != length) {
+            std::snprintf(again, sizeof again, "[%u][%u][%u.%u.%u.%u]", distinguisher, colour, a, b, c, d) != length)
             return false;
-        }
         out.key.ipv4 = a << 24 | b << 16 | c << 8 | d;
     } else {
         char address[70];
         char canonical[46];
-        if (length < 8 || std::sscanf(text, "[%u][%u][%s", &distinguisher, &colour, address) != 3) {
+        if (length < 8 || std::sscanf(text, "[%u][%u][%s", &distinguisher, &colour, address) != 3)
             return false;
-        }
         address[std::strlen(address) - 1] = '\0';
         if (SMP_InetAToN(10, address, out.key.ipv6) != SYSDT_OK ||
             std::snprintf(again, sizeof again, "[%u][%u][%s]", distinguisher, colour,
-                          PAL_Inet_ntoa_b_ipv6(out.key.ipv6, canonical)) != length) {
+                          PAL_Inet_ntoa_b_ipv6(out.key.ipv6, canonical)) != length)
             return false;
-        }
         out.key.family = 1;
     }
     out.subKind = SYSDT_BOL_SRPOLICY;

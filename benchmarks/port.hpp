@@ -29,17 +29,15 @@ struct Counts {
 inline Counts count(const char *text)
 {
     Counts counts;
-    for (; *text != '\0'; ++text) {
-        if (*text == '.') {
+    for (; *text != '\0'; ++text)
+        if (*text == '.')
             ++counts.dots;
-        } else if (*text == ':') {
+        else if (*text == ':')
             ++counts.colons;
-        } else if (*text == '-') {
+        else if (*text == '-')
             ++counts.hyphens;
-        } else if (std::isdigit(static_cast<unsigned char>(*text)) == 0) {
+        else if (std::isdigit(static_cast<unsigned char>(*text)) == 0)
             ++counts.others;
-        }
-    }
     return counts;
 }
 

@@ -145,28 +145,25 @@ void place(Recipe &recipe)
         }
         step.table = open.back();
         ++top;
-        if (step.what == Step::open) {
+        if (step.what == Step::open)
             open.push_back(top);
-        }
     }
 }
 
 /// Stores what is on top, with the key below it if it has an index.
 void store(lua_State *lua, const Step &step)
 {
-    if (step.index != 0) {
+    if (step.index != 0)
         lua_settable(lua, -3);
-    } else {
+    else
         lua_setfield(lua, -2, step.key);
-    }
 }
 
 __attribute__((noinline)) void make(lua_State *lua, const Recipe &recipe)
 {
     for (const Step &step : recipe) {
-        if (step.index != 0 && step.what != Step::close) {
+        if (step.index != 0 && step.what != Step::close)
             lua_pushinteger(lua, step.index);
-        }
         switch (step.what) {
         case Step::number: lua_pushinteger(lua, step.value); break;
         case Step::text: lua_pushstring(lua, step.string.c_str()); break;
@@ -192,18 +189,16 @@ __attribute__((noinline)) bool fetch(lua_State *lua, const Recipe &recipe, u8 *o
         }
         switch (step.what) {
         case Step::number: {
-            if (lua_type(lua, -1) != LUA_TNUMBER) {
+            if (lua_type(lua, -1) != LUA_TNUMBER)
                 return false;
-            }
             const auto number = static_cast<u32>(lua_tointegerx(lua, -1, nullptr));
             std::memcpy(out, &number, sizeof number);
             use(out);
             break;
         }
         case Step::text: {
-            if (lua_type(lua, -1) != LUA_TSTRING) {
+            if (lua_type(lua, -1) != LUA_TSTRING)
                 return false;
-            }
             std::size_t length;
             const char *const text = lua_tolstring(lua, -1, &length);
             std::memcpy(out, text, length);
@@ -211,9 +206,8 @@ __attribute__((noinline)) bool fetch(lua_State *lua, const Recipe &recipe, u8 *o
             break;
         }
         default:
-            if (lua_type(lua, -1) != LUA_TTABLE) {
+            if (lua_type(lua, -1) != LUA_TTABLE)
                 return false;
-            }
         }
     }
     return true;
@@ -308,26 +302,23 @@ void add_script_cases(Cases &cases, const Subject &subject, const std::string &n
     SYSDT_LuaGet *const get = subject.type->luaGet; // of a row too: scripts are read by the dispatching type
     lua_createtable(lua, 0, 1);
     for (const Bytes &value : script->values) {
-        if (set(lua, 1, field, 0, static_cast<u32>(value.size()), value.data()) != SYSDT_OK) {
+        if (set(lua, 1, field, 0, static_cast<u32>(value.size()), value.data()) != SYSDT_OK)
             fail(name + ": not set");
-        }
         Recipe &recipe = script->recipes.emplace_back();
         lua_getfield(lua, 1, field);
         record(lua, field, 0, recipe);
         place(recipe);
         lua_settop(lua, 1);
         Bytes again(value.size());
-        if (get != nullptr && get(lua, 1, field, 0, static_cast<u32>(again.size()), again.data()) != SYSDT_OK) {
+        if (get != nullptr && get(lua, 1, field, 0, static_cast<u32>(again.size()), again.data()) != SYSDT_OK)
             fail(name + ": not read back");
-        }
         lua_settop(lua, 1);
     }
     const auto collect = [script] { lua_gc(script->lua, LUA_GCCOLLECT); };
     cases.push_back({name + "/set/ours/script",
                      [script, set] {
-                         for (const Bytes &value : script->values) {
+                         for (const Bytes &value : script->values)
                              set(script->lua, 1, field, 0, static_cast<u32>(value.size()), value.data());
-                         }
                      },
                      script->values.size(), collect});
     cases.push_back({name + "/set/floor/script",
@@ -337,9 +328,8 @@ void add_script_cases(Cases &cases, const Subject &subject, const std::string &n
                          }
                      },
                      script->values.size(), collect});
-    if (get == nullptr) {
+    if (get == nullptr)
         return;
-    }
     cases.push_back({name + "/get/ours/script",
                      [script, get] {
                          Bytes out(script->values.front().size());

@@ -16,9 +16,8 @@ template <Codes codes>
 char *floor_print(const SYSDT_Octets &value, char *out)
 {
     const u8 *const at = value.octets;
-    if (get<u64>(at) == 0) {
+    if (get<u64>(at) == 0)
         return out;
-    }
     switch (const u16 code = get<u16>(at); value.form) {
     case VRF_RD_FORM_AS2: return code == codes.as2 ? put_2_4(out, at) : out;
     case VRF_RD_FORM_AS4: return code == codes.as4 ? put_4_2(out, at) : out;
@@ -38,22 +37,18 @@ int port_print(const SYSDT_Octets &value, char *out, std::size_t size)
 {
     const u8 *const b = value.octets;
     bool zero = true;
-    for (int i = 0; i < 8; ++i) {
+    for (int i = 0; i < 8; ++i)
         zero = zero && b[i] == 0;
-    }
-    if (zero) {
+    if (zero)
         return 0;
-    }
     const unsigned n1 = static_cast<unsigned>(b[2] << 8 | b[3]);
     const unsigned n2 = static_cast<unsigned>(b[4] << 8 | b[5]);
     const unsigned n3 = static_cast<unsigned>(b[6] << 8 | b[7]);
     const int code = b[0] << 8 | b[1];
-    if (code == codes.ipv4) {
+    if (code == codes.ipv4)
         return std::snprintf(out, size, "%u.%u.%u.%u:%u", b[2], b[3], b[4], b[5], n3);
-    }
-    if (code != codes.as2 && code != codes.as4) {
+    if (code != codes.as2 && code != codes.as4)
         return -1;
-    }
     switch (value.form) {
     case VRF_RD_FORM_AS4DOT: return std::snprintf(out, size, "%u.%u:%u", n1, n2, n3);
     case VRF_RD_FORM_AS4: return std::snprintf(out, size, "%u:%u", n1 << 16 | n2, n3);
@@ -91,9 +86,8 @@ bool is_written_octets(const char *text) { return text[4] == '-'; }
 bool floor_parse_rt_ext(char *text, SYSDT_BolRouteTarget &out)
 {
     const char *at = trimmed(text);
-    if (at == nullptr) {
+    if (at == nullptr)
         return false;
-    }
     out.subKind = SYSDT_BOL_VRFRTEXT;
     u32 form = VRF_RD_FORM_AS4DOT;
     if (std::strlen(at) == 14 && is_written_octets(at)) {
@@ -101,9 +95,8 @@ bool floor_parse_rt_ext(char *text, SYSDT_BolRouteTarget &out)
         out.rt.form = form;
         return mac(at, out.rt.octets + 2) && *at == '\0';
     }
-    if (!floor_octets_at<target_codes, true>(at, out.rt.octets, form)) {
+    if (!floor_octets_at<target_codes, true>(at, out.rt.octets, form))
         return false;
-    }
     out.rt.form = form;
     return true;
 }
@@ -121,16 +114,14 @@ bool port_parse_rt_ext(char *text, SYSDT_BolRouteTarget &out)
     int colons = 0;
     int hyphens = 0;
     const std::size_t length = std::strlen(text);
-    if (length < 1 || length > 100 || NCF_IsSpaceInString(text) != 0) {
+    if (length < 1 || length > 100 || NCF_IsSpaceInString(text) != 0)
         return false;
-    }
     for (const char *at = text; *at != '\0'; ++at) {
         dots += *at == '.';
         colons += *at == ':';
         hyphens += *at == '-';
-        if (*at != '.' && *at != ':' && *at != '-' && std::isxdigit(static_cast<unsigned char>(*at)) == 0) {
+        if (*at != '.' && *at != ':' && *at != '-' && std::isxdigit(static_cast<unsigned char>(*at)) == 0)
             return false;
-        }
     }
     out.subKind = SYSDT_BOL_VRFRTEXT;
     if (dots + colons != 0) {
@@ -141,14 +132,12 @@ bool port_parse_rt_ext(char *text, SYSDT_BolRouteTarget &out)
     }
     unsigned short b[6];
     if (hyphens != 2 ||
-        std::sscanf(text, "%02hx%02hx-%02hx%02hx-%02hx%02hx", &b[0], &b[1], &b[2], &b[3], &b[4], &b[5]) != 6) {
+        std::sscanf(text, "%02hx%02hx-%02hx%02hx-%02hx%02hx", &b[0], &b[1], &b[2], &b[3], &b[4], &b[5]) != 6)
         return false;
-    }
     out.rt.octets[0] = 6;
     out.rt.octets[1] = 2;
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 6; ++i)
         out.rt.octets[2 + i] = static_cast<u8>(b[i]);
-    }
     out.rt.form = VRF_RD_FORM_AS4DOT;
     return true;
 }
@@ -169,9 +158,8 @@ bool floor_parse_rtp(char *text, SYSDT_RtpRd &out)
     u32 first;
     u32 second;
     u32 last = 0;
-    if (at == nullptr || !number(at, first)) {
+    if (at == nullptr || !number(at, first))
         return false;
-    }
     const auto assigned = [&](u32 max) {
         out.star = *at == '*';
         return out.star != 0 ? *++at == '\0' : last_number(at, last, max);
@@ -179,9 +167,8 @@ bool floor_parse_rtp(char *text, SYSDT_RtpRd &out)
     if (*at == ':') {
         ++at;
         const bool small = first <= 65535;
-        if (!assigned(small ? UINT32_MAX : 65535)) {
+        if (!assigned(small ? UINT32_MAX : 65535))
             return false;
-        }
         if (small) {
             put(out.octets + 2, static_cast<u16>(first));
             put(out.octets + 4, last);
@@ -194,24 +181,21 @@ bool floor_parse_rtp(char *text, SYSDT_RtpRd &out)
         }
         return true;
     }
-    if (first > 65535 || !skip(at, '.') || !number(at, second, 65535)) {
+    if (first > 65535 || !skip(at, '.') || !number(at, second, 65535))
         return false;
-    }
     out.form = RTP_RD_FORM_AS4DOT;
     if (*at == '.') {
         u32 third;
         u32 fourth;
         ++at;
-        if (first > 255 || second > 255 || !octet(at, third) || !skip(at, '.') || !octet(at, fourth)) {
+        if (first > 255 || second > 255 || !octet(at, third) || !skip(at, '.') || !octet(at, fourth))
             return false;
-        }
         first = first << 8 | second;
         second = third << 8 | fourth;
         out.form = RTP_RD_FORM_IPV4;
     }
-    if (!skip(at, ':') || !assigned(65535)) {
+    if (!skip(at, ':') || !assigned(65535))
         return false;
-    }
     out.octets[1] = out.form == RTP_RD_FORM_IPV4 ? 1 : 2;
     put(out.octets + 2, first << 16 | second);
     put(out.octets + 6, static_cast<u16>(last));
@@ -225,28 +209,24 @@ char *floor_print_rtp(const SYSDT_RtpRd &value, char *out)
     u32 last = get<u16>(at + 6);
     switch (value.form) {
     case RTP_RD_FORM_IPV4:
-        if (type != 1) {
+        if (type != 1)
             return out;
-        }
         out = put_ipv4(out, get<u32>(at + 2));
         break;
     case RTP_RD_FORM_AS2:
-        if (type != 0) {
+        if (type != 0)
             return out;
-        }
         out = put(out, static_cast<u32>(get<u16>(at + 2)));
         last = get<u32>(at + 4);
         break;
     case RTP_RD_FORM_AS4:
-        if (type != 2) {
+        if (type != 2)
             return out;
-        }
         out = put(out, get<u32>(at + 2));
         break;
     default:
-        if (type != 2) {
+        if (type != 2)
             return out;
-        }
         out = put(put(out, static_cast<u32>(get<u16>(at + 2))), '.');
         out = put(out, static_cast<u32>(get<u16>(at + 4)));
     }
@@ -257,9 +237,8 @@ char *floor_print_rtp(const SYSDT_RtpRd &value, char *out)
 bool port_parse_rtp(char *text, SYSDT_RtpRd &out)
 {
     text = port::look(text, 1, 21);
-    if (text == nullptr) {
+    if (text == nullptr)
         return false;
-    }
     int dots = 0;
     int colons = 0;
     bool star = false;
@@ -267,9 +246,8 @@ bool port_parse_rtp(char *text, SYSDT_RtpRd &out)
         dots += *at == '.';
         colons += *at == ':';
         star = star || *at == '*';
-        if (std::strchr("0123456789.:*", *at) == nullptr) {
+        if (std::strchr("0123456789.:*", *at) == nullptr)
             return false;
-        }
     }
     unsigned a = 0;
     unsigned b = 0;
@@ -289,9 +267,8 @@ bool port_parse_rtp(char *text, SYSDT_RtpRd &out)
         out.star = star ? 1 : 0;
         return true;
     };
-    if (colons != 1) {
+    if (colons != 1)
         return false;
-    }
     if (dots == 3) {
         const int items = star ? std::sscanf(text, "%u.%u.%u.%u:%c", &a, &b, &c, &d, &last)
                                : std::sscanf(text, "%u.%u.%u.%u:%u", &a, &b, &c, &d, &n);
@@ -305,9 +282,8 @@ bool port_parse_rtp(char *text, SYSDT_RtpRd &out)
     }
     const int items =
         star ? std::sscanf(text, "%llu:%c", &admin, &last) : std::sscanf(text, "%llu:%llu", &admin, &number);
-    if (dots != 0 || items != 2 || admin > UINT32_MAX || number > (admin > 65535 ? 65535 : UINT32_MAX)) {
+    if (dots != 0 || items != 2 || admin > UINT32_MAX || number > (admin > 65535 ? 65535 : UINT32_MAX))
         return false;
-    }
     const u32 low = static_cast<u32>(number);
     return admin > 65535 ? store(2, static_cast<u32>(admin), low, RTP_RD_FORM_AS4)
                          : store(0, static_cast<u32>(admin) << 16 | low >> 16, low, RTP_RD_FORM_AS2);
@@ -341,14 +317,11 @@ int port_print_rtp(const SYSDT_RtpRd &value, char *out, std::size_t size)
 bool small_hex(const char *&at, u32 &out, u32 digits)
 {
     const char *const start = at;
-    if (hex(at, out, digits) == 0) {
+    if (hex(at, out, digits) == 0)
         return false;
-    }
-    for (const char *digit = start; digit != at; ++digit) {
-        if (*digit >= 'A' && *digit <= 'F') {
+    for (const char *digit = start; digit != at; ++digit)
+        if (*digit >= 'A' && *digit <= 'F')
             return false;
-        }
-    }
     return true;
 }
 
@@ -357,9 +330,8 @@ bool floor_parse_vpn_id(char *text, SYSDT_VpnId &out)
     const char *at = trimmed(text);
     u32 oui;
     u32 index;
-    if (at == nullptr || !small_hex(at, oui, 6) || !skip(at, ':') || !small_hex(at, index, 8) || *at != '\0') {
+    if (at == nullptr || !small_hex(at, oui, 6) || !skip(at, ':') || !small_hex(at, index, 8) || *at != '\0')
         return false;
-    }
     out = {oui, index};
     return (oui | index) != 0;
 }
@@ -372,16 +344,13 @@ char *floor_print_vpn_id(const SYSDT_VpnId &value, char *out)
 bool port_parse_vpn_id(char *text, SYSDT_VpnId &out)
 {
     text = port::look(text, 1, 21);
-    if (text == nullptr || std::strspn(text, "0123456789abcdef:") != std::strlen(text) ||
-        port::count(text).colons != 1) {
+    if (text == nullptr || std::strspn(text, "0123456789abcdef:") != std::strlen(text) || port::count(text).colons != 1)
         return false;
-    }
     unsigned long long oui = 0;
     unsigned long long index = 0;
     if (std::sscanf(text, "%llx:%llx", &oui, &index) != 2 || oui > 0xFFFFFF || index > UINT32_MAX ||
-        (oui == 0 && index == 0)) {
+        (oui == 0 && index == 0))
         return false;
-    }
     out = {static_cast<u32>(oui), static_cast<u32>(index)};
     return true;
 }
@@ -394,9 +363,8 @@ int port_print_vpn_id(const SYSDT_VpnId &value, char *out, std::size_t size)
 bool floor_parse_rt_v6(char *text, SYSDT_VrfRtV6 &out)
 {
     const char *at = trimmed(text);
-    if (at == nullptr || !ipv6(at, out.octets + 2) || *at != '.' || (at[1] != '0' && at[1] != '1') || at[2] != '\0') {
+    if (at == nullptr || !ipv6(at, out.octets + 2) || *at != '.' || (at[1] != '0' && at[1] != '1') || at[2] != '\0')
         return false;
-    }
     out.octets[1] = 0x0C;
     out.octets[19] = static_cast<u8>(at[1] - '0');
     return true;
@@ -412,9 +380,8 @@ bool port_parse_rt_v6(char *text, SYSDT_VrfRtV6 &out)
     text = port::look(text, 1, 47);
     const char *const dot = text == nullptr ? nullptr : std::strrchr(text, '.');
     unsigned number = 0;
-    if (dot == nullptr || std::strlen(dot) != 2 || std::sscanf(dot + 1, "%u", &number) != 1 || number > 1) {
+    if (dot == nullptr || std::strlen(dot) != 2 || std::sscanf(dot + 1, "%u", &number) != 1 || number > 1)
         return false;
-    }
     char address[64];
     std::memcpy(address, text, static_cast<std::size_t>(dot - text));
     address[dot - text] = '\0';
@@ -449,9 +416,8 @@ void add_vpn_identifiers(Kinds &kinds)
                                   floor_out<floor_print_rtp, SYSDT_RtpRd>};
     constexpr Converter port_rtp{format_in<port_parse_rtp, SYSDT_RtpRd, SYSDT_TYPE_RTPRD>,
                                  port_out<port_print_rtp, SYSDT_RtpRd>};
-    for (const auto &[form, text] : octet_forms) {
+    for (const auto &[form, text] : octet_forms)
         kinds.push_back({std::string("RTP RD ") + form, "RTPRD", text, floor_rtp, port_rtp});
-    }
     kinds.push_back({"RTP RD wildcard", "RTPRD",
                      [](Random &random) { return (random.percent(50) ? random.ipv4() : random.as4()) + ":*"; },
                      floor_rtp, port_rtp});
@@ -474,9 +440,8 @@ void add_vpn_identifiers(Kinds &kinds)
                                   floor_out<floor_print_rt_ext, SYSDT_BolRouteTarget>};
     constexpr Converter port_ext{format_in<port_parse_rt_ext, SYSDT_BolRouteTarget, SYSDT_TYPE_BOLPREFIX>,
                                  port_out<port_print_rt_ext, SYSDT_BolRouteTarget>};
-    for (const auto &[form, text] : octet_forms) {
+    for (const auto &[form, text] : octet_forms)
         kinds.push_back({std::string("ext. RT ") + form, "BOLPREFIX/VRFRTEXT", text, floor_ext, port_ext});
-    }
     kinds.push_back({"ext. RT octets", "BOLPREFIX/VRFRTEXT", &Random::mac, floor_ext, port_ext});
 }
 

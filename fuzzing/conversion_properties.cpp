@@ -165,14 +165,12 @@ void expect_sound(const Case &input, const Answer &parsed)
                 "Check takes what FormatIn delivers");
     }
     const char letter = answering(subject, parsed.delivered).out_letter(input.mode);
-    if (subject.format_out == nullptr || (letter != 't' && letter != 'b')) {
+    if (subject.format_out == nullptr || (letter != 't' && letter != 'b'))
         return;
-    }
     const Answer printed = print(subject, parsed.delivered, parsed.length, input.mode, false);
     const Trial shown{subject, input.mode, printed.text(), parsed.delivered};
-    if (!promised(Property::reprint, shown)) {
+    if (!promised(Property::reprint, shown))
         return;
-    }
     require(printed.ok(), "a parsed value prints");
     const Answer again = parse(subject, printed.text(), input.mode);
     require(again.ok(), "what a parsed value prints as parses");
@@ -185,9 +183,8 @@ void expect_sound(const Case &input, const Answer &parsed)
 void fuzz_parse(const Case &input)
 {
     const Subject &subject = input.subject;
-    if (subject.format_in == nullptr) {
+    if (subject.format_in == nullptr)
         return;
-    }
     if (input.failing().first != 0) {
         memory().begin(fills[0], input.failing());
         parse(subject, input.text(), input.mode, input.has(odd_address));
@@ -197,9 +194,8 @@ void fuzz_parse(const Case &input)
     memory().begin(fills[1]);
     const Answer second = parse(subject, input.text(), input.mode, !input.has(odd_address));
     require(first.same_as(second), "a second FormatIn gives the same answer");
-    if (first.ok() && !first.delivered.empty() && !is_host_string(subject)) {
+    if (first.ok() && !first.delivered.empty() && !is_host_string(subject))
         expect_sound(input, first);
-    }
 }
 
 namespace {
@@ -327,9 +323,8 @@ Bytes readable(const Case &input)
 {
     static std::uint8_t padded[most_bytes];
     const std::size_t size = input.payload.size();
-    if (!answering(input.subject, input.payload).has(test::whole_value) || size >= input.subject.length) {
+    if (!answering(input.subject, input.payload).has(test::whole_value) || size >= input.subject.length)
         return input.payload;
-    }
     std::copy_n(input.payload.data(), size, padded);
     std::fill(padded + size, padded + input.subject.length, std::uint8_t{0});
     return {padded, input.subject.length};
@@ -339,13 +334,11 @@ Bytes readable(const Case &input)
 void expect_same_text(const Case &input, const Answer &printed)
 {
     const Subject &subject = input.subject;
-    if (subject.format_in == nullptr || subject.expect.has(test::inert_in) || is_host_string(subject)) {
+    if (subject.format_in == nullptr || subject.expect.has(test::inert_in) || is_host_string(subject))
         return;
-    }
     const Answer parsed = parse(subject, printed.text(), input.mode);
-    if (!parsed.ok() || !promised(Property::retext, {subject, input.mode, printed.text(), parsed.delivered})) {
+    if (!parsed.ok() || !promised(Property::retext, {subject, input.mode, printed.text(), parsed.delivered}))
         return;
-    }
     const Answer again = print(subject, parsed.delivered, parsed.length, input.mode, false);
     require(again.ok() && again.text() == printed.text(),
             "what a value prints as, if it parses, prints as the same text");
@@ -356,9 +349,8 @@ void expect_same_text(const Case &input, const Answer &printed)
 void fuzz_print(const Case &input)
 {
     const Subject &subject = input.subject;
-    if (subject.format_out == nullptr) {
+    if (subject.format_out == nullptr)
         return;
-    }
     const Bytes value = readable(input);
     const char letter = answering(subject, value).out_letter(input.mode);
     const bool any_length = subject.expect.has(test::whole_value) && letter != 'c' && !is_host_string(subject);
@@ -373,9 +365,8 @@ void fuzz_print(const Case &input)
     memory().begin(fills[1]);
     const Answer second = print(subject, value, any_length && input.has(other_length) ? 0 : told, input.mode, !lent);
     require(first.same_as(second), "a second FormatOut gives the same answer");
-    if (first.ok() && first.length != 0 && letter == 't') {
+    if (first.ok() && first.length != 0 && letter == 't')
         expect_same_text(input, first);
-    }
 }
 
 } // namespace bgpdt::fuzzing

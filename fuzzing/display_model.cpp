@@ -36,21 +36,18 @@ Number number_at(std::span<const std::uint8_t> bytes, std::size_t at)
 /// All the entries that the record promises, or nothing if they are not inside it.
 std::optional<std::vector<Entry>> entries_of(std::span<const std::uint8_t> record)
 {
-    if (record.size() < 44) {
+    if (record.size() < 44)
         return {};
-    }
     std::vector<Entry> entries;
     std::size_t at = 44;
     for (std::size_t left = number_at<std::uint16_t>(record, 24); left > 0; --left) {
-        if (record.size() - at < 4) {
+        if (record.size() - at < 4)
             return {};
-        }
         const auto kind = number_at<std::uint16_t>(record, at);
         const auto length = number_at<std::uint16_t>(record, at + 2);
         at += 4;
-        if (record.size() - at < length) {
+        if (record.size() - at < length)
             return {};
-        }
         entries.push_back({kind, record.subspan(at, length)});
         at += length;
     }
@@ -88,35 +85,29 @@ bool read_value(const Entry &entry, Value &value)
     const auto has = [&](std::size_t size) { return entry.data.size() >= size; };
     switch (entry.kind) {
     case 2:
-        if (has(1)) {
+        if (has(1))
             value.number = entry.data[0];
-        }
         return has(1);
     case 4:
-        if (has(2)) {
+        if (has(2))
             value.number = number_at<std::uint16_t>(entry.data, 0);
-        }
         return has(2);
     case 6:
-        if (has(4)) {
+        if (has(4))
             value.number = number_at<std::uint32_t>(entry.data, 0);
-        }
         return has(4);
     case 21:
-        if (has(4)) {
+        if (has(4))
             value.text = ipv4_text(entry.data);
-        }
         return has(4);
     case 22:
-        if (has(16)) {
+        if (has(16))
             value.text = ipv6_text(entry.data);
-        }
         return has(16);
     case 25: value.text = text_in(entry.data); return true;
     case 38:
-        if (has(21) && entry.data[20] <= 1) {
+        if (has(21) && entry.data[20] <= 1)
             value.text = entry.data[20] == 0 ? ipv4_text(entry.data) : ipv6_text(entry.data.subspan(4));
-        }
         return has(21);
     default: return true;
     }
@@ -127,18 +118,16 @@ std::string_view conversion_in(std::string_view behind, const Value &value)
 {
     std::size_t at = std::min(behind.find_first_not_of("-+ #0"), behind.size());
     const auto digits = [&] {
-        while (at < behind.size() && std::isdigit(static_cast<unsigned char>(behind[at])) != 0) {
+        while (at < behind.size() && std::isdigit(static_cast<unsigned char>(behind[at])) != 0)
             ++at;
-        }
     };
     digits();
     if (at < behind.size() && behind[at] == '.') {
         ++at;
         digits();
     }
-    if (value.number) {
+    if (value.number)
         at += behind.substr(at, 2) == "hh" ? 2 : behind.substr(at, 1) == "h" ? 1 : 0;
-    }
     const std::string_view letters = value.number ? "diuoxX" : "s";
     const bool fits = at < behind.size() && letters.find(behind[at]) != std::string_view::npos;
     return fits ? behind.substr(0, at + 1) : std::string_view{};
@@ -150,9 +139,8 @@ constexpr std::uint64_t beyond = 9999; ///< every limit of a listing
 std::uint64_t number_of(std::string_view digits)
 {
     std::uint64_t number = 0;
-    for (const char digit : digits) {
-        number = std::min(number * 10 + static_cast<std::uint64_t>(digit - '0'), UINT64_MAX / 20);
-    }
+    for (const char digit : digits)
+        number = std::min<std::uint64_t>(number * 10 + static_cast<std::uint64_t>(digit - '0'), UINT32_MAX);
     return number;
 }
 
@@ -192,13 +180,11 @@ std::string converted(std::string_view conversion, const Value &value)
 std::optional<std::string> filled(const std::string &piece, const Value &value)
 {
     const std::size_t percent = piece.find('%');
-    if (percent == std::string::npos) {
+    if (percent == std::string::npos)
         return piece;
-    }
     const std::string_view conversion = conversion_in(std::string_view(piece).substr(percent + 1), value);
-    if (conversion.empty()) {
+    if (conversion.empty())
         return {};
-    }
     return piece.substr(0, percent) + converted(conversion, value) + piece.substr(percent + 1 + conversion.size());
 }
 
@@ -212,21 +198,17 @@ std::optional<std::string> label_of(std::string line_template, std::span<const E
         const std::size_t second = line_template.find('%', line_template.find('%') + 1);
         const bool split = line_template.find('%') != std::string::npos && second != std::string::npos;
         const std::string piece = split ? line_template.substr(0, second) : line_template;
-        if (split) {
+        if (split)
             line_template.erase(0, second);
-        }
         Value value;
-        if (!read_value(entry, value)) {
+        if (!read_value(entry, value))
             return {};
-        }
         const std::size_t room = most_text - label.size();
-        if (!value.prints()) {
+        if (!value.prints())
             continue;
-        }
         const auto text = filled(piece, value);
-        if (!text) {
+        if (!text)
             return {};
-        }
         label += text->substr(0, std::min(room, most_piece));
         printed = true;
     }
@@ -243,14 +225,12 @@ std::vector<Run> runs_of(std::span<const std::uint8_t> bitmap)
     std::vector<Run> runs;
     for (int identifier = 0; identifier < 256; ++identifier) {
         const auto byte = static_cast<std::size_t>(identifier / 8);
-        if (byte >= bitmap.size() || (bitmap[byte] & 1 << identifier % 8) == 0) {
+        if (byte >= bitmap.size() || (bitmap[byte] & 1 << identifier % 8) == 0)
             continue;
-        }
-        if (!runs.empty() && runs.back().last == identifier - 1) {
+        if (!runs.empty() && runs.back().last == identifier - 1)
             runs.back().last = identifier;
-        } else {
+        else
             runs.push_back({identifier, identifier});
-        }
     }
     return runs;
 }
@@ -265,9 +245,8 @@ std::string text_of(std::string label, std::span<const Run> runs)
     }
     std::string text;
     for (std::size_t i = 0; i < runs.size(); ++i) {
-        if (i % 10 == 0) {
+        if (i % 10 == 0)
             text += (i == 0 ? "" : tail + "\r\n") + label;
-        }
         text += ' ' + std::to_string(runs[i].first);
         text += runs[i].last == runs[i].first ? "" : " to " + std::to_string(runs[i].last);
     }
@@ -280,14 +259,12 @@ std::optional<std::string> listing_of(std::span<const std::uint8_t> record)
 {
     const auto entries = entries_of(record);
     if (!entries || entries->size() < 2 || (*entries)[0].kind != SYSDT_KIND_STRING ||
-        (*entries)[1].kind != SYSDT_TYPE_ATTRIDBITMAP) {
+        (*entries)[1].kind != SYSDT_TYPE_ATTRIDBITMAP)
         return {};
-    }
     const auto runs = runs_of((*entries)[1].data.first(std::min<std::size_t>((*entries)[1].data.size(), 32)));
     const auto label = label_of(text_in((*entries)[0].data).substr(0, most_text), std::span(*entries).subspan(2));
-    if (runs.empty() || !label) {
+    if (runs.empty() || !label)
         return {};
-    }
     return text_of(*label, runs);
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a display record's listing is, told a second time and in another way than the plug-in does it.
-#ifndef BGPDT_FUZZING_DISPLAY_MODEL_HPP
-#define BGPDT_FUZZING_DISPLAY_MODEL_HPP
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -15,5 +14,3 @@ namespace bgpdt::fuzzing {
 std::optional<std::string> listing_of(std::span<const std::uint8_t> record);
 
 } // namespace bgpdt::fuzzing
-
-#endif

@@ -168,9 +168,8 @@ void Fuzzer::run(Bytes input)
     const std::uint8_t flags = input[1];
     record_ = (flags & relative_index) != 0 ? spelt_out(input.subspan(2)) : input.subspan(2);
     const bool lent = (flags & callers_block) != 0;
-    if ((flags & failing_request) != 0 && lists()) {
+    if ((flags & failing_request) != 0 && lists())
         without_memory(record_, {static_cast<std::size_t>(flags & failing_request), (flags & failing_onward) != 0});
-    }
     memory().begin(0xA5);
     const Answer first = print(record_, 0, lent, (flags & odd_address) != 0);
     memory().begin(0x5A);
@@ -191,9 +190,8 @@ void Fuzzer::run(Bytes input)
 void Fuzzer::describe() const
 {
     std::fprintf(stderr, "display record in mode %u:", mode_);
-    for (const std::uint8_t byte : record_) {
+    for (const std::uint8_t byte : record_)
         std::fprintf(stderr, "%02x", byte);
-    }
     std::fprintf(stderr, "\n");
 }
 
@@ -209,8 +207,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    if (size >= 2 && size <= bgpdt::fuzzing::most_bytes) {
+    if (size >= 2 && size <= bgpdt::fuzzing::most_bytes)
         bgpdt::fuzzing::Fuzzer::instance().run({data, size});
-    }
     return 0;
 }

@@ -37,11 +37,9 @@ bool well_known_pair(const Trial &trial) { return is_well_known(word(trial.value
 
 bool well_known_pair_in_list(const Trial &trial)
 {
-    for (std::size_t at = 0; at + 5 <= trial.value.size(); at += 5) {
-        if (is_well_known(word(trial.value, at)) && trial.value[at + 4] == 1) {
+    for (std::size_t at = 0; at + 5 <= trial.value.size(); at += 5)
+        if (is_well_known(word(trial.value, at)) && trial.value[at + 4] == 1)
             return true;
-        }
-    }
     return false;
 }
 
@@ -132,9 +130,8 @@ bool dotted_ipv6(const Trial &trial)
     for (std::string_view rest = trial.text; !rest.empty();) {
         const std::size_t end = std::min(rest.find_first_of(separators), rest.size());
         const std::string_view section = rest.substr(0, end);
-        if (section.find("::") != std::string_view::npos && section.find('.') != std::string_view::npos) {
+        if (section.find("::") != std::string_view::npos && section.find('.') != std::string_view::npos)
             return true;
-        }
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
     return false;
@@ -157,9 +154,8 @@ bool unlike(const Trial &trial, std::size_t first, std::size_t second)
 /// A source and a group of different families: they are stored in the source's, and print in it or not at all.
 bool mixed_customer(const Trial &trial)
 {
-    if (trial.value.size() < SYSDT_BOL_SIZE) {
+    if (trial.value.size() < SYSDT_BOL_SIZE)
         return false;
-    }
     switch (kind(trial)) {
     case SYSDT_BOL_NG_TYPE_3: return unlike(trial, offsetof(SYSDT_BolNg3, source), offsetof(SYSDT_BolNg3, group));
     case SYSDT_BOL_NG_TYPE_4_3: return unlike(trial, offsetof(SYSDT_BolNg43, source), offsetof(SYSDT_BolNg43, group));
@@ -172,9 +168,8 @@ bool mixed_customer(const Trial &trial)
 /// Two originators of different families, likewise.
 bool mixed_originators(const Trial &trial)
 {
-    if (trial.value.size() < SYSDT_BOL_SIZE) {
+    if (trial.value.size() < SYSDT_BOL_SIZE)
         return false;
-    }
     switch (kind(trial)) {
     case SYSDT_BOL_NG_TYPE_4_3:
         return unlike(trial, offsetof(SYSDT_BolNg43, originator1), offsetof(SYSDT_BolNg43, originator2));
@@ -249,9 +244,8 @@ bool longest_evpn_text(const Trial &trial)
     const auto &[esi, route, sequence] = value.key.sync;
     const auto is_longest = [](const SYSDT_EvpnSizedAddress &ip) {
         bool longest = ip.length >= 100 && ip.address.family == 1;
-        for (std::size_t i = 0; i < sizeof ip.address.ipv6; i += 2) {
+        for (std::size_t i = 0; i < sizeof ip.address.ipv6; i += 2)
             longest = longest && ip.address.ipv6[i] >= 0x10;
-        }
         return longest;
     };
     return value.key.routeType == SYSDT_EVPN_LEAVE && route.tag >= ten_digits && sequence >= ten_digits &&

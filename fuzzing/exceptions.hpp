@@ -2,8 +2,7 @@
 /// @file
 /// Where a deliberate irregularity of a type breaks a property that holds otherwise: one row a case. The numbers are
 /// those of the type's own list.
-#ifndef BGPDT_FUZZING_EXCEPTIONS_HPP
-#define BGPDT_FUZZING_EXCEPTIONS_HPP
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -32,5 +31,3 @@ struct Trial {
 bool promised(Property property, const Trial &trial);
 
 } // namespace bgpdt::fuzzing
-
-#endif

@@ -8,8 +8,7 @@
 ///     +---------+-----------+------+-------+---- ... ----+
 ///
 /// The payload is a text, a value, three values of one length for compare, or a script value (script.hpp).
-#ifndef BGPDT_FUZZING_INPUT_HPP
-#define BGPDT_FUZZING_INPUT_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -37,5 +36,3 @@ constexpr std::size_t most_bytes = 4096;
 constexpr std::uint8_t mode_of(std::uint8_t byte) { return byte < 128 ? byte % 9 : byte; }
 
 } // namespace bgpdt::fuzzing
-
-#endif

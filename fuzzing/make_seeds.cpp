@@ -75,9 +75,8 @@ public:
         tag(Tag::table);
         const std::size_t count_at = out_.size();
         out_.push_back(0);
-        for (std::size_t i = 0; i < table.size() && out_[count_at] < UINT8_MAX; ++out_[count_at]) {
+        for (std::size_t i = 0; i < table.size() && out_[count_at] < UINT8_MAX; ++out_[count_at])
             i += field(table, i);
-        }
     }
 
 private:
@@ -103,13 +102,11 @@ private:
             characters(table[at].name);
         } else {
             while (at + count < table.size() && count < UINT8_MAX && table[at + count].name.empty() &&
-                   same_content(table[at].value, table[at + count].value)) {
+                   same_content(table[at].value, table[at + count].value))
                 ++count;
-            }
             out_.push_back(count == 1 ? next_index : repeated_index);
-            if (count > 1) {
+            if (count > 1)
                 out_.push_back(static_cast<std::uint8_t>(count));
-            }
         }
         write(table[at].value);
         return count;
@@ -141,14 +138,12 @@ public:
     void add(const Bytes &seed)
     {
         const std::string content(seed.begin(), seed.end());
-        if (seed.size() > most_bytes || !known_.insert(content).second) {
+        if (seed.size() > most_bytes || !known_.insert(content).second)
             return;
-        }
         std::ofstream file(folder_ / std::to_string(known_.size()), std::ios::binary);
         file << content;
-        if (!file.flush()) {
+        if (!file.flush())
             throw std::runtime_error("cannot write to " + folder_.string());
-        }
     }
     std::size_t count() const { return known_.size(); }
 
@@ -183,9 +178,8 @@ private:
     }
     void in_modes(Operation operation, const Line &line, const Bytes &payload)
     {
-        for (const std::uint8_t mode : line.modes) {
+        for (const std::uint8_t mode : line.modes)
             record(operation, subject(line), mode, payload);
-        }
     }
     std::size_t subject(const Line &line) const
     {
@@ -205,9 +199,8 @@ void SeedMaker::value_seeds(const Line &line, const Bytes &value)
     record(Operation::set, subject(line), 0, value);
     record(Operation::swap, subject(line), 0, value);
     Bytes thrice;
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 3; ++i)
         thrice.insert(thrice.end(), value.begin(), value.end());
-    }
     record(Operation::compare, subject(line), 0, thrice);
 }
 
@@ -224,9 +217,8 @@ void SeedMaker::display_seed(const Line &line, const Bytes &record)
 void SeedMaker::add(const Line &line)
 {
     const std::size_t number = subject(line);
-    if (number == subjects_.size()) {
+    if (number == subjects_.size())
         throw std::runtime_error(line.place() + ": no subject " + line.subject);
-    }
     const test::Form form = subjects_[number].form();
     switch (line.verb) {
     case Verb::in:
@@ -292,14 +284,11 @@ public:
     void write(const std::filesystem::path &path) const
     {
         std::ofstream file(path);
-        for (const auto &[word, count] : words_) {
-            if (count > 1) {
+        for (const auto &[word, count] : words_)
+            if (count > 1)
                 file << '"' << word << "\"\n";
-            }
-        }
-        if (!file.flush()) {
+        if (!file.flush())
             throw std::runtime_error("cannot write " + path.string());
-        }
     }
 
 private:
@@ -312,22 +301,19 @@ private:
             const auto begin = std::find_if(at, text.end(), [](unsigned char c) { return std::isalpha(c) != 0; });
             at = std::find_if_not(begin, text.end(), in_word);
             const auto length = static_cast<std::size_t>(at - begin);
-            if (length > 1 && length <= longest) {
+            if (length > 1 && length <= longest)
                 ++words_[{begin, at}];
-            }
         }
     }
 
     void add_keys(const ScriptValue &value)
     {
         const auto *const table = std::get_if<ScriptTable>(&value.value);
-        if (table == nullptr) {
+        if (table == nullptr)
             return;
-        }
         for (const ScriptField &field : *table) {
-            if (!field.name.empty()) {
+            if (!field.name.empty())
                 words_[field.name] += 2;
-            }
             add_keys(field.value);
         }
     }
@@ -338,9 +324,8 @@ private:
 void make_seeds(const std::filesystem::path &folder)
 {
     const test::Vectors vectors = test::read_vector_folder(test::vectors_folder());
-    if (!vectors.errors.empty() || vectors.lines.empty()) {
+    if (!vectors.errors.empty() || vectors.lines.empty())
         throw std::runtime_error(vectors.errors.empty() ? "there are no vectors" : vectors.errors.front());
-    }
     const host::Host host(test::plugin_path());
     SeedMaker seeds(host, folder);
     Dictionary dictionary;
@@ -359,9 +344,8 @@ void make_seeds(const std::filesystem::path &folder)
 int main(int argc, char **argv)
 {
     try {
-        if (argc != 2) {
+        if (argc != 2)
             throw std::runtime_error("usage: make_seeds FOLDER");
-        }
         bgpdt::fuzzing::make_seeds(argv[1]);
         return 0;
     } catch (const std::exception &error) {

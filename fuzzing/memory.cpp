@@ -86,11 +86,9 @@ std::uint8_t *Memory::lend(std::size_t size)
 Block *Memory::find_live(const void *block)
 {
     // Blocks are released about as they were taken: the last first.
-    for (std::size_t i = count_; i-- > 0;) {
-        if (blocks_[i].data == block && blocks_[i].live) {
+    for (std::size_t i = count_; i-- > 0;)
+        if (blocks_[i].data == block && blocks_[i].live)
             return &blocks_[i];
-        }
-    }
     return nullptr;
 }
 
@@ -108,18 +106,16 @@ const Block *Memory::collect(const void *block)
 
 bool Memory::intact() const
 {
-    if (poisons) {
+    if (poisons)
         return true;
-    }
     const auto whole = [](const std::uint8_t *from, const std::uint8_t *to) {
         return std::all_of(from, to, [](std::uint8_t byte) { return byte == canary; });
     };
     const std::uint8_t *at = bytes_.data();
     for (std::size_t i = 0; i < count_; ++i) {
         const Block &block = blocks_[i];
-        if (!whole(at, block.data)) {
+        if (!whole(at, block.data))
             return false;
-        }
         at = block.data + block.size;
     }
     return whole(at, bytes_.data() + used_);
@@ -140,16 +136,14 @@ void *Memory::take(std::uint32_t size, Owner owner)
 
 void Memory::release(void *block)
 {
-    if (block == nullptr) {
+    if (block == nullptr)
         return;
-    }
     Block *const found = find_live(block);
     require(found != nullptr, "only a block that is taken is released");
     taken_ -= found->owner == Owner::caller ? 0 : 1;
     found->live = false;
-    if (poisons) {
+    if (poisons)
         close(found->data, found->size);
-    }
 }
 
 } // namespace bgpdt::fuzzing

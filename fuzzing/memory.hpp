@@ -2,8 +2,7 @@
 /// @file
 /// The memory that the plug-in works on: one arena whose gaps are poisoned, so that taking a block costs next to nothing
 /// and a step beside one is seen. It answers the plug-in's requests in place of the host's own services.
-#ifndef BGPDT_FUZZING_MEMORY_HPP
-#define BGPDT_FUZZING_MEMORY_HPP
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -87,5 +86,3 @@ private:
 };
 
 } // namespace bgpdt::fuzzing
-
-#endif

@@ -16,9 +16,8 @@ void describe_with(Describe with) { describe = with; }
 
 void broken(const char *property)
 {
-    if (describe != nullptr) {
+    if (describe != nullptr)
         describe();
-    }
     std::fprintf(stderr, "property broken: %s\n", property);
     std::abort();
 }

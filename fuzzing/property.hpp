@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What holds for every input; where it does not, the process says so and ends.
-#ifndef BGPDT_FUZZING_PROPERTY_HPP
-#define BGPDT_FUZZING_PROPERTY_HPP
+#pragma once
 
 namespace bgpdt::fuzzing {
 
@@ -15,11 +14,8 @@ void describe_with(Describe describe);
 /// Ends the process unless the property holds.
 inline void require(bool holds, const char *property)
 {
-    if (!holds) [[unlikely]] {
+    if (!holds) [[unlikely]]
         broken(property);
-    }
 }
 
 } // namespace bgpdt::fuzzing
-
-#endif

@@ -107,15 +107,13 @@ void Fuzzer::parse_alone(const Case &input) const
 
 void Fuzzer::describe() const
 {
-    if (now_ == nullptr) {
+    if (now_ == nullptr)
         return;
-    }
     const bool alone = now_->operation == Operation::function;
     std::fprintf(stderr, "%s %s in mode %u, flags %02x:", operations[static_cast<int>(now_->operation)],
                  alone ? parser().name : now_->subject.name.c_str(), now_->mode, now_->flags);
-    for (const std::uint8_t byte : now_->payload) {
+    for (const std::uint8_t byte : now_->payload)
         std::fprintf(stderr, byte >= 0x20 && byte < 0x7F ? "%c" : "\\x%02x", byte);
-    }
     std::fprintf(stderr, "\n");
 }
 
@@ -131,8 +129,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    if (size >= bgpdt::fuzzing::header_size && size <= bgpdt::fuzzing::most_bytes) {
+    if (size >= bgpdt::fuzzing::header_size && size <= bgpdt::fuzzing::most_bytes)
         bgpdt::fuzzing::Fuzzer::instance().run({data, size});
-    }
     return 0;
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// One input of the records' fuzzer, taken apart.
-#ifndef BGPDT_FUZZING_RECORDS_FUZZER_HPP
-#define BGPDT_FUZZING_RECORDS_FUZZER_HPP
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -74,5 +73,3 @@ void fuzz_swap(const Case &input);
 void fuzz_read(const Case &input, SYSDT_ScriptReader *reader);
 
 } // namespace bgpdt::fuzzing
-
-#endif

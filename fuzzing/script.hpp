@@ -8,8 +8,7 @@
 ///
 /// A field is a key and a value. A key is a length and so many characters; the length 0 stands for the next array index,
 /// 255 for as many of them as the next byte says. What is missing at the end reads as zeros.
-#ifndef BGPDT_FUZZING_SCRIPT_HPP
-#define BGPDT_FUZZING_SCRIPT_HPP
+#pragma once
 
 #include <cstdint>
 #include <lua.hpp>
@@ -72,5 +71,3 @@ private:
 void push_value(lua_State *lua, std::span<const std::uint8_t> bytes);
 
 } // namespace bgpdt::fuzzing
-
-#endif

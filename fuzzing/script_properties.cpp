@@ -24,9 +24,8 @@ class Stack {
 public:
     Stack(lua_State *lua, bool relative) : lua_(lua), relative_(relative)
     {
-        if (!relative) {
+        if (!relative)
             lua_pushlightuserdata(lua, this);
-        }
         height_ = lua_gettop(lua);
         table_ = lua_topointer(lua, target);
     }
@@ -114,9 +113,8 @@ struct Reread {
 Reread set_and_get(lua_State *lua, const Subject &subject, Bytes value)
 {
     const std::uint8_t *const stored = memory().place(value);
-    if (const std::uint32_t status = set(lua, subject, stored, value.size(), false); status != SYSDT_OK) {
+    if (const std::uint32_t status = set(lua, subject, stored, value.size(), false); status != SYSDT_OK)
         return {status, {}};
-    }
     std::uint8_t *const buffer = cleared(value.size());
     const std::uint32_t status = get(lua, subject, buffer, value.size(), false);
     return {status, {buffer, value.size()}};
@@ -132,9 +130,8 @@ Layout layout(const Subject &subject, Bytes value)
 std::uint64_t element(Bytes value, std::size_t at, std::size_t width)
 {
     std::uint64_t number = 0;
-    for (std::size_t i = width; i-- > 0;) {
+    for (std::size_t i = width; i-- > 0;)
         number = number << 8 | value[at + (std::endian::native == std::endian::big ? width - 1 - i : i)];
-    }
     return number;
 }
 
@@ -142,9 +139,8 @@ std::uint64_t element(Bytes value, std::size_t at, std::size_t width)
 bool seen_alike(const Subject &subject, Bytes first, Bytes second)
 {
     const Layout form = layout(subject, first);
-    if (form.fields.empty()) {
+    if (form.fields.empty())
         return std::ranges::equal(first.first(subject.length), second.first(subject.length));
-    }
     const bool named = std::ranges::any_of(form.fields, [](const Field &row) { return row.key != nullptr; });
     for (std::size_t entry = 0; entry < form.repeat; ++entry) {
         for (const Field &row : form.fields) {
@@ -152,9 +148,8 @@ bool seen_alike(const Subject &subject, Bytes first, Bytes second)
                 row.script_bits >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << row.script_bits) - 1;
             for (std::size_t i = 0; i < row.count && (row.key != nullptr || !named); ++i) {
                 const std::size_t at = entry * form.stride + row.offset + i * row.width;
-                if ((element(first, at, row.width) & mask) != element(second, at, row.width)) {
+                if ((element(first, at, row.width) & mask) != element(second, at, row.width))
                     return false;
-                }
             }
         }
     }
@@ -163,9 +158,8 @@ bool seen_alike(const Subject &subject, Bytes first, Bytes second)
 
 void expect_reget(lua_State *lua, const Subject &subject, Bytes value, std::uint8_t mode)
 {
-    if (subject.lua_set == nullptr || !promised(Property::reget, {subject, mode, {}, value})) {
+    if (subject.lua_set == nullptr || !promised(Property::reget, {subject, mode, {}, value}))
         return;
-    }
     const Reread again = set_and_get(lua, subject, value);
     require(again.status == SYSDT_OK, "what a script's table gave is stored and read again");
     require(std::ranges::equal(value, again.value),
@@ -181,9 +175,8 @@ void set_properties(lua_State *lua, const Case &input, const std::uint8_t *value
     require(std::ranges::equal(input.payload, Bytes{value, size}), "LuaSet leaves the value alone");
     const bool is_short = size < subject.script_size() && !subject.expect.has(test::set_any_length);
     require(!is_short || status != SYSDT_OK || subject.kind == SYSDT_TYPE_CVRFNAME, "LuaSet refuses a short value");
-    if (status != SYSDT_OK || subject.lua_get == nullptr || size < subject.script_size()) {
+    if (status != SYSDT_OK || subject.lua_get == nullptr || size < subject.script_size())
         return;
-    }
     std::uint8_t *const buffer = cleared(size);
     const std::uint32_t read = get(lua, subject, buffer, size, input.has(relative_index));
     require(is_status_of(subject, read), "LuaGet answers a documented status");
@@ -192,9 +185,8 @@ void set_properties(lua_State *lua, const Case &input, const std::uint8_t *value
         require(seen_alike(subject, input.payload, {buffer, size}),
                 "what is stored in a script's table and read from it is the same");
     }
-    if (read == SYSDT_OK) {
+    if (read == SYSDT_OK)
         expect_reget(lua, subject, {buffer, size}, input.mode);
-    }
 }
 
 /// The table with the field, or the value alone, at `target`.
@@ -227,9 +219,8 @@ void get_properties(lua_State *lua, const Case &input, std::size_t size)
     require(get(lua, subject, second, size, false) == status &&
                 std::ranges::equal(Bytes{first, size}, Bytes{second, size}),
             "a second LuaGet gives the same answer");
-    if (status == SYSDT_OK) {
+    if (status == SYSDT_OK)
         expect_reget(lua, subject, {first, size}, input.mode);
-    }
 }
 
 void read_properties(lua_State *lua, const Case &input, SYSDT_ScriptReader *reader)
@@ -264,9 +255,8 @@ void run(const Case &input, const Body &body)
 
 void fuzz_set(const Case &input)
 {
-    if (input.subject.lua_set == nullptr) {
+    if (input.subject.lua_set == nullptr)
         return;
-    }
     // A value that the callback reads whatever its length.
     std::uint8_t whole[sizeof(std::uint32_t)]{};
     const bool pads = input.subject.expect.has(test::set_any_length) && input.payload.size() < sizeof whole;
@@ -277,9 +267,8 @@ void fuzz_set(const Case &input)
 
 void fuzz_get(const Case &input)
 {
-    if (input.subject.lua_get == nullptr) {
+    if (input.subject.lua_get == nullptr)
         return;
-    }
     const std::size_t size = input.subject.script_size() - (input.has(other_length) ? 1 : 0);
     run(input, [&](lua_State *lua) { get_properties(lua, input, size); });
 }

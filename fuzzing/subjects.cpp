@@ -61,9 +61,8 @@ void add_rows(std::vector<Subject> &subjects, const host::Host &host, const char
               const std::string &prefix)
 {
     const auto *rows = static_cast<const SYSDT_DispatchRow *>(host.symbol(table));
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < count; ++i)
         subjects.push_back(named(host, prefix + rows[i].name, true));
-    }
 }
 
 constexpr Parser parsers[] = {
@@ -115,9 +114,8 @@ constexpr Parser parsers[] = {
 std::vector<Subject> all_subjects(const host::Host &host)
 {
     std::vector<Subject> subjects;
-    for (const SYSDT_Record *record : host.types()) {
+    for (const SYSDT_Record *record : host.types())
         subjects.push_back(is_name_index(*record) ? of_name_index(*record) : named(host, record->name, false));
-    }
     add_rows(subjects, host, "g_astBOL_PREFIX_ProcTable", SYSDT_BOL_KINDS, "");
     add_rows(subjects, host, "g_astBOL_RD_ProcTable", 1, "RD:");
     return subjects;
@@ -128,9 +126,8 @@ std::vector<Parser> all_parsers(const host::Host &host)
     std::vector<Parser> found(std::begin(parsers), std::end(parsers));
     for (Parser &parser : found) {
         parser.function = host.symbol(parser.name);
-        if (parser.function == nullptr) {
+        if (parser.function == nullptr)
             throw std::runtime_error(std::string("no parser ") + parser.name);
-        }
     }
     return found;
 }
@@ -143,9 +140,8 @@ std::uint32_t Parser::operator()(char *text, void *value) const
 
 const Expectation &answering(const Subject &subject, std::span<const std::uint8_t> value)
 {
-    if (!subject.expect.has(test::dispatches)) {
+    if (!subject.expect.has(test::dispatches))
         return subject.expect;
-    }
     const Expectation *row = test::expectation_behind(subject.expect, selecting_word(value, std::endian::native));
     return row == nullptr ? subject.expect : *row;
 }

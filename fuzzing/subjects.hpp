@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What is fuzzed: every registered record, every row of the dispatch tables, and the parsers exported beside them.
-#ifndef BGPDT_FUZZING_SUBJECTS_HPP
-#define BGPDT_FUZZING_SUBJECTS_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -35,5 +34,3 @@ std::vector<Parser> all_parsers(const host::Host &host);
 const test::Expectation &answering(const test::Subject &subject, std::span<const std::uint8_t> value);
 
 } // namespace bgpdt::fuzzing
-
-#endif

@@ -38,9 +38,8 @@ std::array<std::size_t, 2> checked_lengths(const Subject &subject)
 void fuzz_check(const Case &input)
 {
     const Subject &subject = input.subject;
-    if (subject.check == nullptr) {
+    if (subject.check == nullptr)
         return;
-    }
     const std::size_t size = input.payload.size();
     const std::uint8_t *const value = memory().place(input.payload, input.has(odd_address));
     const std::uint32_t status = subject.check(value, 0, static_cast<std::uint32_t>(size), value);
@@ -102,9 +101,8 @@ std::uint32_t help(const Case &input)
 
 void fuzz_help(const Case &input)
 {
-    if (input.subject.help == nullptr) {
+    if (input.subject.help == nullptr)
         return;
-    }
     memory().begin(fills[0], input.failing());
     help(input);
     memory().begin(fills[1]);
@@ -120,9 +118,8 @@ class Comparing {
 public:
     explicit Comparing(const Case &input) : subject_(input.subject), length_(input.payload.size() / 3)
     {
-        for (std::size_t i = 0; i < values_.size(); ++i) {
+        for (std::size_t i = 0; i < values_.size(); ++i)
             values_[i] = place(input.payload.subspan(i * length_, length_), input.has(odd_address));
-        }
     }
 
     std::int32_t operator()(std::size_t first, std::size_t second) const
@@ -138,9 +135,8 @@ private:
     {
         std::uint8_t padded[16]{};
         const bool whole = subject_.expect.has(test::whole_value) && !subject_.expect.has(test::bytewise);
-        if (!whole || value.size() >= sizeof padded) {
+        if (!whole || value.size() >= sizeof padded)
             return memory().place(value, odd);
-        }
         std::copy(value.begin(), value.end(), padded);
         return memory().place(Bytes{padded}.first(std::max<std::size_t>(value.size(), subject_.length)), odd);
     }
@@ -154,9 +150,8 @@ private:
 
 void fuzz_compare(const Case &input)
 {
-    if (input.subject.compare == nullptr) {
+    if (input.subject.compare == nullptr)
         return;
-    }
     const Comparing compare(input);
     const std::int32_t ab = compare(0, 1);
     const std::int32_t ba = compare(1, 0);
@@ -173,9 +168,8 @@ void fuzz_compare(const Case &input)
     const std::int32_t ac = compare(0, 2);
     require(!is_order(ab) || !is_order(bc) || is_order(ac),
             "what compares with one that compares with a third does too");
-    if (is_order(ab) && is_order(bc) && (ab == bc || ab == 0 || bc == 0)) {
+    if (is_order(ab) && is_order(bc) && (ab == bc || ab == 0 || bc == 0))
         require(ac == (ab != 0 ? ab : bc), "the order is transitive");
-    }
     for (std::size_t i = 0; i < 3; ++i) {
         require(std::ranges::equal(compare.value(i), input.payload.subspan(i * compare.length(), compare.length())),
                 "Compare leaves the values alone");
@@ -185,9 +179,8 @@ void fuzz_compare(const Case &input)
 void fuzz_swap(const Case &input)
 {
     const Subject &subject = input.subject;
-    if (subject.endian == nullptr || input.payload.size() < subject.length) {
+    if (subject.endian == nullptr || input.payload.size() < subject.length)
         return;
-    }
     const Bytes before = input.payload.first(subject.length);
     std::uint8_t *const value = memory().place(before, input.has(odd_address));
     // A BGP-LS key's route type is read once it is turned, so every second call turns that word alone.

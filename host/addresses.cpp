@@ -21,33 +21,28 @@ constexpr size_t group_count = 8;
 /// Reads one decimal octet without leading zeros and moves behind it.
 bool read_octet(const char *&at, uint32_t &octet)
 {
-    if (!is_digit(*at)) {
+    if (!is_digit(*at))
         return false;
-    }
     octet = static_cast<uint32_t>(*at++ - '0');
     while (is_digit(*at)) {
-        if (octet == 0) {
+        if (octet == 0)
             return false;
-        }
         octet = octet * 10 + static_cast<uint32_t>(*at++ - '0');
-        if (octet > 255) {
+        if (octet > 255)
             return false;
-        }
     }
     return true;
 }
 
 uint32_t read_ipv4(const char *text, uint32_t *address)
 {
-    if (text == nullptr || address == nullptr) {
+    if (text == nullptr || address == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
     uint32_t value = 0;
     for (int left = 4; left != 0; --left) {
         uint32_t octet = 0;
-        if (!read_octet(text, octet) || *text++ != (left == 1 ? '\0' : '.')) {
+        if (!read_octet(text, octet) || *text++ != (left == 1 ? '\0' : '.'))
             return SYSDT_ERR_FAIL;
-        }
         value = value << 8 | octet;
     }
     *address = value;
@@ -77,54 +72,44 @@ private:
 /// Reads all groups in front of the text's end or its dotted tail.
 bool Groups::read_groups(const char *at)
 {
-    if (*at == ':' && *++at != ':') {
+    if (*at == ':' && *++at != ':')
         return false;
-    }
     for (;;) {
         if (*at == ':') {
-            if (gap != no_gap) {
+            if (gap != no_gap)
                 return false;
-            }
             gap = count;
-            if (*++at == '\0') {
+            if (*++at == '\0')
                 return true;
-            }
         }
         const char *const first = at;
         uint32_t group = 0;
-        for (uint32_t digit = 0; (digit = digit_value(*at)) < 16; ++at) {
+        for (uint32_t digit = 0; (digit = digit_value(*at)) < 16; ++at)
             group = group << 4 | digit;
-        }
         if (*at == '.') {
             uint32_t tail = 0;
-            if (count > group_count - 2 || read_ipv4(first, &tail) != SYSDT_OK) {
+            if (count > group_count - 2 || read_ipv4(first, &tail) != SYSDT_OK)
                 return false;
-            }
             add(tail >> 16);
             add(tail);
             return true;
         }
-        if (at == first || at - first > 4 || count == group_count) {
+        if (at == first || at - first > 4 || count == group_count)
             return false;
-        }
         add(group);
-        if (*at == '\0') {
+        if (*at == '\0')
             return true;
-        }
-        if (*at++ != ':') {
+        if (*at++ != ':')
             return false;
-        }
     }
 }
 
 bool Groups::read(const char *text)
 {
-    if (!read_groups(text)) {
+    if (!read_groups(text))
         return false;
-    }
-    if (gap == no_gap) {
+    if (gap == no_gap)
         return count == group_count;
-    }
     const size_t behind = count - gap;
     std::memmove(bytes + 2 * (group_count - behind), bytes + 2 * gap, 2 * behind);
     std::memset(bytes + 2 * gap, 0, 2 * (group_count - count));
@@ -133,13 +118,11 @@ bool Groups::read(const char *text)
 
 uint32_t read_ipv6(const char *text, void *address)
 {
-    if (text == nullptr || address == nullptr) {
+    if (text == nullptr || address == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
     Groups groups;
-    if (!groups.read(text)) {
+    if (!groups.read(text))
         return SYSDT_ERR_FAIL;
-    }
     std::memcpy(address, groups.bytes, sizeof groups.bytes);
     return SYSDT_OK;
 }
@@ -154,11 +137,9 @@ constexpr auto octets = [] {
     std::array<OctetText, 256> table{};
     for (unsigned octet = 0; octet < table.size(); ++octet) {
         OctetText &written = table[octet];
-        for (const unsigned unit : {100U, 10U, 1U}) {
-            if (octet >= unit || unit == 1) {
+        for (const unsigned unit : {100U, 10U, 1U})
+            if (octet >= unit || unit == 1)
                 written.text[written.length++] = static_cast<char>('0' + octet / unit % 10);
-            }
-        }
     }
     return table;
 }();
@@ -166,9 +147,8 @@ constexpr auto octets = [] {
 char *write_octet(char *out, uint32_t octet)
 {
     const OctetText &written = octets[octet];
-    for (uint8_t i = 0; i < written.length; ++i) {
+    for (uint8_t i = 0; i < written.length; ++i)
         *out++ = written.text[i];
-    }
     return out;
 }
 
@@ -185,15 +165,12 @@ char *write_ipv4(char *out, uint32_t address)
 char *write_group(char *out, uint32_t group)
 {
     constexpr const char *digits = "0123456789abcdef";
-    if (group > 0xFFF) {
+    if (group > 0xFFF)
         *out++ = digits[group >> 12];
-    }
-    if (group > 0xFF) {
+    if (group > 0xFF)
         *out++ = digits[group >> 8 & 0xF];
-    }
-    if (group > 0xF) {
+    if (group > 0xF)
         *out++ = digits[group >> 4 & 0xF];
-    }
     *out++ = digits[group & 0xF];
     return out;
 }
@@ -212,9 +189,8 @@ constexpr auto longest_runs = [] {
         for (uint8_t i = 0; i < group_count; ++i) {
             run = (zeros >> i & 1) == 0 ? Run{static_cast<uint8_t>(i + 1), 0}
                                         : Run{run.start, static_cast<uint8_t>(run.length + 1)};
-            if (run.length > table[zeros].length) {
+            if (run.length > table[zeros].length)
                 table[zeros] = run;
-            }
         }
     }
     return table;
@@ -244,16 +220,14 @@ char *write_ipv6(char *out, const uint8_t *address)
             i += zeros.length;
             continue;
         }
-        if (!separated) {
+        if (!separated)
             *out++ = ':';
-        }
         out = write_group(out, groups[i++]);
         separated = false;
     }
     if (dotted) {
-        if (!separated) {
+        if (!separated)
             *out++ = ':';
-        }
         out = write_ipv4(out, groups[6] << 16 | groups[7]);
     }
     *out = '\0';
@@ -265,14 +239,12 @@ template <int most>
 bool read_digits(const char *&at, uint32_t &group)
 {
     const uint32_t digit = digit_value(*at);
-    if (digit > 15) {
+    if (digit > 15)
         return false;
-    }
     group = group << 4 | digit;
     ++at;
-    if constexpr (most > 1) {
+    if constexpr (most > 1)
         read_digits<most - 1>(at, group);
-    }
     return true;
 }
 
@@ -307,12 +279,10 @@ uint32_t SMP_InetAToN6(const char *text, uint8_t address[16]) { return read_ipv6
 
 uint32_t SMP_InetAToN(int32_t family, const char *text, void *address)
 {
-    if (family == family_ipv6) {
+    if (family == family_ipv6)
         return read_ipv6(text, address);
-    }
-    if (family != family_ipv4) {
+    if (family != family_ipv4)
         return SYSDT_ERR_UNSUPPORTED;
-    }
     uint32_t number = 0;
     const uint32_t status = address == nullptr ? SYSDT_ERR_NULL_PTR : read_ipv4(text, &number);
     if (status == SYSDT_OK) {
@@ -342,9 +312,8 @@ const char *inet_ntop6(const uint8_t address[16], char *buffer, uint32_t size)
     }
     char text[ipv6_text_size];
     const auto needed = static_cast<size_t>(write_ipv6(text, address) - text) + 1;
-    if (needed > size) {
+    if (needed > size)
         return nullptr;
-    }
     std::memcpy(buffer, text, needed);
     return buffer;
 }
@@ -353,26 +322,22 @@ int32_t SYSDT_Ipv4Ipv6Compare(uint32_t, const void *first, const void *second)
 {
     const AddressField a{static_cast<const uint8_t *>(first)};
     const AddressField b{static_cast<const uint8_t *>(second)};
-    if (a.family() != b.family()) {
+    if (a.family() != b.family())
         return a.family() > b.family() ? 1 : -1;
-    }
-    if (a.family() != 0) {
+    if (a.family() != 0)
         return order(std::memcmp(a.ipv6(), b.ipv6(), sizeof(in6_addr)));
-    }
     return (a.ipv4() > b.ipv4()) - (a.ipv4() < b.ipv4());
 }
 
 uint32_t SMP_Str2Mac(const char *text, uint8_t mac[6])
 {
-    if (text == nullptr || mac == nullptr) {
+    if (text == nullptr || mac == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
     uint8_t value[6];
     for (int i = 0; i < 6; i += 2) {
         uint32_t group = 0;
-        if (!read_digits<4>(text, group) || *text++ != (i == 4 ? '\0' : '-')) {
+        if (!read_digits<4>(text, group) || *text++ != (i == 4 ? '\0' : '-'))
             return SYSDT_ERR_FAIL;
-        }
         value[i] = static_cast<uint8_t>(group >> 8);
         value[i + 1] = static_cast<uint8_t>(group);
     }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// ASCII character classes, whatever the process's locale.
-#ifndef BGPDT_HOST_ASCII_HPP
-#define BGPDT_HOST_ASCII_HPP
+#pragma once
 
 #include <array>
 
@@ -15,12 +14,10 @@ constexpr char to_lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char
 inline constexpr auto digit_values = [] {
     std::array<unsigned char, 256> table{};
     table.fill(255);
-    for (unsigned char i = 0; i < 10; ++i) {
+    for (unsigned char i = 0; i < 10; ++i)
         table[std::size_t{'0'} + i] = i;
-    }
-    for (unsigned char i = 10; i < 36; ++i) {
+    for (unsigned char i = 10; i < 36; ++i)
         table[std::size_t{'A'} + i - 10] = table[std::size_t{'a'} + i - 10] = i;
-    }
     return table;
 }();
 
@@ -28,5 +25,3 @@ inline constexpr auto digit_values = [] {
 constexpr unsigned digit_value(char c) { return digit_values[static_cast<unsigned char>(c)]; }
 
 } // namespace bgpdt::host
-
-#endif

@@ -47,12 +47,10 @@ bool has_percent_n(const char *format)
     while ((format = std::strchr(format, '%')) != nullptr) {
         ++format;
         format += std::strspn(format, "-+ #0'123456789.*hljztLq");
-        if (*format == 'n') {
+        if (*format == 'n')
             return true;
-        }
-        if (*format != '\0') {
+        if (*format != '\0')
             ++format;
-        }
     }
     return false;
 }
@@ -60,15 +58,13 @@ bool has_percent_n(const char *format)
 /// Prints, cut at the size; returns the whole text's length, or -1.
 int print(char *destination, size_t size, const char *format, va_list arguments)
 {
-    if (!is_buffer(destination, size) || size == 0) {
+    if (!is_buffer(destination, size) || size == 0)
         return -1;
-    }
     const bool allowed = format != nullptr && !has_percent_n(format);
     // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): every caller has started it
     const int length = allowed ? std::vsnprintf(destination, size, format, arguments) : -1;
-    if (length < 0) {
+    if (length < 0)
         *destination = '\0';
-    }
     return length;
 }
 
@@ -76,24 +72,21 @@ int print(char *destination, size_t size, const char *format, va_list arguments)
 
 int memcpy_s(void *destination, size_t destinationSize, const void *source, size_t count)
 {
-    if (!is_buffer(destination, destinationSize)) {
+    if (!is_buffer(destination, destinationSize))
         return EINVAL;
-    }
     if (count > destinationSize || (count != 0 && (source == nullptr || overlap(destination, source, count)))) {
         std::memset(destination, 0, destinationSize);
         return count > destinationSize ? ERANGE : EINVAL;
     }
-    if (count != 0) {
+    if (count != 0)
         std::memcpy(destination, source, count);
-    }
     return 0;
 }
 
 int memset_s(void *destination, size_t destinationSize, int value, size_t count)
 {
-    if (!is_buffer(destination, destinationSize)) {
+    if (!is_buffer(destination, destinationSize))
         return EINVAL;
-    }
     std::memset(destination, value, std::min(count, destinationSize));
     return count > destinationSize ? ERANGE : 0;
 }
@@ -105,9 +98,8 @@ int strcpy_s(char *destination, size_t destinationSize, const char *source)
 
 int strncpy_s(char *destination, size_t destinationSize, const char *source, size_t count)
 {
-    if (!is_buffer(destination, destinationSize) || destinationSize == 0) {
+    if (!is_buffer(destination, destinationSize) || destinationSize == 0)
         return EINVAL;
-    }
     if (source == nullptr || count > largest_size) {
         *destination = '\0';
         return EINVAL;
@@ -144,8 +136,7 @@ int snprintf_truncated_s(char *destination, size_t destinationSize, const char *
     va_start(arguments, format);
     const int length = print(destination, destinationSize, format, arguments);
     va_end(arguments);
-    if (length >= 0 && static_cast<size_t>(length) >= destinationSize) {
+    if (length >= 0 && static_cast<size_t>(length) >= destinationSize)
         return static_cast<int>(destinationSize) - 1;
-    }
     return length;
 }

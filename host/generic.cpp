@@ -36,9 +36,8 @@ struct Outputs {
 /// SYSDT_OK in the modes that convert text.
 uint32_t screen_text(uint8_t mode)
 {
-    if (mode == 4 || mode > 6) {
+    if (mode == 4 || mode > 6)
         return SYSDT_ERR_UNSUPPORTED;
-    }
     return mode == 1 || mode == 2 || mode == 6 ? SYSDT_OK : SYSDT_ERR_FAIL;
 }
 
@@ -79,9 +78,8 @@ uint32_t deliver_text(const SYSDT_Context &context, const Outputs &out, std::str
 /// Copies the value into the caller's block or a fresh one. Memory out is SYSDT_ERR_FAIL here.
 uint32_t deliver_copy(const SYSDT_Context &context, const Outputs &out, const void *value, uint32_t size)
 {
-    if (size > largest_length) {
+    if (size > largest_length)
         return SYSDT_ERR_FAIL;
-    }
     void *const block = *out.data != nullptr ? *out.data : SYS_DataTypeMallocByHandle(context.handle, size);
     if (block == nullptr) {
         *out.length = 0;
@@ -124,9 +122,8 @@ int32_t absolute(void *state, int32_t index) { return index < 0 ? SYSDT_SPTI_Get
 
 int32_t SYSDT_Uint32Compare(const void *, uint32_t, const void *first, const void *second)
 {
-    if (first == nullptr || second == nullptr) {
+    if (first == nullptr || second == nullptr)
         return null_pointer;
-    }
     const uint32_t a = load_number(first);
     const uint32_t b = load_number(second);
     return (a > b) - (a < b);
@@ -134,9 +131,8 @@ int32_t SYSDT_Uint32Compare(const void *, uint32_t, const void *first, const voi
 
 int32_t SYSDT_BlockCompare(const void *, uint32_t dataLength, const void *first, const void *second)
 {
-    if (first == nullptr || second == nullptr) {
+    if (first == nullptr || second == nullptr)
         return null_pointer;
-    }
     return order(std::memcmp(first, second, dataLength));
 }
 
@@ -144,16 +140,13 @@ uint32_t SYSDT_StringFormatIn(SYSDT_Context *context, uint32_t, uint32_t, char *
                               uint16_t *outLength, void **outData)
 {
     const Outputs out{outKind, outLength, outData};
-    if (context == nullptr || text == nullptr || !out.complete()) {
+    if (context == nullptr || text == nullptr || !out.complete())
         return SYSDT_ERR_NULL_PTR;
-    }
-    if (const uint32_t status = screen_text(context->mode); status != SYSDT_OK) {
+    if (const uint32_t status = screen_text(context->mode); status != SYSDT_OK)
         return status;
-    }
     const size_t length = std::strlen(text);
-    if (length > max_text) {
+    if (length > max_text)
         return SYSDT_ERR_INVALID_VALUE;
-    }
     return deliver_value(*context, out, SYSDT_KIND_STRING, text, length + 1);
 }
 
@@ -161,15 +154,12 @@ uint32_t SYSDT_StringFormatOut(SYSDT_Context *context, uint32_t, uint32_t dataLe
                                uint16_t *outKind, uint16_t *outLength, void **outData)
 {
     const Outputs out{outKind, outLength, outData};
-    if (context == nullptr || data == nullptr || !out.complete()) {
+    if (context == nullptr || data == nullptr || !out.complete())
         return SYSDT_ERR_NULL_PTR;
-    }
-    if (context->mode == copy_mode) {
+    if (context->mode == copy_mode)
         return deliver_copy(*context, out, data, dataLength);
-    }
-    if (const uint32_t status = screen_text(context->mode); status != SYSDT_OK) {
+    if (const uint32_t status = screen_text(context->mode); status != SYSDT_OK)
         return status;
-    }
     const auto *const text = static_cast<const char *>(data);
     return deliver_text(*context, out, {text, strnlen(text, dataLength)});
 }
@@ -178,18 +168,14 @@ uint32_t SYSDT_StringHelp(SYSDT_Context *context, uint32_t, uint32_t, const void
                           SYSDT_HelpInfo *info)
 {
     constexpr std::string_view help = "STRING";
-    if (context == nullptr || request == nullptr || info == nullptr) {
+    if (context == nullptr || request == nullptr || info == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
-    if (context->mode != 1 && context->mode != 6) {
+    if (context->mode != 1 && context->mode != 6)
         return SYSDT_OK;
-    }
-    if (request->first == 0 || request->second == 0) {
+    if (request->first == 0 || request->second == 0)
         return SYSDT_ERR_PARAM;
-    }
-    if (const uint32_t status = SYSDT_InitHelpInfo(context->handle, info, 1); status != SYSDT_OK) {
+    if (const uint32_t status = SYSDT_InitHelpInfo(context->handle, info, 1); status != SYSDT_OK)
         return status;
-    }
     auto *const text = static_cast<char *>(SYS_DataTypeMallocByHandle(context->handle, help.size() + 1));
     if (text == nullptr) {
         SYSDT_ClearHelpInfo(info);
@@ -202,18 +188,16 @@ uint32_t SYSDT_StringHelp(SYSDT_Context *context, uint32_t, uint32_t, const void
 
 int32_t SYSDT_StringCompare(const void *, uint32_t dataLength, const void *first, const void *second)
 {
-    if (first == nullptr || second == nullptr) {
+    if (first == nullptr || second == nullptr)
         return null_pointer;
-    }
     return order(std::strncmp(static_cast<const char *>(first), static_cast<const char *>(second), dataLength));
 }
 
 uint32_t SYSDT_StringLuaSet(void *state, int32_t tableIndex, const char *fieldName, uint32_t, uint32_t bufferLength,
                             const void *data)
 {
-    if (state == nullptr || fieldName == nullptr || data == nullptr) {
+    if (state == nullptr || fieldName == nullptr || data == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
     const auto *const text = static_cast<const char *>(data);
     tableIndex = absolute(state, tableIndex);
     SYSDT_SPTI_PushLString(state, text, static_cast<uint32_t>(strnlen(text, bufferLength)));
@@ -224,17 +208,14 @@ uint32_t SYSDT_StringLuaSet(void *state, int32_t tableIndex, const char *fieldNa
 uint32_t SYSDT_StringLuaGet(void *state, int32_t tableIndex, const char *fieldName, uint32_t, uint32_t bufferLength,
                             void *data)
 {
-    if (state == nullptr || fieldName == nullptr || data == nullptr) {
+    if (state == nullptr || fieldName == nullptr || data == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
     SYSDT_SPTI_GetField(state, tableIndex, fieldName);
-    if (SYSDT_SPTI_IsString(state, -1) == 0) {
+    if (SYSDT_SPTI_IsString(state, -1) == 0)
         return SYSDT_ERR_PARAM;
-    }
     const uint32_t length = SYSDT_SPTI_ObjLen(state, -1);
-    if (length >= bufferLength) {
+    if (length >= bufferLength)
         return SYSDT_ERR_TOO_LONG;
-    }
     std::memcpy(data, SYSDT_SPTI_ToString(state, -1), length + 1);
     SYSDT_SPTI_Pop(state, 1);
     return SYSDT_OK;
@@ -244,16 +225,13 @@ uint32_t SYS_DT_UINT32IndexFormatIn(SYSDT_Context *context, uint32_t, uint32_t, 
                                     uint16_t *outLength, void **outData)
 {
     const Outputs out{outKind, outLength, outData};
-    if (context == nullptr || text == nullptr || !out.complete()) {
+    if (context == nullptr || text == nullptr || !out.complete())
         return SYSDT_ERR_NULL_PTR;
-    }
-    if (const uint32_t status = screen_text(context->mode); status != SYSDT_OK) {
+    if (const uint32_t status = screen_text(context->mode); status != SYSDT_OK)
         return status;
-    }
     uint32_t index = 0;
-    if (const uint32_t status = read_index(SYSDT_BTrim(text), index); status != SYSDT_OK) {
+    if (const uint32_t status = read_index(SYSDT_BTrim(text), index); status != SYSDT_OK)
         return status;
-    }
     return deliver_value(*context, out, SYSDT_KIND_BINARY, &index, sizeof index);
 }
 
@@ -261,20 +239,16 @@ uint32_t SYS_DT_IndexFormatOut(SYSDT_Context *context, uint32_t, uint32_t dataLe
                                uint16_t *outKind, uint16_t *outLength, void **outData)
 {
     const Outputs out{outKind, outLength, outData};
-    if (context == nullptr || data == nullptr || !out.complete()) {
+    if (context == nullptr || data == nullptr || !out.complete())
         return SYSDT_ERR_NULL_PTR;
-    }
-    if (context->mode == copy_mode) {
+    if (context->mode == copy_mode)
         return deliver_copy(*context, out, data, dataLength);
-    }
-    if (const uint32_t status = screen_text(context->mode); status != SYSDT_OK) {
+    if (const uint32_t status = screen_text(context->mode); status != SYSDT_OK)
         return status;
-    }
     const uint32_t index = load_number(data);
     if (registry != nullptr) {
-        if (const std::string *const name = registry->names.name_of(index)) {
+        if (const std::string *const name = registry->names.name_of(index))
             return deliver_text(*context, out, *name);
-        }
     }
     char digits[std::numeric_limits<uint32_t>::digits10 + 2];
     PAL_Uint32ToStr(index, digits, 10);
@@ -284,12 +258,10 @@ uint32_t SYS_DT_IndexFormatOut(SYSDT_Context *context, uint32_t, uint32_t dataLe
 uint32_t SYSDT_Uint32LuaSet(void *state, int32_t tableIndex, const char *fieldName, uint32_t, uint32_t bufferLength,
                             const void *data)
 {
-    if (state == nullptr || fieldName == nullptr || data == nullptr) {
+    if (state == nullptr || fieldName == nullptr || data == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
-    if (bufferLength < sizeof(uint32_t)) {
+    if (bufferLength < sizeof(uint32_t))
         return SYSDT_ERR_PARAM;
-    }
     tableIndex = absolute(state, tableIndex);
     SYSDT_SPTI_PushUInt(state, load_number(data));
     SYSDT_SPTI_SetField(state, tableIndex, fieldName);
@@ -299,16 +271,13 @@ uint32_t SYSDT_Uint32LuaSet(void *state, int32_t tableIndex, const char *fieldNa
 uint32_t SYSDT_Uint32LuaGet(void *state, int32_t tableIndex, const char *fieldName, uint32_t, uint32_t bufferLength,
                             void *data)
 {
-    if (state == nullptr || fieldName == nullptr || data == nullptr) {
+    if (state == nullptr || fieldName == nullptr || data == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
-    if (bufferLength < sizeof(uint32_t)) {
+    if (bufferLength < sizeof(uint32_t))
         return SYSDT_ERR_PARAM;
-    }
     SYSDT_SPTI_GetField(state, tableIndex, fieldName);
-    if (SYSDT_SPTI_IsNumber(state, -1) == 0) {
+    if (SYSDT_SPTI_IsNumber(state, -1) == 0)
         return SYSDT_ERR_PARAM;
-    }
     const uint32_t number = SYSDT_SPTI_ToUInt(state, -1);
     std::memcpy(data, &number, sizeof number);
     SYSDT_SPTI_Pop(state, 1);

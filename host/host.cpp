@@ -121,9 +121,8 @@ std::uint32_t run(lua_State *lua, lua_CFunction function, ScriptCall &call, int 
     lua_pushlightuserdata(lua, &call);
     lua_insert(lua, -1 - arguments);
     const int outcome = lua_pcall(lua, arguments + 1, results, 0);
-    if (outcome == LUA_OK) {
+    if (outcome == LUA_OK)
         return SYSDT_OK;
-    }
     error = lua_type(lua, -1) == LUA_TSTRING ? lua_tostring(lua, -1)
                                              : std::string("an error of type ") + luaL_typename(lua, -1);
     lua_pop(lua, 1);
@@ -159,9 +158,8 @@ const void *module_base(const void *address)
 std::string_view text_of(std::span<const std::uint8_t> data)
 {
     std::string_view all(reinterpret_cast<const char *>(data.data()), data.size());
-    if (all.ends_with('\0')) {
+    if (all.ends_with('\0'))
         all.remove_suffix(1);
-    }
     return all;
 }
 
@@ -188,18 +186,16 @@ struct Host::State {
 
     explicit State(Admission admission)
     {
-        if (host::registry != nullptr) {
+        if (host::registry != nullptr)
             throw HostError("another host lives in this process: the services can belong to one plug-in only");
-        }
         registry.admission = std::move(admission);
         host::registry = &registry;
     }
     ~State()
     {
         host::registry = nullptr;
-        if (module != nullptr) {
+        if (module != nullptr)
             dlclose(module);
-        }
     }
     State(const State &) = delete;
     State &operator=(const State &) = delete;
@@ -208,18 +204,15 @@ struct Host::State {
     {
         // An absolute path keeps the loader from searching its own folders for a bare file name.
         module = dlopen(std::filesystem::absolute(plugin).c_str(), RTLD_NOW | RTLD_LOCAL);
-        if (module == nullptr) {
+        if (module == nullptr)
             throw HostError("cannot load the plug-in: " + loader_message());
-        }
         void *const entry = dlsym(module, entry_name);
-        if (entry == nullptr) {
+        if (entry == nullptr)
             throw HostError(plugin.string() + " is no plug-in of data types: it does not export " + entry_name);
-        }
         base = module_base(entry);
         const std::uint32_t status = reinterpret_cast<Entry *>(entry)(Registry::handle);
-        if (registry.failure) {
+        if (registry.failure)
             std::rethrow_exception(registry.failure);
-        }
         if (status != SYSDT_OK) {
             throw HostError(plugin.string() + " could not be initialized: " + entry_name + " answered " +
                             status_name(status));
@@ -299,9 +292,8 @@ std::int32_t Host::compare(const SYSDT_Record &type, std::span<const std::uint8_
 
 std::uint32_t Host::swap(const SYSDT_Record &type, std::span<std::uint8_t> value)
 {
-    if (value.size() < type.dataLength) {
+    if (value.size() < type.dataLength)
         return SYSDT_ERR_LENGTH;
-    }
     SYSDT_Context context = context_of(0);
     return type.endian(&context, 0, 0, value.data());
 }
@@ -314,28 +306,23 @@ std::vector<std::string> Host::help(const SYSDT_Record &type, std::uint8_t mode,
     status = type.help(&context, 0, 0, &request, &request, &info);
     const std::unique_ptr<SYSDT_HelpInfo, HelpRelease> release(&info);
     std::vector<std::string> texts;
-    for (std::uint32_t i = 0; status == SYSDT_OK && i < info.count; ++i) {
-        if (info.entries[i] != nullptr) {
+    for (std::uint32_t i = 0; status == SYSDT_OK && i < info.count; ++i)
+        if (info.entries[i] != nullptr)
             texts.emplace_back(info.entries[i]);
-        }
-    }
     return texts;
 }
 
 std::uint32_t Host::push_script_value(lua_State *lua, const SYSDT_Record &type, std::span<const std::uint8_t> value,
                                       std::string &error)
 {
-    if (!has_room(lua, error)) {
+    if (!has_room(lua, error))
         return SYSDT_ERR_FAIL;
-    }
     const Readable readable(type, value);
     ScriptCall call{&type, length_of(value), readable.data(), nullptr, SYSDT_ERR_FAIL};
-    if (const std::uint32_t status = run(lua, set_in_engine, call, 0, 1, error); status != SYSDT_OK) {
+    if (const std::uint32_t status = run(lua, set_in_engine, call, 0, 1, error); status != SYSDT_OK)
         return status;
-    }
-    if (call.status != SYSDT_OK) {
+    if (call.status != SYSDT_OK)
         lua_pop(lua, 1);
-    }
     return call.status;
 }
 
@@ -363,11 +350,10 @@ Converter::~Converter() { release(); }
 inline void Converter::release()
 {
     void *const block = std::exchange(delivered_, nullptr);
-    if (block == lent_->bytes) {
+    if (block == lent_->bytes)
         lent_->taken = false;
-    } else if (block != nullptr) {
+    else if (block != nullptr)
         SYS_DataTypeFree(block);
-    }
 }
 
 template <class Call>
@@ -418,11 +404,9 @@ std::string status_name(std::uint32_t status)
         Name{SYSDT_ERR_OUTPUT, "SYSDT_ERR_OUTPUT"},
         Name{SYSDT_ERR_TOO_LONG, "SYSDT_ERR_TOO_LONG"},
     };
-    for (const Name &known : names) {
-        if (known.status == status) {
+    for (const Name &known : names)
+        if (known.status == status)
             return known.name;
-        }
-    }
     char digits[] = "0x00000000";
     (void)std::snprintf(digits, sizeof digits, "0x%06lX", static_cast<unsigned long>(status));
     return digits;

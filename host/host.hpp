@@ -4,8 +4,7 @@
 ///
 /// The services that the plug-in imports are defined with C linkage beside this class (host.h tells their contracts).
 /// Everything here is independent of any particular type.
-#ifndef BGPDT_HOST_HOST_HPP
-#define BGPDT_HOST_HOST_HPP
+#pragma once
 
 #include <cstdint>
 #include <filesystem>
@@ -155,5 +154,3 @@ std::string status_name(std::uint32_t status);
 } // namespace bgpdt::host
 
 #pragma GCC visibility pop
-
-#endif

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The block that a thread lends to its conversions in place of one from the heap, again and again.
-#ifndef BGPDT_HOST_LENT_BLOCK_HPP
-#define BGPDT_HOST_LENT_BLOCK_HPP
+#pragma once
 
 #include <cstddef>
 
@@ -19,5 +18,3 @@ struct LentBlock {
 [[gnu::tls_model("initial-exec")]] extern constinit thread_local LentBlock *lent_block;
 
 } // namespace bgpdt::host
-
-#endif

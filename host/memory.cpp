@@ -42,9 +42,8 @@ void SYS_DataTypeFree(void *block)
 
 uint32_t SYSDT_InitHelpInfo(uint32_t handle, SYSDT_HelpInfo *info, uint32_t count)
 {
-    if (info == nullptr) {
+    if (info == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
     const uint64_t size = uint64_t{count} * sizeof *info->entries;
     void *const block = size <= UINT32_MAX ? SYS_DataTypeMallocByHandle(handle, static_cast<uint32_t>(size)) : nullptr;
     if (block == nullptr) {
@@ -59,9 +58,8 @@ uint32_t SYSDT_InitHelpInfo(uint32_t handle, SYSDT_HelpInfo *info, uint32_t coun
 
 void SYSDT_ClearHelpInfo(SYSDT_HelpInfo *info)
 {
-    if (info == nullptr || info->entries == nullptr) {
+    if (info == nullptr || info->entries == nullptr)
         return;
-    }
     std::for_each_n(info->entries, info->count, SYS_DataTypeFree);
     SYS_DataTypeFree(info->entries);
     *info = {};

@@ -14,13 +14,11 @@ namespace {
 /// Cuts the next word off the line; empty at its end.
 std::string_view take_word(std::string_view &line)
 {
-    while (!line.empty() && is_space(line.front())) {
+    while (!line.empty() && is_space(line.front()))
         line.remove_prefix(1);
-    }
     std::size_t length = 0;
-    while (length != line.size() && !is_space(line[length])) {
+    while (length != line.size() && !is_space(line[length]))
         ++length;
-    }
     const std::string_view word = line.substr(0, length);
     line.remove_prefix(length);
     return word;
@@ -41,39 +39,32 @@ Names::Names(const std::filesystem::path &file)
             throw HostError(file.string() + ':' + std::to_string(number) + ": " + error.what());
         }
     }
-    if (!in.eof()) {
+    if (!in.eof())
         throw HostError("cannot read the names file " + file.string() + ": " + std::strerror(errno));
-    }
 }
 
 void Names::add_line(std::string_view line)
 {
     const std::string_view index_word = take_word(line);
-    if (index_word.empty()) {
+    if (index_word.empty())
         return;
-    }
     std::uint32_t index = 0;
-    if (SMP_StrToUint32(std::string(index_word).c_str(), &index) != SYSDT_OK) {
+    if (SMP_StrToUint32(std::string(index_word).c_str(), &index) != SYSDT_OK)
         throw HostError(in_quotes(index_word) + " is no index: it must be a decimal number up to 4294967295");
-    }
     const std::string_view name = take_word(line);
-    if (name.empty()) {
+    if (name.empty())
         throw HostError("index " + std::to_string(index) + " has no name");
-    }
-    if (const std::string_view rest = take_word(line); !rest.empty()) {
+    if (const std::string_view rest = take_word(line); !rest.empty())
         throw HostError(in_quotes(rest) + " stands behind the name " + in_quotes(name) + ": a name is a single word");
-    }
     add(index, name);
 }
 
 void Names::add(std::uint32_t index, std::string_view name)
 {
-    if (name.size() > max_length) {
+    if (name.size() > max_length)
         throw HostError("the name is longer than " + std::to_string(max_length) + " characters");
-    }
-    if (const std::string *other = name_of(index)) {
+    if (const std::string *other = name_of(index))
         throw HostError("index " + std::to_string(index) + " has the name " + in_quotes(*other) + " already");
-    }
     if (!indexes_.emplace(name, index).second) {
         throw HostError("the name " + in_quotes(name) + " has the index " + std::to_string(*index_of(name)) +
                         " already");

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The names behind the name-index types.
-#ifndef BGPDT_HOST_NAMES_HPP
-#define BGPDT_HOST_NAMES_HPP
+#pragma once
 
 #include <cstdint>
 #include <filesystem>
@@ -38,5 +37,3 @@ private:
 };
 
 } // namespace bgpdt::host
-
-#endif

@@ -17,20 +17,16 @@ namespace {
 template <class Number>
 uint32_t read_decimal(const char *text, Number *number)
 {
-    if (text == nullptr || number == nullptr) {
+    if (text == nullptr || number == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
     Number value = 0;
     const char *at = text;
-    for (; is_digit(*at); ++at) {
+    for (; is_digit(*at); ++at)
         if (__builtin_mul_overflow(value, Number{10}, &value) ||
-            __builtin_add_overflow(value, static_cast<Number>(*at - '0'), &value)) {
+            __builtin_add_overflow(value, static_cast<Number>(*at - '0'), &value))
             return SYSDT_ERR_FAIL;
-        }
-    }
-    if (at == text || *at != '\0') {
+    if (at == text || *at != '\0')
         return SYSDT_ERR_FAIL;
-    }
     *number = value;
     return SYSDT_OK;
 }
@@ -38,9 +34,8 @@ uint32_t read_decimal(const char *text, Number *number)
 /// Whether a number's text begins with a minus sign, as strtoul sees it.
 bool is_negative(const char *text)
 {
-    while (is_space(*text)) {
+    while (is_space(*text))
         ++text;
-    }
     return *text == '-';
 }
 
@@ -55,20 +50,17 @@ uint32_t PAL_StrToUint64(const char *text, uint64_t *number) { return read_decim
 uint32_t SMP_atoulx(const char *text)
 {
     uint32_t value = 0;
-    for (; digit_value(*text) < 16; ++text) {
+    for (; digit_value(*text) < 16; ++text)
         value = value << 4 | digit_value(*text);
-    }
     return value;
 }
 
 uint32_t PAL_Uint32ToStr(uint32_t value, char *buffer, uint32_t base)
 {
-    if (buffer == nullptr) {
+    if (buffer == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
-    if (base < 2 || base > 36) {
+    if (base < 2 || base > 36)
         return SYSDT_ERR_PARAM;
-    }
     *std::to_chars(buffer, buffer + std::numeric_limits<uint32_t>::digits, value, static_cast<int>(base)).ptr = '\0';
     return SYSDT_OK;
 }

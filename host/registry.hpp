@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the services share with the living Host.
-#ifndef BGPDT_HOST_REGISTRY_HPP
-#define BGPDT_HOST_REGISTRY_HPP
+#pragma once
 
 #include <exception>
 #include <vector>
@@ -27,5 +26,3 @@ struct Registry {
 extern Registry *registry;
 
 } // namespace bgpdt::host
-
-#endif

@@ -32,9 +32,8 @@ private:
     {
         for (const char *at = first; at != last; ++at) {
             const bool range = last - at > 2 && at[1] == '-';
-            if (range ? as_byte(c) >= as_byte(at[0]) && as_byte(c) <= as_byte(at[2]) : c == *at) {
+            if (range ? as_byte(c) >= as_byte(at[0]) && as_byte(c) <= as_byte(at[2]) : c == *at)
                 return true;
-            }
             at += range ? 2 : 0;
         }
         return false;
@@ -82,13 +81,11 @@ bool read_set(const char *&format, Set &set)
     set.negated = *format == '^';
     format += set.negated ? 1 : 0;
     set.first = format;
-    if (*format == '\0') {
+    if (*format == '\0')
         return false;
-    }
     set.last = std::strchr(format + 1, ']');
-    if (set.last == nullptr) {
+    if (set.last == nullptr)
         return false;
-    }
     format = set.last + 1;
     return true;
 }
@@ -103,24 +100,20 @@ Conversion read_conversion(const char *&format)
     }
     if (is_digit(*format)) {
         conversion.width = 0;
-        for (; is_digit(*format) && conversion.width < UINT16_MAX; ++format) {
+        for (; is_digit(*format) && conversion.width < UINT16_MAX; ++format)
             conversion.width = conversion.width * 10 + digit_value(*format);
-        }
-        if (conversion.width == 0) {
+        if (conversion.width == 0)
             return conversion;
-        }
     }
     if (*format != '\0' && std::strchr("hljzt", *format) != nullptr) {
         conversion.bits = read_length_modifier(format);
         conversion.sized = true;
     }
     const char letter = *format;
-    if (letter != '\0') {
+    if (letter != '\0')
         ++format;
-    }
-    if (letter != '[' || read_set(format, conversion.set)) {
+    if (letter != '[' || read_set(format, conversion.set))
         conversion.letter = letter;
-    }
     return conversion;
 }
 
@@ -147,9 +140,8 @@ private:
 
     void skip_space()
     {
-        while (is_space(*at_)) {
+        while (is_space(*at_))
             ++at_;
-        }
     }
 
     const char *const start_;
@@ -162,9 +154,8 @@ private:
 int Scanner::scan(const char *format)
 {
     Result result = Result::done;
-    while (*format != '\0' && result == Result::done) {
+    while (*format != '\0' && result == Result::done)
         result = step(format);
-    }
     return result == Result::end_of_input && !converted_ ? EOF : assigned_;
 }
 
@@ -175,22 +166,17 @@ Result Scanner::step(const char *&format)
         skip_space();
         return Result::done;
     }
-    if (character != '%') {
+    if (character != '%')
         return literal(character);
-    }
     const Conversion conversion = read_conversion(format);
-    if (conversion.letter == 'n') {
+    if (conversion.letter == 'n')
         return count(conversion);
-    }
-    if (conversion.letter != 'c' && conversion.letter != '[') {
+    if (conversion.letter != 'c' && conversion.letter != '[')
         skip_space();
-    }
-    if (conversion.letter == '%') {
+    if (conversion.letter == '%')
         return literal('%');
-    }
-    if (*at_ == '\0') {
+    if (*at_ == '\0')
         return Result::end_of_input;
-    }
     return convert(conversion);
 }
 
@@ -223,14 +209,12 @@ Result Scanner::convert(const Conversion &conversion)
 Result Scanner::number(const Conversion &conversion, unsigned base, bool is_signed)
 {
     Numeral numeral_read;
-    if (!numeral(conversion.width, base, numeral_read) || numeral_read.too_large) {
+    if (!numeral(conversion.width, base, numeral_read) || numeral_read.too_large)
         return Result::mismatch;
-    }
     const uint64_t largest = UINT64_MAX >> (64 - conversion.bits + (is_signed ? 1 : 0));
     const uint64_t limit = is_signed && numeral_read.negative ? largest + 1 : largest;
-    if (numeral_read.magnitude > limit) {
+    if (numeral_read.magnitude > limit)
         return Result::mismatch;
-    }
     converted_ = true;
     if (!conversion.suppressed) {
         store(conversion, numeral_read.negative ? 0 - numeral_read.magnitude : numeral_read.magnitude);
@@ -264,20 +248,17 @@ bool Scanner::numeral(size_t width, unsigned base, Numeral &result)
 
 Result Scanner::text(const Conversion &conversion, size_t length, bool terminated)
 {
-    if (conversion.sized || length == 0) {
+    if (conversion.sized || length == 0)
         return Result::mismatch;
-    }
     if (!conversion.suppressed) {
         // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): whoever calls has started it
         char *const destination = va_arg(*arguments_, char *);
         const size_t size = va_arg(*arguments_, size_t);
-        if (destination == nullptr || length + (terminated ? 1 : 0) > size) {
+        if (destination == nullptr || length + (terminated ? 1 : 0) > size)
             return Result::mismatch;
-        }
         std::memcpy(destination, at_, length);
-        if (terminated) {
+        if (terminated)
             destination[length] = '\0';
-        }
         ++assigned_;
     }
     converted_ = true;
@@ -287,27 +268,24 @@ Result Scanner::text(const Conversion &conversion, size_t length, bool terminate
 
 Result Scanner::count(const Conversion &conversion)
 {
-    if (!conversion.suppressed) {
+    if (!conversion.suppressed)
         store(conversion, static_cast<uint64_t>(at_ - start_));
-    }
     return Result::done;
 }
 
 size_t Scanner::word_length(size_t width) const
 {
     size_t length = 0;
-    while (length != width && at_[length] != '\0' && !is_space(at_[length])) {
+    while (length != width && at_[length] != '\0' && !is_space(at_[length]))
         ++length;
-    }
     return length;
 }
 
 size_t Scanner::set_length(const Conversion &conversion) const
 {
     size_t length = 0;
-    while (length != conversion.width && at_[length] != '\0' && conversion.set.holds(at_[length])) {
+    while (length != conversion.width && at_[length] != '\0' && conversion.set.holds(at_[length]))
         ++length;
-    }
     return length;
 }
 
@@ -336,9 +314,8 @@ void Scanner::store(const Conversion &conversion, uint64_t value)
 
 int sscanf_s(const char *text, const char *format, ...)
 {
-    if (text == nullptr || format == nullptr) {
+    if (text == nullptr || format == nullptr)
         return EOF;
-    }
     va_list arguments;
     va_start(arguments, format);
     const int result = Scanner(text, &arguments).scan(format);

@@ -17,9 +17,8 @@ lua_State *engine(void *state) { return static_cast<lua_State *>(state); }
 lua_State *engine_with_room(void *state)
 {
     lua_State *const lua = engine(state);
-    if (lua_gettop(lua) >= LUA_MINSTACK && lua_checkstack(lua, 1) == 0) [[unlikely]] {
+    if (lua_gettop(lua) >= LUA_MINSTACK && lua_checkstack(lua, 1) == 0) [[unlikely]]
         luaL_error(lua, "the script stack is full");
-    }
     return lua;
 }
 
@@ -35,9 +34,8 @@ int type_at(lua_State *lua, int index)
 lua_State *engine_with_operands(void *state, int operands, int index)
 {
     lua_State *const lua = engine(state);
-    if (const int top = lua_gettop(lua); top <= operands || index == 0 || index < -top) [[unlikely]] {
+    if (const int top = lua_gettop(lua); top <= operands || index == 0 || index < -top) [[unlikely]]
         luaL_error(lua, "a field is stored in nothing, or without a value");
-    }
     return lua;
 }
 
@@ -61,9 +59,8 @@ int32_t SYSDT_SPTI_GetTop(void *state) { return lua_gettop(engine(state)); }
 void SYSDT_SPTI_Pop(void *state, int32_t count)
 {
     lua_State *const lua = engine(state);
-    if (const int top = lua_gettop(lua); count < 0 || count > top) [[unlikely]] {
+    if (const int top = lua_gettop(lua); count < 0 || count > top) [[unlikely]]
         luaL_error(lua, "%d values are popped off a stack of %d", count, top);
-    }
     lua_pop(lua, count);
 }
 
@@ -88,11 +85,10 @@ void SYSDT_SPTI_SetTable(void *state, int32_t index) { lua_settable(engine_with_
 void SYSDT_SPTI_GetField(void *state, int32_t index, const char *key)
 {
     lua_State *const lua = engine_with_room(state);
-    if (type_at(lua, index) == LUA_TTABLE) [[likely]] {
+    if (type_at(lua, index) == LUA_TTABLE) [[likely]]
         lua_getfield(lua, index, key);
-    } else {
+    else
         lua_pushnil(lua);
-    }
 }
 
 void SYSDT_SPTI_GetTable(void *state, int32_t index)

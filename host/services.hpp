@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The services' declarations for the files that define them: visible to every module of the process.
-#ifndef BGPDT_HOST_SERVICES_HPP
-#define BGPDT_HOST_SERVICES_HPP
+#pragma once
 
 #pragma GCC visibility push(default)
 #include "bgp_datatype/host.h"
 #pragma GCC visibility pop
-
-#endif

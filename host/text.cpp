@@ -11,16 +11,13 @@ using namespace bgpdt::host;
 
 char *SYSDT_BTrim(char *text)
 {
-    if (text == nullptr) {
+    if (text == nullptr)
         return nullptr;
-    }
-    while (is_space(*text)) {
+    while (is_space(*text))
         ++text;
-    }
     char *end = text + std::strlen(text);
-    while (end != text && is_space(end[-1])) {
+    while (end != text && is_space(end[-1]))
         *--end = '\0';
-    }
     return text;
 }
 
@@ -31,14 +28,12 @@ uint32_t NCF_IsSpaceInString(const char *text)
     // What ends the search: white space, and the text's end.
     static constexpr auto ends = [] {
         std::array<bool, 256> table{};
-        for (unsigned c = 0; c < table.size(); ++c) {
+        for (unsigned c = 0; c < table.size(); ++c)
             table[c] = c == 0 || is_space(static_cast<char>(c));
-        }
         return table;
     }();
-    while (!ends[static_cast<unsigned char>(*text)]) {
+    while (!ends[static_cast<unsigned char>(*text)])
         ++text;
-    }
     return *text != '\0' ? 1 : 0;
 }
 

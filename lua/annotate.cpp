@@ -107,14 +107,12 @@ struct Shape {
         ++times;
         if (value.is_object()) {
             ++tables;
-            for (const auto &[key, entry] : value.items()) {
+            for (const auto &[key, entry] : value.items())
                 fields[key].add(entry);
-            }
         } else if (value.is_array()) {
             element.resize(1);
-            for (const auto &entry : value) {
+            for (const auto &entry : value)
                 element[0].add(entry);
-            }
         } else {
             kinds.insert(value.is_string()           ? "string"
                          : value.is_boolean()        ? "boolean"
@@ -130,11 +128,9 @@ void describe(const SYSDT_Record &type, const Bytes &value, Descriptions &descri
 {
     const auto below = [](const char *part) { return part == nullptr ? "" : std::string(".") + part; };
     const Layout &layout = layout_of(type.typeId, value, std::endian::native);
-    for (const Field &field : layout.fields) {
-        if (field.key != nullptr && field.name != nullptr) {
+    for (const Field &field : layout.fields)
+        if (field.key != nullptr && field.name != nullptr)
             descriptions[class_of(type) + below(layout.key) + below(field.table) + below(field.key)].insert(field.name);
-        }
-    }
 }
 
 /// Values of the type: those of its samples, and that of zeros.
@@ -144,9 +140,8 @@ std::vector<Bytes> values_of(Session &session, const SYSDT_Record &type)
     if (type.formatIn != nullptr) {
         for (const std::string &text : sample_of(type.typeId).texts) {
             const host::Converted converted = session.host().parse(type, text, session.mode_for(type));
-            if (converted.ok()) {
+            if (converted.ok())
                 values.push_back(converted.data);
-            }
         }
     }
     return values;
@@ -157,9 +152,8 @@ std::string write_shape(std::ostream &out, const std::string &name, const Shape 
                         const Descriptions &descriptions)
 {
     std::set<std::string> words = shape.kinds;
-    if (!shape.element.empty()) {
+    if (!shape.element.empty())
         words.insert(write_shape(out, name, shape.element[0], descriptions) + "[]");
-    }
     if (shape.tables != 0) {
         std::ostringstream rows;
         for (const auto &[key, field] : shape.fields) {
@@ -167,9 +161,8 @@ std::string write_shape(std::ostream &out, const std::string &name, const Shape 
             path.append(".").append(key);
             rows << "---@field " << key << (field.times < shape.tables ? "? " : " ")
                  << write_shape(out, path, field, descriptions);
-            if (const auto found = descriptions.find(path); found != descriptions.end()) {
+            if (const auto found = descriptions.find(path); found != descriptions.end())
                 rows << " " << joined(std::vector(found->second.begin(), found->second.end()), "; ");
-            }
             rows << "\n";
         }
         out << "\n---@class " << name << "\n" << rows.str();
@@ -192,9 +185,8 @@ void write_type(std::ostream &out, Session &session, lua_State *lua, const SYSDT
     }
     const std::string name = class_of(type);
     const std::string written = write_shape(out, name, shape, descriptions);
-    if (written != name) {
+    if (written != name)
         out << "\n---@alias " << name << " " << written << "\n";
-    }
 }
 
 std::string annotations()
@@ -203,12 +195,10 @@ std::string annotations()
     const LuaState lua = new_lua_state();
     std::ostringstream out;
     out << head << "\n---@alias bgp.TypeName\n";
-    for (const SYSDT_Record *type : session.host().types()) {
+    for (const SYSDT_Record *type : session.host().types())
         out << "---| '\"" << name_of(*type) << "\"' " << sample_of(type->typeId).about << "\n";
-    }
-    for (const SYSDT_Record *type : session.host().types()) {
+    for (const SYSDT_Record *type : session.host().types())
         write_type(out, session, lua.get(), *type);
-    }
     out << "\nreturn bgp\n";
     return out.str();
 }
@@ -217,22 +207,19 @@ void run(std::vector<std::string> arguments)
 {
     const bool check = !arguments.empty() && arguments[0] == "--check";
     const std::string file = arguments.empty() ? "" : arguments.back();
-    if (arguments.size() != (check ? 2 : 1)) {
+    if (arguments.size() != (check ? 2 : 1))
         throw std::runtime_error("usage: bgp_annotate [--check] FILE");
-    }
     const std::string now = annotations();
     if (check) {
         std::ifstream in(file);
-        if (std::string(std::istreambuf_iterator<char>(in), {}) == now) {
+        if (std::string(std::istreambuf_iterator<char>(in), {}) == now)
             return;
-        }
         throw std::runtime_error(file + " is not current; build the target bgp_lua_annotations");
     }
     std::ofstream out(file);
     out << now << std::flush;
-    if (!out) {
+    if (!out)
         throw std::runtime_error(file + " cannot be written");
-    }
 }
 
 } // namespace

@@ -29,9 +29,8 @@ void require_one_engine(lua_State *lua)
     lua_getglobal(lua, "string");
     const bool has_strings = lua_istable(lua, -1) && lua_getfield(lua, -1, "byte") == LUA_TFUNCTION;
     lua_CFunction theirs = has_strings ? lua_tocfunction(lua, -1) : nullptr;
-    if (theirs != nullptr && module_of(theirs) != module_of(luaopen_string)) {
+    if (theirs != nullptr && module_of(theirs) != module_of(luaopen_string))
         luaL_error(lua, "the interpreter does not export its engine (link it with -Wl,-E, or to liblua5.4.so)");
-    }
     lua_settop(lua, 0);
 }
 
@@ -58,9 +57,8 @@ extern "C" __attribute__((visibility("default"))) int luaopen_bgp(lua_State *lua
     bgpdt::require_one_engine(lua);
     char reason[1024] = {};
     bgpdt::toolkit::Session *session = bgpdt::session_or(reason);
-    if (session == nullptr) {
+    if (session == nullptr)
         return luaL_error(lua, "%s", reason);
-    }
     bgpdt::toolkit::push_module(lua, *session);
     return 1;
 }

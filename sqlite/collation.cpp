@@ -28,9 +28,8 @@ public:
     {
         read(first, first_);
         read(second, second_);
-        if (first_.valid != second_.valid) {
+        if (first_.valid != second_.valid)
             return first_.valid ? -1 : 1;
-        }
         return first_.valid ? order_.compare(order_.key(first_.key.data()), order_.key(second_.key.data()))
                             : first.compare(second);
     }
@@ -52,18 +51,15 @@ private:
 
     void read(std::string_view text, Side &side)
     {
-        if (side.known && side.text == text) {
+        if (side.known && side.text == text)
             return;
-        }
         side.known = text.size() <= longest_kept;
-        if (side.known) {
+        if (side.known)
             side.text = text;
-        }
         const toolkit::Value value = reader_.read(text);
         side.valid = value.data() != nullptr;
-        if (side.valid) {
+        if (side.valid)
             order_.make_key(value, side.key.data());
-        }
     }
 
     TextReader reader_;
@@ -87,11 +83,9 @@ Reserves &reserves(toolkit::Session &session)
 {
     static Reserves &all = *[&session] {
         auto made = std::make_unique<Reserves>();
-        for (const SYSDT_Record *type : session.host().types()) {
-            if (type->formatIn != nullptr) {
+        for (const SYSDT_Record *type : session.host().types())
+            if (type->formatIn != nullptr)
                 made->emplace_back(session, *type);
-            }
-        }
         return made.release();
     }();
     return all;
@@ -159,9 +153,8 @@ int add_collations(sqlite3 *database, toolkit::Session &session)
         const std::string name = "bgp_" + toolkit::name_of(reserve.type);
         const int result =
             sqlite3_create_collation_v2(database, name.c_str(), SQLITE_UTF8, collation.get(), compare, destroy);
-        if (result != SQLITE_OK) {
+        if (result != SQLITE_OK)
             return result; // the collation is still this function's then
-        }
         static_cast<void>(collation.release());
     }
     return SQLITE_OK;

@@ -53,9 +53,8 @@ std::string sentence(const toolkit::Error &error)
 /// The blob as a value of the type, in this machine's byte order.
 Bytes value_at(const SYSDT_Record &type, sqlite3_value *argument)
 {
-    if (sqlite3_value_type(argument) != SQLITE_BLOB) {
+    if (sqlite3_value_type(argument) != SQLITE_BLOB)
         throw toolkit::Refusal("the value of " + toolkit::name_of(type) + " must be a blob, as bgp_value() gives it");
-    }
     const std::string_view blob = view(argument);
     Bytes value(blob.begin(), blob.end());
     toolkit::require_size(type, value, value_size(type));
@@ -89,9 +88,8 @@ void text(sqlite3_context *context, toolkit::Session &session, const SYSDT_Recor
 {
     const Bytes shown = toolkit::printable(type, value_at(type, blob));
     const toolkit::Printed printed = toolkit::print_value(session, type, shown, session.mode_for(type));
-    if (!printed.text) {
+    if (!printed.text)
         throw toolkit::Refusal(toolkit::name_of(type) + " prints no text");
-    }
     give(context, *printed.text);
 }
 
@@ -136,9 +134,8 @@ template <Function *function>
 void entry(sqlite3_context *context, int, sqlite3_value **arguments)
 {
     const auto is_null = [](sqlite3_value *argument) { return sqlite3_value_type(argument) == SQLITE_NULL; };
-    if (std::any_of(arguments, arguments + 2, is_null)) {
+    if (std::any_of(arguments, arguments + 2, is_null))
         return;
-    }
     try {
         answer<function>(context, arguments);
     } catch (const std::bad_alloc &) {
@@ -174,9 +171,8 @@ int add_functions(sqlite3 *database, toolkit::Session &session)
     for (const Named &row : functions) {
         const int result = sqlite3_create_function_v2(database, row.name, 2, always | row.flags, &session, row.function,
                                                       nullptr, nullptr, nullptr);
-        if (result != SQLITE_OK) {
+        if (result != SQLITE_OK)
             return result;
-        }
     }
     return SQLITE_OK;
 }

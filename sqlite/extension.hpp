@@ -2,8 +2,7 @@
 /// @file
 /// The parts of the extension for SQLite. Blobs are values as hexadecimal text shows them elsewhere: numbers in the
 /// target's byte order, so that a database is the same on every machine.
-#ifndef BGPDT_SQLITE_EXTENSION_HPP
-#define BGPDT_SQLITE_EXTENSION_HPP
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -40,9 +39,8 @@ public:
     /// The whole value, until the next call; null if the type refuses the text.
     toolkit::Value read(std::string_view text)
     {
-        if (is_too_long(text) || text.find('\0') != std::string_view::npos) {
+        if (is_too_long(text) || text.find('\0') != std::string_view::npos)
             return {};
-        }
         line_ = text;
         const toolkit::Value value = converter_.parse(line_).data;
         const bool taken = value.size() - 1 < size_; // a refused text delivers nothing
@@ -68,5 +66,3 @@ int add_collations(sqlite3 *database, toolkit::Session &session);
 int add_types_table(sqlite3 *database, toolkit::Session &session);
 
 } // namespace bgpdt::sqlite
-
-#endif

@@ -31,9 +31,8 @@ int connect(sqlite3 *database, void *session, int, const char *const *, sqlite3_
 {
     const int declared = sqlite3_declare_vtab(
         database, "CREATE TABLE bgp_types(name TEXT, id INTEGER, size INTEGER, operations TEXT, about TEXT)");
-    if (declared != SQLITE_OK) {
+    if (declared != SQLITE_OK)
         return declared;
-    }
     *table = new (std::nothrow) Table(*static_cast<toolkit::Session *>(session));
     return *table == nullptr ? SQLITE_NOMEM : sqlite3_vtab_config(database, SQLITE_VTAB_INNOCUOUS);
 }

@@ -112,9 +112,8 @@ public:
             const Subject subject = subject_of(host_, line);
             print(line, subject);
             Dice dice(number_++);
-            for (unsigned i = 0; i < mutations_ && is_mutable(line, subject); ++i) {
+            for (unsigned i = 0; i < mutations_ && is_mutable(line, subject); ++i)
                 print(mutation_of(line, subject, dice), subject);
-            }
         }
     }
 
@@ -124,15 +123,13 @@ private:
         const auto print_mode = [&](std::uint8_t mode) {
             const std::string asked = line.text.empty() ? show(line.bytes) : show(line.text);
             Answer answer = asking_.ask(line, subject, mode);
-            if (line.verb == Verb::fn && answer.status != 0) {
+            if (line.verb == Verb::fn && answer.status != 0)
                 answer.bytes.clear(); // what was read before the failure: nothing tells its numbers
-            }
             std::printf("%s %s@%u %s -> %s\n", line.subject.c_str(), line.verb_name.c_str(), unsigned{mode},
                         asked.c_str(), to_text(answer).c_str());
         };
-        if (line.modes.empty()) {
+        if (line.modes.empty())
             print_mode(0);
-        }
         std::ranges::for_each(line.modes, print_mode);
     }
 
@@ -146,15 +143,13 @@ void run(std::span<char *> arguments)
 {
     host::Host host(plugin_path());
     const Vectors vectors = read_vector_folder(vectors_folder());
-    if (!vectors.errors.empty() || vectors.lines.empty()) {
+    if (!vectors.errors.empty() || vectors.lines.empty())
         throw std::runtime_error(vectors.errors.empty() ? vectors_folder() + " holds no vectors" : vectors.errors[0]);
-    }
     const unsigned long mutations =
         arguments.size() > 1 ? std::strtoul(arguments[1], nullptr, 10) : mutations_by_default;
     Answers(host, static_cast<unsigned>(mutations)).print(vectors);
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
         throw std::runtime_error("the answers could not be written");
-    }
 }
 
 } // namespace

@@ -59,9 +59,8 @@ Entry text_without_end(const std::string &characters) { return {text_kind, {char
 Entry bitmap(const Identifiers &identifiers)
 {
     Bytes bytes(32);
-    for (const int n : identifiers) {
+    for (const int n : identifiers)
         bytes[static_cast<std::size_t>(n / 8)] |= static_cast<std::uint8_t>(1 << n % 8);
-    }
     return {bitmap_kind, bytes};
 }
 
@@ -93,12 +92,10 @@ Bytes record(const std::vector<Entry> &entries, std::optional<std::uint16_t> cou
     Bytes bytes(44, 0xEE);
     const Bytes told = bytes_of(count.value_or(static_cast<std::uint16_t>(entries.size())));
     std::ranges::copy(told, bytes.begin() + 24);
-    for (const Entry &entry : entries) {
+    for (const Entry &entry : entries)
         for (const Bytes &part :
-             {bytes_of(entry.kind), bytes_of(static_cast<std::uint16_t>(entry.data.size())), entry.data}) {
+             {bytes_of(entry.kind), bytes_of(static_cast<std::uint16_t>(entry.data.size())), entry.data})
             bytes.insert(bytes.end(), part.begin(), part.end());
-        }
-    }
     return bytes;
 }
 
@@ -166,9 +163,8 @@ protected:
 Identifiers apart(int count)
 {
     Identifiers identifiers;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         identifiers.insert(2 * i);
-    }
     return identifiers;
 }
 
@@ -183,15 +179,13 @@ TEST_F(AttrBitmapTest, Runs)
     expect_runs({7, 8}, "L: 7 to 8\r\n");
     expect_runs({15, 16, 17, 31, 33, 34}, "L: 15 to 17 31 33 to 34\r\n");
     Identifiers all;
-    for (int n = 0; n < 256; ++n) {
+    for (int n = 0; n < 256; ++n)
         all.insert(n);
-    }
     expect_runs(all, "L: 0 to 255\r\n");
     all.erase(128);
     expect_runs(all, "L: 0 to 127 129 to 255\r\n");
-    for (int n = 0; n < 256; ++n) {
+    for (int n = 0; n < 256; ++n)
         expect_runs({n}, "L: " + std::to_string(n) + "\r\n");
-    }
     expect_unlistable(record({text("L:"), bitmap({})}), "no identifier");
 }
 
@@ -202,9 +196,8 @@ TEST_F(AttrBitmapTest, TenRunsALine)
     expect_runs(apart(20), "L: 0 2 4 6 8 10 12 14 16 18\r\nL: 20 22 24 26 28 30 32 34 36 38\r\n");
     expect_runs(apart(21), "L: 0 2 4 6 8 10 12 14 16 18\r\nL: 20 22 24 26 28 30 32 34 36 38\r\nL: 40\r\n");
     Identifiers pairs;
-    for (int n = 1; n < 34; n += 3) {
+    for (int n = 1; n < 34; n += 3)
         pairs.insert({n, n + 1});
-    }
     expect_runs(pairs, "L: 1 to 2 4 to 5 7 to 8 10 to 11 13 to 14 16 to 17 19 to 20 22 to 23 25 to 26 28 to 29\r\n"
                        "L: 31 to 32\r\n");
     EXPECT_EQ("A 0 2 4 6 8 10 12 14 16 18.\r\nA 20.\r\n", list(record({text("A B###."), bitmap(apart(11))})));
@@ -218,9 +211,8 @@ TEST_F(AttrBitmapTest, TheBlockEndsTheListing)
         std::string listing = label;
         for (int run = 1; run <= 128; ++run) {
             listing += " " + std::to_string(2 * (run - 1));
-            if (run % 10 == 0) {
+            if (run % 10 == 0)
                 listing += "\r\n" + label;
-            }
         }
         listing += "\r\n";
         EXPECT_EQ(listing.substr(0, block_size - 1), list(record({text(label), bitmap(apart(128))})));
@@ -383,19 +375,15 @@ TEST_F(AttrBitmapTest, ConversionsThatDoNotFit)
           "%g",    "%a",     "%m",  "%ld",   "%lu",   "%lld",  "%llx",  "%jd",  "%zu",  "%td", "%Lf",   "%qd",
           "%hhhd", "%hhhhu", "%*d", "%.*d",  "%*.*u", "%-*d",  "%5*d",  "%1$d", "%1$u", "%'d", "%I64d", "%5",
           "%-",    "%.",     "%.5", "%h",    "%hh",   "% ",    "%#",    "%5.",  "%D",   "%S",  "%B",    "%b",
-          "%U",    "%O",     "%w",  "%.-5d", "%5-d",  "%+-#y", "%\xff", "%\n"}) {
-        for (const Entry &number : {u8(7), u16(7), u32(7)}) {
+          "%U",    "%O",     "%w",  "%.-5d", "%5-d",  "%+-#y", "%\xff", "%\n"})
+        for (const Entry &number : {u8(7), u16(7), u32(7)})
             expect_no_line("<" + std::string(conversion), {number});
-        }
-    }
     for (const char *conversion :
          {"%",   "%%",   "%n", "%d", "%u", "%i",  "%o",   "%x",   "%X",   "%hd", "%hhu", "%hs", "%hhs",
-          "%ls", "%lls", "%S", "%c", "%p", "%*s", "%.*s", "%-*s", "%1$s", "%'s", "%5",   "%.3", "%f"}) {
+          "%ls", "%lls", "%S", "%c", "%p", "%*s", "%.*s", "%-*s", "%1$s", "%'s", "%5",   "%.3", "%f"})
         for (const Entry &value :
-             {text("t"), text(""), address(0), address(1), ipv6_entry(), Entry{ipv4, bytes_of(std::uint32_t{1})}}) {
+             {text("t"), text(""), address(0), address(1), ipv6_entry(), Entry{ipv4, bytes_of(std::uint32_t{1})}})
             expect_no_line("<" + std::string(conversion), {value});
-        }
-    }
     expect_no_line("100%% of %u", {u8(7)}); // the first piece is "100%"
     expect_no_line("%u of %n", {u8(7), u8(8)});
     expect_no_line("%u of %n and %u", {u8(7), u8(8), u8(9)});
@@ -453,12 +441,10 @@ TEST_F(AttrBitmapTest, WhatTheEntriesMustBe)
     expect_unlistable(record({one, label}), "the other order");
     expect_unlistable(record({label, label}), "no bitmap");
     expect_unlistable(record({one, one}), "no template");
-    for (const std::uint16_t kind : Numbers{24, 26, 0, 0x1900, 0x0119}) {
+    for (const std::uint16_t kind : Numbers{24, 26, 0, 0x1900, 0x0119})
         expect_unlistable(record({{kind, label.data}, one}), "the template's kind");
-    }
-    for (const std::uint16_t kind : Numbers{0x0121, 0x0123, 0x22, 0x2201, 25}) {
+    for (const std::uint16_t kind : Numbers{0x0121, 0x0123, 0x22, 0x2201, 25})
         expect_unlistable(record({label, {kind, one.data}}), "the bitmap's kind");
-    }
     // what is not counted does not matter
     EXPECT_EQ("L: 1\r\n", list(record({label, one, {number32, {}}}, 2)));
     EXPECT_EQ("%u: 1\r\n", list(record({text("%u:"), one, u8(7)}, 2)));
@@ -481,11 +467,9 @@ TEST_F(AttrBitmapTest, ValuesShorterThanTheirKind)
     const std::pair<std::uint16_t, std::size_t> kinds[] = {{number8, 1}, {number16, 2}, {number32, 4},
                                                            {ipv4, 4},    {ipv6, 16},    {either_address, 21}};
     for (const auto &[kind, size] : kinds) {
-        for (std::size_t length = 0; length < size; ++length) {
-            for (const char *line_template : {"%u", "%s", "x"}) {
+        for (std::size_t length = 0; length < size; ++length)
+            for (const char *line_template : {"%u", "%s", "x"})
                 expect_no_line(line_template, {{kind, Bytes(length)}});
-            }
-        }
         expect_line("x 1", "x", {{kind, Bytes(size)}});
     }
 }
@@ -495,9 +479,8 @@ TEST_F(AttrBitmapTest, NothingBehindTheRecordIsRead)
     const Bytes whole =
         record({text("%s and %s and %u and %s:"), bitmap({1, 2}), text("text"), address(1), u32(7), ipv6_entry()});
     const std::string listing = "text and 2001:db8::1 and 7 and 2001:db8::1: 1 to 2\r\n";
-    for (std::size_t length = 0; length < whole.size(); ++length) {
+    for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_EQ(std::nullopt, list(whole, length)) << length;
-    }
     EXPECT_EQ(listing, list(whole));
     EXPECT_EQ(listing, list(whole, whole.size(), {}, Place::odd));
     Bytes longer = whole;
@@ -608,9 +591,8 @@ TEST_F(AttrBitmapTest, OneValue)
     EXPECT_EQ((Done{0, "before", "%u B"}), formatted({99, {}}, "A %u %u B", 299));
     EXPECT_EQ((Done{0, "before", "%u B"}), formatted(address(2), "A %u %u B", 299));
     EXPECT_EQ((Done{5, "A xy ", "%u"}), formatted(text("xy"), "A %s %u", 299));
-    for (std::size_t request = 1; request <= 2; ++request) {
+    for (std::size_t request = 1; request <= 2; ++request)
         EXPECT_EQ((Done{0, "before", "A %u"}), formatted(u8(7), "A %u", 299, {request, false}));
-    }
 }
 
 TEST_F(AttrBitmapTest, SplittingATemplate)
@@ -668,9 +650,8 @@ TEST_F(AttrBitmapTest, Pairs)
         EXPECT_LE(count, 128U);
         EXPECT_TRUE(starts.intact() && ends.intact());
         std::vector<std::pair<int, int>> found;
-        for (std::uint32_t i = 1; i <= count; ++i) {
+        for (std::uint32_t i = 1; i <= count; ++i)
             found.emplace_back(start[i], end[i]);
-        }
         return found;
     };
     using Runs = std::vector<std::pair<int, int>>;

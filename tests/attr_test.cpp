@@ -57,12 +57,10 @@ TEST_F(AttrTest, OtherModesOfAClientVrfNameAreTheHosts)
     EXPECT_EQ(SYSDT_OK, copied.status);
     EXPECT_EQ(SYSDT_KIND_BINARY, copied.kind);
     EXPECT_EQ(std::string("red\0\0", 5), taken(copied));
-    for (const std::uint8_t mode : Bytes{0, 5}) {
+    for (const std::uint8_t mode : Bytes{0, 5})
         EXPECT_EQ(SYSDT_ERR_FAIL, call(mode, SYSDT_TYPE_CVRFNAME, 32).status);
-    }
-    for (const std::uint8_t mode : Bytes{4, 7, 255}) {
+    for (const std::uint8_t mode : Bytes{4, 7, 255})
         EXPECT_EQ(SYSDT_ERR_UNSUPPORTED, call(mode, SYSDT_TYPE_CVRFNAME, 32).status);
-    }
     char block[257]; // the caller's, which mode 2 alone leaves
     EXPECT_EQ(block, call(1, SYSDT_TYPE_CVRFNAME, 32, block).data);
     EXPECT_STREQ("red", block);

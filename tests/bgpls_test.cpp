@@ -223,12 +223,10 @@ TEST_F(BgpLsTest, AGroupIsCutOutOfItsBrackets)
     EXPECT_EQ(SYSDT_OK, result("[abc][def]", 8, "abc"));
     EXPECT_EQ(SYSDT_OK, result("[a[b]c]d", 8, "a[b]c"));
     EXPECT_EQ(SYSDT_OK, result("[abc]]", 8, "abc"));
-    for (const char *text : {"", "abc]", "a[bc]", "]", "[", "[abc", "[a[b]", "[[abc]", "[a[]"}) {
+    for (const char *text : {"", "abc]", "a[bc]", "]", "[", "[abc", "[a[b]", "[[abc]", "[a[]"})
         EXPECT_EQ(SYSDT_ERR_FAIL, result(text, 8, "")) << text;
-    }
-    for (const std::size_t unclosed : {std::size_t{1} << 8, std::size_t{1} << 16}) {
+    for (const std::size_t unclosed : {std::size_t{1} << 8, std::size_t{1} << 16})
         EXPECT_EQ(SYSDT_ERR_FAIL, result("[" + std::string(unclosed, '[') + "]", 70000, "")) << unclosed;
-    }
     // The group needs its NUL and one byte more.
     EXPECT_EQ(SYSDT_OK, result("[]", 2, ""));
     EXPECT_EQ(SYSDT_ERR_FAIL, result("[]", 1, ""));
@@ -273,17 +271,15 @@ TEST_F(BgpLsTest, KeywordsOfAKey)
         const bool link_descriptor = i == 18; // begins with LINK, but is not just that
         EXPECT_EQ(patterns + (link_descriptor ? 1 : i), find(Text(keyword).constant(), patterns, 24)) << keyword;
         const LsPrefixPattern *longer = patterns[i].exact == 0 ? patterns + i : nullptr;
-        if (keyword == "LINK" || keyword == "TEPOLICY") {
+        if (keyword == "LINK" || keyword == "TEPOLICY")
             longer = patterns + (keyword == "LINK" ? 18 : 22);
-        }
         EXPECT_EQ(longer, find(Text(keyword + "#").constant(), patterns, 24)) << keyword;
         EXPECT_EQ(longer, find(Text(keyword + keyword).constant(), patterns, 24)) << keyword;
         EXPECT_EQ(nullptr, find(Text("#" + keyword).constant(), patterns, 24)) << keyword;
         EXPECT_EQ(nullptr, find(Text(keyword.substr(1)).constant(), patterns, 24)) << keyword;
     }
-    for (const char *group : {"node", "Link", "ospfv2", "OSPFV2", "local[", "Index", "IPV4_PREFIX"}) {
+    for (const char *group : {"node", "Link", "ospfv2", "OSPFV2", "local[", "Index", "IPV4_PREFIX"})
         EXPECT_EQ(nullptr, find(group, patterns, 24)) << group;
-    }
 }
 
 /// A call of a handler of this file.
@@ -319,9 +315,8 @@ TEST_F(BgpLsTest, GroupsGoToTheHandlersOfTheirRows)
         calls.clear();
         EXPECT_EQ(status, parse(Text(text).constant(), table, 5, &target, &context)) << text;
         std::vector<Call> all;
-        for (const auto &[bit, value] : wanted) {
+        for (const auto &[bit, value] : wanted)
             all.push_back({bit, value, &target, &context});
-        }
         EXPECT_TRUE(all == calls) << text;
     };
     expect(SYSDT_OK, "[a]", {{1, ""}});
@@ -477,9 +472,8 @@ TEST_F(BgpLsTest, ContextsAreBlocksOfThePlainAllocator)
     EXPECT_FALSE(is_created(longest + "a"));
     EXPECT_FALSE(is_created(""));
     EXPECT_FALSE(is_created(" \t "));
-    for (const char blank : std::string(" \t\n\v\f\r")) {
+    for (const char blank : std::string(" \t\n\v\f\r"))
         EXPECT_FALSE(is_created(std::string("a") + blank + "b"));
-    }
     EXPECT_EQ(nullptr, create(nullptr, &key, rows, SYSDT_LS_ROUTE_TYPES));
     EXPECT_EQ(nullptr, create(text.get(), nullptr, rows, SYSDT_LS_ROUTE_TYPES));
     EXPECT_EQ(nullptr, create(text.get(), &key, nullptr, SYSDT_LS_ROUTE_TYPES));
@@ -548,9 +542,8 @@ TEST_F(BgpLsTest, NoBlockIsLeftBehindWhateverTheText)
                                     "[TEPOLICY]" + head + "[TE[Flag256]]",
                                     "[TEPOLICY]" + head + local + "[TE[Flag1]]",
                                     "[SRV6-SID]" + head + "[SID[sid192.0.2.1]]",
-                                    "[SRV6-SID]" + head + "[SID[mt-id1]]"}) {
+                                    "[SRV6-SID]" + head + "[SID[mt-id1]]"})
         EXPECT_EQ(SYSDT_ERR_FAIL, status_of(text)) << text;
-    }
 }
 
 TEST_F(BgpLsTest, FieldsOfANode)
@@ -639,9 +632,8 @@ protected:
     void expect_in_every_size(const char *printer, const SYSDT_LsPrefix &key, const std::string &text) const
     {
         ASSERT_LT(text.size(), 600U);
-        for (std::size_t size = 1; size <= 600; ++size) {
+        for (std::size_t size = 1; size <= 600; ++size)
             EXPECT_EQ(text.substr(0, size - 1), printed(printer, key, size)) << printer << " in " << size;
-        }
     }
 };
 
@@ -849,9 +841,8 @@ TEST_F(BgpLsTest, PrintersStayInTheirBuffer)
     const std::string whole = "[TEPOLICY][][IDENTIFIER0][LOCAL[as][bgp-ls-identifier0.0.0.0][bgp-router-id0.0.0.0]"
                               "[ipv4-router-id0.0.0.0][ipv6-router-id::]]" +
                               te;
-    for (const std::size_t size : {1U, 2U, 13U, 100U, 768U}) {
+    for (const std::size_t size : {1U, 2U, 13U, 100U, 768U})
         EXPECT_EQ(whole.substr(0, size - 1), printed("SYSDT_LS_TePolicyKeyToStr", key, size));
-    }
     for (const char *name : {"SYSDT_LS_NodeKeyToStr", "SYSDT_LS_LinkKeyToStr", "SYSDT_LS_Ipv4PrefixKeyToStr",
                              "SYSDT_LS_Ipv6PrefixKeyToStr", "SYSDT_LS_Srv6SidKeyToStr"}) {
         EXPECT_TRUE(printed(name, key, 768).starts_with("[TEPOLICY][][IDENTIFIER0][LOCAL[as]")) << name;
@@ -896,15 +887,13 @@ TEST_F(BgpLsTest, NamesAreCutToTheirBuffer)
     };
     const char *const types[] = {"unchanged",   "NODE",     "LINK",     "IPV4-PREFIX",
                                  "IPV6-PREFIX", "TEPOLICY", "SRV6-SID", "unchanged"};
-    for (std::uint32_t i = 0; i < std::size(types); ++i) {
+    for (std::uint32_t i = 0; i < std::size(types); ++i)
         expect(route_type, i, 32, types[i]);
-    }
     const char *const protocols[] = {"unchanged", "ISIS-LEVEL-1",    "ISIS-LEVEL-2", "OSPFv2",
                                      "DIRECT",    "STATIC",          "OSPFv3",       "BGP",
                                      "unchanged", "SEGMENT-ROUTING", "unchanged"};
-    for (std::uint32_t i = 0; i < std::size(protocols); ++i) {
+    for (std::uint32_t i = 0; i < std::size(protocols); ++i)
         expect(protocol, i, 32, protocols[i]);
-    }
     for (std::uint32_t size = 1; size <= 20; ++size) {
         Guarded buffer(size);
         auto *text = reinterpret_cast<char *>(buffer.data());

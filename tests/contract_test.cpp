@@ -79,9 +79,8 @@ TEST_F(ContractTest, HexadecimalDigits)
     auto *is_hex = exported<decltype(BGP_DATATYPE_IsHex)>("BGP_DATATYPE_IsHex");
     for (std::uint32_t character = 0; character < 256; ++character) {
         const bool expected = character != 0 && digits.find(static_cast<char>(character)) != std::string::npos;
-        for (const std::uint32_t above : {0U, 0x100U, 0xFFFFFF00U}) {
+        for (const std::uint32_t above : {0U, 0x100U, 0xFFFFFF00U})
             EXPECT_EQ(expected ? 1U : 0U, is_hex(character | above)) << character;
-        }
     }
 }
 

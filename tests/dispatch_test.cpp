@@ -141,9 +141,8 @@ TEST_F(DispatchTest, PrefixRowsStandInOrderWithEverySlot)
     static_assert(std::size(prefix_rows) == SYSDT_BOL_KINDS);
     const auto *table = static_cast<const SYSDT_DispatchRow *>(host_.symbol("g_astBOL_PREFIX_ProcTable"));
     ASSERT_NE(nullptr, table);
-    for (const ExpectedRow &expected : prefix_rows) {
+    for (const ExpectedRow &expected : prefix_rows)
         expect_row(expected, table[expected.kind]);
-    }
 }
 
 TEST_F(DispatchTest, TheDistinguisherHasOneRow)

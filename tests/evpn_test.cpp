@@ -174,9 +174,8 @@ protected:
     static Bytes key_with(std::initializer_list<std::pair<std::size_t, Bytes>> pieces)
     {
         Bytes bytes(sizeof(SYSDT_BolEvpn));
-        for (const auto &[at, piece] : pieces) {
+        for (const auto &[at, piece] : pieces)
             std::copy(piece.begin(), piece.end(), bytes.begin() + static_cast<std::ptrdiff_t>(at));
-        }
         return bytes;
     }
 };
@@ -190,9 +189,8 @@ TEST_F(RouteTypeTest, MulticastRoutesAreToldByTheirColons)
     const std::string ipv4_only = "100:32:192.0.2.1:32:233.252.0.1:32:198.51.100.1";
     EXPECT_EQ(8, parsed(parser, esi_text + (":" + ipv4_only) + ":5", SYSDT_OK)[4]);
     for (const std::string &text : {std::string(), std::string("100:24:192.0.2.1"), membership.substr(4),
-                                    esi_text + (":" + ipv4_only) + ":5:5", ipv4_only + "x", membership + " "}) {
+                                    esi_text + (":" + ipv4_only) + ":5:5", ipv4_only + "x", membership + " "})
         parsed(parser, text, SYSDT_ERR_FAIL);
-    }
 }
 
 TEST_F(RouteTypeTest, Ipv6FormsRefuseIpv4)
@@ -232,14 +230,12 @@ TEST_F(RouteTypeTest, EndsOfTexts)
 {
     EXPECT_EQ(key_with({{16, {64}}, {21, bytes_of(ipv6.ipv6)}, {37, {1}}}),
               parsed("SYSDT_Str2Ipv6EvnMacFillPrefix", "64:[2001:db8::1]", SYSDT_OK));
-    for (const char *text : {"", "64", "32:192.0.2.1", "129:[2001:db8::1]", "64:[2001:db8::1]x"}) {
+    for (const char *text : {"", "64", "32:192.0.2.1", "129:[2001:db8::1]", "64:[2001:db8::1]x"})
         parsed("SYSDT_Str2Ipv6EvnMacFillPrefix", text, SYSDT_ERR_FAIL);
-    }
     EXPECT_EQ(key_with({{15, {255}}, {16, bytes_of(std::uint32_t{0xC0000201})}}),
               parsed("SYSDT_Str2EsDetail", "255:192.0.2.1", SYSDT_OK));
-    for (const char *text : {"", "32", "256:192.0.2.1", "0032:192.0.2.1", "32:192.0.2", "64:[2001:db8::1]"}) {
+    for (const char *text : {"", "32", "256:192.0.2.1", "0032:192.0.2.1", "32:192.0.2", "64:[2001:db8::1]"})
         parsed("SYSDT_Str2EsDetail", text, SYSDT_ERR_FAIL);
-    }
 }
 
 // ---------------------------------------------------------------------------------------------------- segments
@@ -306,9 +302,8 @@ TEST_F(SegmentTest, AllZerosAndAllOnesAreNone)
     expect_always("0000.0000.0000.0000.0000", {});
     expect_always("0000.0000.0000.0000.0001", {0, 0, 0, 0, 0, 0, 0, 0, 0, 1});
     expect_always("0010.0000.0000.0000.0000", {0, 0x10, 0, 0, 0, 0, 0, 0, 0, 0});
-    for (const char *ones : {"ffff.ffff.ffff.ffff.ffff", "FFFF.FFFF.FFFF.FFFF.FFFF", "fFfF.FfFf.ffff.FFFF.fffF"}) {
+    for (const char *ones : {"ffff.ffff.ffff.ffff.ffff", "FFFF.FFFF.FFFF.FFFF.FFFF", "fFfF.FfFf.ffff.FFFF.fffF"})
         expect_always(ones, {});
-    }
     for (const char *reader : {"SYSDT_Str2EsiBas", "SYSDT_Str2EsiForAd"}) {
         expect(reader, "ffff.ffff.ffff.ffff.fffe", 1, 1, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFE});
         expect(reader, "FFFF.ffff.FF0f.ffff.ffff", 0, 1, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x0F, 0xFF, 0xFF, 0xFF, 0xFF});
@@ -327,9 +322,8 @@ TEST_F(SegmentTest, HasTwentyFourCharactersInFiveGroups)
           "0011.2233.4455.6677.88990", "0011.2233.4455.6677.8899.", "00112.233.4455.6677.8899",
           "0011.2233.4455.667.78899", "0011.2233.4455.6677.889.", "0011..233.4455.6677.8899",
           ".011.2233.4455.6677.8899", "0011.2233.44.5.6677.8899", "0011.2233.4455.6677-8899",
-          "0011.2233.4455.6677.889g", "0011.2233.4455.6677:8899", "0011.2233.44 5.6677.8899"}) {
+          "0011.2233.4455.6677.889g", "0011.2233.4455.6677:8899", "0011.2233.44 5.6677.8899"})
         expect_always(text, {});
-    }
 }
 
 TEST_F(SegmentTest, NeedsItsPointers)
@@ -524,12 +518,10 @@ TEST_F(EvpnTest, Ipv6AddressBehindItsLength)
     for (const std::string text : {"129:[2001:db8::1]", "255:[2001:db8::1]", "0128:[2001:db8::1]", ":[2001:db8::1]",
                                    "[2001:db8::1]", "64[2001:db8::1]", "64:2001:db8::1", "64:[2001:db8::1",
                                    "64:[2001:db8::1]x", "64:[2001:db8::1]]", "64:[2001:db8::1]:", "64:[]", "64:", "64",
-                                   "", "6x:[2001:db8::1]", "-1:[2001:db8::1]", "64:[192.0.2.1]", "64: [2001:db8::1]"}) {
+                                   "", "6x:[2001:db8::1]", "-1:[2001:db8::1]", "64:[192.0.2.1]", "64: [2001:db8::1]"})
         EXPECT_EQ(SYSDT_ERR_FAIL, status_of(text, 0)) << text;
-    }
-    for (const std::size_t zeros : {49U, 50U, 500U}) {
+    for (const std::size_t zeros : {49U, 50U, 500U})
         EXPECT_EQ(SYSDT_ERR_FAIL, status_of("64:[" + std::string(zeros, '0') + "]", 0)) << zeros;
-    }
     char text[] = "64:[2001:db8::1]";
     std::uint8_t out[16];
     std::uint32_t length = 0;
@@ -788,9 +780,8 @@ TEST_F(EvpnPrintTest, AKeyIsPrintedByItsRouteType)
     EXPECT_EQ("0" + flow, printed(6, SYSDT_OK));
     EXPECT_EQ(none + ":0" + flow, printed(7, SYSDT_OK));
     EXPECT_EQ(none + ":0" + flow + ":0", printed(8, SYSDT_OK));
-    for (const std::uint8_t unknown : Bytes{0, 9, 128, 255}) {
+    for (const std::uint8_t unknown : Bytes{0, 9, 128, 255})
         EXPECT_EQ("", printed(unknown, SYSDT_ERR_FAIL));
-    }
 }
 
 // ---------------------------------------------------------------------------------------------------- orders
@@ -823,9 +814,8 @@ protected:
             SYSDT_EvpnKey higher{};
             changes[i](higher);
             expect_ascending(order, lower, higher);
-            for (std::size_t behind = i + 1; behind < changes.size(); ++behind) {
+            for (std::size_t behind = i + 1; behind < changes.size(); ++behind)
                 changes[behind](lower);
-            }
             expect_ascending(order, lower, higher);
         }
     }
@@ -898,9 +888,8 @@ protected:
     static std::vector<Change> with_segment(std::vector<Change> behind, Member segment)
     {
         std::vector<Change> changes;
-        for (std::size_t i = 0; i < 10; ++i) {
+        for (std::size_t i = 0; i < 10; ++i)
             changes.emplace_back([=](SYSDT_EvpnKey &key) { segment(key)[i] = 0x80; });
-        }
         changes.insert(changes.end(), behind.begin(), behind.end());
         return changes;
     }

@@ -74,9 +74,8 @@ TEST_F(ExportsTest, WellKnownCommunitiesAreLookedUpInAnyCase)
     EXPECT_EQ(0xFFFFFF01U, looked_up("No-Export", SYSDT_OK));
     EXPECT_EQ(0xFFFFFF02U, looked_up("NO-ADVERTISE", SYSDT_OK));
     EXPECT_EQ(0xFFFFFF03U, looked_up("no-export-subconfed", SYSDT_OK));
-    for (const char *name : {"", "no-exp", "no-export-subconfedx", "internet1", " internet"}) {
+    for (const char *name : {"", "no-exp", "no-export-subconfedx", "internet1", " internet"})
         EXPECT_EQ(untouched, looked_up(name, SYSDT_ERR_FAIL)) << name;
-    }
 }
 
 TEST_F(ExportsTest, AWellKnownNameIsNoLongerThanTold)
@@ -146,9 +145,8 @@ TEST_F(ExportsTest, TheNumbersOfALargeCommunity)
     EXPECT_EQ(4294967295U, std::uint32_t{value.largeCommunity[1]});
     EXPECT_EQ(0U, std::uint32_t{value.largeCommunity[2]});
     EXPECT_EQ(0U, std::uint32_t{value.type});
-    for (const char *text : {"", "1", "1:2", "1:2:", "1:2:x", "4294967296:0:0", "0:4294967296:0", "0:0:4294967296"}) {
+    for (const char *text : {"", "1", "1:2", "1:2:", "1:2:x", "4294967296:0:0", "0:4294967296:0", "0:0:4294967296"})
         EXPECT_EQ(SYSDT_ERR_FAIL, parse(text, &value)) << text;
-    }
 }
 
 TEST_F(ExportsTest, PrintersOfExtendedCommunities)
@@ -339,9 +337,8 @@ TEST_F(ExportsTest, PrintersNeedTheirPointers)
     const SYSDT_BolIpv6 ipv6{};
     expect_pointers_needed<decltype(SYSDT_FormatNoWellKnowCmy)>("SYSDT_FormatNoWellKnowCmy", SYSDT_ERR_NULL_PTR,
                                                                 &length, buffer, &out_data, &community);
-    for (const char *name : {"SYSDT_ExtCommunity2StrRT4AS", "SYSDT_ExtCommunity2StrBW", "SYSDT_VrfRd2Str"}) {
+    for (const char *name : {"SYSDT_ExtCommunity2StrRT4AS", "SYSDT_ExtCommunity2StrBW", "SYSDT_VrfRd2Str"})
         expect_pointers_needed<decltype(SYSDT_VrfRd2Str)>(name, SYSDT_ERR_NULL_PTR, &octets, &length, buffer);
-    }
     expect_pointers_needed<decltype(SYSDT_RtpRd2Str)>("SYSDT_RtpRd2Str", SYSDT_ERR_NULL_PTR, &rtp_rd, &length, buffer,
                                                       2U);
     expect_pointers_needed<decltype(SYSDT_VpnId2Str)>("SYSDT_VpnId2Str", SYSDT_ERR_NULL_PTR, &vpn_id, &length, buffer);

@@ -145,9 +145,8 @@ std::vector<Slot> slots_of(const Row &row)
         {{"Compare"}, address(row.compare)},   {{"LuaSet"}, address(row.luaSet)},
         {{"LuaGet"}, address(row.luaGet)},
     };
-    if constexpr (requires { row.endian; }) {
+    if constexpr (requires { row.endian; })
         slots.push_back({{"Endian", "LuaEndian"}, address(row.endian)});
-    }
     return slots;
 }
 
@@ -178,11 +177,10 @@ protected:
         const std::string name = name_of(row);
         const auto family = std::ranges::find(families, name, &Family::name);
         ASSERT_NE(families.end(), family) << "no family is told for " << name;
-        for (const Slot &slot : slots_of(row)) {
+        for (const Slot &slot : slots_of(row))
             if (slot.callback != nullptr && !is_own(slot, family->prefix)) {
                 EXPECT_TRUE(is_shared(slot, name)) << name << " has the " << slot.endings[0] << " of another family";
             }
-        }
     }
     /// The name-index types have nothing but the host's callbacks.
     static bool is_name_index(const SYSDT_Record &record) { return record.typeId >= 0x6000; }
@@ -195,25 +193,20 @@ bool FamiliesTest::is_shared(const Slot &slot, const std::string &user)
     return std::ranges::any_of(sharings(), [&](const Sharing &sharing) {
         const bool listed =
             symbol(sharing.callback) == slot.callback && std::ranges::find(sharing.users, user) != sharing.users.end();
-        if (listed) {
+        if (listed)
             needed_.insert(sharing.callback + std::string(" ") + user);
-        }
         return listed;
     });
 }
 
 TEST_F(FamiliesTest, NoTypeBorrowsUnknownCallbacks)
 {
-    for (const SYSDT_Record *record : host_.types()) {
-        if (!is_name_index(*record)) {
+    for (const SYSDT_Record *record : host_.types())
+        if (!is_name_index(*record))
             expect_family(*record, record_families);
-        }
-    }
-    for (const char *dispatcher : {"BOLPREFIX", "BOLRD"}) {
-        for (const SYSDT_DispatchRow &row : dispatch_rows(host_, dispatcher)) {
+    for (const char *dispatcher : {"BOLPREFIX", "BOLRD"})
+        for (const SYSDT_DispatchRow &row : dispatch_rows(host_, dispatcher))
             expect_family(row, row_families);
-        }
-    }
     for (const Sharing &sharing : sharings()) {
         for (const std::string_view user : sharing.users) {
             const std::string listed = sharing.callback + std::string(" ").append(user);

@@ -81,9 +81,8 @@ TEST(Faults, OfTheRegistrationAreReported)
     Report report;
     const auto call = [&](Failing failing, Report &told) { return fault.call(failing, told); };
     fail_in_turn("", call, report, all_faults);
-    for (const std::string &problem : report.problems()) {
+    for (const std::string &problem : report.problems())
         ADD_FAILURE() << problem;
-    }
 }
 
 } // namespace

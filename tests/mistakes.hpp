@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the two files about callers' mistakes share.
-#ifndef BGPDT_TESTS_MISTAKES_HPP
-#define BGPDT_TESTS_MISTAKES_HPP
+#pragma once
 
 #include <cstddef>
 
@@ -12,5 +11,3 @@ namespace bgpdt::test {
 extern std::size_t mistakes_made;
 
 } // namespace bgpdt::test
-
-#endif

@@ -143,9 +143,8 @@ const KindRow &kind_row(std::string_view subject, std::int64_t selector, std::st
 bool is_excess(std::string_view path)
 {
     const std::size_t at = path.rfind('[');
-    if (at == std::string_view::npos) {
+    if (at == std::string_view::npos)
         return false;
-    }
     std::string_view array = path.substr(0, at == 0 ? 0 : at - 1);
     array.remove_prefix(array.rfind('/') + 1); // npos + 1 is 0
     const auto *found = std::ranges::find(arrays, array, &ArrayRow::name);
@@ -163,9 +162,8 @@ std::int64_t selector_of(const ScriptValue &value)
 {
     constexpr std::uint32_t last_route_type = 6;
     const std::int64_t route_type = number_of(value, "uiRouteType");
-    if (route_type == any) {
+    if (route_type == any)
         return number_of(value, "bolType");
-    }
     const auto read = static_cast<std::uint32_t>(route_type);
     return read > last_route_type ? 0 : read;
 }
@@ -311,9 +309,8 @@ void ScriptMistakes::set_in_no_table()
 {
     const Guarded value(native_);
     for (const ScriptValue &target : other_kinds()) {
-        if (target.is_table()) {
+        if (target.is_table())
             continue;
-        }
         report_.situation("set a field of " + to_text(target));
         Script script;
         script.permit_errors();
@@ -375,12 +372,10 @@ void ScriptMistakes::expect_status_of(const ScriptValue &root, std::uint32_t sta
     Script script;
     script.put_target(root);
     const std::uint32_t answered = get(script, value);
-    if (status != open) {
+    if (status != open)
         report_.same_status(status, answered);
-    }
-    if (same_value) {
+    if (same_value)
         report_.same("the value", native_, value.bytes());
-    }
 }
 
 /// A number is read modulo 2^32, a float as the whole number that it is.
@@ -416,11 +411,10 @@ void ScriptMistakes::change_parts(ScriptValue &root, ScriptValue &part, const st
 {
     const ScriptValue whole = part;
     KindRow row = kind_row(subject_.name, selector_, path);
-    if (is_unread(subject_.name, path)) {
+    if (is_unread(subject_.name, path))
         row.wrong_kind = row.other_number = SYSDT_OK;
-    } else if (!asks_for_addresses_ && path.starts_with("bolNgPrefix")) {
+    else if (!asks_for_addresses_ && path.starts_with("bolNgPrefix"))
         row.wrong_kind = row.other_number = open;
-    }
     for (const ScriptValue &other : other_kinds()) {
         if (other.value.index() != whole.value.index() && !(is_number(other) && is_number(whole))) {
             part = other;
@@ -434,9 +428,8 @@ void ScriptMistakes::change_parts(ScriptValue &root, ScriptValue &part, const st
     }
     auto *table = std::get_if<ScriptTable>(&part.value);
     for (std::size_t i = 0; table != nullptr && i < table->size(); ++i) {
-        if (i > 2 && i + 2 < table->size() && table->size() > 40) {
+        if (i > 2 && i + 2 < table->size() && table->size() > 40)
             continue; // one entry of a long list is like the other
-        }
         const std::string key = (*table)[i].key();
         change_parts(root, (*table)[i].value, path == ".." ? "." : path == "." ? key : path + "/" + key);
     }

@@ -153,11 +153,10 @@ bool ConversionMistakes::closes_quotes(std::uint32_t length) const
 void ConversionMistakes::expect_parsed(const Converted &result)
 {
     const Bytes value = host_.collect(result.data).value_or(Bytes{});
-    if (result.status == SYSDT_OK) {
+    if (result.status == SYSDT_OK)
         report_.same("the value", line_.bytes, to_target(subject_.form(), value));
-    } else {
+    else
         expect_nothing_delivered(result, forbidden_address(), false, report_);
-    }
     settle(report_);
 }
 
@@ -167,9 +166,8 @@ void ConversionMistakes::parse_lengths()
     for (const std::uint32_t length : {std::uint32_t{0}, right - 1, right + 1, longest}) {
         report_.situation(in_mode(mode()) + ", " + told(length));
         const bool quoted = subject_.expect.in_letter(mode()) == 'q';
-        if (quoted && closes_quotes(length)) {
+        if (quoted && closes_quotes(length))
             continue; // another text
-        }
         host_.begin();
         ++mistakes_made;
         const Converted result = parse(subject_, line_.text, mode(), report_, Null::nothing, length);
@@ -193,9 +191,8 @@ void ConversionMistakes::parse_over_text()
                            reinterpret_cast<char *>(text.data()), &outputs.kind, &outputs.length, &outputs.data);
     report_.same_status(static_cast<std::uint32_t>(line_.status), status);
     report_.require(text.intact() && outputs.intact(), "something was written beyond its ends");
-    if (outputs.data == text.data()) {
+    if (outputs.data == text.data())
         outputs.data = forbidden_address();
-    }
     expect_parsed({status, outputs.kind, outputs.length, outputs.data});
 }
 
@@ -278,28 +275,25 @@ void ConversionMistakes::print_lengths()
     for (const std::uint32_t length : {std::uint32_t{0}, right - 1, right + 1, longest}) {
         report_.situation(in_mode(mode()) + ", " + told(length));
         const bool lies = length > right;
-        if (right == 0 || answering_.has(clears_late) || (line_.verb == Verb::copy && lies && length != longest)) {
+        if (right == 0 || answering_.has(clears_late) || (line_.verb == Verb::copy && lies && length != longest))
             continue; // a display record says by itself where it ends; a copy reads what it is told to
-        }
         ++mistakes_made;
-        if (answering_.has(always_takes)) {
+        if (answering_.has(always_takes))
             expect_mismatch(length);
-        } else if (line_.verb == Verb::copy) {
+        else if (line_.verb == Verb::copy)
             expect_copy(length);
-        } else if (reads_whole(length) || (lies && native_.size() >= subject_.script_size())) {
+        else if (reads_whole(length) || (lies && native_.size() >= subject_.script_size()))
             expect_same_print(length);
-        } else if (!answering_.has(whole_value) && !lies) {
+        else if (!answering_.has(whole_value) && !lies)
             expect_as_padded(length);
-        }
     }
 }
 
 /// The caller's block is where the value is: types print a copy of it.
 void ConversionMistakes::print_over_value()
 {
-    if (answering_.has(clears_late) || native_.size() > answering_.buffer) {
+    if (answering_.has(clears_late) || native_.size() > answering_.buffer)
         return; // a bitmap is listed from the caller's record
-    }
     report_.situation(in_mode(mode()) + ", printed over the value");
     Context context(mode());
     host_.begin();
@@ -354,9 +348,8 @@ void ConversionMistakes::compare_lengths()
         const Reads reads = length_row(subject_.name)->compare;
         const bool lies = length > right && (reads == Reads::bytes || right < subject_.script_size());
         report_.situation(told(length));
-        if (right == 0 || reads == Reads::nothing || reads == Reads::by_rows || lies) {
+        if (right == 0 || reads == Reads::nothing || reads == Reads::by_rows || lies)
             continue;
-        }
         ++mistakes_made;
         const Bytes a = resized(first, std::min(length, right));
         const Bytes b = resized(second, std::min(length, right));
@@ -401,9 +394,8 @@ TEST(Mistakes, OfLengthsAndBlocks)
             report.require(fault.empty(), fault);
         }
     });
-    for (const LengthRow &row : length_rows) {
+    for (const LengthRow &row : length_rows)
         EXPECT_TRUE(known.contains(std::string(row.name))) << row.name << " is no subject of any line";
-    }
 }
 
 } // namespace

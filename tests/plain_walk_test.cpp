@@ -65,20 +65,17 @@ protected:
         expect_same(text, mode);
         for (const bool onward : {false, true}) {
             requests_ = 1;
-            for (std::size_t first = 1; first <= requests_; ++first) {
+            for (std::size_t first = 1; first <= requests_; ++first)
                 expect_same(text, mode, {first, onward});
-            }
         }
     }
 
     static std::set<std::string> texts_of_vectors()
     {
         std::set<std::string> texts;
-        for (const Line &line : read_vector_folder(vectors_folder()).lines) {
-            if (line.text.size() < 400) {
+        for (const Line &line : read_vector_folder(vectors_folder()).lines)
+            if (line.text.size() < 400)
                 texts.insert(line.text);
-            }
-        }
         return texts;
     }
 
@@ -110,11 +107,9 @@ private:
     template <class... Arguments>
     std::uint32_t walk(Arguments... arguments) const
     {
-        for (std::size_t i = 0; i < SYSDT_BOL_KINDS; ++i) {
-            if (rows_[i].formatIn != nullptr && rows_[i].formatIn(arguments...) == SYSDT_OK) {
+        for (std::size_t i = 0; i < SYSDT_BOL_KINDS; ++i)
+            if (rows_[i].formatIn != nullptr && rows_[i].formatIn(arguments...) == SYSDT_OK)
                 return SYSDT_OK;
-            }
-        }
         return SYSDT_ERR_INVALID_VALUE;
     }
 
@@ -129,12 +124,10 @@ TEST_F(PlainWalkTest, EveryTextOfTheVectors)
 {
     Turns turns;
     for (const std::string &text : texts_of_vectors()) {
-        if (!turns.next()) {
+        if (!turns.next())
             continue;
-        }
-        for (std::uint8_t mode = 0; mode <= 7; ++mode) {
+        for (std::uint8_t mode = 0; mode <= 7; ++mode)
             expect_same_without_memory(text, mode);
-        }
         expect_same_without_memory(" " + text, 2);
         expect_same_without_memory(text + " ", 2);
     }
@@ -172,9 +165,8 @@ TEST_F(PlainWalkTest, RandomTexts)
     std::mt19937 random(seed());
     for (std::size_t round = 0; round < 1000000 / share(); ++round) {
         std::string text(random() % 40, ' ');
-        for (char &character : text) {
+        for (char &character : text)
             character = alphabet[random() % alphabet.size()];
-        }
         expect_same(text, 2);
     }
     std::printf("proved: %zu answers of the dispatcher are those of a plain walk\n", compared_);

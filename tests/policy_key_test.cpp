@@ -58,9 +58,8 @@ protected:
 Bytes counted(std::size_t size)
 {
     Bytes bytes(size);
-    for (std::size_t i = 0; i < size; ++i) {
+    for (std::size_t i = 0; i < size; ++i)
         bytes[i] = static_cast<std::uint8_t>(i + 1);
-    }
     return bytes;
 }
 

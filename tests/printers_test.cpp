@@ -91,18 +91,15 @@ public:
     void run()
     {
         std::size_t cases = 0;
-        for (const Bytes &value : values_) {
+        for (const Bytes &value : values_)
             cases += 256 * std::min<std::size_t>(value.size(), 300);
-        }
         every_ = share() * (cases / most_cases + 1) | 1; // odd, so that every byte value has its turn
         tally.thinned += cases > most_cases ? 1 : 0;
-        for (const Bytes &value : values_) {
+        for (const Bytes &value : values_)
             guarded([&] { sweep(value); });
-        }
         guarded([&] { print_random(); });
-        for (const Context &context : contexts_) {
+        for (const Context &context : contexts_)
             context.check(report_);
-        }
     }
     const std::vector<std::string> &problems() const { return report_.problems(); }
 
@@ -122,9 +119,8 @@ private:
         place_ = "swept value";
         Guarded value(golden);
         current_ = golden;
-        for (std::size_t mode = 0; mode < modes_.size(); ++mode) {
+        for (std::size_t mode = 0; mode < modes_.size(); ++mode)
             expect_printed(value, mode);
-        }
         Turns turns(every_);
         for (std::size_t at = 0; at < golden.size(); ++at) {
             if (at >= swept_at_each_end && at + swept_at_each_end < golden.size() && golden.size() > 300 &&
@@ -160,19 +156,15 @@ private:
     {
         const auto any = [&] { return static_cast<std::uint8_t>(random() % 4 == 0 ? random() % 3 - 1 : random()); };
         const std::size_t kept = random() % 3 == 0 ? 0 : 4 + random() % 3;
-        if (bytes.empty()) {
+        if (bytes.empty())
             return;
-        }
-        if (random() % 2 == 0) {
-            for (std::size_t left = 1 + random() % 12; left > 0; --left) {
+        if (random() % 2 == 0)
+            for (std::size_t left = 1 + random() % 12; left > 0; --left)
                 bytes[random() % bytes.size()] = any();
-            }
-        } else {
+        else
             std::generate(bytes.begin() + static_cast<std::ptrdiff_t>(std::min(kept, bytes.size())), bytes.end(), any);
-        }
-        if (!subject_.expect.has(whole_value) && subject_.kind != SYSDT_TYPE_CVRFNAME && random() % 8 == 0) {
+        if (!subject_.expect.has(whole_value) && subject_.kind != SYSDT_TYPE_CVRFNAME && random() % 8 == 0)
             bytes.resize(random() % (bytes.size() + 1));
-        }
     }
 
     /// The row of the dispatch table that prints it, or the type itself.
@@ -187,9 +179,8 @@ private:
     /// One call, with the caller's block and with one of its own by turns; where it fails, and often else, both.
     void expect_printed(Guarded &value, std::size_t mode)
     {
-        if (answering().has(whole_value) && value.size() < whole_size()) {
+        if (answering().has(whole_value) && value.size() < whole_size())
             return;
-        }
         ++tally.values;
         const bool lends = tally.values % 2 == 0;
         const Outcome outcome = call(value, mode, lends);
@@ -198,25 +189,21 @@ private:
         };
         if (!outcome.printed || tally.values % 8 < 2) {
             const Outcome other = call(value, mode, !lends);
-            if (other != outcome) {
+            if (other != outcome)
                 fail("printed as " + described(outcome) + " and as " + described(other));
-            }
         }
-        if (!value.intact() || !std::equal(current_.begin(), current_.end(), value.constant())) {
+        if (!value.intact() || !std::equal(current_.begin(), current_.end(), value.constant()))
             fail("the value was changed");
-        }
-        if (!outcome.printed) {
+        if (!outcome.printed)
             expect_allowed(outcome, modes_[mode], fail);
-        }
     }
 
     std::size_t whole_size() const { return std::max<std::size_t>(subject_.length, subject_.script_size()); }
 
     void expect_allowed(const Outcome &outcome, std::uint8_t mode, const std::function<void(const std::string &)> &fail)
     {
-        if (subject_.expect.out_letter(mode) == 's' && outcome.status == SYSDT_OK && fate_ == Fate::none) {
+        if (subject_.expect.out_letter(mode) == 's' && outcome.status == SYSDT_OK && fate_ == Fate::none)
             return;
-        }
         const Fate fate = released_ && fate_ == Fate::freed ? Fate::released : fate_;
         for (const PrintFailure &row : print_failures()) {
             if (row.concerns(subject_.name) && row.status == outcome.status && row.fate == fate) {
@@ -241,9 +228,8 @@ private:
         const char letter = subject_.expect.out_letter(modes_[mode]);
         const std::size_t size = block_size(letter, value.size());
         void *lent = lends ? host.lend(size) : nullptr;
-        if (lends) {
+        if (lends)
             std::memset(lent, other_poison, size);
-        }
         Outputs outputs(lent);
         const std::uint32_t status =
             subject_.format_out(contexts_[mode].get(), subject_.kind, static_cast<std::uint32_t>(value.size()),
@@ -261,9 +247,8 @@ private:
             const bool took = host.requests() > 0;
             fate_ = host.collect(outputs.data) ? Fate::back : took ? Fate::freed : Fate::none;
         }
-        for (const std::string &problem : host.settle()) {
+        for (const std::string &problem : host.settle())
             report_.fail(place_ + ": " + problem + ": " + show(current_));
-        }
         return outcome;
     }
 
@@ -273,9 +258,8 @@ private:
             report_.fail(place_ + ": " + problem + ", " + described(outcome) + ": " + show(current_));
         };
         AttackHost &host = AttackHost::instance();
-        if (lent != nullptr && (data == lent) == subject_.expect.has(always_takes)) {
+        if (lent != nullptr && (data == lent) == subject_.expect.has(always_takes))
             fail("the wrong block was delivered");
-        }
         const std::optional<Bytes> block = host.collect(data);
         if (!block || outcome.length > block->size()) {
             fail("no block, or one smaller than its length, was delivered");
@@ -288,14 +272,12 @@ private:
         const auto end = std::ranges::find(*block, 0);
         outcome.text.assign(block->begin(), end);
         const std::size_t told = outcome.length - (outcome.kind == SYSDT_KIND_STRING ? 1U : 0U);
-        if (end == block->end()) {
+        if (end == block->end())
             fail("the text has no end");
-        } else if (told != outcome.text.size() && !are_told_zeros(*block, told)) {
+        else if (told != outcome.text.size() && !are_told_zeros(*block, told))
             fail("the length is not the text's");
-        }
-        if ((outcome.kind == SYSDT_KIND_BINARY) != (letter == 'b')) {
+        if ((outcome.kind == SYSDT_KIND_BINARY) != (letter == 'b'))
             fail("the kind is another one");
-        }
     }
 
     /// Multicast keys alone: behind an IPv4 group originators of different families are told with the group's length.
@@ -328,13 +310,11 @@ std::map<std::string, std::pair<Subject, std::set<Bytes>>> known_values(const ho
     for (const Line &line : vectors.lines) {
         const bool shown =
             line.verb == Verb::out || line.verb == Verb::bare || line.verb == Verb::copy || line.verb == Verb::skip;
-        if (!shown && line.verb != Verb::in) {
+        if (!shown && line.verb != Verb::in)
             continue;
-        }
         auto found = known.find(line.subject);
-        if (found == known.end()) {
+        if (found == known.end())
             found = known.emplace(line.subject, std::pair(subject_of(host, line), std::set<Bytes>{})).first;
-        }
         const Form form = found->second.first.form();
         found->second.second.insert(shown ? shown_to_native(form, line.bytes) : to_native(form, line.bytes));
     }
@@ -348,15 +328,13 @@ TEST_F(Printers, PrintEveryValueOrFailAsDescribed)
     std::size_t subjects = 0;
     for (auto &[name, entry] : known_values(host_, read_vector_folder(vectors_folder()))) {
         auto &[subject, values] = entry;
-        if (subject.format_out == nullptr) {
+        if (subject.format_out == nullptr)
             continue;
-        }
         ++subjects;
         Printing printing(subject, {values.begin(), values.end()});
         printing.run();
-        for (const std::string &problem : printing.problems()) {
+        for (const std::string &problem : printing.problems())
             ADD_FAILURE() << name << ": " << problem;
-        }
     }
     std::printf(
         "proved: %zu values of %zu types and rows printed in %zu calls, 1 in %zu tried, less of the %zu with more than "
@@ -437,9 +415,8 @@ std::uint32_t name_of(void *function, std::uint8_t *value, char *buffer, std::ui
 {
     std::uint32_t number = 0;
     std::memcpy(&number, value, sizeof number);
-    if (size > 0) {
+    if (size > 0)
         *buffer = '\0';
-    }
     const std::uint32_t status = as<decltype(SYSDT_LS_RouteTypeEnum2Str)>(function)(number, buffer, size);
     *length += size > 0 ? static_cast<std::uint32_t>(strnlen(buffer, size)) : 0;
     return size > 0 ? status : SYSDT_ERR_FAIL;
@@ -527,16 +504,14 @@ public:
     void every_size(const Bytes &bytes)
     {
         const std::string whole = print(bytes, whole_size());
-        for (std::uint32_t size = 0; row_.size == 0 && size <= whole.size() + 2; ++size) {
+        for (std::uint32_t size = 0; row_.size == 0 && size <= whole.size() + 2; ++size)
             cut(bytes, size, whole);
-        }
     }
     void one_size(const Bytes &bytes, std::uint32_t size)
     {
         const std::string whole = print(bytes, whole_size());
-        if (row_.size == 0) {
+        if (row_.size == 0)
             cut(bytes, size % static_cast<std::uint32_t>(whole.size() + 3), whole);
-        }
     }
 
 private:
@@ -545,9 +520,8 @@ private:
     void cut(const Bytes &bytes, std::uint32_t size, const std::string &whole)
     {
         const std::string text = print(bytes, size);
-        if (text != whole.substr(0, size == 0 ? 0 : size - 1)) {
+        if (text != whole.substr(0, size == 0 ? 0 : size - 1))
             fail("printed as " + show(text), bytes, size);
-        }
     }
 
     void fail(const std::string &problem, const Bytes &bytes, std::uint32_t size)
@@ -565,32 +539,27 @@ private:
         std::uint32_t length = before;
         const std::uint32_t status =
             row_.call(function_, value.data(), reinterpret_cast<char *>(buffer.data()), size, &length);
-        if (!buffer.intact() || !value.intact() || value.bytes() != bytes) {
+        if (!buffer.intact() || !value.intact() || value.bytes() != bytes)
             fail("written where it must not", bytes, size);
-        }
         report_.fail(AttackHost::instance().settle());
         if (status != SYSDT_OK) {
             const bool allowed = row_.size == 0 ? size == 0 && status == SYSDT_ERR_FAIL : row_.may_fail;
-            if (!allowed) {
+            if (!allowed)
                 fail("failed with " + host::status_name(status), bytes, size);
-            }
             return {};
         }
         const Bytes block = buffer.bytes();
         const auto end = std::ranges::find(block, 0);
         const std::uint32_t told = length - (length >= before ? before : 0);
-        if (length == before || (told == 0 && end == block.end())) {
+        if (length == before || (told == 0 && end == block.end()))
             return {}; // it may leave the buffer alone then
-        }
         const bool zeros =
             std::string_view(row_.name) == "SYSDT_NGPrefix2Str" && told <= block.size() &&
             std::all_of(block.begin(), block.begin() + told, [](std::uint8_t byte) { return byte == 0; });
-        if (zeros) {
+        if (zeros)
             return {}; // as FormatOut tells it
-        }
-        if (end == block.end() || static_cast<std::uint32_t>(end - block.begin()) != told) {
+        if (end == block.end() || static_cast<std::uint32_t>(end - block.begin()) != told)
             fail("the text of length " + std::to_string(told) + " has another", bytes, size);
-        }
         return {block.begin(), end};
     }
 
@@ -636,12 +605,10 @@ TEST_F(Printers, FillBuffersOfEverySize)
                 test.one_size(bytes, static_cast<std::uint32_t>(random()));
             }
         });
-        if (!fault.empty()) {
+        if (!fault.empty())
             ADD_FAILURE() << row.name << " " << fault << " with " << show(bytes);
-        }
-        for (const std::string &problem : report.problems()) {
+        for (const std::string &problem : report.problems())
             ADD_FAILURE() << problem;
-        }
     }
     std::printf("proved: %zu calls of %zu exported printers\n", ExportTest::calls, std::size(exports));
 }
@@ -659,14 +626,12 @@ TEST(Exports, AreAllThatTheHeaderDeclares)
         const std::string arguments = header.substr(opening, header.find(';', opening) - opening);
         const bool prints =
             arguments.find("char *buffer") != arguments.npos || arguments.find("char **position") != arguments.npos;
-        if (prints && arguments.find("*text") == arguments.npos) { // else it copies a part of a text
+        if (prints && arguments.find("*text") == arguments.npos) // else it copies a part of a text
             declared.insert(header.substr(at, opening - at));
-        }
     }
     std::set<std::string> tested;
-    for (const Exported &row : exports) {
+    for (const Exported &row : exports)
         tested.insert(row.name);
-    }
     EXPECT_EQ(declared, tested);
 }
 

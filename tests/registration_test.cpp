@@ -51,9 +51,8 @@ protected:
     /// The plug-in's own symbol, or the host's.
     const void *symbol(const char *name) const
     {
-        if (name == nullptr) {
+        if (name == nullptr)
             return nullptr;
-        }
         const void *own = host_.symbol(name);
         return own != nullptr ? own : dlsym(RTLD_DEFAULT, name);
     }
@@ -101,12 +100,10 @@ TEST_F(RegistrationTest, HandsOverTheExportedTables)
     EXPECT_EQ(expected::extended_records.size(), SYSDT_EXTEND_TYPE_COUNT);
     EXPECT_EQ(expected::name_index_records.size(), SYSDT_NAME_INDEX_TYPE_COUNT);
     std::vector<const SYSDT_Record *> rows;
-    for (const SYSDT_Record &row : name_index_table()) {
+    for (const SYSDT_Record &row : name_index_table())
         rows.push_back(&row);
-    }
-    for (const SYSDT_Record &row : extended_table()) {
+    for (const SYSDT_Record &row : extended_table())
         rows.push_back(&row);
-    }
     const auto types = host_.types();
     EXPECT_EQ(rows, std::vector<const SYSDT_Record *>(types.begin(), types.end()));
 }
@@ -125,9 +122,8 @@ TEST_F(RegistrationTest, PassesTheHandleOn)
         Registry registry;
         EXPECT_EQ(0U, call("Bgp_InitDataType", handle));
         ASSERT_EQ(expected_all().size(), registry.calls.size());
-        for (const Registration &registration : registry.calls) {
+        for (const Registration &registration : registry.calls)
             EXPECT_EQ(handle, registration.handle);
-        }
     }
 }
 

@@ -110,18 +110,16 @@ private:
             const auto end = std::find_if_not(at, text.end(), is_digit);
             const std::string number(at, end);
             for (const std::string &other :
-                 hex ? std::vector<std::string>{"1" + number, number + "0"} : around_limits(number)) {
+                 hex ? std::vector<std::string>{"1" + number, number + "0"} : around_limits(number))
                 expect_answer(std::string(text.begin(), at) + other + std::string(end, text.end()));
-            }
             at = end;
         }
     }
 
     void try_text(const std::string &text)
     {
-        if (tally_.turns.next()) {
+        if (tally_.turns.next())
             expect_answer(text);
-        }
     }
 
     void expect_answer(const std::string &text)
@@ -132,22 +130,19 @@ private:
         const Converted result = parse(subject_, text, mode, report_);
         const bool quoted = subject_.expect.in_letter(mode) == 'q' && result.status == SYSDT_ERR_UNSUPPORTED;
         Bytes value;
-        if (result.status == SYSDT_OK) {
+        if (result.status == SYSDT_OK)
             value = AttackHost::instance().collect(result.data).value_or(Bytes{});
-        } else if (result.status != subject_.expect.unparsed && !quoted) {
+        else if (result.status != subject_.expect.unparsed && !quoted)
             report_.fail(show(text) + " is answered with " + host::status_name(result.status));
-        }
         settle(report_);
-        if (!value.empty()) {
+        if (!value.empty())
             expect_numbers(text, std::move(value));
-        }
     }
 
     std::string printed(const Bytes &bytes)
     {
-        if (subject_.format_out == nullptr) {
+        if (subject_.format_out == nullptr)
             return {};
-        }
         Guarded value(bytes);
         AttackHost::instance().begin();
         const Converted result =
@@ -227,15 +222,13 @@ TEST(Sweep, NoChangeOfATextLeadsAstray)
     std::set<std::pair<std::string, std::string>> swept;
     Tally tally;
     for (const Line &line : vectors.lines) {
-        if (line.verb != Verb::in || !swept.emplace(line.subject, line.text).second) {
+        if (line.verb != Verb::in || !swept.emplace(line.subject, line.text).second)
             continue;
-        }
         const Subject subject = subject_of(host, line);
         Report report;
         Sweep(subject, line, report, tally).run();
-        for (const std::string &problem : report.problems()) {
+        for (const std::string &problem : report.problems())
             ADD_FAILURE_AT(line.file.c_str(), line.number) << line.content << "\n" << problem;
-        }
     }
     EXPECT_LT(8000000U / share(), tally.texts);
     for (const Irregularity &irregularity : irregular_texts()) {

@@ -29,9 +29,8 @@ struct Question {
 std::vector<Question> questions_about(const host::Host &host, const Vectors &vectors)
 {
     std::vector<Question> questions;
-    for (const Line &line : vectors.lines) {
+    for (const Line &line : vectors.lines)
         questions.push_back({line, subject_of(host, line)});
-    }
     return questions;
 }
 
@@ -43,9 +42,8 @@ void ask_all(host::Host &host, const std::vector<Question> &questions, std::size
     for (std::size_t i = 0; i < questions.size(); ++i) {
         const auto &[line, subject] = questions[(first + i) % questions.size()];
         std::vector<std::uint8_t> modes = line.modes;
-        if (modes.empty()) {
+        if (modes.empty())
             modes.push_back(0);
-        }
         for (const std::uint8_t mode : modes) {
             const Answer answer = asking.ask(line, subject, mode);
             const Answer expected = expected_answer(line, subject);
@@ -79,9 +77,8 @@ TEST(Threads, GetTheAnswersOfTheVectors)
     }
     for (const auto &of_thread : wrong) {
         EXPECT_EQ(0U, of_thread.size());
-        for (std::size_t i = 0; i < std::min<std::size_t>(of_thread.size(), 3); ++i) {
+        for (std::size_t i = 0; i < std::min<std::size_t>(of_thread.size(), 3); ++i)
             ADD_FAILURE() << of_thread[i];
-        }
     }
     EXPECT_TRUE(host.diagnostics().empty());
 }

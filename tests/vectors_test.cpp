@@ -35,9 +35,8 @@ public:
         } catch (const std::exception &error) {
             report.fail(error.what());
         }
-        for (const std::string &problem : report.problems()) {
+        for (const std::string &problem : report.problems())
             ADD_FAILURE_AT(line_.file.c_str(), line_.number) << line_.content << "\n" << problem;
-        }
     }
 
 private:
@@ -52,13 +51,11 @@ public:
 
     void TestBody() override
     {
-        for (const std::string &error : vectors_.errors) {
+        for (const std::string &error : vectors_.errors)
             ADD_FAILURE() << error;
-        }
         EXPECT_FALSE(vectors_.lines.empty()) << vectors_folder() << " holds no vectors";
-        for (const SYSDT_Record *record : host_.types()) {
+        for (const SYSDT_Record *record : host_.types())
             expect_lines(*record);
-        }
         expect_rows("g_astBOL_PREFIX_ProcTable", 17, "");
         expect_rows("g_astBOL_RD_ProcTable", 1, "RD:");
     }
@@ -146,9 +143,8 @@ int run(int argc, char **argv)
     const int failed = RUN_ALL_TESTS();
     std::printf("proved: %zu vector lines of %zu files\n", vectors.lines.size(), vectors.files);
     // A filter may have left out the test that says so.
-    if (failed == 0 && (!vectors.errors.empty() || vectors.lines.empty())) {
+    if (failed == 0 && (!vectors.errors.empty() || vectors.lines.empty()))
         throw std::runtime_error(vectors.errors.empty() ? vectors_folder() + " holds no vectors" : vectors.errors[0]);
-    }
     return failed;
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a command answers.
-#ifndef BGPDT_TOOL_ANSWER_HPP
-#define BGPDT_TOOL_ANSWER_HPP
+#pragma once
 
 #include <string>
 
@@ -17,5 +16,3 @@ struct Answer {
 };
 
 } // namespace bgpdt::tool
-
-#endif

@@ -17,11 +17,9 @@ template <class Passes>
 std::vector<std::string> names_of(std::span<const Command> commands, Passes passes)
 {
     std::vector<std::string> names;
-    for (const Command &command : commands) {
-        if (passes(command)) {
+    for (const Command &command : commands)
+        if (passes(command))
             names.emplace_back(command.name);
-        }
-    }
     return names;
 }
 
@@ -100,9 +98,8 @@ const Command &find_command(std::span<const Command> commands, const Options &op
                          (wanted == 0 ? "" : "; for example " + std::string(command.example)));
     }
     require_options(command, options, commands);
-    if (command.stream != nullptr) {
+    if (command.stream != nullptr)
         require_stream_options(command, options);
-    }
     return command;
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a command is, and which one a command line means.
-#ifndef BGPDT_TOOL_COMMAND_HPP
-#define BGPDT_TOOL_COMMAND_HPP
+#pragma once
 
 #include <span>
 #include <string>
@@ -42,5 +41,3 @@ const Command &find_command(std::span<const Command> commands, const std::string
 const Command &find_command(std::span<const Command> commands, const Options &options);
 
 } // namespace bgpdt::tool
-
-#endif

@@ -65,9 +65,8 @@ std::string help_page(const CLI::App &app, std::span<const Command> commands)
 {
     std::string page = "bgpdt: BGP data types, through the plug-in that a router loads\n\n"
                        "Usage: bgpdt COMMAND [ARGUMENTS] [OPTIONS]\n\nCommands:\n";
-    for (const Command &command : commands) {
+    for (const Command &command : commands)
         page += row(call_of(command), command.summary);
-    }
     return page + "\n'bgpdt COMMAND --help' tells more of a command.\n" + option_rows(app, nullptr) +
            notes_for(nullptr);
 }
@@ -95,9 +94,8 @@ std::optional<unsigned> doublings(std::string_view unit)
 {
     constexpr std::string_view letters = "kmgtpe";
     const std::string small = lower(unit.substr(std::min(unit.find_first_not_of(' '), unit.size())));
-    if (small.empty() || small == "b") {
+    if (small.empty() || small == "b")
         return 0;
-    }
     const std::size_t letter = letters.find(small.front());
     const std::string rest = small.substr(1);
     const bool known = letter != std::string_view::npos && (rest.empty() || rest == "b" || rest == "ib");
@@ -125,9 +123,8 @@ CLI::Option *add_value(CLI::App &app, const std::string &names, Target &target, 
         names,
         [=, &target](const std::string &text) {
             const auto value = read(text);
-            if (!value) {
+            if (!value)
                 throw UsageError(name + " takes " + what + ", not " + (text.empty() ? "nothing" : text));
-            }
             target = *value;
         },
         description);
@@ -212,9 +209,8 @@ std::vector<std::string> arguments_of(const CLI::App &app)
             all = true;
         } else if (!all && word.starts_with("--")) {
             std::vector<std::string> names;
-            for (const CLI::Option *option : app.get_options()) {
+            for (const CLI::Option *option : app.get_options())
                 names.push_back(option->get_name());
-            }
             throw UsageError("there is no option " + word + did_you_mean(word, names) +
                              "; a text that begins with '--' stands behind '--'. 'bgpdt --help' lists the options");
         } else {
@@ -232,9 +228,8 @@ std::vector<OptionName> option_names()
     CLI::App app;
     declare(app, options);
     std::vector<OptionName> names;
-    for (const CLI::Option *option : app.get_options()) {
+    for (const CLI::Option *option : app.get_options())
         names.push_back({option->get_name(), option->get_type_name()});
-    }
     return names;
 }
 
@@ -256,14 +251,11 @@ Options read_options(int argc, const char *const *argv, std::span<const Command>
     } catch (const CLI::ParseError &error) {
         throw UsageError(std::string(error.what()) + ". 'bgpdt --help' lists the options");
     }
-    if (options.arguments.empty()) {
+    if (options.arguments.empty())
         throw UsageError("a command is missing; 'bgpdt --help' lists them");
-    }
-    for (const CLI::Option *option : app.get_options()) {
-        if (option->count() != 0) {
+    for (const CLI::Option *option : app.get_options())
+        if (option->count() != 0)
             options.given.push_back(option->get_name());
-        }
-    }
     options.command = options.arguments.front();
     options.arguments.erase(options.arguments.begin());
     return options;

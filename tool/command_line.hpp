@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Command lines: the options of all commands, and help.
-#ifndef BGPDT_TOOL_COMMAND_LINE_HPP
-#define BGPDT_TOOL_COMMAND_LINE_HPP
+#pragma once
 
 #include <span>
 #include <string>
@@ -28,5 +27,3 @@ Options read_options(int argc, const char *const *argv, std::span<const Command>
 bool asks_for_json(int argc, const char *const *argv);
 
 } // namespace bgpdt::tool
-
-#endif

@@ -41,18 +41,16 @@ std::string id_text(std::uint16_t id)
 Bytes read_bytes(const Session &session, const SYSDT_Record &type, std::string_view hex)
 {
     Bytes value = from_hex(hex);
-    if (!session.settings().native) {
+    if (!session.settings().native)
         turn_to_native(type, value);
-    }
     return value;
 }
 
 /// Fills a host's string up with NUL.
 Bytes filled_up(const SYSDT_Record &type, Bytes value)
 {
-    if (type.baseKind == SYSDT_KIND_STRING && value.size() < value_size(type)) {
+    if (type.baseKind == SYSDT_KIND_STRING && value.size() < value_size(type))
         value.resize(value_size(type));
-    }
     return value;
 }
 
@@ -67,17 +65,15 @@ Bytes read_value(const Session &session, const SYSDT_Record &type, std::string_v
 /// Text, or bytes behind 0x.
 Bytes read_text_or_value(Session &session, const SYSDT_Record &type, std::string_view argument)
 {
-    if (argument.starts_with("0x") || argument.starts_with("0X")) {
+    if (argument.starts_with("0x") || argument.starts_with("0X"))
         return read_value(session, type, argument);
-    }
     return filled_up(type, parse_text(session, type, argument, session.mode_for(type)).data);
 }
 
 std::string shown(const Session &session, const SYSDT_Record &type, Bytes value)
 {
-    if (!session.settings().native) {
+    if (!session.settings().native)
         turn_to_target(type, value);
-    }
     return to_hex(value);
 }
 
@@ -118,9 +114,8 @@ Bytes listed_bitmap(const Options &options, std::span<const std::uint8_t> bitmap
 {
     std::vector<DisplayValue> values;
     std::ranges::transform(options.values, std::back_inserter(values), read_display_value);
-    if (std::ranges::all_of(bitmap, [](std::uint8_t byte) { return byte == 0; })) {
+    if (std::ranges::all_of(bitmap, [](std::uint8_t byte) { return byte == 0; }))
         throw Refusal("the bitmap is empty: there is nothing to list");
-    }
     return bitmap_record(bitmap, options.line_template.value_or(std::string(default_template)), values);
 }
 
@@ -136,9 +131,8 @@ Bytes read_printable(const Session &session, const Options &options, const SYSDT
         return is_bitmap(type) ? listed_bitmap(options, value) : value;
     }
     Bytes record = from_hex(options.arguments[1]);
-    if (record.size() < value_size(type)) {
+    if (record.size() < value_size(type))
         require_size(type, record, value_size(type));
-    }
     return record;
 }
 
@@ -193,9 +187,8 @@ Answer swap_bytes(Session &session, const Options &options)
                      swaps_short_form(type) ? "swaps a short form of its values" : "has values of another length");
     }
     swap_value(session, type, value);
-    if (!session.settings().native) {
+    if (!session.settings().native)
         turn_to_native(type, value); // what was in the machine's order is now in the other
-    }
     const std::string hex = to_hex(value);
     return {hex + "\n", {{"type", name_of(type)}, {"hex", hex}}};
 }
@@ -242,9 +235,8 @@ ordered_json kinds_json(const std::vector<Kind> &kinds)
     for (const Kind &kind : kinds) {
         ordered_json &entry = array.emplace_back(
             ordered_json{{"number", kind.number}, {"name", kind.name}, {"operations", kind.operations}});
-        if (!kind.form.empty()) {
+        if (!kind.form.empty())
             entry["form"] = kind.form;
-        }
     }
     return array;
 }
@@ -256,17 +248,15 @@ Answer fields_of(Session &session, const SYSDT_Record &type, const Bytes &value,
     std::vector<Part> parts = explanation_of(session, type, value).parts;
     std::erase_if(parts, [](const Part &part) { return part.name.empty() || part.repeats > 1; });
     std::size_t column = 0;
-    for (const Part &part : parts) {
+    for (const Part &part : parts)
         column = std::max(column, part.name.size() + 2);
-    }
     Answer fields{"  fields" + (text.empty() ? "" : "      of " + text) + "\n", ordered_json::array()};
     for (const Part &part : parts) {
         fields.text += padded("    " + range_of(part), 14) + padded(part.name, part.key.empty() ? 0 : column);
         fields.text += part.key + "\n";
         fields.json.push_back({{"offset", part.offset}, {"size", part.size}, {"name", part.name}});
-        if (!part.key.empty()) {
+        if (!part.key.empty())
             fields.json.back()["key"] = part.key;
-        }
     }
     return fields;
 }
@@ -286,9 +276,8 @@ Answer fields_of_type(Session &session, const SYSDT_Record &type)
     const bool depends = std::ranges::any_of(layout.fields, [](const Field &field) {
         return field.words == Words::evpn_route || field.words == Words::ls_route;
     });
-    if (!depends) {
+    if (!depends)
         return fields_of(session, type, zeros);
-    }
     const std::string text = sample_of(type.typeId).texts.front();
     return fields_of(session, type, read_text_or_value(session, type, text), text);
 }
@@ -323,9 +312,8 @@ Answer describe_kind(Session &session, const SYSDT_Record &type, const std::stri
 Answer describe(Session &session, const Options &options)
 {
     const SYSDT_Record &type = session.type(options.arguments[0]);
-    if (options.arguments.size() > 1) {
+    if (options.arguments.size() > 1)
         return describe_kind(session, type, options.arguments[1]);
-    }
     const Sample sample = sample_of(type.typeId);
     const std::vector<Kind> all_kinds = kinds(session, type);
     // The help of a type with kinds is that of its first kind.
@@ -342,12 +330,10 @@ Answer describe(Session &session, const Options &options)
     answer.json = {{"name", name_of(type)},    {"about", sample.about},    {"id", type.typeId},
                    {"kind", storage(type)},    {"size", value_size(type)}, {"takes", takes},
                    {"examples", sample.texts}, {"operations", words}};
-    if (!fields.json.empty()) {
+    if (!fields.json.empty())
         answer.json["fields"] = fields.json;
-    }
-    if (!all_kinds.empty()) {
+    if (!all_kinds.empty())
         answer.json["kinds"] = kinds_json(all_kinds);
-    }
     return answer;
 }
 
@@ -363,18 +349,16 @@ Answer table(Session &session, const Options &options)
 
 bool is_coloured(const Options &options)
 {
-    if (options.color != "auto") {
+    if (options.color != "auto")
         return options.color == "always";
-    }
     const char *no_color = std::getenv("NO_COLOR");
     return (no_color == nullptr || *no_color == '\0') && isatty(STDOUT_FILENO) == 1;
 }
 
 Answer explain(Session &session, const Options &options)
 {
-    if (options.html && options.json) {
+    if (options.html && options.json)
         throw UsageError("--html and --json are two answers; give one of them");
-    }
     const SYSDT_Record &type = session.type(options.arguments[0]);
     const Explanation explanation =
         explanation_of(session, type, read_text_or_value(session, type, options.arguments[1]));

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The commands of the program.
-#ifndef BGPDT_TOOL_COMMANDS_HPP
-#define BGPDT_TOOL_COMMANDS_HPP
+#pragma once
 
 #include <span>
 
@@ -13,5 +12,3 @@ namespace bgpdt::tool {
 std::span<const Command> commands();
 
 } // namespace bgpdt::tool
-
-#endif

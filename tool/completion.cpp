@@ -25,12 +25,10 @@ std::string value_name(const std::string &option)
 
 Words values_called(const std::string &name)
 {
-    if (name == "FORMAT") {
+    if (name == "FORMAT")
         return {"text", "hex", "json", "binary"};
-    }
-    if (name == "WHEN") {
+    if (name == "WHEN")
         return {"auto", "always", "never"};
-    }
     return name == "FILE" || name == "ARG" ? Words{file_candidate} : Words{};
 }
 
@@ -38,22 +36,19 @@ Words values_called(const std::string &name)
 Words arguments_in(std::span<const std::string> words)
 {
     Words arguments;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        if (!words[i].starts_with('-')) {
+    for (std::size_t i = 0; i < words.size(); ++i)
+        if (!words[i].starts_with('-'))
             arguments.push_back(words[i]);
-        } else if (!value_name(words[i]).empty()) {
+        else if (!value_name(words[i]).empty())
             ++i;
-        }
-    }
     return arguments;
 }
 
 Words type_names(Session &session)
 {
     Words names;
-    for (const SYSDT_Record *type : session.host().types()) {
+    for (const SYSDT_Record *type : session.host().types())
         names.push_back(name_of(*type));
-    }
     return names;
 }
 
@@ -63,13 +58,11 @@ Words next_arguments(Session &session, const Command &command, const Words &argu
     std::istringstream names{std::string(command.arguments)};
     std::string name;
     std::string last;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
+    for (std::size_t i = 0; i < arguments.size(); ++i)
         last = name = names >> name ? name : last.ends_with("...]") ? last : "";
-    }
     std::erase_if(name, [](char c) { return c == '[' || c == ']' || c == '.'; });
-    if (name == "TYPE") {
+    if (name == "TYPE")
         return type_names(session);
-    }
     if (name == "KIND") {
         Words kind_names;
         std::ranges::transform(kinds(session, session.type(arguments[1])), std::back_inserter(kind_names), &Kind::name);
@@ -81,37 +74,30 @@ Words next_arguments(Session &session, const Command &command, const Words &argu
 Words options_of(const Command *command)
 {
     Words names;
-    for (const OptionName &option : option_names()) {
-        if (command == nullptr || has_option(*command, option.name)) {
+    for (const OptionName &option : option_names())
+        if (command == nullptr || has_option(*command, option.name))
             names.push_back(option.name);
-        }
-    }
     return names;
 }
 
 Words candidates(Session &session, std::span<const Command> commands, std::span<const std::string> before,
                  const std::string &word)
 {
-    if (!before.empty() && before.back().starts_with('-') && !value_name(before.back()).empty()) {
+    if (!before.empty() && before.back().starts_with('-') && !value_name(before.back()).empty())
         return values_called(value_name(before.back()));
-    }
     if (const std::size_t equals = word.find('='); word.starts_with("--") && equals != std::string::npos) {
         Words values = values_called(value_name(word.substr(0, equals)));
-        for (std::string &value : values) {
-            if (value != file_candidate) {
+        for (std::string &value : values)
+            if (value != file_candidate)
                 value.insert(0, word, 0, equals + 1);
-            }
-        }
         return values;
     }
     const Words arguments = arguments_in(before);
     const Command *command = arguments.empty() ? nullptr : &find_command(commands, arguments.front());
-    if (word.starts_with('-')) {
+    if (word.starts_with('-'))
         return options_of(command);
-    }
-    if (command != nullptr) {
+    if (command != nullptr)
         return next_arguments(session, *command, arguments);
-    }
     Words names;
     std::ranges::transform(commands, std::back_inserter(names), [](const Command &c) { return std::string(c.name); });
     return names;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What may stand on a command line that is being written; the completions of shells ask for it.
-#ifndef BGPDT_TOOL_COMPLETION_HPP
-#define BGPDT_TOOL_COMPLETION_HPP
+#pragma once
 
 #include <span>
 #include <string>
@@ -20,5 +19,3 @@ std::vector<std::string> completions(toolkit::Session &session, std::span<const 
                                      std::span<const std::string> words);
 
 } // namespace bgpdt::tool
-
-#endif

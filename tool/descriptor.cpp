@@ -26,11 +26,9 @@ bool Descriptor::close()
 
 void guard_standard_descriptors()
 {
-    for (int number = STDIN_FILENO; number <= STDERR_FILENO; ++number) {
-        if (fcntl(number, F_GETFD) < 0) {
+    for (int number = STDIN_FILENO; number <= STDERR_FILENO; ++number)
+        if (fcntl(number, F_GETFD) < 0)
             static_cast<void>(open("/", O_PATH)); // takes the lowest; nor can /dev/stdout be written then
-        }
-    }
 }
 
 bool write_all(int descriptor, std::string_view text)

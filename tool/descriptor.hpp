@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// File descriptors.
-#ifndef BGPDT_TOOL_DESCRIPTOR_HPP
-#define BGPDT_TOOL_DESCRIPTOR_HPP
+#pragma once
 
 #include <string_view>
 
@@ -33,5 +32,3 @@ void guard_standard_descriptors();
 bool write_all(int descriptor, std::string_view text);
 
 } // namespace bgpdt::tool
-
-#endif

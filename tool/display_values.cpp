@@ -27,9 +27,8 @@ const DisplayKind &find_kind(std::string_view argument, std::string_view word)
 std::string display_kind_names()
 {
     std::string words;
-    for (const DisplayKind &kind : display_kinds()) {
+    for (const DisplayKind &kind : display_kinds())
         words.append(words.empty() ? "" : ", ").append(kind.name).append(" (" + std::to_string(kind.number) + ")");
-    }
     return words;
 }
 
@@ -37,14 +36,12 @@ DisplayValue read_display_value(std::string_view argument)
 {
     const std::size_t equals = std::min(argument.find('='), argument.size());
     const DisplayKind &kind = find_kind(argument, argument.substr(0, equals));
-    if (equals == argument.size()) {
+    if (equals == argument.size())
         throw UsageError("--value " + std::string(argument) + " has no value; it is KIND=VALUE");
-    }
     const std::string value(argument.substr(equals + 1));
     Bytes data = kind.read(value);
-    if (data.empty()) {
+    if (data.empty())
         throw Refusal("--value " + std::string(argument) + ": " + kind.name + " is " + kind.values);
-    }
     return {kind.number, std::move(data)};
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What --value says of the values that fill a line template.
-#ifndef BGPDT_TOOL_DISPLAY_VALUES_HPP
-#define BGPDT_TOOL_DISPLAY_VALUES_HPP
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -19,5 +18,3 @@ std::string display_kind_names();
 toolkit::DisplayValue read_display_value(std::string_view argument);
 
 } // namespace bgpdt::tool
-
-#endif

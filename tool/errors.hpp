@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Why a command does not end well, and the exit status that says so.
-#ifndef BGPDT_TOOL_ERRORS_HPP
-#define BGPDT_TOOL_ERRORS_HPP
+#pragma once
 
 #include <stdexcept>
 
@@ -25,5 +24,3 @@ public:
 };
 
 } // namespace bgpdt::tool
-
-#endif

@@ -41,9 +41,8 @@ std::string cell(const std::string &html) { return "<td>" + html + "</td>"; }
 std::string row(const Explanation &explanation, const Part &part, std::optional<std::size_t> colour)
 {
     std::string bytes;
-    for (const std::string &line : byte_lines(explanation, part, bytes_per_line)) {
+    for (const std::string &line : byte_lines(explanation, part, bytes_per_line))
         bytes += (bytes.empty() ? "" : "<br>") + line;
-    }
     return "<tr class=\"" + (colour ? "c" + std::to_string(*colour) : "none") + "\">" +
            cell(std::to_string(part.offset)) + cell(std::to_string(part.size)) + cell("<code>" + bytes + "</code>") +
            cell(part.name.empty() ? "-" : escaped(part.name)) + cell(escaped(part.meaning)) +
@@ -57,9 +56,8 @@ std::string explanation_html(const Explanation &explanation)
     const std::string title = escaped(title_of(explanation));
     const auto colours = colours_of(explanation);
     std::string rows;
-    for (std::size_t i = 0; i < colours.size(); ++i) {
+    for (std::size_t i = 0; i < colours.size(); ++i)
         rows += row(explanation, explanation.parts[i], colours[i]);
-    }
     return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + title +
            "</title>\n<style>\n" + std::string(style) + "</style>\n</head>\n<body>\n<h1>" + title +
            "</h1>\n<p>Byte order: " + escaped(order_of(explanation)) +

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Pictures of a value's fields.
-#ifndef BGPDT_TOOL_EXPLAIN_PICTURES_HPP
-#define BGPDT_TOOL_EXPLAIN_PICTURES_HPP
+#pragma once
 
 #include <cstddef>
 #include <optional>
@@ -25,5 +24,3 @@ std::string explanation_text(const toolkit::Explanation &explanation, bool colou
 std::string explanation_html(const toolkit::Explanation &explanation);
 
 } // namespace bgpdt::tool
-
-#endif

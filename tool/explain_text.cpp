@@ -22,9 +22,8 @@ struct Line {
 std::size_t width_of(const std::string &text)
 {
     std::size_t characters = 0;
-    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at))
         ++characters;
-    }
     return characters;
 }
 
@@ -41,9 +40,8 @@ void add_lines(std::vector<Line> &lines, const Explanation &explanation, const P
 
 std::string coloured_text(const std::string &text, const Line &line, bool coloured)
 {
-    if (!coloured || text.empty()) {
+    if (!coloured || text.empty())
         return text;
-    }
     const std::string code = line.colour ? std::to_string(31 + *line.colour) : "2";
     return "\x1b[" + code + "m" + text + "\x1b[0m";
 }
@@ -51,9 +49,8 @@ std::string coloured_text(const std::string &text, const Line &line, bool colour
 std::string border(const std::array<std::size_t, columns> &widths)
 {
     std::string line = "+";
-    for (const std::size_t width : widths) {
+    for (const std::size_t width : widths)
         line += std::string(width + 2, '-') + "+";
-    }
     return line + "\n";
 }
 
@@ -77,9 +74,8 @@ std::string box(const std::vector<Line> &lines, bool coloured)
     widen(heads);
     std::ranges::for_each(lines, widen);
     std::string text = border(widths) + row(heads, false) + border(widths);
-    for (const Line &line : lines) {
+    for (const Line &line : lines)
         text += row(line, coloured);
-    }
     return text + border(widths);
 }
 
@@ -95,9 +91,8 @@ std::vector<std::optional<std::size_t>> colours_of(const Explanation &explanatio
 {
     std::vector<std::optional<std::size_t>> colours;
     std::size_t next = 0;
-    for (const Part &part : explanation.parts) {
+    for (const Part &part : explanation.parts)
         colours.push_back(part.name.empty() ? std::nullopt : std::optional(next++ % part_colours));
-    }
     return colours;
 }
 
@@ -105,9 +100,8 @@ std::string explanation_text(const Explanation &explanation, bool coloured)
 {
     const auto colours = colours_of(explanation);
     std::vector<Line> lines;
-    for (std::size_t i = 0; i < colours.size(); ++i) {
+    for (std::size_t i = 0; i < colours.size(); ++i)
         add_lines(lines, explanation, explanation.parts[i], colours[i]);
-    }
     return title_of(explanation) + "\n" + box(lines, coloured) + "order  " + order_of(explanation) + "\ntext   " +
            text_of(explanation) + "\ntable  " + table_of(explanation) + "\n";
 }

@@ -33,9 +33,8 @@ void deliver(const std::string &text)
     // A reader that has gone is a write error like any other; but it ends a script that goes on writing.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (!written || std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+    if (!written || std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
         throw UsageError(std::string("the output cannot be written: ") + std::strerror(errno));
-    }
 }
 
 Exit run(int argc, const char *const *argv)
@@ -47,9 +46,8 @@ Exit run(int argc, const char *const *argv)
     }
     const Command &command = find_command(commands(), options);
     Session session(options.settings);
-    if (streams(command, options)) {
+    if (streams(command, options))
         return command.stream(session, options);
-    }
     const Answer answer = command.run(session, options);
     deliver(options.json && !answer.json.is_null() ? json_text(answer.json) + "\n" : answer.text);
     return exit_done;
@@ -58,18 +56,16 @@ Exit run(int argc, const char *const *argv)
 /// No member for what there is not.
 void add(ordered_json &object, const char *member, const std::string &text)
 {
-    if (!text.empty()) {
+    if (!text.empty())
         object[member] = text;
-    }
 }
 
 /// What else is known of a refusal.
 ordered_json details(const Refusal &refusal)
 {
     ordered_json members = ordered_json::object();
-    if (refusal.status() != 0) {
+    if (refusal.status() != 0)
         members["status"] = bgpdt::host::status_name(refusal.status());
-    }
     if (refusal.diagnosis()) {
         const Diagnosis &diagnosis = *refusal.diagnosis();
         members["at"] = diagnosis.at;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the command line says.
-#ifndef BGPDT_TOOL_OPTIONS_HPP
-#define BGPDT_TOOL_OPTIONS_HPP
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -42,5 +41,3 @@ struct Options {
 };
 
 } // namespace bgpdt::tool
-
-#endif

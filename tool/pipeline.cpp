@@ -47,9 +47,8 @@ public:
 
     void rethrow() const
     {
-        if (failure_) {
+        if (failure_)
             std::rethrow_exception(failure_);
-        }
     }
 
 private:
@@ -60,9 +59,8 @@ private:
     bool next(Block &block)
     {
         const std::lock_guard lock(input_mutex_);
-        if (ended_) {
+        if (ended_)
             return false;
-        }
         try {
             ended_ = !input_.next(block);
         } catch (...) {
@@ -78,9 +76,8 @@ private:
         {
             std::unique_lock lock(turn_mutex_);
             turn_.wait(lock, [&] { return abandoned_ || next_ == block.number; });
-            if (abandoned_) {
+            if (abandoned_)
                 throw Abandoned();
-            }
         }
         report_.take(block, results); // whose turn it is, is alone here
         results.clear();
@@ -100,9 +97,8 @@ private:
     {
         {
             const std::lock_guard lock(turn_mutex_);
-            if (!abandoned_) {
+            if (!abandoned_)
                 failure_ = std::move(failure);
-            }
             abandoned_ = true;
         }
         turn_.notify_all();
@@ -136,9 +132,8 @@ Report::Report(const Options &options, const Input &input, Output *output, const
     : input_(input), output_(output), records_(records), limit_(options.quiet ? 0 : options.show.value_or(usual_limit)),
       summary_(options.summary), quiet_(options.quiet)
 {
-    if (!options.rejects.empty()) {
+    if (!options.rejects.empty())
         rejects_.emplace(options.rejects, "the file of the rejects");
-    }
     const bool seen = isatty(STDERR_FILENO) != 0 && (output == nullptr || isatty(output->descriptor()) == 0);
     size_ = seen && !quiet_ ? input.size() : std::nullopt;
     require_own_files();
@@ -150,9 +145,8 @@ void Report::require_own_files()
 {
     const auto reads = [this](const Output &file) { return file.id() && input_.reads(*file.id()); };
     const auto require = [](bool own, const Output &file, const char *other) {
-        if (!own) {
+        if (!own)
             throw UsageError(file.purpose() + " is " + other + " too; it needs a file of its own");
-        }
     };
     if (output_ != nullptr) {
         in_place_ = reads(*output_);
@@ -166,12 +160,10 @@ void Report::require_own_files()
 
 void Report::reject(const Results &results)
 {
-    if (!rejects_ || results.rejects.size() == 0) {
+    if (!rejects_ || results.rejects.size() == 0)
         return;
-    }
-    if (open_reject_ && !results.continues_reject) {
+    if (open_reject_ && !results.continues_reject)
         rejects_->write("\n");
-    }
     rejects_->write(results.rejects.text());
     open_reject_ = !results.rejects.text().ends_with('\n');
 }
@@ -182,14 +174,12 @@ void Report::take(const Block &block, const Results &results)
         file_ = block.file;
         line_ = 0;
     }
-    if (output_ != nullptr && results.output.size() != 0) {
+    if (output_ != nullptr && results.output.size() != 0)
         output_->write(results.output.text());
-    }
     reject(results);
     for (const Results::Refused &refused : results.told) {
-        if (told_ == limit_) {
+        if (told_ == limit_)
             break;
-        }
         clear_progress();
         say(shown(input_.name(file_) + ":" + std::to_string(line_ + refused.line + 1) + ": " + refused.sentence) +
             "\n");
@@ -203,9 +193,8 @@ void Report::take(const Block &block, const Results &results)
 void Report::pass(const Block &block)
 {
     read_ += block.size;
-    if (size_ && Clock::now() - shown_ > std::chrono::milliseconds(200)) {
+    if (size_ && Clock::now() - shown_ > std::chrono::milliseconds(200))
         show_progress();
-    }
 }
 
 void Report::show_progress()
@@ -222,20 +211,17 @@ void Report::show_progress()
 
 void Report::clear_progress()
 {
-    if (std::exchange(on_screen_, false)) {
+    if (std::exchange(on_screen_, false))
         say("\r\033[K");
-    }
 }
 
 /// The output comes last: it may take the place of what the rejects are from.
 void Report::close_files()
 {
-    if (rejects_) {
+    if (rejects_)
         rejects_->close();
-    }
-    if (output_ != nullptr) {
+    if (output_ != nullptr)
         output_->close();
-    }
 }
 
 void Report::finish()
@@ -259,9 +245,8 @@ void run(Input &input, std::vector<std::unique_ptr<Worker>> workers, Report &rep
     Threads threads(input, report);
     std::vector<std::jthread> others;
     try {
-        for (std::size_t i = 1; i < workers.size(); ++i) {
+        for (std::size_t i = 1; i < workers.size(); ++i)
             others.emplace_back([&threads, &worker = *workers[i]] { threads.run(worker); });
-        }
     } catch (const std::system_error &) { // those that there are do all of the work
     }
     threads.run(*workers.front());

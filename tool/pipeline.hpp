@@ -2,8 +2,7 @@
 /// @file
 /// Blocks of lines through threads: each takes the next block, works on it, and waits for its turn to hand out what came
 /// of it. No thread waits for another in between, and the order of the input is kept.
-#ifndef BGPDT_TOOL_PIPELINE_HPP
-#define BGPDT_TOOL_PIPELINE_HPP
+#pragma once
 
 #include <chrono>
 #include <cstdint>
@@ -99,5 +98,3 @@ public:
 void run(Input &input, std::vector<std::unique_ptr<Worker>> workers, Report &report);
 
 } // namespace bgpdt::tool
-
-#endif

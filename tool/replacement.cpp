@@ -34,9 +34,8 @@ int open_unnamed(const fs::path &folder)
 
 void keep_attributes(int file, const struct stat &of)
 {
-    if (fchown(file, of.st_uid, of.st_gid) != 0) {
+    if (fchown(file, of.st_uid, of.st_gid) != 0)
         static_cast<void>(fchown(file, static_cast<uid_t>(-1), of.st_gid));
-    }
     static_cast<void>(fchmod(file, of.st_mode & permissions));
 }
 
@@ -47,9 +46,8 @@ fs::path followed(const fs::path &name)
     constexpr int most_links = 40; // as for the system
     fs::path path = name;
     std::error_code error;
-    for (int i = 0; i < most_links && fs::is_symlink(path, error); ++i) {
+    for (int i = 0; i < most_links && fs::is_symlink(path, error); ++i)
         path = path.parent_path() / fs::read_symlink(path, error);
-    }
     return path;
 }
 
@@ -62,16 +60,14 @@ Replacement::Replacement(fs::path path) : path_(std::move(path)), file_(open_unn
         }));
     }
     struct stat old {};
-    if (file_.is_open() && stat(path_.c_str(), &old) == 0) {
+    if (file_.is_open() && stat(path_.c_str(), &old) == 0)
         keep_attributes(file_.number(), old);
-    }
 }
 
 Replacement::~Replacement()
 {
-    if (!name_.empty()) {
+    if (!name_.empty())
         static_cast<void>(unlink(name_.c_str()));
-    }
 }
 
 /// @param make  makes a file of the name; false, with EEXIST, if there is one
@@ -86,9 +82,8 @@ bool Replacement::take_name(Make make)
             name_ = std::move(name);
             return true;
         }
-        if (errno != EEXIST) {
+        if (errno != EEXIST)
             break;
-        }
     }
     return false;
 }
@@ -100,9 +95,8 @@ bool Replacement::commit()
         return linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
     };
     const bool named = !name_.empty() || take_name(link);
-    if (!named || !file_.close() || rename(name_.c_str(), path_.c_str()) != 0) {
+    if (!named || !file_.close() || rename(name_.c_str(), path_.c_str()) != 0)
         return false;
-    }
     name_.clear();
     return true;
 }

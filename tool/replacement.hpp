@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Files that are replaced whole or not at all.
-#ifndef BGPDT_TOOL_REPLACEMENT_HPP
-#define BGPDT_TOOL_REPLACEMENT_HPP
+#pragma once
 
 #include <filesystem>
 
@@ -39,5 +38,3 @@ private:
 };
 
 } // namespace bgpdt::tool
-
-#endif

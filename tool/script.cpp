@@ -42,9 +42,8 @@ void pass_arguments(lua_State *lua, const std::string &file, std::span<const std
         lua_rawseti(lua, -2, ++index);
     }
     lua_setglobal(lua, "arg");
-    for (const std::string &argument : arguments) {
+    for (const std::string &argument : arguments)
         lua_pushlstring(lua, argument.data(), argument.size());
-    }
 }
 
 } // namespace
@@ -55,13 +54,11 @@ void run_script(Session &session, const std::string &file, std::span<const std::
     lua_State *lua = owner.get();
     install(lua, session);
     lua_pushcfunction(lua, traceback);
-    if (luaL_loadfile(lua, file.c_str()) != LUA_OK) {
+    if (luaL_loadfile(lua, file.c_str()) != LUA_OK)
         throw UsageError(lua_tostring(lua, -1));
-    }
     pass_arguments(lua, file, arguments);
-    if (lua_pcall(lua, static_cast<int>(arguments.size()), 0, 1) != LUA_OK) {
+    if (lua_pcall(lua, static_cast<int>(arguments.size()), 0, 1) != LUA_OK)
         throw ScriptError(lua_tostring(lua, -1));
-    }
 }
 
 } // namespace bgpdt::tool

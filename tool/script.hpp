@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Lua scripts with the module `bgp`.
-#ifndef BGPDT_TOOL_SCRIPT_HPP
-#define BGPDT_TOOL_SCRIPT_HPP
+#pragma once
 
 #include <span>
 #include <string>
@@ -16,5 +15,3 @@ namespace bgpdt::tool {
 void run_script(toolkit::Session &session, const std::string &file, std::span<const std::string> arguments);
 
 } // namespace bgpdt::tool
-
-#endif

@@ -40,20 +40,17 @@ Descriptor temporary_file()
 {
     std::error_code error;
     const std::string folder = std::filesystem::temp_directory_path(error).string();
-    if (error) {
+    if (error)
         throw UsageError("there is no folder for temporary files, TMPDIR or /tmp: " + error.message());
-    }
     Descriptor file(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
     if (!file.is_open()) {
         std::string name = folder + "/bgpdt.XXXXXX";
         file = Descriptor(mkostemp(name.data(), O_CLOEXEC));
-        if (file.is_open()) {
+        if (file.is_open())
             static_cast<void>(unlink(name.c_str()));
-        }
     }
-    if (!file.is_open()) {
+    if (!file.is_open())
         throw UsageError("no temporary file can be made in " + folder + ": " + std::strerror(errno));
-    }
     return file;
 }
 
@@ -75,9 +72,8 @@ public:
     void write(std::string_view entry)
     {
         unwritten_.append(entry);
-        if (unwritten_.size() > buffer_size) {
+        if (unwritten_.size() > buffer_size)
             flush();
-        }
     }
 
     /// What was written since the last end is a run.
@@ -93,9 +89,8 @@ public:
 private:
     void flush()
     {
-        if (!write_all(file_.number(), unwritten_.text())) {
+        if (!write_all(file_.number(), unwritten_.text()))
             fail_temporary(errno);
-        }
         size_ += unwritten_.size();
         unwritten_.clear();
     }
@@ -116,9 +111,8 @@ public:
     {
         at_ += size_;
         size_ = sizeof(Length) + key_size_;
-        if (at_ == filled_ && left_.begin == left_.end) {
+        if (at_ == filled_ && left_.begin == left_.end)
             return false;
-        }
         require(size_);
         size_ += load_length(entry());
         require(size_);
@@ -131,18 +125,16 @@ private:
     /// Reads so far that so many bytes of the entry are there.
     void require(std::size_t size)
     {
-        if (filled_ - at_ >= size) {
+        if (filled_ - at_ >= size)
             return;
-        }
         std::copy(buffer_.data() + at_, buffer_.data() + filled_, buffer_.data());
         filled_ -= std::exchange(at_, 0);
         buffer_.resize(std::max({buffer_.size(), buffer_size, size}));
         while (filled_ < size) {
             const std::size_t wanted = std::min<std::uint64_t>(buffer_.size() - filled_, left_.end - left_.begin);
             const ssize_t got = pread(file_, buffer_.data() + filled_, wanted, static_cast<off_t>(left_.begin));
-            if (got == 0 || (got < 0 && errno != EINTR)) {
+            if (got == 0 || (got < 0 && errno != EINTR))
                 fail_temporary(got == 0 ? EIO : errno);
-            }
             filled_ += static_cast<std::size_t>(std::max<ssize_t>(got, 0));
             left_.begin += static_cast<std::uint64_t>(std::max<ssize_t>(got, 0));
         }
@@ -188,9 +180,8 @@ void Sorter::add(Value value, std::string_view line)
     // Of an entry's address there is room for two, which is half of what a growing list takes, and for one in sorting.
     constexpr std::size_t bookkeeping = 4 * sizeof(void *);
     entries_.push_back(store(value, line));
-    if (used_ + entries_.size() * bookkeeping > settings_.memory) {
+    if (used_ + entries_.size() * bookkeeping > settings_.memory)
         spill();
-    }
 }
 
 void Sorter::sort()
@@ -205,13 +196,11 @@ std::string_view Sorter::bytes(const std::uint8_t *entry) const
 
 void Sorter::spill()
 {
-    if (!runs_) {
+    if (!runs_)
         runs_ = std::make_unique<Runs>();
-    }
     sort();
-    for (const std::uint8_t *entry : entries_) {
+    for (const std::uint8_t *entry : entries_)
         runs_->write(bytes(entry));
-    }
     runs_->end_run();
     entries_.clear();
     chunks_.clear();
@@ -232,17 +221,15 @@ void Sorter::merge(std::size_t first_run, std::size_t count, const Take &take)
     runs.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
         runs.emplace_back(runs_->file(), runs_->places()[first_run + i], order_.key_size());
-        if (runs.back().next()) {
+        if (runs.back().next())
             queue.push(i);
-        }
     }
     while (!queue.empty()) {
         const std::size_t first = queue.top();
         take(runs[first].entry());
         queue.pop();
-        if (runs[first].next()) {
+        if (runs[first].next())
             queue.push(first);
-        }
     }
 }
 
@@ -267,9 +254,8 @@ void Sorter::each_in_order(const Take &take)
         std::ranges::for_each(entries_, take);
         return;
     }
-    if (!entries_.empty()) {
+    if (!entries_.empty())
         spill();
-    }
     merge_in_passes();
     merge(0, runs_->places().size(), take);
 }
@@ -281,9 +267,8 @@ void Sorter::finish(const Write &write)
     each_in_order([&](const std::uint8_t *entry) {
         const std::uint8_t *const key = entry + sizeof(Length);
         if (settings_.unique) {
-            if (!last.empty() && order_.same(order_.key(last.data()), order_.key(key))) {
+            if (!last.empty() && order_.same(order_.key(last.data()), order_.key(key)))
                 return;
-            }
             last.assign(key, key + key_size);
         }
         write({reinterpret_cast<const char *>(key + key_size), load_length(entry)});

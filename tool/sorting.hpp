@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Lines in the order of their values, in bounded memory.
-#ifndef BGPDT_TOOL_SORTING_HPP
-#define BGPDT_TOOL_SORTING_HPP
+#pragma once
 
 #include <cstdint>
 #include <functional>
@@ -57,5 +56,3 @@ private:
 };
 
 } // namespace bgpdt::tool
-
-#endif

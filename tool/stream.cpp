@@ -31,27 +31,24 @@ constexpr std::string_view format_names[] = {"text", "hex", "json", "binary"};
 Format format_named(const std::string &word, const char *option)
 {
     const auto *const found = std::ranges::find(format_names, word);
-    if (found == std::end(format_names)) {
+    if (found == std::end(format_names))
         throw UsageError(std::string(option) + " is one of text, hex, json and binary, not " + word);
-    }
     return static_cast<Format>(found - std::begin(format_names));
 }
 
 /// The type, if it is read from the format.
 const SYSDT_Record &readable(const SYSDT_Record &type, Format format)
 {
-    if (format == Format::text && type.formatIn == nullptr) {
+    if (format == Format::text && type.formatIn == nullptr)
         throw UsageError(name_of(type) + " takes no text; --from is hex, json or binary for it");
-    }
     return type;
 }
 
 /// The type, if it is written in the format.
 const SYSDT_Record &writable(const SYSDT_Record &type, Format format)
 {
-    if (format == Format::text && type.formatOut == nullptr) {
+    if (format == Format::text && type.formatOut == nullptr)
         throw UsageError(name_of(type) + " prints no text; --to is hex, json or binary for it");
-    }
     return type;
 }
 
@@ -83,9 +80,8 @@ class Checker final : public Consumer {
 public:
     Checker(Session &session, const SYSDT_Record &type) : session_(session), type_(type)
     {
-        if (type.check == nullptr) {
+        if (type.check == nullptr)
             throw UsageError(name_of(type) + " checks no values");
-        }
     }
     bool take(Value value, std::string_view, Buffer &) override
     {
@@ -169,9 +165,8 @@ public:
         for (const Line &line : lines_) {
             take({text.data() + at, line.length}, {original_.text().data() + at, line.next - at}, results);
             at = line.next;
-            if (results.output.size() > largest_output || results.rejects.size() > largest_output) {
+            if (results.output.size() > largest_output || results.rejects.size() > largest_output)
                 hand_out(results);
-            }
         }
     }
 
@@ -198,9 +193,8 @@ private:
             auto *end = static_cast<char *>(std::memchr(begin, '\n', left));
             at = end != nullptr ? static_cast<std::size_t>(end - text.data()) + 1 : text.size();
             end = end != nullptr ? end : text.data() + text.size();
-            if (end != begin && end[-1] == '\r') {
+            if (end != begin && end[-1] == '\r')
                 --end;
-            }
             *end = '\0';
             lines_.push_back({static_cast<std::uint32_t>(end - begin), static_cast<std::uint32_t>(at)});
         }
@@ -224,18 +218,16 @@ private:
 
     void refuse(std::string_view whole, std::string sentence, Results &results) const
     {
-        if (results.told.size() < told_) {
+        if (results.told.size() < told_)
             results.told.push_back({results.lines, std::move(sentence)});
-        }
         ++results.refused;
         results.rejects.append(whole);
     }
 
     std::string sentence(bool sound, Value value, std::string_view line) const
     {
-        if (sound) {
+        if (sound)
             return value.data() == nullptr ? reader_.refusal(line) : consumer_->refusal();
-        }
         if (record_ != 0) {
             return "the input ends within a value: " + std::to_string(line.size()) + " bytes of " +
                    std::to_string(record_);
@@ -290,9 +282,8 @@ public:
     {
         Report report(options_, input_, output, from_ == Format::binary ? "values" : "lines");
         std::vector<std::unique_ptr<Worker>> workers;
-        for (unsigned i = 0; i < threads; ++i) {
+        for (unsigned i = 0; i < threads; ++i)
             workers.push_back(std::make_unique<LineWorker>(session_, type_, from_, make(), report.limit()));
-        }
         tool::run(input_, std::move(workers), report);
         at_end();
         report.finish();

@@ -6,8 +6,7 @@
 /// A line ends in LF or CRLF; the last may end with its file. Every line counts: an empty one, or one that begins with
 /// '#', is a text like any other. A refused line is told on standard error, up to a number of them, and goes to the file
 /// of --rejects as it is.
-#ifndef BGPDT_TOOL_STREAM_HPP
-#define BGPDT_TOOL_STREAM_HPP
+#pragma once
 
 #include "errors.hpp"
 #include "options.hpp"
@@ -24,5 +23,3 @@ Exit check_lines(toolkit::Session &session, const Options &options);
 Exit canon_lines(toolkit::Session &session, const Options &options);
 
 } // namespace bgpdt::tool
-
-#endif

@@ -58,21 +58,18 @@ std::optional<FileId> id_of_new(const std::filesystem::path &path)
 Input::Input(std::vector<std::string> names, std::size_t record)
     : names_(std::move(names)), record_(record), interruption_(eventfd(0, EFD_CLOEXEC))
 {
-    if (names_.empty()) {
+    if (names_.empty())
         names_.emplace_back(standard);
-    }
 }
 
 bool Input::open_next()
 {
-    if (opened_ == names_.size()) {
+    if (opened_ == names_.size())
         return false;
-    }
     const std::string &name = names_[opened_++];
     file_ = Descriptor(name == standard ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file_.is_open()) {
+    if (!file_.is_open())
         throw UsageError(name + " cannot be read: " + std::strerror(errno));
-    }
     static_cast<void>(posix_fadvise(file_.number(), 0, 0, POSIX_FADV_SEQUENTIAL));
     return true;
 }
@@ -94,18 +91,16 @@ std::size_t Input::read(char *to, std::size_t count)
     do {
         size = wait() ? ::read(file_.number(), to, count) : 0;
     } while (size < 0 && (errno == EINTR || errno == EAGAIN));
-    if (size < 0) {
+    if (size < 0)
         throw UsageError(names_[opened_ - 1] + " cannot be read: " + std::strerror(errno));
-    }
     return static_cast<std::size_t>(size);
 }
 
 /// How much of the text is whole records; of a line that goes on from the block before, its end alone.
 std::size_t Input::whole(std::string_view text) const
 {
-    if (record_ != 0) {
+    if (record_ != 0)
         return text.size() - text.size() % record_;
-    }
     const std::size_t end = within_line_ ? text.find('\n') : text.rfind('\n');
     return end == std::string_view::npos ? 0 : end + 1;
 }
@@ -144,17 +139,15 @@ bool Input::next(Block &block)
         searched = block.size;
         const std::size_t added = file_.is_open() ? read(text + block.size, Block::capacity - block.size) : 0;
         block.size += added;
-        if (added != 0) {
+        if (added != 0)
             continue;
-        }
         static_cast<void>(file_.close());
         if (block.size != 0 || within_line_) {
             cut(block, block.size); // a last line without an end, or nothing but its end; a part of a record
             return true;
         }
-        if (!open_next()) {
+        if (!open_next())
             return false;
-        }
     }
 }
 
@@ -163,9 +156,8 @@ std::optional<std::uint64_t> Input::size() const
     std::uint64_t size = 0;
     for (const std::string &name : names_) {
         const auto file = regular_input(name);
-        if (!file) {
+        if (!file)
             return std::nullopt;
-        }
         size += static_cast<std::uint64_t>(file->st_size);
     }
     return size;
@@ -187,9 +179,8 @@ Output::Output(const std::string &name, std::string purpose) : purpose_(std::mov
             return;
         }
     }
-    if (id_ || !file_.is_open()) {
+    if (id_ || !file_.is_open())
         replace(name);
-    }
 }
 
 void Output::replace(const std::string &name)
@@ -201,9 +192,8 @@ void Output::replace(const std::string &name)
     require(id_.has_value());
     file_ = Descriptor();
     replacement_.emplace(path);
-    if (replacement_->descriptor() < 0) {
+    if (replacement_->descriptor() < 0)
         throw UsageError(purpose_ + " cannot be written: no file can be made in its folder: " + std::strerror(errno));
-    }
 }
 
 void Output::write(std::string_view text) { require(write_all(descriptor(), text)); }
@@ -212,9 +202,8 @@ void Output::close() { require(replacement_ ? replacement_->commit() : file_.clo
 
 void Output::require(bool done) const
 {
-    if (!done) {
+    if (!done)
         throw UsageError(purpose_ + " cannot be written: " + std::strerror(errno));
-    }
 }
 
 } // namespace bgpdt::tool

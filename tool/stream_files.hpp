@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The files that streams come from and go to. "-" is standard input or output.
-#ifndef BGPDT_TOOL_STREAM_FILES_HPP
-#define BGPDT_TOOL_STREAM_FILES_HPP
+#pragma once
 
 #include <sys/types.h>
 
@@ -111,5 +110,3 @@ private:
 };
 
 } // namespace bgpdt::tool
-
-#endif

@@ -44,9 +44,8 @@ Bytes Asking::value_of(std::string_view text) const
 
 Bytes Asking::try_text(std::string_view text)
 {
-    if (tries_left_ == 0 || bytes_left_ < text.size()) {
+    if (tries_left_ == 0 || bytes_left_ < text.size())
         throw Spent();
-    }
     --tries_left_;
     bytes_left_ -= text.size();
     return value_of(text);
@@ -55,9 +54,8 @@ Bytes Asking::try_text(std::string_view text)
 bool Refused::takes(const std::string &candidate)
 {
     const Bytes value = asking.try_text(candidate);
-    if (!value.empty() && !asking.kinds().empty() && candidate.size() <= text.size() + most_added) {
+    if (!value.empty() && !asking.kinds().empty() && candidate.size() <= text.size() + most_added)
         near_kinds.insert(kind_of(value));
-    }
     return !value.empty();
 }
 
@@ -66,9 +64,8 @@ std::string Refused::accepted(std::size_t at, std::size_t length, std::string_vi
     std::string taken;
     for (const char c : candidates) {
         const Edit edit{at, length, std::string(1, c)};
-        if ((c != ' ' || separates(text, at, length)) && piece(at, length) != edit.by && takes(edit)) {
+        if ((c != ' ' || separates(text, at, length)) && piece(at, length) != edit.by && takes(edit))
             taken += c;
-        }
     }
     return taken;
 }
@@ -83,9 +80,8 @@ std::optional<std::uint64_t> Refused::greatest(const std::string &whole, Range r
     const std::uint64_t trials[] = {1, 0, refused / 10};
     const auto *const trial =
         std::ranges::find_if(trials, [&](std::uint64_t number) { return number < refused && takes_number(number); });
-    if (trial == std::end(trials)) {
+    if (trial == std::end(trials))
         return {};
-    }
     if (takes_number(refused)) { // the number is beyond what counts here, or refused for the way it is written
         const Edit next{run.begin, run.size(), "18446744073709551616"};
         return beyond && !takes(edited(whole, next)) ? std::optional(refused) : std::nullopt;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Whether a type takes a text: it is asked, so often and no more.
-#ifndef BGPDT_TOOLKIT_ASKING_HPP
-#define BGPDT_TOOLKIT_ASKING_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -78,5 +77,3 @@ struct Refused {
 };
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A text that nothing small mends: what it lacks beside a sample.
-#ifndef BGPDT_TOOLKIT_BLENDING_HPP
-#define BGPDT_TOOLKIT_BLENDING_HPP
+#pragma once
 
 #include "asking.hpp"
 
@@ -12,5 +11,3 @@ namespace bgpdt::toolkit {
 Found blended(Refused &refused);
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Characters on their way out. Room is made once for many small pieces, without clearing it.
-#ifndef BGPDT_TOOLKIT_BUFFER_HPP
-#define BGPDT_TOOLKIT_BUFFER_HPP
+#pragma once
 
 #include <algorithm>
 #include <cstring>
@@ -16,9 +15,8 @@ public:
     /// Room for so many characters behind those that there are; grown() takes them.
     char *room(std::size_t count)
     {
-        if (capacity_ - size_ < count) {
+        if (capacity_ - size_ < count)
             grow(count);
-        }
         return characters_.get() + size_;
     }
     void grown(std::size_t count) { size_ += count; }
@@ -46,9 +44,8 @@ private:
         constexpr std::size_t smallest = 4096;
         const std::size_t capacity = std::max({smallest, 2 * capacity_, size_ + count});
         std::unique_ptr<char[]> larger(new char[capacity]);
-        if (size_ != 0) {
+        if (size_ != 0)
             std::memcpy(larger.get(), characters_.get(), size_);
-        }
         characters_ = std::move(larger);
         capacity_ = capacity;
     }
@@ -59,5 +56,3 @@ private:
 };
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -36,13 +36,11 @@ bool is_separator(char c) { return c == ' ' || c == '\t' || c == '\n' || c == ':
 /// Turns between the two byte orders, `order` being the one that the value is in.
 void turn(const SYSDT_Record &type, std::span<std::uint8_t> value, std::endian order)
 {
-    if (std::endian::native == std::endian::big || value.size() < type.dataLength) {
+    if (std::endian::native == std::endian::big || value.size() < type.dataLength)
         return;
-    }
     const Layout &layout = layout_of(type.typeId, value, order);
-    if (layout.fields.empty() && type.baseKind == SYSDT_KIND_BINARY) {
+    if (layout.fields.empty() && type.baseKind == SYSDT_KIND_BINARY)
         std::ranges::reverse(value); // a plain binary type is one number
-    }
     reverse_numbers(layout, value);
 }
 
@@ -58,16 +56,13 @@ Bytes from_hex(std::string_view text)
             continue;
         }
         const int high = digit_value(text[at]);
-        if (high < 0) {
+        if (high < 0)
             refuse_digit(text, at);
-        }
-        if (at + 1 == text.size() || is_separator(text[at + 1])) {
+        if (at + 1 == text.size() || is_separator(text[at + 1]))
             refuse_hex(at, "a byte has one digit only");
-        }
         const int low = digit_value(text[at + 1]);
-        if (low < 0) {
+        if (low < 0)
             refuse_digit(text, at + 1);
-        }
         bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
         at += 2;
     }

@@ -2,8 +2,7 @@
 /// @file
 /// Values as hexadecimal text, and their byte order. In memory a value's numbers are in the machine's own order; outside
 /// they are in that of the 32-bit big-endian target unless the machine's own is asked for.
-#ifndef BGPDT_TOOLKIT_BYTES_HPP
-#define BGPDT_TOOLKIT_BYTES_HPP
+#pragma once
 
 #include <cstddef>
 #include <span>
@@ -28,5 +27,3 @@ void turn_to_native(const SYSDT_Record &type, std::span<std::uint8_t> value);
 void turn_to_target(const SYSDT_Record &type, std::span<std::uint8_t> value);
 
 } // namespace bgpdt::toolkit
-
-#endif

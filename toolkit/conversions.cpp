@@ -36,23 +36,20 @@ std::string meaning(std::uint32_t status)
                          const std::string &reason, const std::string &rest = {}, std::vector<KindForm> forms = {},
                          std::optional<Diagnosis> diagnosis = {})
 {
-    if (status == SYSDT_ERR_NO_MEMORY) {
+    if (status == SYSDT_ERR_NO_MEMORY)
         throw std::bad_alloc(); // which says nothing of the value
-    }
     const std::string front = name_of(type) + " refuses " + what + ": " + reason;
     const std::string code = " (" + host::status_name(status) + ")";
-    if (status == SYSDT_ERR_MISMATCH) {
+    if (status == SYSDT_ERR_MISMATCH)
         throw Refusal(front + code, Hint::display_record, front.size(), status);
-    }
     throw Refusal(front + code + rest, status, std::move(forms), std::move(diagnosis));
 }
 
 template <class Slot>
 void require(Slot *slot, const SYSDT_Record &type, const char *sentence, Hint hint = Hint::none)
 {
-    if (slot == nullptr) {
+    if (slot == nullptr)
         throw Refusal(name_of(type) + " " + sentence, hint);
-    }
 }
 
 /// The mode, where it is not the one that goes without saying.
@@ -75,9 +72,8 @@ std::string takers(Session &session, std::string_view text)
         const bool structured = type->baseKind == SYSDT_KIND_EXTEND && type->formatIn != nullptr;
         const host::Converted converted = structured ? session.host().parse(*type, text, session.mode_for(*type))
                                                      : host::Converted{SYSDT_ERR_FAIL, 0, {}};
-        if (converted.ok() && !converted.data.empty()) {
+        if (converted.ok() && !converted.data.empty())
             names.push_back(name_of(*type));
-        }
     }
     return names.empty() ? "" : "; it is a text of " + joined(names, ", ");
 }
@@ -85,14 +81,12 @@ std::string takers(Session &session, std::string_view text)
 /// What the type takes, behind the sentence about a text that it refuses.
 std::string advice(Session &session, const SYSDT_Record &type, const std::vector<KindForm> &forms)
 {
-    if (!forms.empty()) {
+    if (!forms.empty())
         return forms.front().kind.empty() ? "; it takes these forms" : "; it takes the forms of its kinds";
-    }
     const std::string samples = joined(sample_of(type.typeId).texts, ", ");
     const std::string help = joined(help_texts(session, type), " or ");
-    if (samples.empty()) {
+    if (samples.empty())
         return help.empty() ? "" : "; it takes " + help;
-    }
     return "; it takes texts such as " + samples + (help.empty() ? "" : " (its help says " + help + ")");
 }
 
@@ -125,13 +119,11 @@ std::vector<KindForm> forms_of(Session &session, const SYSDT_Record &type, const
     const std::string what = lua_quoted(shortened(text)) + said_mode;
     const bool of_text = status == SYSDT_ERR_INVALID_VALUE || status == SYSDT_ERR_PARAM;
     const bool of_mode = status == SYSDT_ERR_FAIL || status == SYSDT_ERR_UNSUPPORTED;
-    if (!of_text && !of_mode) {
+    if (!of_text && !of_mode)
         refuse(type, what, status, meaning(status));
-    }
     const Sample sample = sample_of(type.typeId);
-    if ((of_mode && sample.texts.empty()) || (!sample.texts.empty() && !takes_samples(session, type, mode))) {
+    if ((of_mode && sample.texts.empty()) || (!sample.texts.empty() && !takes_samples(session, type, mode)))
         refuse(type, what, status, "it takes no text in this mode");
-    }
     std::optional<Diagnosis> diagnosis = diagnose(session, type, text, mode);
     std::vector<KindForm> forms = forms_of(session, type, diagnosis);
     const std::string reason = diagnosis ? diagnosis->reason
@@ -153,12 +145,10 @@ host::Converted parse_text(Session &session, const SYSDT_Record &type, std::stri
                       Diagnosis{std::string(text), end, 1, reason, {}});
     }
     host::Converted converted = session.host().parse(type, text, mode);
-    if (!converted.ok()) {
+    if (!converted.ok())
         refuse_text(session, type, text, mode, converted.status);
-    }
-    if (converted.data.empty()) {
+    if (converted.data.empty())
         throw Refusal(name_of(type) + " makes no value of text" + in_mode(session, type, mode), Hint::bytes);
-    }
     if (type.baseKind == SYSDT_KIND_STRING && converted.data.size() > value_size(type)) {
         const std::size_t room = value_size(type) - 1;
         const std::string reason =
@@ -181,12 +171,10 @@ Printed print_value(Session &session, const SYSDT_Record &type, std::span<const 
         const std::string reason = said_mode.empty() ? "it cannot be shown" : "it cannot be shown, or not in this mode";
         refuse(type, "to print the value" + said_mode, converted.status, cannot ? reason : meaning(converted.status));
     }
-    if (converted.data.empty()) {
+    if (converted.data.empty())
         throw Refusal(name_of(type) + " prints nothing for this value" + said_mode + nothing);
-    }
-    if (converted.kind == SYSDT_KIND_STRING) {
+    if (converted.kind == SYSDT_KIND_STRING)
         return {converted.kind, std::string(converted.text()), {}};
-    }
     return {converted.kind, std::nullopt, std::move(converted.data)};
 }
 
@@ -221,9 +209,8 @@ void swap_value(Session &session, const SYSDT_Record &type, std::span<std::uint8
 {
     require(type.endian, type, "swaps no values");
     const std::uint32_t status = session.host().swap(type, value);
-    if (status != SYSDT_OK) {
+    if (status != SYSDT_OK)
         refuse(type, "to swap the value", status, meaning(status));
-    }
 }
 
 void push_table(Session &session, lua_State *lua, const SYSDT_Record &type, std::span<const std::uint8_t> value)
@@ -231,9 +218,8 @@ void push_table(Session &session, lua_State *lua, const SYSDT_Record &type, std:
     require(type.luaSet, type, "has no script table");
     std::string error;
     const std::uint32_t status = session.host().push_script_value(lua, type, value, error);
-    if (status != SYSDT_OK) {
+    if (status != SYSDT_OK)
         refuse(type, "to make a script table of the value", status, error.empty() ? meaning(status) : error);
-    }
 }
 
 Bytes read_table(Session &session, lua_State *lua, const SYSDT_Record &type)
@@ -253,9 +239,8 @@ Bytes read_table(Session &session, lua_State *lua, const SYSDT_Record &type)
 
 void require_size(const SYSDT_Record &type, std::span<const std::uint8_t> value, std::size_t size, const char *what)
 {
-    if (value.size() != size) {
+    if (value.size() != size)
         throw Refusal(name_of(type) + " " + what + ": " + lengths(value.size(), size));
-    }
 }
 
 } // namespace bgpdt::toolkit

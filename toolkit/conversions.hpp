@@ -2,8 +2,7 @@
 /// @file
 /// The operations of a type, as the fronts use them: values are in the machine's byte order, and whatever
 /// the type refuses is thrown as a Refusal with a sentence that says why; where it had no memory, std::bad_alloc.
-#ifndef BGPDT_TOOLKIT_CONVERSIONS_HPP
-#define BGPDT_TOOLKIT_CONVERSIONS_HPP
+#pragma once
 
 #include <optional>
 #include <span>
@@ -45,5 +44,3 @@ void require_size(const SYSDT_Record &type, std::span<const std::uint8_t> value,
                   const char *what = "has values of another length");
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -12,17 +12,14 @@ namespace bgpdt::toolkit {
 
 std::optional<Diagnosis> diagnose(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode)
 {
-    if (text.find_first_not_of(blanks) == std::string_view::npos) {
+    if (text.find_first_not_of(blanks) == std::string_view::npos)
         return {};
-    }
     Asking asking(session, type, mode, most_tries);
     Refused refused{asking, std::string(text)};
     suspect(refused);
-    for (const Kind &kind : asking.kinds()) {
-        if (refused.best && refused.near_kinds.contains(kind.number)) {
+    for (const Kind &kind : asking.kinds())
+        if (refused.best && refused.near_kinds.contains(kind.number))
             refused.best->kinds.push_back(kind.name);
-        }
-    }
     return refused.best;
 }
 

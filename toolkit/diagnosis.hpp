@@ -3,8 +3,7 @@
 /// Why a type refuses a text. A type answers a status alone; the reason is found by asking it about texts near the
 /// refused one: with a number made smaller, a character replaced, something cut or completed as in the type's samples.
 /// So it can't disagree with the type, and nothing is known here of any type's grammar.
-#ifndef BGPDT_TOOLKIT_DIAGNOSIS_HPP
-#define BGPDT_TOOLKIT_DIAGNOSIS_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -26,5 +25,3 @@ std::optional<Diagnosis> diagnose(Session &session, const SYSDT_Record &type, st
 bool takes_samples(Session &session, const SYSDT_Record &type, std::uint8_t mode);
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -58,9 +58,8 @@ Bytes read_address(const std::string &text)
 {
     const std::uint8_t family = text.find(':') == std::string::npos ? 0 : 1;
     const Bytes address = family == 0 ? read_ipv4(text) : read_ipv6(text);
-    if (address.empty()) {
+    if (address.empty())
         return {};
-    }
     Bytes bytes(21);
     std::ranges::copy(address, bytes.begin() + (family == 0 ? 0 : 4));
     bytes.back() = family;
@@ -101,17 +100,15 @@ Bytes bitmap_record(std::span<const std::uint8_t> bitmap, std::string_view line_
                       std::to_string(longest_template) + " are allowed");
     }
     constexpr std::size_t most_values = 0xffff - 2;
-    if (values.size() > most_values) {
+    if (values.size() > most_values)
         throw Refusal("a display record holds at most " + std::to_string(most_values) + " values");
-    }
     const auto count = static_cast<std::uint16_t>(2 + values.size());
     Bytes record(first_entry);
     std::memcpy(record.data() + count_offset, &count, sizeof count);
     append_entry(record, SYSDT_KIND_STRING, terminated(line_template));
     append_entry(record, SYSDT_TYPE_ATTRIDBITMAP, bitmap);
-    for (const DisplayValue &value : values) {
+    for (const DisplayValue &value : values)
         append_entry(record, value.kind, value.data);
-    }
     return record;
 }
 

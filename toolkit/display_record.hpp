@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Display records: what a router hands over to have an attribute bitmap listed. Everything is in the machine's order.
-#ifndef BGPDT_TOOLKIT_DISPLAY_RECORD_HPP
-#define BGPDT_TOOLKIT_DISPLAY_RECORD_HPP
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -44,5 +43,3 @@ Bytes bitmap_record(std::span<const std::uint8_t> bitmap, std::string_view line_
                     std::span<const DisplayValue> values);
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -2,8 +2,7 @@
 /// @file
 /// Why something is refused or cannot be done. The sentences fit every front; where one has more to say, in words of its
 /// own, a hint tells of what and in which place.
-#ifndef BGPDT_TOOLKIT_ERRORS_HPP
-#define BGPDT_TOOLKIT_ERRORS_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -87,5 +86,3 @@ private:
 };
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -87,15 +87,12 @@ bool is_mac_like_target(Value value)
 
 std::string Reader::meaning(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const
 {
-    if (is_coded(field)) {
+    if (is_coded(field))
         return coded_meaning(coded(field.form, bytes));
-    }
-    if (field.words == Words::sub_kind) {
+    if (field.words == Words::sub_kind)
         return kind.empty() ? "unknown" : kind;
-    }
-    if (field.words == Words::target_form && is_mac_like_target(value)) {
+    if (field.words == Words::target_form && is_mac_like_target(value))
         return "six octets";
-    }
     const char *const word = numbers.size() == 1 ? word_for(field.words, numbers[0]) : nullptr;
     return word == nullptr ? reading(field) : word;
 }
@@ -104,9 +101,8 @@ std::string Reader::meaning(const Field &field, Value bytes, std::span<const std
 std::string grouped(Value bytes, std::size_t group, char separator)
 {
     std::string text;
-    for (std::size_t at = 0; at < bytes.size(); at += group) {
+    for (std::size_t at = 0; at < bytes.size(); at += group)
         text += (at == 0 ? "" : std::string(1, separator)) + to_hex(bytes.subspan(at, group));
-    }
     return text;
 }
 
@@ -118,9 +114,8 @@ std::string identifiers(Value bits)
     for (std::size_t first = 0; first < 8 * bits.size(); ++first) {
         if (has(first)) {
             std::size_t last = first;
-            while (has(last + 1)) {
+            while (has(last + 1))
                 ++last;
-            }
             runs.push_back(std::to_string(first) + (last == first ? "" : "-" + std::to_string(last)));
             first = last;
         }
@@ -151,9 +146,8 @@ std::string ipv4_text(std::uint64_t address)
 std::uint64_t network_number(Value bytes)
 {
     std::uint64_t number = 0;
-    for (const std::uint8_t byte : bytes) {
+    for (const std::uint8_t byte : bytes)
         number = number << 8 | byte;
-    }
     return number;
 }
 
@@ -172,9 +166,8 @@ std::string coded_value(const Coded &octets, Value bytes)
 std::string Reader::shown(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const
 {
     std::array<char, 46> buffer{};
-    if (is_coded(field)) {
+    if (is_coded(field))
         return coded_value(coded(field.form, bytes), bytes);
-    }
     switch (field.form) {
     case Form::bytes: return octets(bytes);
     case Form::text: return text(bytes);
@@ -185,9 +178,8 @@ std::string Reader::shown(const Field &field, Value bytes, std::span<const std::
     default: break;
     }
     std::vector<std::string> texts;
-    for (const std::uint64_t number : numbers) {
+    for (const std::uint64_t number : numbers)
         texts.push_back(field.form == Form::ipv4 ? ipv4_text(number) : std::to_string(number));
-    }
     return joined(texts, ", ");
 }
 
@@ -206,9 +198,8 @@ std::uint64_t number_at(Value bytes)
 std::vector<std::uint64_t> numbers_of(const Field &field, Value bytes)
 {
     std::vector<std::uint64_t> numbers;
-    for (std::size_t i = 0; field.host_order() && i < field.count; ++i) {
+    for (std::size_t i = 0; field.host_order() && i < field.count; ++i)
         numbers.push_back(number_at(bytes.subspan(i * field.width, field.width)));
-    }
     return numbers;
 }
 
@@ -228,9 +219,8 @@ Part part_of(const Reader &reader, const Field &field, std::size_t offset)
     Part part{offset, field.size(), field.name, "", "", "", numbers_of(field, bytes)};
     part.meaning = reader.meaning(field, bytes, part.numbers);
     part.shown = reader.shown(field, bytes, part.numbers);
-    if (field.key != nullptr) {
+    if (field.key != nullptr)
         part.key = (field.table == nullptr ? "" : std::string(field.table) + ".") + field.key;
-    }
     return part;
 }
 
@@ -263,9 +253,8 @@ std::size_t last_different_entry(const Layout &layout, Value value)
 {
     std::size_t entry = layout.repeat - std::size_t{1};
     const auto bytes = [&](std::size_t n) { return value.subspan(n * layout.stride, layout.stride); };
-    while (entry > 0 && std::ranges::equal(bytes(entry - 1), bytes(entry))) {
+    while (entry > 0 && std::ranges::equal(bytes(entry - 1), bytes(entry)))
         --entry;
-    }
     return entry;
 }
 
@@ -273,9 +262,8 @@ std::vector<Part> parts_of_fields(const Reader &reader, const Layout &layout)
 {
     std::vector<Part> parts;
     const std::size_t last = last_different_entry(layout, reader.value);
-    for (std::size_t entry = 0; entry <= last; ++entry) {
+    for (std::size_t entry = 0; entry <= last; ++entry)
         add_entry(parts, reader, layout, entry);
-    }
     if (const std::size_t rest = layout.repeat - 1 - last; rest > 0) {
         const std::string first = std::to_string(last + 2);
         const std::string name =
@@ -313,9 +301,8 @@ Part whole_value(const SYSDT_Record &type, Value value)
 std::string kind_name(Session &session, const SYSDT_Record &type, Value value)
 {
     std::vector<Kind> all = kinds(session, type);
-    if (const SYSDT_Record *keys = session.host().find("BOLPREFIX"); all.empty() && keys != nullptr) {
+    if (const SYSDT_Record *keys = session.host().find("BOLPREFIX"); all.empty() && keys != nullptr)
         all = kinds(session, *keys); // the types of one kind of route key each have its sub-kind word
-    }
     const auto found = std::ranges::find(all, kind_of(value), &Kind::number);
     return found == all.end() ? "" : found->name;
 }
@@ -326,9 +313,8 @@ void add_text(Session &session, const SYSDT_Record &type, const Bytes &value, Ex
     try {
         const bool bitmap = type.typeId == SYSDT_TYPE_ATTRIDBITMAP;
         const bool empty = std::ranges::all_of(value, [](std::uint8_t byte) { return byte == 0; });
-        if (bitmap && empty) {
+        if (bitmap && empty)
             throw Refusal("the bitmap is empty: there is nothing to list");
-        }
         const Bytes printable = bitmap ? bitmap_record(value, default_template, {}) : value;
         const Printed printed = print_value(session, type, printable, session.mode_for(type));
         explanation.text = printed.text ? *printed.text : to_hex(printed.bytes);
@@ -356,16 +342,13 @@ ordered_json part_json(const Explanation &explanation, const Part &part)
                          {"meaning", part.meaning}};
     const std::pair<const char *, const std::string &> texts[] = {
         {"name", part.name}, {"value", part.shown}, {"key", part.key}};
-    for (const auto &[member, text] : texts) {
-        if (!text.empty()) {
+    for (const auto &[member, text] : texts)
+        if (!text.empty())
             json[member] = text;
-        }
-    }
-    if (part.numbers.size() == 1) {
+    if (part.numbers.size() == 1)
         json["number"] = part.numbers.front();
-    } else if (!part.numbers.empty()) {
+    else if (!part.numbers.empty())
         json["number"] = part.numbers;
-    }
     return json;
 }
 
@@ -378,12 +361,10 @@ std::vector<std::string> lines_of(Value bytes, std::size_t per_line)
     const std::size_t counted_bytes = equal > longest_row && (last == 0 || equal == bytes.size()) ? equal : 0;
     const std::size_t written = bytes.size() - counted_bytes;
     std::vector<std::string> lines;
-    for (std::size_t at = 0; at < written; at += per_line) {
+    for (std::size_t at = 0; at < written; at += per_line)
         lines.push_back(grouped(bytes.subspan(at, std::min(per_line, written - at)), 1, ' '));
-    }
-    if (counted_bytes != 0) {
+    if (counted_bytes != 0)
         lines.push_back(to_hex(bytes.last(1)) + " x " + std::to_string(counted_bytes));
-    }
     return lines;
 }
 
@@ -396,16 +377,14 @@ Explanation explanation_of(Session &session, const SYSDT_Record &type, const Byt
                             .about = sample_of(type.typeId).about,
                             .native = session.settings().native,
                             .bytes = value};
-    if (std::ranges::find(layout.fields, Words::sub_kind, &Field::words) != layout.fields.end()) {
+    if (std::ranges::find(layout.fields, Words::sub_kind, &Field::words) != layout.fields.end())
         explanation.kind = kind_name(session, type, value);
-    }
     explanation.parts = layout.fields.empty() ? std::vector{whole_value(type, value)}
                                               : parts_of_fields({value, explanation.kind}, layout);
     add_text(session, type, value, explanation);
     add_table(session, type, value, explanation);
-    if (!explanation.native) {
+    if (!explanation.native)
         turn_to_target(type, explanation.bytes);
-    }
     return explanation;
 }
 
@@ -413,9 +392,8 @@ std::vector<std::string> byte_lines(const Explanation &explanation, const Part &
 {
     const Value all = explanation.bytes_of(part);
     const bool equal_bytes = std::ranges::count(all, all.front()) == static_cast<std::ptrdiff_t>(all.size());
-    if (part.repeats == 1 || equal_bytes) {
+    if (part.repeats == 1 || equal_bytes)
         return lines_of(all, per_line);
-    }
     std::vector<std::string> lines = lines_of(all.first(part.size / part.repeats), per_line);
     lines.back() += " x " + std::to_string(part.repeats);
     return lines;
@@ -450,21 +428,17 @@ ordered_json explanation_json(const Explanation &explanation)
                          {"order", explanation.native ? "native" : "target"},
                          {"size", explanation.bytes.size()},
                          {"hex", to_hex(explanation.bytes)}};
-    if (!explanation.kind.empty()) {
+    if (!explanation.kind.empty())
         json["kind"] = explanation.kind;
-    }
     ordered_json &parts = json["parts"] = ordered_json::array();
-    for (const Part &part : explanation.parts) {
+    for (const Part &part : explanation.parts)
         parts.push_back(part_json(explanation, part));
-    }
     json["text"] = explanation.text ? ordered_json(*explanation.text) : ordered_json();
     json["table"] = explanation.table ? *explanation.table : ordered_json();
-    if (!explanation.text) {
+    if (!explanation.text)
         json["no_text"] = explanation.no_text;
-    }
-    if (!explanation.table) {
+    if (!explanation.table)
         json["no_table"] = explanation.no_table;
-    }
     return json;
 }
 

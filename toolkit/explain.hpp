@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A value taken to its fields.
-#ifndef BGPDT_TOOLKIT_EXPLAIN_HPP
-#define BGPDT_TOOLKIT_EXPLAIN_HPP
+#pragma once
 
 #include <cstdint>
 #include <memory>
@@ -64,5 +63,3 @@ std::string table_of(const Explanation &explanation);
 nlohmann::ordered_json explanation_json(const Explanation &explanation);
 
 } // namespace bgpdt::toolkit
-
-#endif

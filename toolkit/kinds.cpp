@@ -50,9 +50,8 @@ std::vector<std::string> operations_of(const SYSDT_DispatchRow &row, bool read_f
     slots.formatOut = row.formatOut;
     slots.luaSet = row.luaSet;
     std::vector<std::string> words = operations(slots);
-    if (read_from_scripts) {
+    if (read_from_scripts)
         words.emplace_back("value");
-    }
     return words;
 }
 
@@ -61,9 +60,8 @@ std::string help_of(Session &session, const SYSDT_Record &type, const SYSDT_Disp
     SYSDT_Record with_its_help = type;
     with_its_help.help = row.help;
     std::string help;
-    for (const std::string &text : help_texts(session, with_its_help)) {
+    for (const std::string &text : help_texts(session, with_its_help))
         help.append(help.empty() ? "" : " or ").append(text);
-    }
     return help;
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The kinds of value that stand behind the sub-kind word of some types.
-#ifndef BGPDT_TOOLKIT_KINDS_HPP
-#define BGPDT_TOOLKIT_KINDS_HPP
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -31,5 +30,3 @@ std::vector<Kind> kinds(Session &session, const SYSDT_Record &type);
 std::uint32_t kind_of(std::span<const std::uint8_t> value);
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -120,9 +120,8 @@ void push(lua_State *lua, const Refused &refused)
     push(lua, refused.hint);
     push(lua, refused.rest);
     lua_concat(lua, 3);
-    if (refused.diagnosis != nullptr) {
+    if (refused.diagnosis != nullptr)
         lua_pushinteger(lua, static_cast<lua_Integer>(refused.diagnosis->at) + 1);
-    }
 }
 
 // What the work of a function may give; work that gives nothing has pushed its one result.
@@ -200,9 +199,8 @@ struct Small {
 
 int kept_or_pushed(lua_State *lua, const Content &content, Small &small)
 {
-    if (content.bytes.size() > sizeof small.room) {
+    if (content.bytes.size() > sizeof small.room)
         return pushed(lua, content);
-    }
     std::copy_n(content.bytes.data(), content.bytes.size(), small.room);
     small.content = {content.type, {small.room, content.bytes.size()}};
     return kept;
@@ -216,11 +214,10 @@ int result_of(lua_State *lua, const Work &work, Small &small)
         return 1;
     } else {
         const auto result = work();
-        if constexpr (requires { content_of(result); }) {
+        if constexpr (requires { content_of(result); })
             return kept_or_pushed(lua, content_of(result), small);
-        } else {
+        else
             return pushed(lua, result);
-        }
     }
 }
 
@@ -332,10 +329,9 @@ int types(lua_State *lua, Session &session)
 {
     return answer(lua, [&] {
         std::vector<About> types;
-        for (const SYSDT_Record *type : session.host().types()) {
+        for (const SYSDT_Record *type : session.host().types())
             types.push_back(
                 {name_of(*type), type->typeId, static_cast<lua_Integer>(value_size(*type)), operations(*type)});
-        }
         return types;
     });
 }
@@ -344,17 +340,16 @@ int value_index(lua_State *lua, Session &)
 {
     const Value value = value_at(lua, 1);
     const std::string_view key = string_at(lua, 2);
-    if (key == "type") {
+    if (key == "type")
         push(lua, {value.type.name, strnlen(value.type.name, sizeof value.type.name)});
-    } else if (key == "hex") {
+    else if (key == "hex")
         return answer(lua, [&] { return hex_of(value); });
-    } else if (key == "size") {
+    else if (key == "size")
         lua_pushinteger(lua, static_cast<lua_Integer>(value.bytes.size()));
-    } else if (key == "bytes") {
+    else if (key == "bytes")
         push(lua, view(value.bytes));
-    } else {
+    else
         lua_pushnil(lua);
-    }
     return 1;
 }
 
@@ -376,9 +371,8 @@ std::string shown(Session &session, const Value &value)
     try {
         Printed printed =
             print_value(session, value.type, printable(value.type, value.bytes), session.mode_for(value.type));
-        if (printed.text) {
+        if (printed.text)
             return *std::move(printed.text);
-        }
     } catch (const Refusal &) { // its bytes are shown
     }
     return "0x" + hex_of(value);

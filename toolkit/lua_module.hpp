@@ -17,8 +17,7 @@
 /// memory is out, that is the engine's error "not enough memory". A value has `type`, `size`, `hex` (numbers in the
 /// target's order) and `bytes` (as they stand in memory); tostring gives its text, or its hex behind 0x if it has none;
 /// values are equal when type and bytes are.
-#ifndef BGPDT_TOOLKIT_LUA_MODULE_HPP
-#define BGPDT_TOOLKIT_LUA_MODULE_HPP
+#pragma once
 
 #include "session.hpp"
 
@@ -31,5 +30,3 @@ namespace bgpdt::toolkit {
 void push_module(lua_State *lua, Session &session);
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -14,9 +14,8 @@ void offer_services()
     Dl_info info;
     const bool known = dladdr(reinterpret_cast<const void *>(&SYS_DataTypeFree), &info) != 0;
     void *services = known ? dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_GLOBAL) : nullptr;
-    if (services == nullptr) {
+    if (services == nullptr)
         throw Error("the library of the host's services cannot be offered to the plug-in");
-    }
     dlclose(services); // it stays loaded with this library
 }
 

@@ -2,8 +2,7 @@
 /// @file
 /// The session of the modules for other programs, in a library of its own: two of them in one program share it, since a
 /// process has one host.
-#ifndef BGPDT_TOOLKIT_MODULE_SESSION_HPP
-#define BGPDT_TOOLKIT_MODULE_SESSION_HPP
+#pragma once
 
 #include "session.hpp"
 
@@ -14,5 +13,3 @@ namespace bgpdt::toolkit {
 [[gnu::visibility("default")]] Session &module_session();
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -36,9 +36,8 @@ std::string did_you_mean(std::string_view name, std::span<const std::string> kno
     for (const std::string &candidate : known) {
         const std::string other = lower(candidate);
         const bool part = wanted.size() > 1 && other.find(wanted) != std::string::npos;
-        if (part || distances(wanted, other).back() <= 2) {
+        if (part || distances(wanted, other).back() <= 2)
             names += (names.empty() ? "" : ", ") + candidate;
-        }
     }
     return names.empty() ? "" : " (did you mean " + names + "?)";
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What somebody who wrote an unknown name may have meant.
-#ifndef BGPDT_TOOLKIT_NEAR_NAMES_HPP
-#define BGPDT_TOOLKIT_NEAR_NAMES_HPP
+#pragma once
 
 #include <cstddef>
 #include <span>
@@ -23,5 +22,3 @@ std::vector<std::size_t> distances(std::string_view word, std::string_view text)
 std::string did_you_mean(std::string_view name, std::span<const std::string> known);
 
 } // namespace bgpdt::toolkit
-
-#endif

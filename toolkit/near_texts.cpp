@@ -34,22 +34,18 @@ std::string unspaced(const std::string &text)
 std::vector<std::size_t> inner_beginnings(const std::string &text, Range window)
 {
     std::vector<std::size_t> places;
-    for (const Range character : characters(text, window)) {
-        if (character.begin == 0 || !is_inner(text[character.begin - 1])) {
+    for (const Range character : characters(text, window))
+        if (character.begin == 0 || !is_inner(text[character.begin - 1]))
             places.push_back(character.begin);
-        }
-    }
     return places;
 }
 
 std::vector<Groups> groups_of(const std::string &sample)
 {
     std::vector<Groups> all;
-    for (const std::size_t at : inner_beginnings(sample, {0, sample.size()})) {
-        if (const Groups groups = groups_at(sample, at); groups.count != 0) {
+    for (const std::size_t at : inner_beginnings(sample, {0, sample.size()}))
+        if (const Groups groups = groups_at(sample, at); groups.count != 0)
             all.push_back(groups);
-        }
-    }
     return all;
 }
 
@@ -59,13 +55,11 @@ Edit regrouped(const std::string &text, std::size_t begin, const Groups &groups)
 {
     std::string digits;
     std::size_t end = begin;
-    for (; end < text.size() && digits.size() < groups.width * groups.count; ++end) {
-        if (is_hex(text[end])) {
+    for (; end < text.size() && digits.size() < groups.width * groups.count; ++end)
+        if (is_hex(text[end]))
             digits += text[end];
-        } else if (text[end] != ':' && text[end] != '.' && text[end] != '-') {
+        else if (text[end] != ':' && text[end] != '.' && text[end] != '-')
             return {begin, 0, ""};
-        }
-    }
     const bool enough = digits.size() == groups.width * groups.count && !is_inner_at(text, end);
     return enough ? Edit{begin, end - begin, groups.laid_out(digits)} : Edit{begin, 0, ""};
 }
@@ -83,16 +77,13 @@ std::vector<Range> removable_from(const std::string &text, const std::vector<std
 {
     std::vector<Range> parts;
     const std::size_t begin = edges[index];
-    for (std::size_t j = index + 1; j < std::min(index + 4, edges.size()); ++j) {
+    for (std::size_t j = index + 1; j < std::min(index + 4, edges.size()); ++j)
         parts.push_back({begin, edges[j]});
-    }
     const std::size_t letters = std::min(text.find_first_of(digits, begin), text.size());
-    if (is_inner_at(text, begin) && letters < text.size()) {
+    if (is_inner_at(text, begin) && letters < text.size())
         parts.push_back({begin, letters});
-    }
-    if (begin < text.size() && text[begin] == '[' && closing(text, begin) != std::string::npos) {
+    if (begin < text.size() && text[begin] == '[' && closing(text, begin) != std::string::npos)
         parts.push_back({begin, closing(text, begin) + 1});
-    }
     return parts;
 }
 
@@ -111,18 +102,16 @@ bool separates(const std::string &text, std::size_t at, std::size_t length)
 std::vector<Range> characters(const std::string &text, Range window)
 {
     std::vector<Range> all;
-    for (std::size_t at = window.begin; at < window.end; at = all.back().end) {
+    for (std::size_t at = window.begin; at < window.end; at = all.back().end)
         all.push_back({at, at + character_size(text, at)});
-    }
     return all;
 }
 
 std::vector<std::size_t> gaps(const std::string &text, Range window)
 {
     std::vector<std::size_t> places{text.size()};
-    for (const Range character : characters(text, window)) {
+    for (const Range character : characters(text, window))
         places.push_back(character.begin);
-    }
     return places;
 }
 
@@ -139,9 +128,8 @@ std::vector<std::size_t> word_beginnings(const std::string &text, Range window)
     std::vector<std::size_t> places;
     for (const Range character : characters(text, window)) {
         const std::size_t at = character.begin;
-        if (is_letter(text[at]) && (at == 0 || !in_word(at - 1))) {
+        if (is_letter(text[at]) && (at == 0 || !in_word(at - 1)))
             places.push_back(at);
-        }
     }
     return places;
 }
@@ -166,11 +154,9 @@ std::vector<WordEdit> words_like(const std::string &text, std::size_t at, const 
         const std::vector<std::size_t> row = distances(lower(word), lower(here));
         const std::size_t least = *std::ranges::min_element(row);
         const bool is_like = least <= std::max<std::size_t>(1, word.size() / 3);
-        for (std::size_t length = here.size(); is_like && length > 0; --length) {
-            if (row[length] == least && here.substr(0, length) != word) {
+        for (std::size_t length = here.size(); is_like && length > 0; --length)
+            if (row[length] == least && here.substr(0, length) != word)
                 near.push_back({least, {at, length, word}});
-            }
-        }
     }
     std::ranges::stable_sort(near, {}, &WordEdit::distance);
     return near;
@@ -184,9 +170,8 @@ Edits regroupings(const std::string &text, Range window, const Texts &samples)
         for (const Groups &groups : groups_of(sample)) {
             for (const std::size_t begin : places) {
                 const Edit edit = regrouped(text, begin, groups);
-                if (edit.length != 0 && text.substr(begin, edit.length) != edit.by) {
+                if (edit.length != 0 && text.substr(begin, edit.length) != edit.by)
                     edits.push_back(edit);
-                }
             }
         }
     }
@@ -198,9 +183,8 @@ Edits bracketings(const std::string &text, const Texts &samples)
     constexpr std::size_t most_edges = 40;
     const std::vector<std::size_t> edges = boundaries(text);
     const auto has_bracket = [](const std::string &sample) { return sample.find('[') != std::string::npos; };
-    if (edges.size() > most_edges || std::ranges::none_of(samples, has_bracket)) {
+    if (edges.size() > most_edges || std::ranges::none_of(samples, has_bracket))
         return {};
-    }
     Edits edits;
     for (std::size_t i = 0; i < edges.size(); ++i) {
         for (std::size_t j = edges.size() - 1; j > i; --j) {
@@ -217,11 +201,9 @@ Edits lookalikes(const std::string &text, Range window)
                                                {',', '.'}, {';', ':'}, {'_', '-'}, {',', ' '}};
     Edits edits;
     for (const Range character : characters(text, window)) {
-        for (const auto &[written, meant] : pairs) {
-            if (text[character.begin] == written && (meant != ' ' || separates(text, character.begin, 1))) {
+        for (const auto &[written, meant] : pairs)
+            if (text[character.begin] == written && (meant != ' ' || separates(text, character.begin, 1)))
                 edits.push_back({character.begin, 1, std::string(1, meant)});
-            }
-        }
     }
     return edits;
 }
@@ -231,9 +213,8 @@ Edits swaps(const std::string &text, Range window)
     Edits edits;
     for (const Range character : characters(text, window)) {
         const std::size_t at = character.begin;
-        if (joins(text, at + 1, at + 1) && text[at] != text[at + 1]) {
+        if (joins(text, at + 1, at + 1) && text[at] != text[at + 1])
             edits.push_back({at, 2, {text[at + 1], text[at]}});
-        }
     }
     return edits;
 }
@@ -241,11 +222,9 @@ Edits swaps(const std::string &text, Range window)
 Edits deletions(const std::string &text, Range window, bool joining)
 {
     Edits edits;
-    for (const Range character : characters(text, window)) {
-        if (joining == (!is_inner(text[character.begin]) && joins(text, character.begin, character.end))) {
+    for (const Range character : characters(text, window))
+        if (joining == (!is_inner(text[character.begin]) && joins(text, character.begin, character.end)))
             edits.push_back({character.begin, character.size(), ""});
-        }
-    }
     return edits;
 }
 
@@ -253,21 +232,16 @@ Edits removals(const std::string &text, Range window)
 {
     const std::vector<std::size_t> edges = toolkit::edges(text, window);
     std::vector<Range> parts;
-    for (std::size_t i = edges.size(); i > 0; --i) {
+    for (std::size_t i = edges.size(); i > 0; --i)
         parts.push_back({edges[i - 1], text.size()});
-    }
-    for (std::size_t i = 1; i < edges.size(); ++i) {
+    for (std::size_t i = 1; i < edges.size(); ++i)
         parts.push_back({0, edges[i]});
-    }
-    for (std::size_t i = 0; i < edges.size(); ++i) {
+    for (std::size_t i = 0; i < edges.size(); ++i)
         std::ranges::copy(removable_from(text, edges, i), std::back_inserter(parts));
-    }
     Edits edits;
-    for (const Range part : parts) {
-        if (part.size() > 0 && 2 * part.size() <= text.size()) {
+    for (const Range part : parts)
+        if (part.size() > 0 && 2 * part.size() <= text.size())
             edits.push_back({part.begin, part.size(), ""});
-        }
-    }
     return edits;
 }
 
@@ -275,18 +249,14 @@ Edits endings(const std::string &text, const Texts &samples)
 {
     std::set<std::string> ends;
     for (const std::string &sample : samples) {
-        for (std::size_t at = 1; at < sample.size(); ++at) {
-            if (is_edge(sample[at - 1], sample[at]) && is_edge(text.back(), sample[at])) {
+        for (std::size_t at = 1; at < sample.size(); ++at)
+            if (is_edge(sample[at - 1], sample[at]) && is_edge(text.back(), sample[at]))
                 ends.insert(sample.substr(at));
-            }
-        }
     }
     Edits edits;
-    for (const std::string &end : ends) {
-        if (is_small(end, text)) {
+    for (const std::string &end : ends)
+        if (is_small(end, text))
             edits.push_back({text.size(), 0, end});
-        }
-    }
     std::ranges::stable_sort(edits, {}, [](const Edit &edit) { return edit.by.size(); });
     return edits;
 }
@@ -295,11 +265,9 @@ Edits beginnings(const std::string &text, const Texts &samples)
 {
     Edits edits;
     for (const std::string &sample : samples) {
-        for (std::size_t at = 1; at < sample.size(); ++at) {
-            if (const Edit edit{0, 0, sample.substr(0, at)}; !is_inner(sample[at - 1]) && is_small(edit.by, text)) {
+        for (std::size_t at = 1; at < sample.size(); ++at)
+            if (const Edit edit{0, 0, sample.substr(0, at)}; !is_inner(sample[at - 1]) && is_small(edit.by, text))
                 edits.push_back(edit);
-            }
-        }
     }
     return edits;
 }
@@ -311,11 +279,9 @@ Edits insertions(const std::string &text, Range window, const Texts &samples)
     std::ranges::reverse(places);
     Edits edits;
     for (const std::size_t at : places) {
-        for (const std::string &part : parts) {
-            if (is_small(part, text)) {
+        for (const std::string &part : parts)
+            if (is_small(part, text))
                 edits.push_back({at, 0, part});
-            }
-        }
     }
     return edits;
 }

@@ -2,8 +2,7 @@
 /// @file
 /// What texts near a refused one could be meant: edits of it, the likeliest first, whatever type it is of. Which of them
 /// a type takes is not known here.
-#ifndef BGPDT_TOOLKIT_NEAR_TEXTS_HPP
-#define BGPDT_TOOLKIT_NEAR_TEXTS_HPP
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -65,5 +64,3 @@ Edits beginnings(const std::string &text, const Texts &samples);
 Edits insertions(const std::string &text, Range window, const Texts &samples);
 
 } // namespace bgpdt::toolkit
-
-#endif

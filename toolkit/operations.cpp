@@ -20,11 +20,9 @@ std::vector<std::string> operations(const SYSDT_Record &type)
         {type.luaGet != nullptr, "value"},   {type.endian != nullptr, "swap"},
     };
     std::vector<std::string> words;
-    for (const auto &[filled, word] : slots) {
-        if (filled) {
+    for (const auto &[filled, word] : slots)
+        if (filled)
             words.emplace_back(word);
-        }
-    }
     return words;
 }
 

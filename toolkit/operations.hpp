@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a type can do, in words.
-#ifndef BGPDT_TOOLKIT_OPERATIONS_HPP
-#define BGPDT_TOOLKIT_OPERATIONS_HPP
+#pragma once
 
 #include <string>
 #include <vector>
@@ -17,5 +16,3 @@ std::vector<std::string> help_texts(Session &session, const SYSDT_Record &type);
 std::vector<std::string> operations(const SYSDT_Record &type);
 
 } // namespace bgpdt::toolkit
-
-#endif

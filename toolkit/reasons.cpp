@@ -25,19 +25,15 @@ std::string described(const std::string &characters)
     const auto has_all = [&characters](const char *set) {
         return std::string_view(set).find_first_not_of(characters) == std::string_view::npos;
     };
-    if (has_all(hex_digits)) {
+    if (has_all(hex_digits))
         return "a hexadecimal digit";
-    }
-    if (has_all(digits)) {
+    if (has_all(digits))
         return "a digit";
-    }
-    if (has_all("123456789")) {
+    if (has_all("123456789"))
         return "a digit but 0";
-    }
     Texts some;
-    for (const char c : characters.substr(0, 3)) {
+    for (const char c : characters.substr(0, 3))
         some.push_back(lua_quoted(std::string(1, c)));
-    }
     return any_of(some) + (characters.size() > some.size() ? " or the like" : "");
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The words for what is wrong in one place of a text.
-#ifndef BGPDT_TOOLKIT_REASONS_HPP
-#define BGPDT_TOOLKIT_REASONS_HPP
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -24,5 +23,3 @@ std::string cannot_stand(std::string_view piece, const std::string &what_can);
 std::string exceeds(const std::string &number, std::uint64_t limit);
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -14,9 +14,8 @@ std::vector<std::string> pairs() { return {"64496:1", "65551:1", "1.15:1", "192.
 std::vector<std::string> pairs_or_any()
 {
     std::vector<std::string> texts = pairs();
-    for (const char *any : {"64496:*", "65551:*", "1.15:*", "192.0.2.1:*"}) {
+    for (const char *any : {"64496:*", "65551:*", "1.15:*", "192.0.2.1:*"})
         texts.emplace_back(any);
-    }
     return texts;
 }
 
@@ -66,9 +65,8 @@ constexpr std::uint32_t only_kind = 0; ///< behind the sub-kind word of a BOLRD
 Sample sample_by_kinds(const char *about, std::vector<KindTexts> kinds)
 {
     Sample sample{about, {}};
-    for (const KindTexts &of_kind : kinds) {
+    for (const KindTexts &of_kind : kinds)
         sample.texts.insert(sample.texts.end(), of_kind.texts.begin(), of_kind.texts.end());
-    }
     sample.kinds = std::move(kinds);
     return sample;
 }

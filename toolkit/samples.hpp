@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the router's types are, in words, and texts that they take; their own help tells little more than lengths.
-#ifndef BGPDT_TOOLKIT_SAMPLES_HPP
-#define BGPDT_TOOLKIT_SAMPLES_HPP
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -30,5 +29,3 @@ struct Sample {
 Sample sample_of(std::uint16_t type_id);
 
 } // namespace bgpdt::toolkit
-
-#endif

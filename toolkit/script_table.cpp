@@ -23,9 +23,8 @@ lua_Integer array_length(lua_State *lua, int table)
 {
     const auto length = static_cast<lua_Integer>(lua_rawlen(lua, table));
     lua_Integer keys = 0;
-    for (lua_pushnil(lua); lua_next(lua, table) != 0; lua_pop(lua, 1)) {
+    for (lua_pushnil(lua); lua_next(lua, table) != 0; lua_pop(lua, 1))
         ++keys;
-    }
     return keys == length ? length : 0;
 }
 
@@ -63,9 +62,8 @@ std::string key_text(const std::string &key)
 {
     constexpr std::string_view digits = "0123456789";
     constexpr std::string_view letters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz";
-    if (key.find_first_not_of(digits) == std::string::npos && !key.empty()) {
+    if (key.find_first_not_of(digits) == std::string::npos && !key.empty())
         return "[" + key + "]";
-    }
     const bool name = key.find_first_not_of(letters) == std::string::npos && digits.find(key[0]) == std::string::npos;
     return name && !key.empty() ? key : "[" + lua_quoted(key) + "]";
 }
@@ -75,23 +73,19 @@ std::string text_at(const ordered_json &value, std::size_t indent);
 std::vector<std::string> entry_texts(const ordered_json &table, std::size_t indent)
 {
     std::vector<std::string> entries;
-    for (const auto &[key, entry] : table.items()) {
+    for (const auto &[key, entry] : table.items())
         entries.push_back((table.is_object() ? key_text(key) + " = " : "") + text_at(entry, indent));
-    }
     return entries;
 }
 
 std::string text_at(const ordered_json &value, std::size_t indent)
 {
-    if (value.is_null()) {
+    if (value.is_null())
         return "nil";
-    }
-    if (value.is_string()) {
+    if (value.is_string())
         return lua_quoted(value.get_ref<const std::string &>());
-    }
-    if (!value.is_structured()) {
+    if (!value.is_structured())
         return value.dump();
-    }
     const std::vector<std::string> entries = entry_texts(value, indent + 4);
     const std::string line = joined(entries, ", ");
     if (indent + line.size() > line_width || line.find('\n') != std::string::npos) {
@@ -104,26 +98,23 @@ std::string text_at(const ordered_json &value, std::size_t indent)
 /// Keys of digits alone are indexes.
 void push_key(lua_State *lua, const std::string &key)
 {
-    if (key.empty() || key.size() > 9 || key.find_first_not_of("0123456789") != std::string::npos) {
+    if (key.empty() || key.size() > 9 || key.find_first_not_of("0123456789") != std::string::npos)
         lua_pushlstring(lua, key.data(), key.size());
-    } else {
+    else
         lua_pushinteger(lua, std::stoi(key));
-    }
 }
 
 void push_table_json(lua_State *lua, const ordered_json &table)
 {
-    if (lua_checkstack(lua, 4) == 0) {
+    if (lua_checkstack(lua, 4) == 0)
         throw std::bad_alloc();
-    }
     lua_newtable(lua);
     lua_Integer index = 0;
     for (const auto &[key, entry] : table.items()) {
-        if (table.is_array()) {
+        if (table.is_array())
             lua_pushinteger(lua, ++index);
-        } else {
+        else
             push_key(lua, key);
-        }
         push_script_json(lua, entry);
         lua_rawset(lua, -3);
     }
@@ -153,9 +144,8 @@ void push_script_json(lua_State *lua, const ordered_json &value)
 LuaState new_lua_state()
 {
     LuaState lua(luaL_newstate(), lua_close);
-    if (!lua) {
+    if (!lua)
         throw std::bad_alloc();
-    }
     return lua;
 }
 
@@ -187,9 +177,8 @@ std::string json_text(const ordered_json &value)
 
 std::string script_json_text(lua_State *lua, int index)
 {
-    if (!lua_istable(lua, index)) {
+    if (!lua_istable(lua, index))
         return json_text(script_json(lua, index));
-    }
     const int table = lua_absindex(lua, index);
     const lua_Integer length = array_length(lua, table);
     std::vector<std::string> entries;
@@ -198,12 +187,10 @@ std::string script_json_text(lua_State *lua, int index)
         entries.push_back(script_json_text(lua, -1));
         lua_pop(lua, 1);
     }
-    if (length > 0) {
+    if (length > 0)
         return "[" + joined(entries, ",") + "]";
-    }
-    for (const auto &[name, text] : fields_of(lua, table, script_json_text)) {
+    for (const auto &[name, text] : fields_of(lua, table, script_json_text))
         entries.push_back(json_text(name) + ":" + text);
-    }
     return "{" + joined(entries, ",") + "}";
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Script tables as JSON and as text, in an order that does not change: arrays by index, fields by name.
-#ifndef BGPDT_TOOLKIT_SCRIPT_TABLE_HPP
-#define BGPDT_TOOLKIT_SCRIPT_TABLE_HPP
+#pragma once
 
 #include <memory>
 #include <string>
@@ -35,5 +34,3 @@ void push_script_json(lua_State *lua, const nlohmann::ordered_json &value);
 std::string script_text(const nlohmann::ordered_json &value);
 
 } // namespace bgpdt::toolkit
-
-#endif

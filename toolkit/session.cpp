@@ -31,19 +31,16 @@ fs::path own_module()
 
 fs::path find_plugin(const std::string &given)
 {
-    if (!given.empty()) {
+    if (!given.empty())
         return fs::absolute(given); // the loader looks a bare name up elsewhere
-    }
-    if (const char *named = std::getenv("BGPDT_PLUGIN"); named != nullptr && *named != '\0') {
+    if (const char *named = std::getenv("BGPDT_PLUGIN"); named != nullptr && *named != '\0')
         return fs::absolute(named);
-    }
     const fs::path module = own_module();
     const fs::path here = fs::canonical(module.empty() ? "/proc/self/exe" : module).parent_path();
     for (const fs::path &folder : {here, here / BGPDT_LIBRARIES, here / "../lib", here / "../src"}) {
         fs::path candidate = folder / "libbgp_datatype.so";
-        if (fs::exists(candidate)) {
+        if (fs::exists(candidate))
             return candidate;
-        }
     }
     const std::string front = "libbgp_datatype.so stands neither in " + here.string() +
                               " nor in " BGPDT_LIBRARIES ", ../lib or ../src beside it; name the plug-in with ";
@@ -54,21 +51,18 @@ fs::path find_plugin(const std::string &given)
 
 Session::Session(Settings settings) : settings_(std::move(settings)), host_(find_plugin(settings_.plugin))
 {
-    if (!settings_.names.empty()) {
+    if (!settings_.names.empty())
         host_.load_names(settings_.names);
-    }
 }
 
 const SYSDT_Record &Session::type(std::string_view name) const
 {
-    if (const SYSDT_Record *record = host_.find(name)) {
+    if (const SYSDT_Record *record = host_.find(name))
         return *record;
-    }
     const auto has_name = [&name](const SYSDT_Record *type) { return lower(name_of(*type)) == lower(name); };
     const auto types = host_.types();
-    if (const auto found = std::ranges::find_if(types, has_name); found != types.end()) {
+    if (const auto found = std::ranges::find_if(types, has_name); found != types.end())
         return **found;
-    }
     std::vector<std::string> names;
     std::ranges::transform(types, std::back_inserter(names), [](const auto *type) { return name_of(*type); });
     throw Error("there is no type " + std::string(name) + did_you_mean(name, names), Hint::types);

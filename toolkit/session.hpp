@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The loaded plug-in, and how its types are used.
-#ifndef BGPDT_TOOLKIT_SESSION_HPP
-#define BGPDT_TOOLKIT_SESSION_HPP
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -44,5 +43,3 @@ private:
 std::string name_of(const SYSDT_Record &type);
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -38,9 +38,8 @@ std::size_t width(const Column &column) { return column.shown.front() == '\\' ? 
 std::vector<Column> columns_of(std::string_view text)
 {
     std::vector<Column> columns;
-    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at))
         columns.push_back({shown_character(text, at), at});
-    }
     return columns;
 }
 
@@ -49,11 +48,9 @@ std::vector<Column> columns_of(std::string_view text)
 std::size_t character_size(std::string_view text, std::size_t at)
 {
     const std::size_t size = sequence_size(byte_at(text, at));
-    for (std::size_t i = 1; i < size; ++i) {
-        if ((byte_at(text, at + i) & 0xc0) != 0x80) {
+    for (std::size_t i = 1; i < size; ++i)
+        if ((byte_at(text, at + i) & 0xc0) != 0x80)
             return 1;
-        }
-    }
     return std::max<std::size_t>(size, 1);
 }
 
@@ -62,9 +59,8 @@ std::string shown_character(std::string_view text, std::size_t at)
     constexpr std::string_view digits = "0123456789abcdef";
     const std::string_view character = text.substr(at, character_size(text, at));
     const bool stray = character.size() == 1 && byte_at(character, 0) >= 0x80;
-    if (!stray && !is_control(text, at)) {
+    if (!stray && !is_control(text, at))
         return std::string(character);
-    }
     std::string escaped;
     for (const char c : character) {
         const auto byte = static_cast<std::uint8_t>(c);
@@ -76,18 +72,16 @@ std::string shown_character(std::string_view text, std::size_t at)
 std::string shown(std::string_view text)
 {
     std::string all;
-    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at))
         all += shown_character(text, at);
-    }
     return all;
 }
 
 std::string shown_lines(std::string_view text)
 {
     std::string all;
-    for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at))
         all += text[at] == '\n' || text[at] == '\t' ? std::string(1, text[at]) : shown_character(text, at);
-    }
     return all;
 }
 
@@ -96,11 +90,10 @@ std::string lua_quoted(std::string_view text)
     std::string result = "\"";
     for (std::size_t at = 0; at < text.size(); at += character_size(text, at)) {
         const char c = text[at];
-        if (c == '"' || c == '\\') {
+        if (c == '"' || c == '\\')
             result += {'\\', c};
-        } else {
+        else
             result += c == '\n' ? "\\n" : shown_character(text, at);
-        }
     }
     return result + "\"";
 }
@@ -108,9 +101,8 @@ std::string lua_quoted(std::string_view text)
 std::string shortened(std::string_view text)
 {
     std::size_t at = 0;
-    while (at < text.size() && at < line_width) {
+    while (at < text.size() && at < line_width)
         at += character_size(text, at);
-    }
     return std::string(text.substr(0, at)) + std::string(at < text.size() ? cut : "");
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Texts of any content, shown to people.
-#ifndef BGPDT_TOOLKIT_SHOWN_TEXT_HPP
-#define BGPDT_TOOLKIT_SHOWN_TEXT_HPP
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -29,5 +28,3 @@ std::string shortened(std::string_view text);
 std::string underlined(std::string_view text, std::size_t at, std::size_t length);
 
 } // namespace bgpdt::toolkit
-
-#endif

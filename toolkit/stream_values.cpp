@@ -33,9 +33,8 @@ std::string quotation(std::string_view text)
 constexpr auto hex_pairs = [] {
     constexpr std::string_view digits = "0123456789abcdef";
     std::array<std::array<char, 2>, 256> pairs{};
-    for (std::size_t byte = 0; byte < pairs.size(); ++byte) {
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte)
         pairs[byte] = {digits[byte >> 4], digits[byte & 0x0f]};
-    }
     return pairs;
 }();
 
@@ -57,9 +56,8 @@ ordered_json other_members(Session &session, host::Converter &printer, lua_State
     ordered_json members = ordered_json::object();
     if (type.formatOut != nullptr) {
         const host::Delivery printed = printer.print(value);
-        if (printed.ok() && printed.kind == SYSDT_KIND_STRING) {
+        if (printed.ok() && printed.kind == SYSDT_KIND_STRING)
             members["text"] = printed.text();
-        }
     }
     std::string error;
     if (type.luaSet != nullptr && session.host().push_script_value(lua, type, value, error) == SYSDT_OK) {
@@ -80,18 +78,16 @@ bool same(const ordered_json &first, const ordered_json &second)
 std::string refusal_sentence(const SYSDT_Record &type, std::string_view text, std::uint32_t status)
 {
     const std::string code = " (" + host::status_name(status) + ")";
-    if (status != SYSDT_ERR_INVALID_VALUE && status != SYSDT_ERR_PARAM) {
+    if (status != SYSDT_ERR_INVALID_VALUE && status != SYSDT_ERR_PARAM)
         return name_of(type) + " refuses the text " + quotation(text) + code;
-    }
     const std::string about = sample_of(type.typeId).about;
     return quotation(text) + " is no " + (about.empty() ? "text of " + name_of(type) : about) + code;
 }
 
 Value filled_up(const SYSDT_Record &type, Value value, Bytes &room)
 {
-    if (type.baseKind != SYSDT_KIND_STRING || value.size() >= value_size(type)) {
+    if (type.baseKind != SYSDT_KIND_STRING || value.size() >= value_size(type))
         return value;
-    }
     room.assign(value.begin(), value.end());
     room.resize(value_size(type));
     return room;
@@ -104,12 +100,10 @@ void ByteOrder::work_out(const Layout &layout, std::size_t size)
     layout_ = &layout;
     positions_.resize(size);
     std::iota(positions_.begin(), positions_.end(), std::uint16_t{0});
-    if (native_ || std::endian::native == std::endian::big || size < type_.dataLength) {
+    if (native_ || std::endian::native == std::endian::big || size < type_.dataLength)
         return;
-    }
-    if (layout.fields.empty() && type_.baseKind == SYSDT_KIND_BINARY) {
+    if (layout.fields.empty() && type_.baseKind == SYSDT_KIND_BINARY)
         std::ranges::reverse(positions_); // a plain binary type is one number
-    }
     halves_.resize(2 * size);
     const auto low = std::span(halves_).first(size);
     const auto high = std::span(halves_).last(size);
@@ -119,9 +113,8 @@ void ByteOrder::work_out(const Layout &layout, std::size_t size)
     }
     reverse_numbers(layout, low);
     reverse_numbers(layout, high);
-    for (std::size_t i = 0; i < size; ++i) {
+    for (std::size_t i = 0; i < size; ++i)
         positions_[i] = static_cast<std::uint16_t>(high[i] << 8 | low[i]);
-    }
 }
 
 // ------------------------------------------------------------------------------------------------ reading
@@ -129,12 +122,10 @@ void ByteOrder::work_out(const Layout &layout, std::size_t size)
 ValueReader::ValueReader(Session &session, const SYSDT_Record &type, Format format)
     : session_(session), type_(type), format_(format), size_(value_size(type)), converter_(type, session.mode_for(type))
 {
-    if (format == Format::text && type.formatIn == nullptr) {
+    if (format == Format::text && type.formatIn == nullptr)
         throw Refusal(name_of(type) + " takes no text", Hint::bytes);
-    }
-    if (format == Format::json) {
+    if (format == Format::json)
         lua_ = new_lua_state();
-    }
 }
 
 Value ValueReader::read_other(std::span<char> line)
@@ -145,9 +136,8 @@ Value ValueReader::read_other(std::span<char> line)
     default: break;
     }
     const auto *const bytes = reinterpret_cast<const std::uint8_t *>(line.data());
-    if (session_.settings().native) {
+    if (session_.settings().native)
         return {bytes, line.size()};
-    }
     value_.assign(bytes, bytes + line.size());
     turn_to_native(type_, value_);
     return value_;
@@ -156,9 +146,8 @@ Value ValueReader::read_other(std::span<char> line)
 Value ValueReader::read_text(std::span<char> text)
 {
     const host::Delivery delivery = converter_.parse(text);
-    if (delivery.data.size() - 1 < size_) [[likely]] { // a refused text delivers nothing
+    if (delivery.data.size() - 1 < size_) [[likely]] // a refused text delivers nothing
         return delivery.data;
-    }
     explain(delivery);
     return {};
 }
@@ -180,9 +169,8 @@ void ValueReader::explain(const host::Delivery &delivery)
 Value ValueReader::keep(Bytes value)
 {
     value_ = std::move(value);
-    if (type_.baseKind == SYSDT_KIND_STRING && value_.size() < size_) {
+    if (type_.baseKind == SYSDT_KIND_STRING && value_.size() < size_)
         value_.resize(size_);
-    }
     require_size(type_, value_, size_);
     return value_;
 }
@@ -190,9 +178,8 @@ Value ValueReader::keep(Bytes value)
 /// Two digits a byte and nothing else; null for anything that does not look like that.
 Value ValueReader::read_plain_hex(std::string_view text)
 {
-    if (text.size() != 2 * size_) {
+    if (text.size() != 2 * size_)
         return {};
-    }
     value_.resize(size_);
     unsigned wrong = 0;
     for (std::size_t i = 0; i < size_; ++i) {
@@ -207,12 +194,10 @@ Value ValueReader::read_plain_hex(std::string_view text)
 Value ValueReader::read_hex(std::string_view text)
 {
     try {
-        if (read_plain_hex(text).data() == nullptr) {
+        if (read_plain_hex(text).data() == nullptr)
             keep(from_hex(text));
-        }
-        if (!session_.settings().native) {
+        if (!session_.settings().native)
             turn_to_native(type_, value_);
-        }
         return value_;
     } catch (const Refusal &refusal) {
         reason_ = refusal.what();
@@ -224,16 +209,14 @@ Value ValueReader::read_hex(std::string_view text)
 Bytes ValueReader::value_of(const ordered_json &record)
 {
     const auto text_of = [&](const char *member) {
-        if (!record[member].is_string()) {
+        if (!record[member].is_string())
             throw Refusal(std::string("its member \"") + member + "\" is no string");
-        }
         return record[member].get<std::string>();
     };
     if (record.contains("hex")) {
         Bytes value = from_hex(text_of("hex"));
-        if (!session_.settings().native) {
+        if (!session_.settings().native)
             turn_to_native(type_, value);
-        }
         return value;
     }
     if (record.contains("table")) {
@@ -244,17 +227,14 @@ Bytes ValueReader::value_of(const ordered_json &record)
     }
     if (record.contains("text")) {
         std::string text = text_of("text");
-        if (text.find('\0') != std::string::npos) {
+        if (text.find('\0') != std::string::npos)
             throw Refusal("its text holds a NUL, where texts end");
-        }
-        if (type_.formatIn == nullptr) {
+        if (type_.formatIn == nullptr)
             throw Refusal(name_of(type_) + " takes no text");
-        }
         const std::string original = text;
         const Value value = read_text(text);
-        if (value.data() == nullptr) {
+        if (value.data() == nullptr)
             throw Refusal(refusal(original));
-        }
         return {value.begin(), value.end()};
     }
     throw Refusal(R"(it has none of the members "hex", "table" and "text")");
@@ -266,16 +246,14 @@ void ValueReader::require_agreement(const ordered_json &given, Value value)
     const ordered_json own = other_members(session_, converter_, lua_.get(), type_, value);
     for (const auto &[member, says] : own.items()) {
         if (!given.contains(member) || same(given[member], says) ||
-            same(given[member], ordered_json::parse(json_text(says)))) {
+            same(given[member], ordered_json::parse(json_text(says))))
             continue;
-        }
         if (member == "text" && given[member].is_string() && type_.formatIn != nullptr) { // written in another way
             std::string text = given[member].get<std::string>();
             Bytes room;
             const Value parsed = filled_up(type_, read_text(text), room);
-            if (parsed.data() != nullptr && std::ranges::equal(parsed, value)) {
+            if (parsed.data() != nullptr && std::ranges::equal(parsed, value))
                 continue;
-            }
         }
         const std::string source = given.contains("hex") ? "hex" : "table";
         throw Refusal("its \"" + member + "\" " +
@@ -288,9 +266,8 @@ Value ValueReader::read_json(std::string_view text)
 {
     try {
         std::optional<ordered_json> record = toolkit::read_json(text);
-        if (!record || !record->is_object()) {
+        if (!record || !record->is_object())
             throw Refusal("the line is no JSON object");
-        }
         const Bytes value = value_of(*record);
         keep(value);
         if (record->contains("hex") || record->contains("table")) {
@@ -317,12 +294,10 @@ ValueWriter::ValueWriter(Session &session, const SYSDT_Record &type, Format form
     : session_(session), type_(type), format_(format), converter_(type, session.mode_for(type)),
       order_(type, session.settings().native)
 {
-    if (format == Format::text && type.formatOut == nullptr) {
+    if (format == Format::text && type.formatOut == nullptr)
         throw Refusal(name_of(type) + " prints no text");
-    }
-    if (format == Format::json) {
+    if (format == Format::json)
         lua_ = new_lua_state();
-    }
 }
 
 bool ValueWriter::write(Value value, Buffer &out)
@@ -341,9 +316,8 @@ bool ValueWriter::write_text(Value value, Buffer &out)
     const host::Delivery printed = converter_.print(filled_up(type_, value, filled_));
     status_ = printed.status;
     const std::string_view text = printed.text();
-    if (!printed.ok() || printed.data.empty() || std::memchr(text.data(), '\n', text.size()) != nullptr) {
+    if (!printed.ok() || printed.data.empty() || std::memchr(text.data(), '\n', text.size()) != nullptr)
         return false;
-    }
     char *const to = out.room(text.size() + 1);
     std::memcpy(to, text.data(), text.size());
     to[text.size()] = '\n';
@@ -357,9 +331,8 @@ void ValueWriter::write_hex(Value value, Buffer &out)
     const std::uint16_t *const positions = order_.positions(value);
     const std::uint8_t *const bytes = value.data();
 #pragma GCC unroll 4
-    for (std::size_t i = 0, size = value.size(); i < size; ++i) {
+    for (std::size_t i = 0, size = value.size(); i < size; ++i)
         std::memcpy(to + 2 * i, hex_pairs[bytes[positions[i]]].data(), 2);
-    }
     to[2 * value.size()] = '\n';
     out.grown(2 * value.size() + 1);
 }
@@ -369,9 +342,8 @@ void ValueWriter::write_binary(Value value, Buffer &out)
     value = filled_up(type_, value, filled_);
     char *const to = out.room(value.size());
     const std::uint16_t *const positions = order_.positions(value);
-    for (std::size_t i = 0; i < value.size(); ++i) {
+    for (std::size_t i = 0; i < value.size(); ++i)
         to[i] = static_cast<char>(value[positions[i]]);
-    }
     out.grown(value.size());
 }
 
@@ -388,9 +360,8 @@ void ValueWriter::write_json(Value value, Buffer &out)
 
 std::string ValueWriter::refusal() const
 {
-    if (status_ != SYSDT_OK) {
+    if (status_ != SYSDT_OK)
         return name_of(type_) + " refuses to print the value (" + host::status_name(status_) + ")";
-    }
     return name_of(type_) + " prints nothing for the value, or more than one line";
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Values of one type as they stand in streams: a line each in the formats that are text, back to back in binary.
-#ifndef BGPDT_TOOLKIT_STREAM_VALUES_HPP
-#define BGPDT_TOOLKIT_STREAM_VALUES_HPP
+#pragma once
 
 #include <bit>
 #include <cstdint>
@@ -50,9 +49,8 @@ public:
     const std::uint16_t *positions(Value value)
     {
         const Layout &layout = layout_of(type_.typeId, value, std::endian::native);
-        if (&layout != layout_ || positions_.size() != value.size()) {
+        if (&layout != layout_ || positions_.size() != value.size())
             work_out(layout, value.size());
-        }
         return positions_.data();
     }
 
@@ -128,5 +126,3 @@ private:
 };
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -39,9 +39,8 @@ public:
     bool key(std::string &name) override
     {
         const auto [member, is_new] = open_.back()->emplace(name, nullptr);
-        if (!is_new) {
+        if (!is_new)
             throw Refusal("it has the member " + lua_quoted(name) + " twice");
-        }
         member_ = &*member;
         return true;
     }
@@ -52,9 +51,8 @@ private:
     /// Where the next value belongs.
     ordered_json &place()
     {
-        if (open_.empty()) {
+        if (open_.empty())
             return root_;
-        }
         return open_.back()->is_array() ? open_.back()->emplace_back() : *member_;
     }
 
@@ -66,9 +64,8 @@ private:
 
     bool open(ordered_json &&value)
     {
-        if (open_.size() == most_levels) {
+        if (open_.size() == most_levels)
             throw Refusal("it is nested deeper than " + std::to_string(most_levels) + " levels");
-        }
         ordered_json &opened = place();
         opened = std::move(value);
         open_.push_back(&opened);

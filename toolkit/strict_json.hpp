@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// JSON as it is read: of few levels, lest what walks over it runs out of stack, and with no member twice.
-#ifndef BGPDT_TOOLKIT_STRICT_JSON_HPP
-#define BGPDT_TOOLKIT_STRICT_JSON_HPP
+#pragma once
 
 #include <optional>
 #include <string_view>
@@ -16,5 +15,3 @@ namespace bgpdt::toolkit {
 std::optional<nlohmann::ordered_json> read_json(std::string_view text);
 
 } // namespace bgpdt::toolkit
-
-#endif

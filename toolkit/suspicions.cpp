@@ -32,11 +32,9 @@ std::string nothing_can(const std::string &piece, const std::string &) { return 
 /// Quotes, capitals or blanks all over the text.
 Found whole_text(Refused &refused)
 {
-    for (const auto &[rewriting, reason] : rewritings(refused.text)) {
-        if (rewriting != refused.text && refused.takes(rewriting)) {
+    for (const auto &[rewriting, reason] : rewritings(refused.text))
+        if (rewriting != refused.text && refused.takes(rewriting))
             return refused.found(difference(refused.text, rewriting), reason);
-        }
-    }
     return {};
 }
 
@@ -46,9 +44,8 @@ Found leading_zeros(Refused &refused)
     Edits edits;
     for (const Range run : last_numbers(refused.text, refused.window)) {
         const std::size_t zeros = std::min(refused.text.find_first_not_of('0', run.begin), run.end - 1) - run.begin;
-        if (zeros > 0) {
+        if (zeros > 0)
             edits.push_back({run.begin, zeros, ""});
-        }
     }
     return first_taken(refused, edits, [](const auto &, const auto &) { return "leading zeros cannot stand here"; });
 }
@@ -57,9 +54,8 @@ Found leading_zeros(Refused &refused)
 std::string other_form(const Refused &refused, Range run)
 {
     const std::string &text = refused.text;
-    if (run.end != text.size() || run.begin == 0) {
+    if (run.end != text.size() || run.begin == 0)
         return {};
-    }
     std::string shortest;
     for (const std::string &sample : refused.samples()) {
         const std::vector<Range> runs = number_runs(sample, {0, sample.size()});
@@ -67,9 +63,8 @@ std::string other_form(const Refused &refused, Range run)
         const std::string form = edited(sample, {last.begin, last.size(), text.substr(run.begin)});
         if (last.end == sample.size() && last.begin > 0 && sample[last.begin - 1] == text[run.begin - 1] &&
             shape(sample) != shape(text) && (shortest.empty() || form.size() < shortest.size()) &&
-            !refused.asking.value_of(form).empty()) {
+            !refused.asking.value_of(form).empty())
             shortest = form;
-        }
     }
     return shortest;
 }
@@ -92,22 +87,18 @@ Found too_large(Refused &refused)
 Found too_small(Refused &refused)
 {
     Edits edits;
-    for (const Range run : last_numbers(refused.text, refused.window)) {
-        if (refused.piece(run.begin, run.size()) == "0") {
+    for (const Range run : last_numbers(refused.text, refused.window))
+        if (refused.piece(run.begin, run.size()) == "0")
             edits.push_back({run.begin, 1, "1"});
-        }
-    }
     return first_taken(refused, edits, [](const auto &, const auto &) { return "0 is too small here: at least 1"; });
 }
 
 /// A number that cannot stand in its place.
 Found numbers(Refused &refused)
 {
-    for (Found (*const suspicion)(Refused &) : {leading_zeros, too_large, too_small}) {
-        if (Found result = suspicion(refused)) {
+    for (Found (*const suspicion)(Refused &) : {leading_zeros, too_large, too_small})
+        if (Found result = suspicion(refused))
             return result;
-        }
-    }
     return {};
 }
 
@@ -118,29 +109,25 @@ Found misspelt(Refused &refused, std::size_t at)
     Texts taken;
     std::size_t reach = 0;
     for (const auto &[distance, edit] : words_like(refused.text, at, refused.asking.sample().words)) {
-        if ((result && (distance != reach || edit.length != result->length)) || !refused.takes(edit)) {
+        if ((result && (distance != reach || edit.length != result->length)) || !refused.takes(edit))
             continue;
-        }
         taken.push_back(lua_quoted(edit.by));
         if (!result) {
             result = refused.found(edit, "");
             reach = distance;
         }
     }
-    if (result) {
+    if (result)
         result->reason = cannot_stand(refused.piece(at, result->length), any_of(taken));
-    }
     return result;
 }
 
 /// A misspelt word.
 Found words(Refused &refused)
 {
-    for (const std::size_t at : word_beginnings(refused.text, refused.window)) {
-        if (Found result = misspelt(refused, at)) {
+    for (const std::size_t at : word_beginnings(refused.text, refused.window))
+        if (Found result = misspelt(refused, at))
             return result;
-        }
-    }
     return {};
 }
 
@@ -185,9 +172,8 @@ Found wrong_separator(Refused &refused)
         const std::string piece = refused.piece(begin, end - begin);
         const std::string taken =
             is_inner(piece[0]) ? "" : refused.accepted(begin, piece.size(), refused.asking.separators());
-        if (!taken.empty()) {
+        if (!taken.empty())
             return refused.found({begin, piece.size(), taken.substr(0, 1)}, cannot_stand(piece, described(taken)));
-        }
     }
     return {};
 }
@@ -205,13 +191,11 @@ Found wrong_character(Refused &refused, Range place)
     const auto accepted = [&](const char *candidates) {
         return refused.accepted(place.begin, place.size(), candidates);
     };
-    if (!brief && accepted("1a").empty()) {
+    if (!brief && accepted("1a").empty())
         return {};
-    }
     const std::string taken = accepted(brief ? digits_and_letters : hex_digits);
-    if (taken.empty()) {
+    if (taken.empty())
         return {};
-    }
     const bool in_number = taken.find_first_not_of(digits) == std::string::npos;
     const bool surplus = in_number && refused.takes(Edit{place.begin, place.size(), ""});
     return refused.found({place.begin, place.size(), surplus ? "" : taken.substr(0, 1)},
@@ -221,11 +205,9 @@ Found wrong_character(Refused &refused, Range place)
 /// A wrong letter.
 Found wrong_letter(Refused &refused)
 {
-    for (const Range place : characters(refused.text, refused.window)) {
-        if (Found result = is_letter(refused.text[place.begin]) ? wrong_character(refused, place) : Found{}) {
+    for (const Range place : characters(refused.text, refused.window))
+        if (Found result = is_letter(refused.text[place.begin]) ? wrong_character(refused, place) : Found{})
             return result;
-        }
-    }
     return {};
 }
 
@@ -235,9 +217,8 @@ Found wrong_sign(Refused &refused)
     for (const Range place : characters(refused.text, refused.window)) {
         const char c = refused.text[place.begin];
         const bool sign = !is_inner(c) && refused.asking.separators().find(c) == std::string::npos;
-        if (Found result = sign ? wrong_character(refused, place) : Found{}) {
+        if (Found result = sign ? wrong_character(refused, place) : Found{})
             return result;
-        }
     }
     return {};
 }
@@ -260,9 +241,8 @@ Found missing_separator(Refused &refused, bool joining)
     for (const std::size_t at : gaps(refused.text, refused.window)) {
         const bool here = joins(refused.text, at, at) == joining;
         const std::string taken = here ? refused.accepted(at, 0, refused.asking.separators()) : "";
-        if (!taken.empty()) {
+        if (!taken.empty())
             return refused.found({at, 0, taken.substr(0, 1)}, described(taken) + " is missing here");
-        }
     }
     return {};
 }
@@ -318,9 +298,8 @@ Found first_entry(Refused &refused)
     const std::string &text = refused.text;
     for (std::size_t at = text.find(' ', refused.window.begin); at != std::string::npos; at = text.find(' ', at + 1)) {
         const std::string front = text.substr(0, at);
-        if (at == 0 || is_blank(front.back()) || refused.takes(front)) {
+        if (at == 0 || is_blank(front.back()) || refused.takes(front))
             continue;
-        }
         Refused entry{refused.asking, front};
         suspect(entry);
         refused.near_kinds.merge(entry.near_kinds);
@@ -353,9 +332,8 @@ constexpr Suspicion suspicions[] = {
 Range window_of(Refused &refused)
 {
     const std::string &text = refused.text;
-    if (text.size() <= widest_search) {
+    if (text.size() <= widest_search)
         return {0, text.size()};
-    }
     const std::vector<std::size_t> edges = boundaries(text);
     const auto behind = std::partition_point(edges.begin() + 1, edges.end(),
                                              [&](std::size_t edge) { return refused.takes(text.substr(0, edge)); });

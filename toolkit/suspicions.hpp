@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What may be wrong with a text: one table of suspicions.
-#ifndef BGPDT_TOOLKIT_SUSPICIONS_HPP
-#define BGPDT_TOOLKIT_SUSPICIONS_HPP
+#pragma once
 
 #include "asking.hpp"
 
@@ -13,5 +12,3 @@ namespace bgpdt::toolkit {
 void suspect(Refused &refused);
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -23,13 +23,11 @@ Edit difference(const std::string &from, const std::string &to)
 {
     const std::size_t shorter = std::min(from.size(), to.size());
     std::size_t front = 0;
-    while (front < shorter && from[front] == to[front]) {
+    while (front < shorter && from[front] == to[front])
         ++front;
-    }
     std::size_t back = 0;
-    while (back < shorter - front && from[from.size() - back - 1] == to[to.size() - back - 1]) {
+    while (back < shorter - front && from[from.size() - back - 1] == to[to.size() - back - 1])
         ++back;
-    }
     return {front, from.size() - front - back, to.substr(front, to.size() - front - back)};
 }
 
@@ -51,9 +49,8 @@ std::vector<std::size_t> boundaries(const std::string &text)
     std::vector<std::size_t> places{0};
     for (std::size_t i = 1; i < text.size(); ++i) {
         const bool inside_character = (static_cast<unsigned char>(text[i]) & 0xc0) == 0x80;
-        if ((!is_inner(text[i]) || !is_inner(text[i - 1])) && !inside_character) {
+        if ((!is_inner(text[i]) || !is_inner(text[i - 1])) && !inside_character)
             places.push_back(i);
-        }
     }
     places.push_back(text.size());
     return places;
@@ -64,9 +61,8 @@ std::size_t closing(const std::string &text, std::size_t open)
     int depth = 0;
     for (std::size_t i = open; i < text.size(); ++i) {
         depth += text[i] == '[' ? 1 : text[i] == ']' ? -1 : 0;
-        if (depth == 0) {
+        if (depth == 0)
             return i;
-        }
     }
     return std::string::npos;
 }
@@ -74,11 +70,9 @@ std::size_t closing(const std::string &text, std::size_t open)
 std::string shape(const std::string &text)
 {
     std::string result;
-    for (const char c : text) {
-        if (!is_digit(c) || result.empty() || result.back() != '0') {
+    for (const char c : text)
+        if (!is_digit(c) || result.empty() || result.back() != '0')
             result += is_digit(c) ? '0' : c;
-        }
-    }
     return result;
 }
 
@@ -90,9 +84,8 @@ bool is_edge(char before, char behind)
 std::string Groups::laid_out(const std::string &characters) const
 {
     std::string text;
-    for (std::size_t i = 0; i < characters.size(); ++i) {
+    for (std::size_t i = 0; i < characters.size(); ++i)
         text += i != 0 && i % width == 0 ? std::string{separator, characters[i]} : std::string(1, characters[i]);
-    }
     return text;
 }
 
@@ -100,18 +93,16 @@ Groups groups_at(const std::string &text, std::size_t at)
 {
     const auto width_at = [&text](std::size_t from) {
         std::size_t end = from;
-        while (end < text.size() && is_hex(text[end])) {
+        while (end < text.size() && is_hex(text[end]))
             ++end;
-        }
         return end - from;
     };
     Groups groups{width_at(at), 1, '\0'};
     for (std::size_t i = at + groups.width; groups.width > 1 && i < text.size();
          i += groups.width + 1, ++groups.count) {
         groups.separator = groups.count == 1 ? text[i] : groups.separator;
-        if (text[i] != groups.separator || width_at(i + 1) != groups.width) {
+        if (text[i] != groups.separator || width_at(i + 1) != groups.width)
             break;
-        }
     }
     return groups.count >= 3 ? groups : Groups{0, 0, '\0'};
 }
@@ -124,11 +115,10 @@ Texts parts_of(const Texts &texts)
         const std::vector<std::size_t> edges = boundaries(text);
         for (std::size_t i = 0; i + 1 < edges.size(); ++i) {
             const std::size_t close = text[edges[i]] == '[' ? closing(text, edges[i]) : std::string::npos;
-            if (close != std::string::npos) {
+            if (close != std::string::npos)
                 parts.insert(text.substr(edges[i], close + 1 - edges[i]));
-            } else if (!bracketed && i + 2 < edges.size()) {
+            else if (!bracketed && i + 2 < edges.size())
                 parts.insert(text.substr(edges[i], edges[i + 2] - edges[i]));
-            }
         }
     }
     return {parts.begin(), parts.end()};
@@ -138,9 +128,8 @@ Texts pieces_of(const std::string &text)
 {
     Texts pieces;
     const std::vector<std::size_t> edges = boundaries(text);
-    for (std::size_t i = 0; i + 1 < edges.size(); ++i) {
+    for (std::size_t i = 0; i + 1 < edges.size(); ++i)
         pieces.push_back(text.substr(edges[i], edges[i + 1] - edges[i]));
-    }
     return pieces;
 }
 
@@ -177,9 +166,8 @@ std::vector<Pair> aligned(const Texts &mine, const Texts &theirs)
 std::string blended(const std::vector<Pair> &pairs, const std::vector<bool> &mine)
 {
     std::string text;
-    for (std::size_t i = 0; i < pairs.size(); ++i) {
+    for (std::size_t i = 0; i < pairs.size(); ++i)
         text += mine[i] ? pairs[i].mine : pairs[i].theirs;
-    }
     return text;
 }
 
@@ -189,9 +177,8 @@ bool runs_together(const std::vector<Pair> &pairs, const std::vector<bool> &mine
     for (std::size_t i = 0; i < pairs.size(); ++i) {
         const std::string &piece = mine[i] ? pairs[i].mine : pairs[i].theirs;
         if (!piece.empty()) {
-            if (inner && is_inner(piece[0])) {
+            if (inner && is_inner(piece[0]))
                 return true;
-            }
             inner = is_inner(piece[0]);
         }
     }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Texts taken to pieces, whatever type they are of: numbers and words, and what separates them.
-#ifndef BGPDT_TOOLKIT_TEXT_PIECES_HPP
-#define BGPDT_TOOLKIT_TEXT_PIECES_HPP
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -85,5 +84,3 @@ bool runs_together(const std::vector<Pair> &pairs, const std::vector<bool> &mine
 std::size_t loss(const Pair &pair);
 
 } // namespace bgpdt::toolkit
-
-#endif

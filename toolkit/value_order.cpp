@@ -16,15 +16,13 @@ Bytes with_number(const SYSDT_Record &type, std::uint16_t number)
     const auto field =
         std::ranges::find_if(layout.fields, [](const Field &row) { return row.host_order() && row.width > 1; });
     const bool plain = layout.fields.empty() && type.baseKind == SYSDT_KIND_BINARY && value.size() > 1;
-    if (field == layout.fields.end() && !plain) {
+    if (field == layout.fields.end() && !plain)
         return {};
-    }
     const std::size_t end = plain ? value.size() : std::size_t{field->offset} + field->width;
     value[end - 2] = static_cast<std::uint8_t>(number >> 8);
     value[end - 1] = static_cast<std::uint8_t>(number);
-    if (std::endian::native == std::endian::little) {
+    if (std::endian::native == std::endian::little)
         std::reverse(value.data() + (plain ? 0 : field->offset), value.data() + end);
-    }
     return value;
 }
 
@@ -52,21 +50,18 @@ ValueOrder::ValueOrder(const SYSDT_Record &type)
 void ValueOrder::make_key(Value value, std::uint8_t *key)
 {
     const std::uint16_t *const positions = target_.positions(value);
-    for (std::size_t i = 0; i < size_; ++i) {
+    for (std::size_t i = 0; i < size_; ++i)
         key[i] = value[positions[i]];
-    }
-    if (reads_numbers_) {
+    if (reads_numbers_)
         std::memcpy(key + size_, value.data(), size_);
-    }
 }
 
 int ValueOrder::compare(Key first, Key second) const
 {
     if (type_.compare != nullptr) {
         const int order = compared(type_, first.compared(*this), second.compared(*this));
-        if (order == 1 || order == -1) {
+        if (order == 1 || order == -1)
             return order;
-        }
     }
     return std::memcmp(first.target(), second.target(), size_);
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The order of a type's values.
-#ifndef BGPDT_TOOLKIT_VALUE_ORDER_HPP
-#define BGPDT_TOOLKIT_VALUE_ORDER_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -58,5 +57,3 @@ private:
 bool compares_numbers(const SYSDT_Record &type);
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Words and columns of what is printed for people.
-#ifndef BGPDT_TOOLKIT_WORDS_HPP
-#define BGPDT_TOOLKIT_WORDS_HPP
+#pragma once
 
 #include <algorithm>
 #include <span>
@@ -14,9 +13,8 @@ namespace bgpdt::toolkit {
 inline std::string joined(std::span<const std::string> words, std::string_view separator)
 {
     std::string line;
-    for (const std::string &word : words) {
+    for (const std::string &word : words)
         line.append(line.empty() ? std::string_view() : separator).append(word);
-    }
     return line;
 }
 
@@ -34,5 +32,3 @@ inline std::string counted(std::size_t count, const char *word)
 }
 
 } // namespace bgpdt::toolkit
-
-#endif

@@ -76,9 +76,8 @@ int line(std::size_t index) { return line_height * static_cast<int>(index); }
 std::size_t field_at(std::span<const Field> fields, std::size_t at)
 {
     std::size_t index = 0;
-    while (index < fields.size() && (at < fields[index].offset || at >= fields[index].offset + fields[index].size())) {
+    while (index < fields.size() && (at < fields[index].offset || at >= fields[index].offset + fields[index].size()))
         ++index;
-    }
     return index;
 }
 
@@ -119,14 +118,12 @@ void draw_value(const char *plugin)
     const SYSDT_Record &type = *host.find(type_name);
     auto value = host.parse(type, text, 2).data;
     const Layout &layout = bgpdt::layout_of(type.typeId, value, std::endian::native);
-    if (std::endian::native == std::endian::little) {
+    if (std::endian::native == std::endian::little)
         bgpdt::reverse_numbers(layout, value); // shown as on the target
-    }
 
     std::size_t used = 0;
-    for (const Field &field : layout.fields) {
+    for (const Field &field : layout.fields)
         used = std::max(used, field.offset + field.size());
-    }
     const int rows = static_cast<int>((used + cells_in_row - 1) / cells_in_row);
     constexpr int bytes_top = 50;
     const int legend_top = bytes_top + rows * cell + 15;

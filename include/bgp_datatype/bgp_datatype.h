@@ -3,8 +3,7 @@
  * @file
  * Everything that the plug-in exports. The callbacks' forms and contracts are told with their types in host.h.
  */
-#ifndef BGP_DATATYPE_BGP_DATATYPE_H
-#define BGP_DATATYPE_BGP_DATATYPE_H
+#pragma once
 
 #include "bgp_datatype/host.h"
 #include "bgp_datatype/values.h"
@@ -930,6 +929,4 @@ uint32_t SYSDT_AttrIdStrCut_New(char *label, char *tail, const char *marker, uin
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

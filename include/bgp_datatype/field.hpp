@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a field of a binary form is, what a layout of fields is, and what follows from a layout alone: the byte swap.
-#ifndef BGP_DATATYPE_FIELD_HPP
-#define BGP_DATATYPE_FIELD_HPP
+#pragma once
 
 #include <algorithm>
 #include <array>
@@ -134,5 +133,3 @@ inline void reverse_numbers(const Layout &layout, std::span<std::uint8_t> value)
 }
 
 } // namespace bgpdt
-
-#endif

@@ -3,8 +3,7 @@
 /// The fields of every binary form as tables: what stands where, how it is read by people, what its numbers stand for,
 /// and under which key scripts see it. Byte swap, script access and every dump of a value walk these tables, so a layout
 /// is told once.
-#ifndef BGP_DATATYPE_FIELDS_HPP
-#define BGP_DATATYPE_FIELDS_HPP
+#pragma once
 
 #include <bit>
 #include <cstddef>
@@ -109,10 +108,9 @@ constexpr std::span<const Word> words_of(Words words)
 ///         for something
 constexpr const char *word_for(Words words, std::uint64_t number)
 {
-    for (const Word &word : words_of(words)) {
+    for (const Word &word : words_of(words))
         if (word.number == number)
             return word.text;
-    }
     return words == Words::none || words == Words::mt_id ? nullptr : "unknown";
 }
 
@@ -696,5 +694,3 @@ constexpr std::size_t value_size(const SYSDT_Record &record)
 }
 
 } // namespace bgpdt
-
-#endif

@@ -7,8 +7,7 @@
  * the services declared here, which the process that loads it must define. Numbers are 32 bits wide on every host,
  * pointers are the machine's own, and structures have their natural alignment unless they are said to be packed.
  */
-#ifndef BGP_DATATYPE_HOST_H
-#define BGP_DATATYPE_HOST_H
+#pragma once
 
 #ifdef __cplusplus
 #include <cstddef>
@@ -293,6 +292,4 @@ uint32_t SYSDT_SPTI_ObjLen(void *state, int32_t index);
 static_assert(offsetof(SYSDT_Context, mode) == 14 && offsetof(SYSDT_Context, handle) == 24);
 static_assert(sizeof(SYSDT_Record) == 24 + 9 * sizeof(void *));
 static_assert(sizeof(SYSDT_DispatchRow) == 24 + 7 * sizeof(void *));
-#endif
-
 #endif

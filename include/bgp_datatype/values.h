@@ -6,8 +6,7 @@
  * Structures are packed: a value may stand at any address. Numbers are in the processor's own byte order; arrays of
  * bytes are in network order on every processor, and no Endian callback moves them.
  */
-#ifndef BGP_DATATYPE_VALUES_H
-#define BGP_DATATYPE_VALUES_H
+#pragma once
 
 #include "bgp_datatype/host.h"
 
@@ -644,6 +643,4 @@ static_assert(offsetof(SYSDT_LsTePolicy, as) == 16 && offsetof(SYSDT_LsTePolicy,
 static_assert(offsetof(SYSDT_LsSrv6Sid, local) == offsetof(SYSDT_LsLink, local) &&
               offsetof(SYSDT_LsSrv6Sid, mtId) == 90 && offsetof(SYSDT_LsSrv6Sid, sid) == 94 &&
               offsetof(SYSDT_LsSrv6Sid, bgpRouterId) == 110);
-#endif
-
 #endif

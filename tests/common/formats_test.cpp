@@ -55,9 +55,8 @@ consteval auto c_format_of()
     constexpr char quad[] = "%u.%u.%u.%u";
     constexpr std::size_t quads = [] {
         std::size_t count = 0;
-        for (std::size_t i = 0; i < Format.length; ++i) {
+        for (std::size_t i = 0; i < Format.length; ++i)
             count += Format.text[i] == '%' && Format.text[i + 1] == 'q' ? 1 : 0;
-        }
         return count;
     }();
     char text[sizeof Format.text + quads * (sizeof quad - sizeof "%q")]{};
@@ -86,13 +85,11 @@ consteval auto conversions_of()
     std::array<Conversion, count_conversions<Format>()> conversions{};
     std::size_t at = 0;
     for (Conversion &conversion : conversions) {
-        while (text[at] != '%') {
+        while (text[at] != '%')
             ++at;
-        }
         conversion.begin = at++;
-        while (text[at] == '.' || (text[at] >= '0' && text[at] <= '9')) {
+        while (text[at] == '.' || (text[at] >= '0' && text[at] <= '9'))
             ++at;
-        }
         conversion.bits = text[at] == 'l' ? 64 : text[at] != 'h' ? 32 : text[at + 1] == 'h' ? 8 : 16;
         at += conversion.bits == 32 ? 0 : conversion.bits == 16 ? 1 : 2;
         conversion.letter = text[at++];
@@ -133,14 +130,12 @@ Tally tally;
 std::string_view digits_of(std::string_view number, bool hex)
 {
     number.remove_prefix(std::min(number.find_first_not_of(" \t\n\v\f\r"), number.size()));
-    if (number.starts_with('-') || number.starts_with('+')) {
+    if (number.starts_with('-') || number.starts_with('+'))
         number.remove_prefix(1);
-    }
     if (hex && (number.starts_with("0x") || number.starts_with("0X"))) {
         number.remove_prefix(2);
-        if (number.empty()) {
+        if (number.empty())
             return {};
-        }
     }
     const std::size_t first = number.find_first_not_of('0');
     return first == number.npos ? "0" : number.substr(first);
@@ -148,9 +143,8 @@ std::string_view digits_of(std::string_view number, bool hex)
 
 bool fits(std::string_view digits, const Conversion &conversion)
 {
-    if (conversion.letter == 'x') {
+    if (conversion.letter == 'x')
         return digits.size() <= static_cast<std::size_t>(conversion.bits) / 4;
-    }
     const std::string_view limit = conversion.bits == 16   ? "65535"
                                    : conversion.bits == 32 ? "4294967295"
                                                            : "18446744073709551615";
@@ -181,9 +175,8 @@ std::size_t defined_conversions(const char *text)
     for (std::size_t i = 0; i < conversions.size() && places[2 * i + 1] >= 0; ++i) {
         const std::string_view found(text + places[2 * i], static_cast<std::size_t>(places[2 * i + 1] - places[2 * i]));
         const std::string_view digits = digits_of(found, conversions[i].letter == 'x');
-        if (conversions[i].is_number() && (digits.empty() || !fits(digits, conversions[i]))) {
+        if (conversions[i].is_number() && (digits.empty() || !fits(digits, conversions[i])))
             return i;
-        }
     }
     return conversions.size();
 }
@@ -196,17 +189,15 @@ int gather(const CTuple &from, int converted, Tuple &to)
     if constexpr (To == conversions.size()) {
         return 0;
     } else if constexpr (conversions[To].letter != 'q') {
-        if (converted == 0) {
+        if (converted == 0)
             return 0;
-        }
         std::get<To>(to) = std::get<From>(from);
         return 1 + gather<Format, To + 1, From + 1>(from, converted - 1, to);
     } else {
         const u32 octets[] = {std::get<From>(from), std::get<From + 1>(from), std::get<From + 2>(from),
                               std::get<From + 3>(from)};
-        if (converted < 4 || std::ranges::max(octets) > 255) {
+        if (converted < 4 || std::ranges::max(octets) > 255)
             return 0;
-        }
         std::get<To>(to) = ((octets[0] * 256 + octets[1]) * 256 + octets[2]) * 256 + octets[3];
         return 1 + gather<Format, To + 1, From + 4>(from, converted - 4, to);
     }
@@ -292,9 +283,8 @@ void mutate(std::string &text, Random &random)
         case 2: text.erase(at, 1 + random() % 2); break;
         case 3: text.resize(at); break;
         default:
-            if (at < text.size()) {
+            if (at < text.size())
                 text[at] = character;
-            }
         }
     }
 }
@@ -389,9 +379,8 @@ template <FixedString Format>
 void compare_prints(const Texts &)
 {
     Random random(test::seed());
-    for (std::size_t i = 0; i < prints_of_each / share(); ++i) {
+    for (std::size_t i = 0; i < prints_of_each / share(); ++i)
         ASSERT_NO_FATAL_FAILURE(compare_print<Format>(random, std::make_index_sequence<count_conversions<Format>()>()));
-    }
 }
 
 struct Row {
@@ -492,9 +481,8 @@ bool take_literal(std::string_view &text, std::string &literal)
 {
     const auto skip_blanks = [&] { text.remove_prefix(std::min(text.find_first_not_of(" \t\n"), text.size())); };
     skip_blanks();
-    if (!text.starts_with('"')) {
+    if (!text.starts_with('"'))
         return false;
-    }
     for (text.remove_prefix(1); !text.starts_with('"'); text.remove_prefix(1)) {
         if (!text.starts_with('\\')) {
             literal += text.front();
@@ -529,12 +517,10 @@ std::set<std::string> formats_in_sources(const std::string &name)
             std::string_view rest = std::string_view(code).substr(at + name.size() + 1);
             std::string format;
             bool found = false;
-            while (take_literal(rest, format)) {
+            while (take_literal(rest, format))
                 found = true;
-            }
-            if (found) {
+            if (found)
                 formats.insert(format);
-            }
         }
     }
     return formats;
@@ -544,9 +530,8 @@ template <std::size_t Count>
 std::set<std::string> formats_of(const Row (&rows)[Count])
 {
     std::set<std::string> formats;
-    for (const Row &row : rows) {
+    for (const Row &row : rows)
         formats.insert(row.format);
-    }
     return formats;
 }
 
@@ -561,15 +546,12 @@ TEST(Formats, AreAllThatTheSourcesUse)
 TEST(Formats, ScanAsSscanfDoes)
 {
     std::set<std::string> texts;
-    for (const test::Line &line : test::read_vector_folder(test::vectors_folder()).lines) {
-        if (!line.text.empty() && line.text.size() < 400) {
+    for (const test::Line &line : test::read_vector_folder(test::vectors_folder()).lines)
+        if (!line.text.empty() && line.text.size() < 400)
             texts.insert(line.text.c_str());
-        }
-    }
     ASSERT_LT(1000U, texts.size());
-    for (const Row &row : scans) {
+    for (const Row &row : scans)
         row.compare({texts.begin(), texts.end()});
-    }
     std::printf("proved: %zu scans by %zu formats compared where C defines the result, %zu refused where it does not\n",
                 tally.defined, std::size(scans), tally.undefined);
     EXPECT_LT(1000000U / share(), tally.defined);
@@ -578,9 +560,8 @@ TEST(Formats, ScanAsSscanfDoes)
 
 TEST(Formats, PrintAsSnprintfDoes)
 {
-    for (const Row &row : prints) {
+    for (const Row &row : prints)
         row.compare({});
-    }
     std::printf("proved: %zu prints by %zu formats compared, %zu of them cut\n", tally.printed, std::size(prints),
                 tally.cut);
     EXPECT_LT(1000000U / share(), tally.printed);

@@ -85,11 +85,9 @@ static_assert(printed_length<"[%u]%s-%hhu">(4294967295U, "end", u8{0}) == sizeof
 
 TEST(PrintedLength, is_that_of_every_number_of_digits)
 {
-    for (u64 power = 1; power <= UINT32_MAX; power *= 10) {
-        for (const u64 number : {power - 1, power, power + 1}) {
+    for (u64 power = 1; power <= UINT32_MAX; power *= 10)
+        for (const u64 number : {power - 1, power, power + 1})
             ASSERT_EQ(printed_length<"%u">(static_cast<u32>(number)), std::to_string(number).size()) << number;
-        }
-    }
     for (u32 bit = 1; bit != 0; bit <<= 1) {
         ASSERT_EQ(printed_length<"%u">(bit), std::to_string(bit).size()) << bit;
         ASSERT_EQ(printed_length<"%u">(bit - 1), std::to_string(bit - 1).size()) << bit;

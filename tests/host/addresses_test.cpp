@@ -157,9 +157,8 @@ TEST(AddressFamilies, ChooseTheForm)
     EXPECT_NE(SMP_InetAToN(10, "192.0.2.1", address.data()), SYSDT_OK);
     EXPECT_NE(SMP_InetAToN(2, nullptr, address.data()), SYSDT_OK);
     EXPECT_NE(SMP_InetAToN(2, "192.0.2.1", nullptr), SYSDT_OK);
-    for (const int family : {-1, 0, 1, 3, 30}) {
+    for (const int family : {-1, 0, 1, 3, 30})
         EXPECT_NE(SMP_InetAToN(family, "192.0.2.2", address.data()), SYSDT_OK) << family;
-    }
     EXPECT_EQ(address, (std::array<std::uint8_t, 5>{192, 0, 2, 1, 0xEE}));
 }
 
@@ -197,9 +196,8 @@ const Canonical canonical[] = {
 
 TEST(Ipv6Text, IsCanonical)
 {
-    for (const Canonical &sample : canonical) {
+    for (const Canonical &sample : canonical)
         EXPECT_EQ(text_of(groups(sample.groups)), sample.text);
-    }
 }
 
 TEST(Ipv6Text, FitsOrIsRefused)
@@ -224,12 +222,10 @@ TEST(Ipv6Text, AgreesWithTheCLibraryAndComesBack)
     std::mt19937 random(5952);
     for (int i = 0; i < 20000; ++i) {
         std::array<std::uint16_t, 8> values;
-        for (std::uint16_t &value : values) {
+        for (std::uint16_t &value : values)
             value = static_cast<std::uint16_t>(random() % 2 == 0 ? 0 : random() >> random() % 17);
-        }
-        if (random() % 8 == 0) {
+        if (random() % 8 == 0)
             values[5] = 0xFFFF;
-        }
         const Ipv6 address = groups(values);
         const std::string text = text_of(address);
         char other[INET6_ADDRSTRLEN];
@@ -303,9 +299,8 @@ TEST(Ipv6, ReadsWhatTheCLibraryReads)
     int accepted = 0;
     for (int round = 0; round < 1000000; ++round) {
         Ipv6 address{};
-        for (std::uint8_t &octet : address) {
+        for (std::uint8_t &octet : address)
             octet = random() % 3 == 0 ? static_cast<std::uint8_t>(random()) : 0;
-        }
         std::string text = text_of(address);
         for (auto changes = random() % 3; changes != 0; --changes) {
             const std::size_t at = random() % text.size();

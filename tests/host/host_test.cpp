@@ -247,16 +247,13 @@ struct Limit {
     static void *allocate(void *self, void *block, std::size_t old_size, std::size_t new_size)
     {
         Limit &limit = *static_cast<Limit *>(self);
-        if (block == nullptr) {
+        if (block == nullptr)
             old_size = 0; // it tells the kind of object then
-        }
-        if (limit.used - old_size + new_size > limit.limit) {
+        if (limit.used - old_size + new_size > limit.limit)
             return nullptr;
-        }
         void *const result = new_size != 0 ? std::realloc(block, new_size) : nullptr;
-        if (new_size == 0) {
+        if (new_size == 0)
             std::free(block);
-        }
         limit.used = limit.used - old_size + new_size;
         return result;
     }
@@ -384,9 +381,8 @@ TEST_F(Scripted, ErrorsNeedNotBeTexts)
 
 TEST_F(Scripted, AFullStackIsAFailure)
 {
-    while (lua_checkstack(lua, 1) != 0) {
+    while (lua_checkstack(lua, 1) != 0)
         lua_pushinteger(lua, 1);
-    }
     const int top = lua_gettop(lua);
     Bytes value;
     EXPECT_EQ(host.push_script_value(lua, number, bytes_of(1), error), SYSDT_ERR_FAIL);

@@ -45,9 +45,8 @@ TEST_F(Memory, HelpHasNullEntriesAndIsReleasedWhole)
     ASSERT_EQ(SYSDT_InitHelpInfo(handle, &info, 3), SYSDT_OK);
     EXPECT_EQ(test_memory::last_handle, handle);
     ASSERT_EQ(info.count, 3u);
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 3; ++i)
         EXPECT_EQ(info.entries[i], nullptr);
-    }
     info.entries[0] = static_cast<char *>(SYS_DataTypeMallocByHandle(handle, 1));
     info.entries[2] = static_cast<char *>(SYS_DataTypeMallocByHandle(handle, 1));
     SYSDT_ClearHelpInfo(&info);

@@ -17,9 +17,8 @@ using bgpdt::host::HostError;
 std::filesystem::path fresh_folder()
 {
     std::string path = std::filesystem::temp_directory_path() / "bgpdt-host-XXXXXX";
-    if (mkdtemp(path.data()) == nullptr) {
+    if (mkdtemp(path.data()) == nullptr)
         throw std::filesystem::filesystem_error("mkdtemp", path, std::error_code(errno, std::generic_category()));
-    }
     return path;
 }
 
@@ -54,9 +53,8 @@ protected:
     std::int64_t parse(std::string_view text)
     {
         const bgpdt::host::Converted converted = host.parse(*type, text, 2);
-        if (converted.status == SYSDT_ERR_INVALID_VALUE) {
+        if (converted.status == SYSDT_ERR_INVALID_VALUE)
             return -1;
-        }
         EXPECT_EQ(converted.status, SYSDT_OK);
         std::uint32_t index = 0;
         std::copy(converted.data.begin(), converted.data.end(), reinterpret_cast<std::uint8_t *>(&index));

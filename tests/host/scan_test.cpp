@@ -101,9 +101,8 @@ TEST(Scan, Bases)
     expect_number<std::int32_t>("010", "%i", 8);
     expect_number<std::int32_t>("10", "%i", 10);
     expect_number<std::int32_t>("0", "%i", 0);
-    for (const char *text : {"g1", ".1", "0x", "0xg", "-", "+", "--1"}) {
+    for (const char *text : {"g1", ".1", "0x", "0xg", "-", "+", "--1"})
         expect_none<std::uint32_t>(text, "%2x");
-    }
 }
 
 TEST(Scan, PatternsMatchUpToTheFirstDifference)

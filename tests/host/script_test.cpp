@@ -30,9 +30,8 @@ protected:
     std::string error_of(lua_CFunction function)
     {
         lua_pushcfunction(lua, function);
-        if (lua_pcall(lua, 0, 0, 0) == LUA_OK) {
+        if (lua_pcall(lua, 0, 0, 0) == LUA_OK)
             return {};
-        }
         std::string text = lua_tostring(lua, -1);
         lua_pop(lua, 1);
         return text;
@@ -214,12 +213,10 @@ TEST_F(Script, Lengths)
 TEST_F(Script, TheStackGrowsAsNeeded)
 {
     const int deep = 5000; // far above the room that Lua guarantees a C function
-    for (int i = 0; i < deep; ++i) {
+    for (int i = 0; i < deep; ++i)
         SYSDT_SPTI_PushUInt(lua, static_cast<std::uint32_t>(i));
-    }
-    for (int i = 0; i < deep; ++i) {
+    for (int i = 0; i < deep; ++i)
         SYSDT_SPTI_GetField(lua, 1, "x");
-    }
     EXPECT_EQ(SYSDT_SPTI_GetTop(lua), 2 * deep);
     EXPECT_EQ(SYSDT_SPTI_ToUInt(lua, deep), deep - 1u);
 }

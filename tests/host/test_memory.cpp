@@ -23,9 +23,8 @@ Service *next(const char *name)
 
 bool granted()
 {
-    if (allowed_blocks == 0) {
+    if (allowed_blocks == 0)
         return false;
-    }
     allowed_blocks -= allowed_blocks > 0 ? 1 : 0;
     ++blocks;
     return true;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The test's own memory services in front of the host's: they count what is taken and fail on demand.
-#ifndef BGPDT_TESTS_HOST_TEST_MEMORY_HPP
-#define BGPDT_TESTS_HOST_TEST_MEMORY_HPP
+#pragma once
 
 #include <cstdint>
 
@@ -23,5 +22,3 @@ public:
 };
 
 } // namespace test_memory
-
-#endif

@@ -41,12 +41,10 @@ TEST(Text, TrimCutsWhiteSpaceAtBothEndsInPlace)
 
 TEST(Text, FindsAnyWhiteSpace)
 {
-    for (const char *text : {" ", "a b", "ab\t", "\nab", "a\vb", "a\fb", "a\rb"}) {
+    for (const char *text : {" ", "a b", "ab\t", "\nab", "a\vb", "a\fb", "a\rb"})
         EXPECT_EQ(NCF_IsSpaceInString(text), 1u) << text;
-    }
-    for (const char *text : {"", "ab", "a-b", "\xA0", "\x1F"}) {
+    for (const char *text : {"", "ab", "a-b", "\xA0", "\x1F"})
         EXPECT_EQ(NCF_IsSpaceInString(text), 0u) << text;
-    }
 }
 
 TEST(Text, HexDigitsAreThoseOfAscii)

@@ -7,7 +7,6 @@
 
 int main()
 {
-    for (const bgpdt::Field &field : bgpdt::layout_of(SYSDT_TYPE_VRFRD, {}, std::endian::native).fields) {
+    for (const bgpdt::Field &field : bgpdt::layout_of(SYSDT_TYPE_VRFRD, {}, std::endian::native).fields)
         std::cout << field.offset << ' ' << field.size() << ' ' << field.name << '\n';
-    }
 }

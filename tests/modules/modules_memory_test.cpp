@@ -91,9 +91,8 @@ void *calloc(std::size_t count, std::size_t size)
 
 void *realloc(void *block, std::size_t size)
 {
-    if (!modules.grants()) {
+    if (!modules.grants())
         return nullptr;
-    }
     return block == nullptr ? counted(__libc_realloc(block, size)) : __libc_realloc(block, size);
 }
 
@@ -155,9 +154,8 @@ public:
     {
         size_ = 0;
         const auto row = [](void *self, int count, char **columns, char **) {
-            for (int i = 0; i < count; ++i) {
+            for (int i = 0; i < count; ++i)
                 static_cast<Connection *>(self)->append(columns[i] == nullptr ? "NULL" : columns[i]);
-            }
             return 0;
         };
         const int status = sqlite3_exec(handle_, statement, row, this, nullptr);
@@ -334,9 +332,8 @@ void *allocate(void *, void *block, std::size_t old_size, std::size_t size)
         return nullptr;
     }
     const bool grows = block == nullptr || size > old_size; // Lua relies on getting less
-    if (grows && !engine.grants()) {
+    if (grows && !engine.grants())
         return nullptr;
-    }
     engine.blocks += block == nullptr ? 1 : 0;
     return __libc_realloc(block, size);
 }

@@ -33,15 +33,13 @@ public:
     /// The columns of all rows, a blank between two.
     std::string ask(const std::string &statements)
     {
-        if (!failure_.empty()) {
+        if (!failure_.empty())
             return failure_;
-        }
         std::string answer;
         const auto row = [](void *to, int count, char **columns, char **) {
             auto &text = *static_cast<std::string *>(to);
-            for (int i = 0; i < count; ++i) {
+            for (int i = 0; i < count; ++i)
                 text.append(text.empty() ? "" : " ").append(columns[i] == nullptr ? "NULL" : columns[i]);
-            }
             return 0;
         };
         const int result = sqlite3_exec(handle_, statements.c_str(), row, &answer, nullptr);
@@ -80,12 +78,10 @@ constexpr const char *in_order = "3 20 100 1.10";
 void in_threads(unsigned count, const std::function<void()> &work)
 {
     std::vector<std::thread> threads;
-    for (unsigned i = 0; i < count; ++i) {
+    for (unsigned i = 0; i < count; ++i)
         threads.emplace_back(work);
-    }
-    for (std::thread &thread : threads) {
+    for (std::thread &thread : threads)
         thread.join();
-    }
 }
 
 TEST(Modules, ComeAndGoInThreads)
@@ -113,9 +109,8 @@ TEST(Modules, ThreadsShareAConnection)
     Database database;
     EXPECT_EQ(database.ask(query), in_order);
     in_threads(4, [&] {
-        for (int i = 0; i < 500; ++i) {
+        for (int i = 0; i < 500; ++i)
             EXPECT_EQ(database.ask("SELECT k FROM t ORDER BY k"), in_order);
-        }
     });
 }
 

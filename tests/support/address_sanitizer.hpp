@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Both compilers define __SANITIZE_ADDRESS__ where they instrument for the address sanitizer: g++ by itself, clang here.
-#ifndef BGPDT_TESTS_ADDRESS_SANITIZER_HPP
-#define BGPDT_TESTS_ADDRESS_SANITIZER_HPP
+#pragma once
 
 #ifdef __has_feature
 #if __has_feature(address_sanitizer)
 #define __SANITIZE_ADDRESS__ 1
 #endif
-#endif
-
 #endif

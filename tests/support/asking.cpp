@@ -54,9 +54,8 @@ Answer call_parser(const Line &line, const Subject &subject)
     Bytes value(line.result ? line.result->size() : subject.reports(line).length);
     Answer answer =
         of_status(reinterpret_cast<Parser *>(subject.symbol(line.function.c_str()))(text.data(), value.data()));
-    if (line.result) { // else the value's size is not known
+    if (line.result) // else the value's size is not known
         answer.bytes = subject.parsed_to_target(value);
-    }
     return answer;
 }
 
@@ -72,15 +71,13 @@ std::string to_text(const Answer &answer)
 {
     std::string text = status_word(answer.status) + " " + std::to_string(answer.kind) + " " +
                        std::to_string(answer.bytes.size()) + " ";
-    for (const std::uint8_t byte : answer.bytes) {
+    for (const std::uint8_t byte : answer.bytes)
         text += {"0123456789abcdef"[byte >> 4], "0123456789abcdef"[byte & 15]};
-    }
     ScriptValue script = answer.script;
     sort_fields(script);
     text += " " + to_text(script);
-    for (const std::string &help : answer.texts) {
+    for (const std::string &help : answer.texts)
         text += " " + show(help);
-    }
     return text;
 }
 
@@ -88,9 +85,8 @@ void Asking::Close::operator()(lua_State *lua) const { lua_close(lua); }
 
 Asking::Asking(host::Host &host) : host_(host), lua_(luaL_newstate())
 {
-    if (lua_ == nullptr) {
+    if (lua_ == nullptr)
         throw std::runtime_error("no Lua state");
-    }
 }
 
 Answer Asking::ask(const Line &line, const Subject &subject, std::uint8_t mode) const
@@ -171,9 +167,8 @@ Answer Asking::set(const Line &line, const Subject &subject) const
         answer.script = read(lua_.get(), -1);
         lua_pop(lua_.get(), 1);
     }
-    if (!error.empty()) {
+    if (!error.empty())
         answer.texts.push_back(error);
-    }
     return answer;
 }
 
@@ -188,9 +183,8 @@ Answer Asking::get(const Line &line, const Subject &subject) const
     lua_pop(lua_.get(), 1);
     const bool told = line.verb == Verb::get || line.result;
     answer.bytes = told ? to_target(subject.form(), answer.bytes) : Bytes{};
-    if (!error.empty()) {
+    if (!error.empty())
         answer.texts.push_back(error);
-    }
     return answer;
 }
 
@@ -206,9 +200,8 @@ Answer expected_answer(const Line &line, const Subject &subject)
     case Verb::bare:
         expected.kind = line.verb == Verb::out ? SYSDT_KIND_STRING : SYSDT_KIND_BINARY;
         expected.bytes.assign(line.text.begin(), line.text.end());
-        if (line.verb == Verb::out) {
+        if (line.verb == Verb::out)
             expected.bytes.push_back(0);
-        }
         break;
     case Verb::copy:
         expected.kind = subject.answering(line.bytes).has(always_takes) ? subject.kind : SYSDT_KIND_BINARY;

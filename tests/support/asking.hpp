@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The calls that vector lines are about, made on the stand-alone host as its users make them, from any thread.
-#ifndef BGPDT_TESTS_ASKING_HPP
-#define BGPDT_TESTS_ASKING_HPP
+#pragma once
 
 #include <cstdint>
 #include <memory>
@@ -54,5 +53,3 @@ private:
 Answer expected_answer(const Line &line, const Subject &subject);
 
 } // namespace bgpdt::test
-
-#endif

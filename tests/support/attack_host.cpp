@@ -40,15 +40,12 @@ std::vector<std::string> AttackHost::settle()
         const auto fail_block = [&](const char *what) {
             fail("a block of " + std::to_string(block.memory.size()) + " bytes was " + what);
         };
-        if (!block.memory.intact()) {
+        if (!block.memory.intact())
             fail_block("written beyond its ends");
-        }
-        if (block.live && !block.lent()) {
+        if (block.live && !block.lent())
             fail_block("neither delivered nor released");
-        }
-        if (!block.live && block.memory.bytes() != Bytes(block.memory.size(), released_fill)) {
+        if (!block.live && block.memory.bytes() != Bytes(block.memory.size(), released_fill))
             fail_block("written after its release");
-        }
     }
     std::vector<std::string> problems;
     problems.swap(problems_);
@@ -72,9 +69,8 @@ const Block *AttackHost::find(const void *block) const
 std::optional<Bytes> AttackHost::collect(void *block)
 {
     const Block *found = find(block);
-    if (found == nullptr) {
+    if (found == nullptr)
         return std::nullopt;
-    }
     Bytes bytes = found->memory.bytes();
     release(block);
     return bytes;
@@ -94,18 +90,16 @@ bool AttackHost::refuses(Request request)
 
 void *AttackHost::take(std::uint32_t size, std::optional<std::uint32_t> handle)
 {
-    if (refuses(Request::memory)) {
+    if (refuses(Request::memory))
         return nullptr;
-    }
     blocks_.push_back({Guarded(size), handle, requests_.size(), true});
     return blocks_.back().memory.data();
 }
 
 void AttackHost::release(void *block)
 {
-    if (block == nullptr) {
+    if (block == nullptr)
         return;
-    }
     auto *found = const_cast<Block *>(find(block));
     if (found == nullptr) {
         fail("a block was released that is not taken");
@@ -127,9 +121,8 @@ template <class Function>
 Function *forward(const char *name)
 {
     auto *function = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
-    if (function == nullptr) {
+    if (function == nullptr)
         std::abort();
-    }
     return function;
 }
 
@@ -153,9 +146,8 @@ void SYS_DataTypeFree(void *block) { AttackHost::instance().release(block); }
 uint32_t SYSDT_InitHelpInfo(uint32_t handle, SYSDT_HelpInfo *info, uint32_t count)
 {
     static_cast<void>(handle);
-    if (AttackHost::instance().refuses(Request::help_record)) {
+    if (AttackHost::instance().refuses(Request::help_record))
         return AttackHost::refusal;
-    }
     info->count = count;
     info->entries = static_cast<char **>(std::calloc(count, sizeof(char *)));
     return 0;
@@ -164,9 +156,8 @@ uint32_t SYSDT_InitHelpInfo(uint32_t handle, SYSDT_HelpInfo *info, uint32_t coun
 void SYSDT_ClearHelpInfo(SYSDT_HelpInfo *info)
 {
     ++AttackHost::instance().help_clears;
-    for (uint32_t i = 0; i < info->count; ++i) {
+    for (uint32_t i = 0; i < info->count; ++i)
         SYS_DataTypeFree(info->entries[i]);
-    }
     std::free(info->entries);
     *info = {};
 }
@@ -179,9 +170,8 @@ uint32_t KPL_CheckBySymbolForIPV4(SYSDT_Context *, const SYSDT_HelpRequest *, SY
 int32_t SYSDT_Ipv4Ipv6Compare(uint32_t length, const void *first, const void *second)
 {
     static auto *const next = forward<decltype(SYSDT_Ipv4Ipv6Compare)>("SYSDT_Ipv4Ipv6Compare");
-    if (length != sizeof(SYSDT_EvpnAddress)) {
+    if (length != sizeof(SYSDT_EvpnAddress))
         AttackHost::instance().fail("addresses were compared over " + std::to_string(length) + " bytes");
-    }
     return next(length, first, second);
 }
 

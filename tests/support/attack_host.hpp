@@ -2,8 +2,7 @@
 /// @file
 /// The services that a test turns against the plug-in. The test's executable defines them itself, in front of the
 /// host's own: guarded blocks for memory and help, records of what is stored in script tables.
-#ifndef BGPDT_TESTS_ATTACK_HOST_HPP
-#define BGPDT_TESTS_ATTACK_HOST_HPP
+#pragma once
 
 #include <cstdint>
 #include <deque>
@@ -74,5 +73,3 @@ private:
 };
 
 } // namespace bgpdt::test
-
-#endif

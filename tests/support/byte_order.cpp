@@ -25,14 +25,12 @@ public:
     {
         const auto begin = value_.begin() + static_cast<std::ptrdiff_t>(place_);
         const auto end = begin + static_cast<std::ptrdiff_t>(width);
-        if (order_ == std::endian::little) {
+        if (order_ == std::endian::little)
             std::reverse(begin, end);
-        }
         std::uint32_t number = 0;
         std::for_each(begin, end, [&](std::uint8_t byte) { number = number << 8 | byte; });
-        if (order_ == std::endian::big) {
+        if (order_ == std::endian::big)
             std::reverse(begin, end);
-        }
         place_ += width;
         return number;
     }
@@ -60,18 +58,16 @@ void turn_display_record(Bytes &record)
 {
     Turner turner(record);
     turner.skip(24);
-    if (turner.has(2)) {
+    if (turner.has(2))
         turner.turn(2);
-    }
     turner.skip(18);
     while (turner.has(4)) {
         const std::uint32_t kind = turner.turn(2);
         const std::uint32_t length = turner.turn(2);
         const std::size_t width = number_width(kind);
         const bool whole = width > 0 && length >= width && turner.has(width);
-        if (whole) {
+        if (whole)
             turner.turn(width);
-        }
         turner.skip(length - (whole ? width : 0));
     }
 }
@@ -92,18 +88,15 @@ void turn_client_name(Bytes &record)
 {
     Turner turner(record);
     turner.skip(32);
-    while (turner.has(4)) {
+    while (turner.has(4))
         turner.turn(4);
-    }
 }
 
 Layout layout(const Form &form, Bytes value, std::endian order)
 {
-    if (form.sub_kind && value.size() >= sizeof(std::uint32_t)) {
-        for (std::size_t i = 0; i < sizeof(std::uint32_t); ++i) {
+    if (form.sub_kind && value.size() >= sizeof(std::uint32_t))
+        for (std::size_t i = 0; i < sizeof(std::uint32_t); ++i)
             value[order == std::endian::big ? 3 - i : i] = static_cast<std::uint8_t>(*form.sub_kind >> (8 * i));
-        }
-    }
     return layout_of(form.kind, value, order);
 }
 
@@ -114,18 +107,16 @@ constexpr bool same_order = std::endian::native == std::endian::big;
 Bytes to_native(const Form &form, const Bytes &value)
 {
     Bytes turned = value;
-    if (!same_order) {
+    if (!same_order)
         reverse_numbers(layout(form, value, std::endian::big), turned);
-    }
     return turned;
 }
 
 Bytes to_target(const Form &form, const Bytes &value)
 {
     Bytes turned = value;
-    if (!same_order) {
+    if (!same_order)
         reverse_numbers(layout(form, value, std::endian::native), turned);
-    }
     return turned;
 }
 
@@ -142,30 +133,26 @@ Bytes turned_like(const Form &form, const Bytes &first, const Bytes &second, con
 Bytes shown_to_native(const Form &form, const Bytes &data)
 {
     Bytes turned = data;
-    if (same_order || (form.kind != attribute_bitmap && form.kind != client_vrf_name)) {
+    if (same_order || (form.kind != attribute_bitmap && form.kind != client_vrf_name))
         return to_native(form, data);
-    }
-    if (form.kind == attribute_bitmap) {
+    if (form.kind == attribute_bitmap)
         turn_display_record(turned);
-    } else {
+    else
         turn_client_name(turned);
-    }
     return turned;
 }
 
 Bytes copy_to_native(const Form &form, const Bytes &copy)
 {
-    if (same_order || form.kind != client_vrf_name) {
+    if (same_order || form.kind != client_vrf_name)
         return to_native(form, copy);
-    }
     return turned_items(copy, std::endian::big);
 }
 
 Bytes copy_to_target(const Form &form, const Bytes &copy)
 {
-    if (same_order || form.kind != client_vrf_name) {
+    if (same_order || form.kind != client_vrf_name)
         return to_target(form, copy);
-    }
     return turned_items(copy, std::endian::native);
 }
 

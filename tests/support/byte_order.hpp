@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The vectors' big-endian values for the processor at hand, and back: whatever the fields of their layouts tell.
-#ifndef BGPDT_TESTS_BYTE_ORDER_HPP
-#define BGPDT_TESTS_BYTE_ORDER_HPP
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -31,5 +30,3 @@ Bytes copy_to_native(const Form &form, const Bytes &copy);
 Bytes copy_to_target(const Form &form, const Bytes &copy);
 
 } // namespace bgpdt::test
-
-#endif

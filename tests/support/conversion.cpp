@@ -117,9 +117,8 @@ Bytes delivered(const Converted &result, std::size_t block_size, char allocator,
 {
     AttackHost &host = AttackHost::instance();
     const Block *block = host.find(result.data);
-    if (!report.require(block != nullptr, "out data is no block of the host's")) {
+    if (!report.require(block != nullptr, "out data is no block of the host's"))
         return {};
-    }
     report.same<std::uint32_t>("the block's size", static_cast<std::uint32_t>(block_size),
                                static_cast<std::uint32_t>(block->memory.size()));
     if (!block->lent()) {

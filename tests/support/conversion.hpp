@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Single calls of FormatIn, FormatOut and Help with everything around their arguments watched.
-#ifndef BGPDT_TESTS_CONVERSION_HPP
-#define BGPDT_TESTS_CONVERSION_HPP
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -102,5 +101,3 @@ void settle(Report &report);
 std::string in_mode(std::uint8_t mode);
 
 } // namespace bgpdt::test
-
-#endif

@@ -2,8 +2,7 @@
 /// @file
 /// A check of every vector line in one test; where tests run many times slower, of one in every few lines, others every
 /// day.
-#ifndef BGPDT_TESTS_EVERY_LINE_HPP
-#define BGPDT_TESTS_EVERY_LINE_HPP
+#pragma once
 
 #include <exception>
 
@@ -30,21 +29,17 @@ void check_every_line(Check check)
     ASSERT_FALSE(vectors.lines.empty()) << vectors_folder() << " holds no vectors";
     Turns turns(line_share());
     for (const Line &line : vectors.lines) {
-        if (!turns.next()) {
+        if (!turns.next())
             continue;
-        }
         Report report;
         try {
             check(line, subject_of(host, line), report);
         } catch (const std::exception &error) {
             report.fail(error.what());
         }
-        for (const std::string &problem : report.problems()) {
+        for (const std::string &problem : report.problems())
             ADD_FAILURE_AT(line.file.c_str(), line.number) << line.content << "\n" << problem;
-        }
     }
 }
 
 } // namespace bgpdt::test
-
-#endif

@@ -112,20 +112,17 @@ std::span<const PrintFailure> print_failures() { return failures; }
 const Expectation *expectation_of(std::string_view name)
 {
     const auto named = [&](const Expectation &row) { return row.name == name; };
-    if (const auto found = std::ranges::find_if(types, named); found != types.end()) {
+    if (const auto found = std::ranges::find_if(types, named); found != types.end())
         return &*found;
-    }
-    if (const auto found = std::ranges::find_if(prefix_rows, named); found != prefix_rows.end()) {
+    if (const auto found = std::ranges::find_if(prefix_rows, named); found != prefix_rows.end())
         return &*found;
-    }
     return name == distinguisher_rows[0].name ? distinguisher_rows.data() : nullptr;
 }
 
 const Expectation *expectation_behind(const Expectation &dispatcher, std::uint32_t sub_kind)
 {
-    if (dispatcher.name == "BOLRD") {
+    if (dispatcher.name == "BOLRD")
         return sub_kind == 0 ? distinguisher_rows.data() : nullptr;
-    }
     return sub_kind < prefix_rows.size() ? &prefix_rows[sub_kind] : nullptr;
 }
 

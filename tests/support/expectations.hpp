@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// How each type treats the contract that all types share: one row a type.
-#ifndef BGPDT_TESTS_EXPECTATIONS_HPP
-#define BGPDT_TESTS_EXPECTATIONS_HPP
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -81,5 +80,3 @@ struct PrintFailure {
 std::span<const PrintFailure> print_failures();
 
 } // namespace bgpdt::test
-
-#endif

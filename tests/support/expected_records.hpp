@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Every record that the plug-in registers, in order.
-#ifndef BGPDT_TESTS_EXPECTED_RECORDS_HPP
-#define BGPDT_TESTS_EXPECTED_RECORDS_HPP
+#pragma once
 
 #include <array>
 #include <cstdint>
@@ -127,5 +126,3 @@ inline constexpr std::array<ExpectedRecord, 25> extended_records{{
 } // namespace expected
 
 } // namespace bgpdt::test
-
-#endif

@@ -33,9 +33,8 @@ void HelpFact::expect_text(std::uint8_t mode)
     report_.situation(in_mode(mode));
     host_.begin();
     Helped result = ask(subject_, {mode}, report_);
-    if (report_.same_status(SYSDT_OK, result.status) && report_.require(!result.untouched(), "there is no help")) {
+    if (report_.same_status(SYSDT_OK, result.status) && report_.require(!result.untouched(), "there is no help"))
         report_.same("the help", line_.text, result.text(subject_, report_));
-    }
     settle(report_);
 }
 
@@ -57,9 +56,8 @@ void HelpFact::helps()
             expect_none(", null pointer " + std::to_string(static_cast<int>(null)), {mode, {1, 1}, null},
                         SYSDT_ERR_NULL_PTR);
         }
-        if (subject_.expect.has(dispatches)) {
+        if (subject_.expect.has(dispatches))
             expect_none(", null fourth argument", {mode, {1, 1}, HelpNull::fourth}, SYSDT_ERR_NULL_PTR);
-        }
         expect_none(", first word 0", {mode, {0, 1}}, subject_.passed_on(SYSDT_ERR_PARAM));
         expect_none(", second word 0", {mode, {1, 0}}, subject_.passed_on(SYSDT_ERR_PARAM));
     }
@@ -81,9 +79,8 @@ void HelpFact::every_mode()
 
 void HelpFact::silent()
 {
-    for (const std::uint8_t mode : line_.modes) {
+    for (const std::uint8_t mode : line_.modes)
         expect_none("", {mode}, SYSDT_OK);
-    }
 }
 
 } // namespace
@@ -91,11 +88,10 @@ void HelpFact::silent()
 void check_help(const Line &line, const Subject &subject, Report &report)
 {
     HelpFact fact(line, subject, report);
-    if (line.verb == Verb::help) {
+    if (line.verb == Verb::help)
         fact.helps();
-    } else {
+    else
         fact.silent();
-    }
 }
 
 } // namespace bgpdt::test

@@ -92,9 +92,8 @@ void ParseFact::null_pointers(std::uint8_t mode)
 {
     for (const Null null : every_null) {
         for (const std::uint8_t tried : {mode, std::uint8_t{255}}) {
-            if (subject_.expect.has(inert_in)) {
+            if (subject_.expect.has(inert_in))
                 return;
-            }
             report_.situation(in_mode(tried) + ", null pointer " + std::to_string(static_cast<int>(null)));
             host_.begin();
             const Converted result = parse(subject_, line_.text, tried, report_, null);
@@ -109,16 +108,14 @@ void ParseFact::other_modes_accepted()
 {
     for (int number = 0; number < 256; ++number) {
         const auto mode = static_cast<std::uint8_t>(number);
-        if (named(mode)) {
+        if (named(mode))
             continue;
-        }
         switch (answering_.in_letter(mode)) {
         case 'p':
-            if (quoted()) {
+            if (quoted())
                 expect_refused(mode, subject_.expect.unparsed);
-            } else {
+            else
                 expect_accepted(mode, line_.text);
-            }
             break;
         case 'f': expect_refused(mode, subject_.passed_on(SYSDT_ERR_FAIL)); break;
         default: expect_refused(mode, subject_.passed_on(SYSDT_ERR_UNSUPPORTED)); break;
@@ -134,16 +131,14 @@ void ParseFact::other_modes_refused()
     for (int number = 0; number < 256 && !expect.in.empty(); ++number) {
         const auto mode = static_cast<std::uint8_t>(number);
         const char letter = expect.in_letter(mode);
-        if (named(mode)) {
+        if (named(mode))
             continue;
-        }
-        if (letter == 'f') {
+        if (letter == 'f')
             expect_refused(mode, subject_.passed_on(SYSDT_ERR_FAIL));
-        } else if (letter == 'u') {
+        else if (letter == 'u')
             expect_refused(mode, subject_.passed_on(SYSDT_ERR_UNSUPPORTED));
-        } else if (letter == 'p' && unparsed) {
+        else if (letter == 'p' && unparsed)
             expect_refused(mode, static_cast<std::uint32_t>(line_.status));
-        }
     }
 }
 
@@ -152,9 +147,8 @@ bool ParseFact::print_text(std::uint8_t mode, std::string &text)
     Guarded value(native_);
     host_.begin();
     const Converted result = print(subject_, value, static_cast<std::uint32_t>(native_.size()), mode, nullptr, report_);
-    if (result.status != SYSDT_OK || result.length == 0) {
+    if (result.status != SYSDT_OK || result.length == 0)
         return false;
-    }
     const Bytes block = delivered(result, answering_.buffer, answering_.memory[1], report_);
     const std::size_t length = result.kind == SYSDT_KIND_STRING ? result.length - 1U : result.length;
     text.assign(block.begin(), block.begin() + static_cast<std::ptrdiff_t>(std::min(length, block.size())));
@@ -172,9 +166,8 @@ bool ParseFact::is_printed_in(std::uint8_t mode) const
 bool ParseFact::reprints(std::uint8_t mode)
 {
     std::string printed;
-    if (!print_text(mode, printed)) {
+    if (!print_text(mode, printed))
         return false;
-    }
     host_.begin();
     const Converted result = parse(subject_, printed, mode, report_);
     const Bytes value = host_.collect(result.data).value_or(Bytes{});
@@ -204,11 +197,10 @@ void ParseFact::expect_reprint()
 void check_parse(const Line &line, const Subject &subject, Report &report)
 {
     ParseFact fact(line, subject, report);
-    if (line.verb == Verb::in) {
+    if (line.verb == Verb::in)
         fact.accepted();
-    } else {
+    else
         fact.refused();
-    }
 }
 
 } // namespace bgpdt::test

@@ -16,9 +16,8 @@ public:
         : line_(line), subject_(subject), report_(report), native_(shown_to_native(subject.form(), line.bytes)),
           answering_(subject.answering(line.bytes))
     {
-        if (line.result) {
+        if (line.result)
             copy_ = copy_to_native(subject.form(), *line.result);
-        }
     }
 
     void printed();
@@ -55,15 +54,13 @@ private:
 void PrintFact::printed()
 {
     for (const std::uint8_t mode : line_.modes) {
-        if (line_.verb == Verb::skip) {
+        if (line_.verb == Verb::skip)
             expect_skipped(mode);
-        } else {
+        else
             expect_printed(mode, line_.verb);
-        }
         null_pointers(mode);
-        if (is_text() && subject_.expect.has(whole_value) && native_.size() >= subject_.length) {
+        if (is_text() && subject_.expect.has(whole_value) && native_.size() >= subject_.length)
             any_length(mode);
-        }
     }
     other_modes();
 }
@@ -96,9 +93,8 @@ void PrintFact::expect_printed(std::uint8_t mode, Verb verb)
         Guarded value(native_, place);
         host_.begin();
         const Converted result = print(subject_, value, length(), mode, nullptr, report_);
-        if (report_.same_status(SYSDT_OK, result.status)) {
+        if (report_.same_status(SYSDT_OK, result.status))
             expect_block(result, verb);
-        }
         settle(report_);
     }
     report_.situation(in_mode(mode) + ", value at an odd address, caller's block");
@@ -213,9 +209,8 @@ void PrintFact::any_length(std::uint8_t mode)
     Guarded value(native_);
     host_.begin();
     const Converted result = print(subject_, value, 0, mode, nullptr, report_);
-    if (report_.same_status(SYSDT_OK, result.status)) {
+    if (report_.same_status(SYSDT_OK, result.status))
         expect_block(result, line_.verb);
-    }
     settle(report_);
 }
 
@@ -223,9 +218,8 @@ void PrintFact::other_modes()
 {
     for (int number = 0; number < 256; ++number) {
         const auto mode = static_cast<std::uint8_t>(number);
-        if (!named(mode)) {
+        if (!named(mode))
             other_mode(mode, answering_.out_letter(mode));
-        }
     }
 }
 
@@ -237,9 +231,8 @@ void PrintFact::other_mode(std::uint8_t mode, char letter)
     case 's': return expect_skipped(mode);
     case 't':
     case 'b':
-        if (is_text() && same_text_in(mode)) {
+        if (is_text() && same_text_in(mode))
             expect_printed(mode, letter == 't' ? Verb::out : Verb::bare);
-        }
         return;
     default: return;
     }

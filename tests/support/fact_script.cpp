@@ -56,9 +56,8 @@ std::string told(const char *what, Index index, Place place)
 std::string joined(const std::vector<std::string> &words)
 {
     std::string text;
-    for (const std::string &word : words) {
+    for (const std::string &word : words)
         text += (text.empty() ? "" : " ") + word;
-    }
     return text;
 }
 
@@ -86,9 +85,8 @@ void ScriptFact::expect_set(Index index, Place place)
 std::vector<Access> ScriptFact::absences() const
 {
     std::vector<Access> absences{{.null_state = true}, {.null_value = true}};
-    if (!subject_.expect.has(name_optional)) {
+    if (!subject_.expect.has(name_optional))
         absences.push_back({.name = nullptr});
-    }
     return absences;
 }
 
@@ -114,9 +112,8 @@ void ScriptFact::refused_sets()
 
 void ScriptFact::nameless_set()
 {
-    if (!subject_.expect.has(name_optional)) {
+    if (!subject_.expect.has(name_optional))
         return;
-    }
     report_.situation("set without a name");
     const Guarded value(native_);
     Script script;
@@ -128,9 +125,8 @@ void ScriptFact::nameless_set()
 bool ScriptFact::reads_back(Script &script)
 {
     Guarded value(native_.size(), Place::end, 0);
-    if (get_field(subject_, script, value, {}, report_) != SYSDT_OK) {
+    if (get_field(subject_, script, value, {}, report_) != SYSDT_OK)
         return false;
-    }
     const std::size_t size = std::min(subject_.script_size(), native_.size());
     return std::ranges::equal(std::span(native_).first(size), std::span(value.constant(), size));
 }
@@ -153,18 +149,16 @@ void ScriptFact::expect_mark(bool holds)
 void ScriptFact::set()
 {
     if (!report_.require(native_.size() >= subject_.script_size() || subject_.expect.has(set_any_length),
-                         "the value is shorter than the type's script form allows")) {
+                         "the value is shorter than the type's script form allows"))
         return;
-    }
     for (const Index index : {Index::absolute, Index::relative}) {
         expect_set(index, Place::end);
         expect_set(index, Place::odd);
     }
     refused_sets();
     nameless_set();
-    if (subject_.lua_get != nullptr) {
+    if (subject_.lua_get != nullptr)
         expect_mark(survives_scripts());
-    }
 }
 
 /// The room of every table, and the order in which all is stored.
@@ -234,9 +228,8 @@ void ScriptFact::refused_gets()
 
 void ScriptFact::nameless_get()
 {
-    if (!subject_.expect.has(name_optional)) {
+    if (!subject_.expect.has(name_optional))
         return;
-    }
     report_.situation("get without a name");
     Guarded value(native_.size(), Place::end, 0);
     Script script;
@@ -254,9 +247,8 @@ void ScriptFact::get()
     }
     refused_gets();
     nameless_get();
-    if (subject_.lua_set != nullptr) {
+    if (subject_.lua_set != nullptr)
         expect_mark(survives_scripts());
-    }
 }
 
 void ScriptFact::noget()
@@ -268,9 +260,8 @@ void ScriptFact::noget()
     script.put_target(parent_with(line_.script));
     host_.begin();
     report_.same_status(static_cast<std::uint32_t>(line_.status), get_field(subject_, script, value, {}, report_));
-    if (line_.result) {
+    if (line_.result)
         report_.same("the value", *line_.result, to_target(form_, value.bytes()));
-    }
     settle(report_);
 }
 

@@ -37,9 +37,8 @@ void check_verb(const Line &line, const Subject &subject, Report &report)
 
 void check_line(const Line &line, const Subject &subject, Report &report)
 {
-    if (!report.require(subject.answers_to(line), "there is no such callback")) {
+    if (!report.require(subject.answers_to(line), "there is no such callback"))
         return;
-    }
     const std::string fault = memory_fault([&] { check_verb(line, subject, report); });
     if (!fault.empty()) {
         report.fail(fault);
@@ -63,9 +62,8 @@ void check_check(const Line &line, const Subject &subject, Report &report)
             report.same_status(SYSDT_ERR_NULL_PTR, subject.check(nullptr, 0, length, value.constant()));
         }
         report.situation("null pointer");
-        if (!subject.expect.has(check_takes_null)) {
+        if (!subject.expect.has(check_takes_null))
             report.same_status(SYSDT_ERR_NULL_PTR, subject.check(value.constant(), 0, length, nullptr));
-        }
         report.situation("odd address");
     }
     settle(report);
@@ -94,19 +92,15 @@ void check_compare(const Line &line, const Subject &subject, Report &report)
 {
     Bytes bytes[] = {line.bytes, line.result.value()};
     const auto length = static_cast<std::uint32_t>(bytes[0].size());
-    if (!report.require(bytes[0].size() == bytes[1].size(), "the values differ in length")) {
+    if (!report.require(bytes[0].size() == bytes[1].size(), "the values differ in length"))
         return;
-    }
     std::int32_t expected = line.status;
-    if (subject.expect.has(bytewise)) {
+    if (subject.expect.has(bytewise))
         report.require(byte_order(bytes[0], bytes[1]) == expected, "the line contradicts the order of the bytes");
-    }
-    for (Bytes &value : bytes) {
+    for (Bytes &value : bytes)
         value = to_native(subject.form(), value);
-    }
-    if (subject.expect.has(bytewise)) {
+    if (subject.expect.has(bytewise))
         expected = byte_order(bytes[0], bytes[1]);
-    }
     AttackHost::instance().begin();
     for (const Place place : {Place::end, Place::odd}) {
         Guarded first(bytes[0], place);
@@ -174,9 +168,8 @@ void check_function(const Line &line, const Subject &subject, Report &report)
     report.situation("");
     report.same_status(static_cast<std::uint32_t>(line.status),
                        parser(reinterpret_cast<char *>(text.data()), value.data()));
-    if (line.result) {
+    if (line.result)
         report.same("the value", *line.result, subject.parsed_to_target(value.bytes()));
-    }
     report.require(text.intact(), "the text was written beyond its ends");
     report.require(value.intact(), "the value was written beyond its ends");
     settle(report);

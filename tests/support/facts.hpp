@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Whether what a vector line says is so, and every property that follows from it.
-#ifndef BGPDT_TESTS_FACTS_HPP
-#define BGPDT_TESTS_FACTS_HPP
+#pragma once
 
 #include "report.hpp"
 #include "subject.hpp"
@@ -24,5 +23,3 @@ void check_help(const Line &line, const Subject &subject, Report &report);     /
 void check_function(const Line &line, const Subject &subject, Report &report); ///< fn
 
 } // namespace bgpdt::test
-
-#endif

@@ -43,9 +43,8 @@ std::string problems(Fault fault, const std::string &lines)
     const LossAllowed loss;
     Vectors vectors;
     read_vectors(vectors, "type ASNUM\n" + lines, "x.vec");
-    for (const std::string &error : vectors.errors) {
+    for (const std::string &error : vectors.errors)
         ADD_FAILURE() << error;
-    }
     std::string all;
     for (const Line &line : vectors.lines) {
         Report report;
@@ -53,9 +52,8 @@ std::string problems(Fault fault, const std::string &lines)
         FaultCount count;
         check_line(line, subject, report);
         inject_faults(line, subject, report, count);
-        for (const std::string &problem : report.problems()) {
+        for (const std::string &problem : report.problems())
             all += problem + "\n";
-        }
     }
     return all;
 }
@@ -183,9 +181,8 @@ TEST(Facts, AWrongFactIsFound)
                              "swap 01020304_05060708 04030201_08070605 !reswap",
                              "help@1 \"STRING<1-12>\"",
                              "help \"STRING<1-11>\"",
-                             "nohelp@1"}) {
+                             "nohelp@1"})
         EXPECT_NE("", problems(Fault::none, line)) << line;
-    }
 }
 
 TEST(AttackHost, FailsTheRequestsItIsTold)

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Which of the requests that a call makes are refused.
-#ifndef BGPDT_TESTS_FAILING_HPP
-#define BGPDT_TESTS_FAILING_HPP
+#pragma once
 
 #include <cstddef>
 
@@ -17,5 +16,3 @@ struct Failing {
 };
 
 } // namespace bgpdt::test
-
-#endif

@@ -156,9 +156,8 @@ void PrintFault::expect_answer(const Converted &result, Report &report) const
 {
     report.same_status(static_cast<std::uint32_t>(line_.status), result.status);
     const Block *block = host_.find(result.data);
-    if (!prints() || !report.require(block != nullptr, "nothing was delivered")) {
+    if (!prints() || !report.require(block != nullptr, "nothing was delivered"))
         return;
-    }
     Bytes shown = block->memory.bytes();
     if (line_.verb == Verb::copy) {
         const Bytes copy = copy_to_native(subject_.form(), line_.result.value());
@@ -241,12 +240,10 @@ HelpOutcome HelpFault::outcome(const Subject &subject, std::uint8_t mode, Failin
 /// By what was refused last.
 HelpOutcome HelpFault::due(std::uint8_t mode, Failing failing, Report &report)
 {
-    if (failing.first == 0) {
+    if (failing.first == 0)
         return {SYSDT_OK, false, line_.text};
-    }
-    if (subject_.expect.has(dispatches)) {
+    if (subject_.expect.has(dispatches))
         return outcome(by_rows(subject_), mode, failing, report);
-    }
     switch (host_.request(failing.first)) {
     case Request::help_record: return {subject_.expect.has(help_swallows) ? SYSDT_OK : AttackHost::refusal, true, ""};
     case Request::symbol_help: return {AttackHost::refusal, true, ""};

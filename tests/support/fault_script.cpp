@@ -43,9 +43,8 @@ private:
 
 std::size_t ScriptFault::value_size() const
 {
-    if (sets_ || line_.verb == Verb::get) {
+    if (sets_ || line_.verb == Verb::get)
         return native_.size();
-    }
     return line_.result ? line_.result->size() : subject_.script_size();
 }
 
@@ -68,9 +67,8 @@ void ScriptFault::expect_answer(const Script &script, std::uint32_t status, cons
 {
     report.same_status(static_cast<std::uint32_t>(line_.status), status);
     expect_table(script, sets_ && succeeds() ? parent_with(line_.script) : before(), report);
-    if (!sets_ && (succeeds() || line_.result)) {
+    if (!sets_ && (succeeds() || line_.result))
         report.same("the value", succeeds() ? line_.bytes : *line_.result, to_target(subject_.form(), value.bytes()));
-    }
 }
 
 /// A value is stored as a whole or not at all; one that is read is filled field by field.
@@ -90,9 +88,8 @@ std::size_t ScriptFault::call(Failing failing, Report &report)
     Script script;
     script.put_target(before());
     Guarded value(value_size(), Place::end, 0);
-    if (sets_) {
+    if (sets_)
         std::ranges::copy(native_, value.data());
-    }
     script.fail(failing);
     const std::uint32_t status = access(script, value, report);
     if (script.left()) {

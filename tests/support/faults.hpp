@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Calls in which a service of the host fails.
-#ifndef BGPDT_TESTS_FAULTS_HPP
-#define BGPDT_TESTS_FAULTS_HPP
+#pragma once
 
 #include <functional>
 #include <string>
@@ -40,5 +39,3 @@ void inject_into_help(const Line &line, const Subject &subject, Report &report, 
 void inject_into_script(const Line &line, const Subject &subject, Report &report, FaultCount &count);
 
 } // namespace bgpdt::test
-
-#endif

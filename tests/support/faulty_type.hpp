@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A type of eight bytes that keeps the contract of AS numbers, but for the one fault that it is told to have.
-#ifndef BGPDT_TESTS_FAULTY_TYPE_HPP
-#define BGPDT_TESTS_FAULTY_TYPE_HPP
+#pragma once
 
 #include "subject.hpp"
 
@@ -65,5 +64,3 @@ enum class Fault {
 Subject faulty_type(Fault fault);
 
 } // namespace bgpdt::test
-
-#endif

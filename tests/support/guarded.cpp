@@ -36,22 +36,19 @@ std::uint8_t *map_between_guards(int file, std::size_t size, int protection)
 {
     const std::size_t page = page_size();
     void *reserved = mmap(nullptr, size + 2 * page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (reserved == MAP_FAILED) {
+    if (reserved == MAP_FAILED)
         throw std::runtime_error("no address space for guarded pages");
-    }
     auto *inner = static_cast<std::uint8_t *>(reserved) + page;
-    if (size > 0 && mmap(inner, size, protection, MAP_SHARED | MAP_FIXED, file, 0) == MAP_FAILED) {
+    if (size > 0 && mmap(inner, size, protection, MAP_SHARED | MAP_FIXED, file, 0) == MAP_FAILED)
         throw std::runtime_error("no memory for guarded pages");
-    }
     return inner;
 }
 
 Guarded::Pages new_pages(std::size_t size)
 {
     const int file = memfd_create("guarded", 0);
-    if (file < 0 || ftruncate(file, static_cast<off_t>(size)) != 0) {
+    if (file < 0 || ftruncate(file, static_cast<off_t>(size)) != 0)
         throw std::runtime_error("no memory file for guarded pages");
-    }
     Guarded::Pages pages{map_between_guards(file, size, PROT_READ | PROT_WRITE),
                          map_between_guards(file, size, PROT_READ), size};
     close(file);
@@ -71,9 +68,8 @@ Guarded::Pages take_pages(std::size_t size, Place place)
     const std::size_t wanted = size + (place == Place::odd ? 1 : 0);
     const std::size_t rounded = std::max<std::size_t>(1, (wanted + page_size() - 1) / page_size()) * page_size();
     std::vector<Guarded::Pages> &pool = idle()[rounded];
-    if (pool.empty()) {
+    if (pool.empty())
         return new_pages(rounded);
-    }
     const Guarded::Pages pages = pool.back();
     pool.pop_back();
     return pages;
@@ -101,9 +97,8 @@ Guarded::Guarded(Guarded &&other) noexcept
 
 Guarded::~Guarded()
 {
-    if (pages_.writable != nullptr) {
+    if (pages_.writable != nullptr)
         idle()[pages_.size].push_back(pages_);
-    }
 }
 
 std::span<std::uint8_t> Guarded::before()
@@ -153,9 +148,8 @@ void catch_faults()
     action.sa_sigaction = on_fault;
     action.sa_flags = SA_SIGINFO;
     sigemptyset(&action.sa_mask);
-    for (const int signal : {SIGSEGV, SIGBUS, SIGFPE}) {
+    for (const int signal : {SIGSEGV, SIGBUS, SIGFPE})
         sigaction(signal, &action, nullptr);
-    }
 }
 
 } // namespace

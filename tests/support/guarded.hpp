@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Bytes whose every neighbour is watched.
-#ifndef BGPDT_TESTS_GUARDED_HPP
-#define BGPDT_TESTS_GUARDED_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -66,5 +65,3 @@ void *forbidden_address();
 std::string memory_fault(const std::function<void()> &action);
 
 } // namespace bgpdt::test
-
-#endif

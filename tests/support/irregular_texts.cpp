@@ -89,9 +89,8 @@ bool skipped_behind_bracket(const AcceptedText &text)
 {
     std::string rest = trimmed(text.text);
     const std::size_t bracket = rest.find(']');
-    if (bracket == rest.npos || bracket + 1 >= rest.size()) {
+    if (bracket == rest.npos || bracket + 1 >= rest.size())
         return false;
-    }
     rest[bracket + 1] = ':';
     return numbers_in(rest, Writing::evpn) == text.printed;
 }
@@ -120,12 +119,10 @@ bool octets_by_two(const AcceptedText &text)
     for (int group = 0; group < 3; ++group) {
         const std::size_t end = std::min(rest.find('-'), rest.size());
         std::string digits = rest.substr(0, std::min<std::size_t>(end, 4));
-        if (digits.size() == 3) {
+        if (digits.size() == 3)
             digits.insert(2, "0");
-        }
-        for (const std::string &number : numbers_in(digits, Writing::hexadecimal)) {
+        for (const std::string &number : numbers_in(digits, Writing::hexadecimal))
             written.push_back(number);
-        }
         rest.erase(0, end + 1);
     }
     return written == text.printed;
@@ -144,9 +141,8 @@ bool seconds_are_right(const AcceptedText &text)
     std::uint64_t seconds = 0;
     for (std::size_t i = 0; i < units.size(); ++i) {
         std::uint32_t number = 0;
-        if (!parsed(text.written[i], number)) {
+        if (!parsed(text.written[i], number))
             return false;
-        }
         seconds += number * units[i];
     }
     std::uint32_t stored = 0;
@@ -163,9 +159,8 @@ bool among_printed(const AcceptedText &text)
     auto printed = text.printed.begin();
     for (const std::string &number : text.written) {
         printed = std::find(printed, text.printed.end(), number);
-        if (printed == text.printed.end()) {
+        if (printed == text.printed.end())
             return false;
-        }
         ++printed;
     }
     return true;
@@ -180,9 +175,8 @@ std::string without_groups(std::string text, std::initializer_list<std::string_v
             std::size_t end = at;
             for (int depth = 0; end < text.size(); ++end) {
                 depth += text[end] == '[' ? 1 : text[end] == ']' ? -1 : 0;
-                if (depth == 0) {
+                if (depth == 0)
                     break;
-                }
             }
             text.erase(at, std::min(end + 1, text.size()) - at);
         }
@@ -197,9 +191,8 @@ void keep_low_bits(std::string &text, std::string_view opening, unsigned bits)
         at += opening.size();
         const std::size_t end = std::min(text.find_first_not_of("0123456789", at), text.size());
         std::uint64_t number = 0;
-        if (parsed(std::string_view(text).substr(at, end - at), number)) {
+        if (parsed(std::string_view(text).substr(at, end - at), number))
             text.replace(at, end - at, std::to_string(number & ((std::uint64_t{1} << bits) - 1)));
-        }
     }
 }
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The irregularities by which an accepted text has other numbers than its value prints.
-#ifndef BGPDT_TESTS_IRREGULAR_TEXTS_HPP
-#define BGPDT_TESTS_IRREGULAR_TEXTS_HPP
+#pragma once
 
 #include <span>
 #include <string>
@@ -41,5 +40,3 @@ struct Irregularity {
 std::span<const Irregularity> irregular_texts();
 
 } // namespace bgpdt::test
-
-#endif

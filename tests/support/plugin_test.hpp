@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A test of what the plug-in exports beside its records.
-#ifndef BGPDT_TESTS_PLUGIN_TEST_HPP
-#define BGPDT_TESTS_PLUGIN_TEST_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -51,5 +50,3 @@ protected:
 };
 
 } // namespace bgpdt::test
-
-#endif

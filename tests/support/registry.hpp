@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the plug-in registers, with a registry that may refuse it.
-#ifndef BGPDT_TESTS_REGISTRY_HPP
-#define BGPDT_TESTS_REGISTRY_HPP
+#pragma once
 
 #include <cstdint>
 #include <vector>
@@ -45,5 +44,3 @@ private:
 };
 
 } // namespace bgpdt::test
-
-#endif

@@ -44,16 +44,14 @@ std::string show(const void *address)
 
 void Report::fail(std::string_view problem)
 {
-    if (problems_.size() < most_problems) {
+    if (problems_.size() < most_problems)
         problems_.push_back((situation_.empty() ? "" : situation_ + ": ") + std::string(problem));
-    }
 }
 
 void Report::fail(const std::vector<std::string> &problems)
 {
-    for (const std::string &problem : problems) {
+    for (const std::string &problem : problems)
         fail(problem);
-    }
 }
 
 bool Report::same_table(const ScriptValue &expected, const ScriptValue &actual)
@@ -65,9 +63,8 @@ bool Report::same_table(const ScriptValue &expected, const ScriptValue &actual)
 
 bool Report::same_status(std::uint32_t expected, std::uint32_t actual)
 {
-    if (expected == actual) {
+    if (expected == actual)
         return true;
-    }
     fail("the status is " + status_word(actual) + ", not " + status_word(expected));
     return false;
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What is found wrong about one fact.
-#ifndef BGPDT_TESTS_REPORT_HPP
-#define BGPDT_TESTS_REPORT_HPP
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -28,18 +27,16 @@ public:
     void fail(const std::vector<std::string> &problems);
     bool require(bool holds, std::string_view problem)
     {
-        if (!holds) {
+        if (!holds)
             fail(problem);
-        }
         return holds;
     }
 
     template <class Value>
     bool same(std::string_view what, const Value &expected, const Value &actual)
     {
-        if (expected == actual) {
+        if (expected == actual)
             return true;
-        }
         fail(std::string(what) + " is " + show(actual) + ", not " + show(expected));
         return false;
     }
@@ -54,5 +51,3 @@ private:
 };
 
 } // namespace bgpdt::test
-
-#endif

@@ -33,9 +33,8 @@ bool is_witness(lua_State *lua, int index)
 Script::Script() : target_(LUA_NOREF)
 {
     lua_ = lua_newstate(allocate, this);
-    if (lua_ == nullptr) {
+    if (lua_ == nullptr)
         throw std::runtime_error("no Lua state");
-    }
     lua_gc(lua_, LUA_GCSTOP);
     put_target({ScriptTable{}});
 }
@@ -51,9 +50,8 @@ void *Script::allocate(void *self, void *block, std::size_t old_size, std::size_
     }
     // The engine counts on getting a smaller block.
     const bool grows = block == nullptr || new_size > old_size;
-    if (grows && script->watched_ && script->failing_.hits(++script->requests_)) {
+    if (grows && script->watched_ && script->failing_.hits(++script->requests_))
         return nullptr;
-    }
     return std::realloc(block, new_size);
 }
 
@@ -78,9 +76,8 @@ std::uint32_t Script::call(Index index, const std::function<std::uint32_t(void *
     lua_pushcclosure(lua_, enter, 1);
     lua_pushstring(lua_, witness);
     lua_rawgeti(lua_, LUA_REGISTRYINDEX, target_);
-    if (index != Index::relative) {
+    if (index != Index::relative)
         lua_pushstring(lua_, witness);
-    }
     const int failed = lua_pcall(lua_, lua_gettop(lua_) - 1, LUA_MULTRET, 0);
     watched_ = false;
     left_ = failed != LUA_OK;

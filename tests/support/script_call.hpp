@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Single calls of LuaSet and LuaGet on a real Lua stack whose height and other values are watched.
-#ifndef BGPDT_TESTS_SCRIPT_CALL_HPP
-#define BGPDT_TESTS_SCRIPT_CALL_HPP
+#pragma once
 
 #include <cstdint>
 #include <functional>
@@ -90,5 +89,3 @@ std::uint32_t get_field(const Subject &subject, Script &script, Guarded &value, 
 ScriptValue parent_with(const ScriptValue &value);
 
 } // namespace bgpdt::test
-
-#endif

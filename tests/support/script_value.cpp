@@ -31,11 +31,9 @@ bool in_order(const ScriptField *a, const ScriptField *b)
 std::vector<const ScriptField *> sorted_fields(const ScriptTable &table)
 {
     std::vector<const ScriptField *> fields;
-    for (const ScriptField &field : table) {
-        if (!is_nil(field.value)) {
+    for (const ScriptField &field : table)
+        if (!is_nil(field.value))
             fields.push_back(&field);
-        }
-    }
     std::sort(fields.begin(), fields.end(), in_order);
     return fields;
 }
@@ -52,9 +50,8 @@ bool same_fields(const ScriptTable &first, const ScriptTable &second)
 void append_keys(std::vector<std::string> &keys, const ScriptValue &value)
 {
     const ScriptTable *table = std::get_if<ScriptTable>(&value.value);
-    if (table == nullptr) {
+    if (table == nullptr)
         return;
-    }
     for (const ScriptField &field : *table) {
         if (!is_nil(field.value)) {
             append_keys(keys, field.value);
@@ -79,11 +76,10 @@ std::string quoted(const std::string &text)
     std::string result = "\"";
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte > 0x7e) {
+        if (byte < 0x20 || byte > 0x7e)
             result += {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
-        } else {
+        else
             result += (character == '"' || character == '\\') ? std::string{'\\', character} : std::string{character};
-        }
     }
     return result + '"';
 }
@@ -93,33 +89,30 @@ void push_table(lua_State *lua, const ScriptTable &table)
     lua_newtable(lua);
     for (const ScriptField &field : table) {
         push(lua, field.value);
-        if (field.index != 0) {
+        if (field.index != 0)
             lua_rawseti(lua, -2, static_cast<lua_Integer>(field.index));
-        } else {
+        else
             lua_setfield(lua, -2, field.name.c_str());
-        }
     }
 }
 
 void push_opaque(lua_State *lua, Opaque opaque)
 {
-    if (opaque == Opaque::function) {
+    if (opaque == Opaque::function)
         lua_pushcfunction(lua, [](lua_State *) { return 0; });
-    } else {
+    else
         lua_newuserdatauv(lua, 1, 0);
-    }
 }
 
 ScriptField read_field(lua_State *lua)
 {
     ScriptField field{{}, 0, read(lua, -1)};
-    if (lua_isinteger(lua, -2) != 0) {
+    if (lua_isinteger(lua, -2) != 0)
         field.index = lua_tointeger(lua, -2);
-    } else if (lua_type(lua, -2) == LUA_TSTRING) {
+    else if (lua_type(lua, -2) == LUA_TSTRING)
         field.name = lua_tostring(lua, -2);
-    } else {
+    else
         throw std::runtime_error("a script table has a key that is neither a string nor an integer");
-    }
     return field;
 }
 
@@ -128,9 +121,8 @@ ScriptTable read_table(lua_State *lua, int index)
     ScriptTable table;
     index = lua_absindex(lua, index);
     luaL_checkstack(lua, 8, "reading a script table");
-    for (lua_pushnil(lua); lua_next(lua, index) != 0; lua_pop(lua, 1)) {
+    for (lua_pushnil(lua); lua_next(lua, index) != 0; lua_pop(lua, 1))
         table.push_back(read_field(lua));
-    }
     // Lua keeps named fields in the order of their hashes; array entries read better in their own.
     std::sort(table.begin(), table.end(), [](const ScriptField &a, const ScriptField &b) { return in_order(&a, &b); });
     return table;
@@ -144,12 +136,10 @@ bool same_content(const ScriptValue &first, const ScriptValue &second)
 {
     const ScriptTable *a = std::get_if<ScriptTable>(&first.value);
     const ScriptTable *b = std::get_if<ScriptTable>(&second.value);
-    if (a != nullptr && b != nullptr) {
+    if (a != nullptr && b != nullptr)
         return same_fields(*a, *b);
-    }
-    if (a != nullptr || b != nullptr || first.value.index() != second.value.index()) {
+    if (a != nullptr || b != nullptr || first.value.index() != second.value.index())
         return false;
-    }
     return std::visit(
         Overloaded{[](const ScriptTable &) { return true; }, // both are none
                    [&](const auto &value) { return value == std::get<std::decay_t<decltype(value)>>(second.value); }},
@@ -197,9 +187,8 @@ ScriptValue read(lua_State *lua, int index)
     case LUA_TNIL: return {};
     case LUA_TBOOLEAN: return {lua_toboolean(lua, index) != 0};
     case LUA_TNUMBER:
-        if (lua_isinteger(lua, index) != 0) {
+        if (lua_isinteger(lua, index) != 0)
             return {std::int64_t{lua_tointeger(lua, index)}};
-        }
         return {double{lua_tonumber(lua, index)}};
     case LUA_TSTRING: {
         std::size_t length = 0;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A script value that remembers the order of its fields, on both sides of the real Lua stack.
-#ifndef BGPDT_TESTS_SCRIPT_VALUE_HPP
-#define BGPDT_TESTS_SCRIPT_VALUE_HPP
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -54,5 +53,3 @@ void push(lua_State *lua, const ScriptValue &value);
 ScriptValue read(lua_State *lua, int index);
 
 } // namespace bgpdt::test
-
-#endif

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Where the things to test are: told by the build, or by the environment instead.
-#ifndef BGPDT_TESTS_SETTING_HPP
-#define BGPDT_TESTS_SETTING_HPP
+#pragma once
 
 #include <cstdlib>
 #include <string>
@@ -19,5 +18,3 @@ inline std::string plugin_path() { return setting("BGPDT_PLUGIN", BGPDT_BUILT_PL
 inline std::string vectors_folder() { return setting("BGPDT_VECTORS", BGPDT_SOURCE_VECTORS); }
 
 } // namespace bgpdt::test
-
-#endif

@@ -3,8 +3,7 @@
 /// How much of a sweep is done: every n-th case, more rarely where it takes many times as long, under the sanitizers and
 /// an emulator. BGPDT_TEST_SHARE=n chooses another n, 1 all of them. Which these are, and what random cases are made of,
 /// changes by the day: BGPDT_TEST_SEED=n repeats a run that said so.
-#ifndef BGPDT_TESTS_SHARE_HPP
-#define BGPDT_TESTS_SHARE_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -60,5 +59,3 @@ private:
 };
 
 } // namespace bgpdt::test
-
-#endif

@@ -61,9 +61,8 @@ Subject of_row(const SYSDT_DispatchRow &row, const SYSDT_Record &owner)
 const SYSDT_Record &registered(const host::Host &host, const std::string &name)
 {
     const SYSDT_Record *record = host.find(name);
-    if (record == nullptr) {
+    if (record == nullptr)
         throw std::runtime_error("no type " + name + " is registered");
-    }
     return *record;
 }
 
@@ -98,9 +97,8 @@ std::span<const SYSDT_DispatchRow> dispatch_rows(const host::Host &host, std::st
 
 const Expectation &Subject::answering(const Bytes &value) const
 {
-    if (!expect.has(dispatches) || value.size() < 4) {
+    if (!expect.has(dispatches) || value.size() < 4)
         return expect;
-    }
     const Expectation *row = expectation_behind(expect, selecting_word(value, std::endian::big));
     return row == nullptr ? expect : *row;
 }
@@ -113,9 +111,8 @@ std::uint32_t Subject::passed_on(std::uint32_t status) const
 Subject subject_of(const host::Host &host, const Line &line)
 {
     const Expectation *expect = expectation_of(line.subject);
-    if (expect == nullptr) {
+    if (expect == nullptr)
         throw std::runtime_error("nothing is known of how " + line.subject + " keeps the common contract");
-    }
     Subject subject = line.row ? find_row(host, line.subject) : of_record(registered(host, line.subject));
     subject.name = line.subject;
     subject.expect = *expect;
@@ -153,9 +150,8 @@ bool Subject::answers_to(const Line &line) const
 
 Bytes Subject::parsed_to_target(Bytes value) const
 {
-    if (!sub_kind || value.size() == length) {
+    if (!sub_kind || value.size() == length)
         return to_target(form(), value);
-    }
     value.insert(value.begin(), sizeof(std::uint32_t), 0);
     value = to_target(form(), value);
     value.erase(value.begin(), value.begin() + sizeof(std::uint32_t));

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a vector line is about: a registered record's callbacks, or a dispatch row's.
-#ifndef BGPDT_TESTS_SUBJECT_HPP
-#define BGPDT_TESTS_SUBJECT_HPP
+#pragma once
 
 #include <cstdint>
 #include <functional>
@@ -62,5 +61,3 @@ std::span<const SYSDT_DispatchRow> dispatch_rows(const host::Host &host, std::st
 Subject subject_of(const host::Host &host, const Line &line);
 
 } // namespace bgpdt::test
-
-#endif

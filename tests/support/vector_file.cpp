@@ -51,20 +51,17 @@ struct Logical {
 bool strip(std::string &line)
 {
     bool quoted = false;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (quoted && line[i] == '\\') {
+    for (std::size_t i = 0; i < line.size(); ++i)
+        if (quoted && line[i] == '\\')
             ++i;
-        } else if (line[i] == '"') {
+        else if (line[i] == '"')
             quoted = !quoted;
-        } else if (line[i] == '#' && !quoted) {
+        else if (line[i] == '#' && !quoted)
             line.resize(i);
-        }
-    }
     const std::size_t last = line.find_last_not_of(" \t\r");
     line.resize(last == std::string::npos ? 0 : last + 1);
-    if (quoted || !line.ends_with('\\')) {
+    if (quoted || !line.ends_with('\\'))
         return false;
-    }
     line.pop_back();
     return true;
 }
@@ -82,11 +79,10 @@ std::vector<Logical> logical_lines(std::string_view content)
         ++number;
         line.erase(0, std::min(line.find_first_not_of(" \t"), line.size()));
         const bool goes_on = strip(line);
-        if (joining) {
+        if (joining)
             lines.back().text += line;
-        } else {
+        else
             lines.push_back({line, number});
-        }
         joining = goes_on;
     }
     return lines;
@@ -100,9 +96,8 @@ public:
     {
         try {
             Words words(logical.text);
-            if (!words.at_end()) {
+            if (!words.at_end())
                 statement(words, logical);
-            }
         } catch (const WordError &error) {
             vectors_.errors.push_back(file_ + ":" + std::to_string(logical.number) + ": " + error.what());
         }
@@ -122,9 +117,8 @@ private:
 
 void expect_end(const Words &words)
 {
-    if (!words.at_end()) {
+    if (!words.at_end())
         throw WordError("the line says more than its verb");
-    }
 }
 
 void Reader::statement(Words &words, const Logical &logical)
@@ -144,12 +138,10 @@ void Reader::statement(Words &words, const Logical &logical)
         return;
     }
     const auto form = std::find_if(forms.begin(), forms.end(), [&](const Form &known) { return known.name == verb; });
-    if (form == forms.end()) {
+    if (form == forms.end())
         throw WordError("unknown verb '" + verb + "'");
-    }
-    if (subject_.empty()) {
+    if (subject_.empty())
         throw WordError("no 'type' or 'row' stands before this line");
-    }
     Line line;
     line.file = file_;
     line.number = logical.number;
@@ -165,23 +157,20 @@ void Reader::fact(const Form &form, Words &words, Line line)
     line.verb = form.verb;
     line.verb_name = form.name;
     if (words.accept('@')) {
-        if (!form.has_modes) {
+        if (!form.has_modes)
             throw WordError("'" + line.verb_name + "' has no modes");
-        }
         do {
             line.modes.push_back(static_cast<std::uint8_t>(words.number(0xFF)));
         } while (words.accept(','));
     } else {
         line.modes.push_back(2);
     }
-    for (const char kind : form.words) {
+    for (const char kind : form.words)
         word(kind, words, line);
-    }
     if (!form.mark.empty() && words.accept('!')) {
         const std::string mark = words.name();
-        if (mark != form.mark) {
+        if (mark != form.mark)
             throw WordError("unknown mark '!" + mark + "'");
-        }
         line.marked = true;
     }
     expect_end(words);
@@ -195,9 +184,8 @@ void Reader::word(char kind, Words &words, Line &line)
     case 'b': line.bytes = words.bytes(); return;
     case 'r': line.result = words.bytes(); return;
     case 'o':
-        if (!words.at_end()) {
+        if (!words.at_end())
             line.result = words.bytes();
-        }
         return;
     case 's': line.status = static_cast<std::int32_t>(words.status()); return;
     case 'c': line.status = words.order(); return;
@@ -208,9 +196,8 @@ void Reader::word(char kind, Words &words, Line &line)
     }
     const std::string name = words.name();
     const auto fate = std::find(fates.begin(), fates.end(), name);
-    if (fate == fates.end()) {
+    if (fate == fates.end())
         throw WordError("unknown fate '" + name + "'");
-    }
     line.fate = static_cast<Fate>(fate - fates.begin());
 }
 
@@ -219,9 +206,8 @@ void Reader::word(char kind, Words &words, Line &line)
 void read_vectors(Vectors &vectors, std::string_view content, const std::string &file)
 {
     Reader reader(vectors, file);
-    for (const Logical &logical : logical_lines(content)) {
+    for (const Logical &logical : logical_lines(content))
         reader.read(logical);
-    }
     ++vectors.files;
 }
 
@@ -229,11 +215,9 @@ Vectors read_vector_folder(const std::filesystem::path &folder)
 {
     Vectors vectors;
     std::vector<std::filesystem::path> paths;
-    for (const auto &entry : std::filesystem::recursive_directory_iterator(folder)) {
-        if (entry.path().extension() == ".vec") {
+    for (const auto &entry : std::filesystem::recursive_directory_iterator(folder))
+        if (entry.path().extension() == ".vec")
             paths.push_back(entry.path());
-        }
-    }
     std::sort(paths.begin(), paths.end());
     for (const auto &path : paths) {
         std::ifstream stream(path, std::ios::binary);

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The reader of the vectors. Their grammar is told in vectors/README.md.
-#ifndef BGPDT_TESTS_VECTOR_FILE_HPP
-#define BGPDT_TESTS_VECTOR_FILE_HPP
+#pragma once
 
 #include <cstdint>
 #include <filesystem>
@@ -85,5 +84,3 @@ void read_vectors(Vectors &vectors, std::string_view content, const std::string 
 Vectors read_vector_folder(const std::filesystem::path &folder);
 
 } // namespace bgpdt::test
-
-#endif

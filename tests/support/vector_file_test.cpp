@@ -22,9 +22,8 @@ Vectors read_lines(const std::string &lines)
 Line only_line(const std::string &lines)
 {
     const Vectors vectors = read_lines(lines);
-    for (const std::string &error : vectors.errors) {
+    for (const std::string &error : vectors.errors)
         ADD_FAILURE() << error;
-    }
     EXPECT_EQ(1U, vectors.lines.size()) << lines;
     return vectors.lines.empty() ? Line{} : vectors.lines[0];
 }

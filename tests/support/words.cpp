@@ -64,11 +64,9 @@ bool converts(std::string_view digits, Number &number, Format... format)
 
 std::string status_word(std::uint32_t status)
 {
-    for (const auto &[name, code] : statuses) {
-        if (code == status) {
+    for (const auto &[name, code] : statuses)
+        if (code == status)
             return std::string(name);
-        }
-    }
     std::ostringstream text;
     text << "0x" << std::hex << status;
     return text.str();
@@ -76,24 +74,21 @@ std::string status_word(std::uint32_t status)
 
 void Words::skip_blanks()
 {
-    while (!rest_.empty() && is_blank(rest_.front())) {
+    while (!rest_.empty() && is_blank(rest_.front()))
         rest_.remove_prefix(1);
-    }
 }
 
 void Words::end_word()
 {
-    if (!rest_.empty() && !is_blank(rest_.front())) {
+    if (!rest_.empty() && !is_blank(rest_.front()))
         throw WordError("no blank before '" + std::string(rest_.substr(0, 12)) + "'");
-    }
     skip_blanks();
 }
 
 char Words::next(const char *what)
 {
-    if (rest_.empty()) {
+    if (rest_.empty())
         throw WordError(std::string(what) + " expected at the end of the line");
-    }
     const char character = rest_.front();
     rest_.remove_prefix(1);
     return character;
@@ -101,9 +96,8 @@ char Words::next(const char *what)
 
 bool Words::accept(char character)
 {
-    if (!ahead(character)) {
+    if (!ahead(character))
         return false;
-    }
     rest_.remove_prefix(1);
     return true;
 }
@@ -111,9 +105,8 @@ bool Words::accept(char character)
 std::string_view Words::take_while(bool (*wanted)(char))
 {
     std::size_t length = 0;
-    while (length < rest_.size() && wanted(rest_[length])) {
+    while (length < rest_.size() && wanted(rest_[length]))
         ++length;
-    }
     const std::string_view taken = rest_.substr(0, length);
     rest_.remove_prefix(length);
     return taken;
@@ -122,13 +115,11 @@ std::string_view Words::take_while(bool (*wanted)(char))
 std::string Words::name()
 {
     std::string word(take_while(is_name));
-    if (word.empty()) {
+    if (word.empty())
         throw WordError("a name expected at '" + std::string(rest_.substr(0, 12)) + "'");
-    }
     // Modes follow a verb without a blank.
-    if (!ahead('@')) {
+    if (!ahead('@'))
         end_word();
-    }
     return word;
 }
 
@@ -139,39 +130,33 @@ std::uint32_t Words::number(std::uint32_t greatest)
     const bool hexadecimal = word.starts_with("0x");
     std::uint32_t value = 0;
     word.remove_prefix(hexadecimal ? 2 : 0);
-    if (!converts(word, value, hexadecimal ? 16 : 10) || value > greatest) {
+    if (!converts(word, value, hexadecimal ? 16 : 10) || value > greatest)
         throw WordError("a number up to " + std::to_string(greatest) + " expected, not '" + shown + "'");
-    }
-    if (!ahead(',')) {
+    if (!ahead(','))
         end_word();
-    }
     return value;
 }
 
 std::size_t Words::repeats()
 {
-    if (!accept('*')) {
+    if (!accept('*'))
         return 1;
-    }
     const std::string_view digits = take_while(is_digit);
     std::size_t count = 0;
-    if (!converts(digits, count) || count > most_repeats) {
+    if (!converts(digits, count) || count > most_repeats)
         throw WordError("a count expected behind '*', not '" + std::string(digits) + "'");
-    }
     return count;
 }
 
 std::string Words::text()
 {
-    if (!ahead('"')) {
+    if (!ahead('"'))
         throw WordError("a text in quotes expected at '" + std::string(rest_.substr(0, 12)) + "'");
-    }
     std::string result;
     while (ahead('"')) {
         const std::string piece = quoted_piece();
-        for (std::size_t left = repeats(); left > 0; --left) {
+        for (std::size_t left = repeats(); left > 0; --left)
             result += piece;
-        }
     }
     end_word();
     return result;
@@ -181,9 +166,8 @@ std::string Words::quoted_piece()
 {
     std::string piece;
     rest_.remove_prefix(1);
-    for (char character = next("a closing quote"); character != '"'; character = next("a closing quote")) {
+    for (char character = next("a closing quote"); character != '"'; character = next("a closing quote"))
         piece += character == '\\' ? escaped() : character;
-    }
     return piece;
 }
 
@@ -201,9 +185,8 @@ char Words::escaped()
     }
     const int high = hex_value(next("a hexadecimal digit"));
     const int low = hex_value(next("a hexadecimal digit"));
-    if (high < 0 || low < 0) {
+    if (high < 0 || low < 0)
         throw WordError("two hexadecimal digits expected behind '\\x'");
-    }
     return static_cast<char>(high * 16 + low);
 }
 
@@ -215,9 +198,8 @@ Bytes Words::bytes()
     }
     const std::size_t before = rest_.size();
     Bytes result = byte_run(false);
-    if (rest_.size() == before) {
+    if (rest_.size() == before)
         throw WordError("bytes expected at '" + std::string(rest_.substr(0, 12)) + "'");
-    }
     end_word();
     return result;
 }
@@ -226,30 +208,25 @@ Bytes Words::byte_run(bool grouped)
 {
     Bytes run;
     const auto append = [&](const Bytes &piece, std::size_t count) {
-        if (piece.size() * count > most_repeats) {
+        if (piece.size() * count > most_repeats)
             throw WordError("too many bytes");
-        }
-        for (; count > 0; --count) {
+        for (; count > 0; --count)
             run.insert(run.end(), piece.begin(), piece.end());
-        }
     };
     while (!rest_.empty() && !is_blank(rest_.front()) && !(grouped && ahead(')'))) {
-        if (accept('_')) {
+        if (accept('_'))
             continue;
-        }
         if (accept('(')) {
             const Bytes group = byte_run(true);
-            if (!accept(')')) {
+            if (!accept(')'))
                 throw WordError("')' expected behind a group of bytes");
-            }
             append(group, repeats());
             continue;
         }
         const int high = hex_value(next("a hexadecimal digit"));
         const int low = hex_value(next("the second digit of a byte"));
-        if (high < 0 || low < 0) {
+        if (high < 0 || low < 0)
             throw WordError("a byte is two hexadecimal digits");
-        }
         append({static_cast<std::uint8_t>(high * 16 + low)}, repeats());
     }
     return run;
@@ -259,11 +236,9 @@ std::uint32_t Words::status()
 {
     const std::string word(take_while(is_name));
     end_word();
-    for (const auto &[name, code] : statuses) {
-        if (name == word) {
+    for (const auto &[name, code] : statuses)
+        if (name == word)
             return code;
-        }
-    }
     throw WordError("unknown status '" + word + "'");
 }
 
@@ -291,15 +266,12 @@ ScriptValue Words::script_number()
     const std::string word(take_while(is_number));
     std::int64_t integer = 0;
     double fraction = 0;
-    if (converts(std::string_view(word), integer)) {
+    if (converts(std::string_view(word), integer))
         return {integer};
-    }
-    if (word.starts_with("0x") && converts(std::string_view(word).substr(2), integer, 16)) {
+    if (word.starts_with("0x") && converts(std::string_view(word).substr(2), integer, 16))
         return {integer};
-    }
-    if (converts(std::string_view(word), fraction)) {
+    if (converts(std::string_view(word), fraction))
         return {fraction};
-    }
     throw WordError("a script value expected, not '" + word + "'");
 }
 
@@ -308,9 +280,8 @@ ScriptValue Words::script_atom()
     if (ahead('"')) {
         const std::string piece = quoted_piece();
         std::string whole;
-        for (std::size_t left = repeats(); left > 0; --left) {
+        for (std::size_t left = repeats(); left > 0; --left)
             whole += piece;
-        }
         return {whole};
     }
     for (const auto &[word, value] :
@@ -331,9 +302,8 @@ ScriptTable Words::script_table()
     while (!accept('}')) {
         script_entry(table, index);
         skip_blanks();
-        if (!accept(',') && !ahead('}')) {
+        if (!accept(',') && !ahead('}'))
             throw WordError("',' or '}' expected in a table at '" + std::string(rest_.substr(0, 12)) + "'");
-        }
         skip_blanks();
     }
     return table;
@@ -354,28 +324,24 @@ void Words::script_entry(ScriptTable &table, std::int64_t &index)
     skip_blanks();
     const ScriptValue value = script_value();
     const std::size_t count = repeats();
-    if (!name.empty() && count != 1) {
+    if (!name.empty() && count != 1)
         throw WordError("only array entries are repeated");
-    }
-    for (std::size_t left = count; left > 0; --left) {
+    for (std::size_t left = count; left > 0; --left)
         table.push_back({name, name.empty() ? ++index : 0, value});
-    }
 }
 
 void Words::expect(char character)
 {
-    if (!accept(character)) {
+    if (!accept(character))
         throw WordError(std::string("'") + character + "' expected at '" + std::string(rest_.substr(0, 12)) + "'");
-    }
 }
 
 std::int64_t Words::room()
 {
     const std::string digits(take_while(is_digit));
     std::int64_t room = 0;
-    if (!converts(std::string_view(digits), room) || room > std::int64_t{most_repeats}) {
+    if (!converts(std::string_view(digits), room) || room > std::int64_t{most_repeats})
         throw WordError("a table's room expected, not '" + digits + "'");
-    }
     return room;
 }
 

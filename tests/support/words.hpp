@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The words of a vector line.
-#ifndef BGPDT_TESTS_WORDS_HPP
-#define BGPDT_TESTS_WORDS_HPP
+#pragma once
 
 #include <cstdint>
 #include <stdexcept>
@@ -69,5 +68,3 @@ private:
 std::string status_word(std::uint32_t status);
 
 } // namespace bgpdt::test
-
-#endif

@@ -35,9 +35,8 @@ void add_number(Numbers &numbers, std::string_view digits, bool hex)
 {
     digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size() - 1));
     std::string &number = numbers.emplace_back(hex ? "x" : "");
-    for (const char digit : digits) {
+    for (const char digit : digits)
         number += lower(digit);
-    }
 }
 
 void add_runs(Numbers &numbers, std::string_view text, bool hex)
@@ -58,27 +57,24 @@ void add_ipv6(Numbers &numbers, std::string_view text)
         add_runs(numbers, text, true);
         return;
     }
-    for (std::size_t i = 0; i < address.size(); i += 2) {
+    for (std::size_t i = 0; i < address.size(); i += 2)
         numbers.push_back(hexadecimal(address[i] * 256U + address[i + 1]));
-    }
 }
 
 void add_address(Numbers &numbers, std::string_view text)
 {
-    if (std::ranges::count(text, ':') > 1) {
+    if (std::ranges::count(text, ':') > 1)
         add_ipv6(numbers, text);
-    } else {
+    else
         add_runs(numbers, text, false);
-    }
 }
 
 void add_esi(Numbers &numbers, std::string_view text)
 {
     std::string digits;
     std::ranges::copy_if(text, std::back_inserter(digits), is_hexadecimal);
-    if (!digits.empty()) {
+    if (!digits.empty())
         add_number(numbers, digits, true);
-    }
 }
 
 void add_evpn_field(Numbers &numbers, std::string_view field)
@@ -160,9 +156,8 @@ constexpr std::string_view words[] = {
 void add_group(Numbers &numbers, std::string_view group)
 {
     const auto word = std::ranges::find_if(words, [&](std::string_view known) { return group.starts_with(known); });
-    if (word != std::end(words)) {
+    if (word != std::end(words))
         group.remove_prefix(word->size());
-    }
     if (word != std::end(words) && *word == "igp-router-id" && group.find('.') == 4) {
         add_runs(numbers, group, true);
         return;
@@ -189,13 +184,11 @@ public:
     void add(const Field &field, std::size_t entry)
     {
         const std::size_t at = entry + field.offset;
-        if (at + field.size() > value_.size()) {
+        if (at + field.size() > value_.size())
             return;
-        }
         if (field.host_order()) {
-            for (std::size_t i = 0; i < field.count; ++i) {
+            for (std::size_t i = 0; i < field.count; ++i)
                 add_word(host_number(at + i * field.width, field.width), field.width);
-            }
             return;
         }
         add_network(at, field.size(), 1);
@@ -204,9 +197,8 @@ public:
         if (field.form == bgpdt::Form::esi) {
             Numbers esi;
             std::string digits;
-            for (std::size_t i = 0; i < field.size(); ++i) {
+            for (std::size_t i = 0; i < field.size(); ++i)
                 digits += hexadecimal(0x100U + value_[at + i]).substr(2);
-            }
             add_esi(esi, digits);
             numbers_.insert(esi.front());
         }
@@ -239,9 +231,8 @@ private:
     {
         for (std::size_t i = 0; i + width <= size; ++i) {
             std::uint64_t number = 0;
-            for (std::size_t byte = 0; byte < width; ++byte) {
+            for (std::size_t byte = 0; byte < width; ++byte)
                 number = number << 8 | value_[at + i + byte];
-            }
             numbers_.insert(std::to_string(number));
             numbers_.insert(hexadecimal(number));
         }
@@ -298,12 +289,10 @@ Numbers numbers_in(std::string_view text, Writing writing)
 {
     Numbers numbers;
     text = text.substr(0, text.find('\0'));
-    while (!text.empty() && (text.front() == ' ' || (text.front() >= '\t' && text.front() <= '\r'))) {
+    while (!text.empty() && (text.front() == ' ' || (text.front() >= '\t' && text.front() <= '\r')))
         text.remove_prefix(1);
-    }
-    while (!text.empty() && (text.back() == ' ' || (text.back() >= '\t' && text.back() <= '\r'))) {
+    while (!text.empty() && (text.back() == ' ' || (text.back() >= '\t' && text.back() <= '\r')))
         text.remove_suffix(1);
-    }
     const std::size_t dot = text.rfind('.');
     const std::size_t hyphen = text.rfind('-');
     switch (writing) {
@@ -330,11 +319,9 @@ std::unordered_set<std::string> numbers_of(const Subject &subject, const Bytes &
 {
     const Layout &layout = layout_of(subject.kind, value, std::endian::native);
     Fields fields(value);
-    for (std::size_t entry = 0; entry < layout.repeat; ++entry) {
-        for (const Field &field : layout.fields) {
+    for (std::size_t entry = 0; entry < layout.repeat; ++entry)
+        for (const Field &field : layout.fields)
             fields.add(field, entry * layout.stride);
-        }
-    }
     return fields.take();
 }
 

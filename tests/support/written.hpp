@@ -2,8 +2,7 @@
 /// @file
 /// The numbers that stand in a text and in a value, as they are written: no number of any size is ever computed from
 /// digits here, so none can wrap.
-#ifndef BGPDT_TESTS_WRITTEN_HPP
-#define BGPDT_TESTS_WRITTEN_HPP
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -44,5 +43,3 @@ std::unordered_set<std::string> numbers_of(const Subject &subject, const Bytes &
 std::string sum(std::string_view first, std::string_view second);
 
 } // namespace bgpdt::test
-
-#endif

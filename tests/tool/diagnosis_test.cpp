@@ -60,9 +60,8 @@ protected:
         for (const test::Line &line : vectors.lines) {
             const SYSDT_Record *type = session_.host().find(line.row ? "BOLPREFIX" : line.subject);
             const bool text = line.text.find('\0') == std::string::npos;
-            if (line.verb == test::Verb::bad && type != nullptr && text && !takes(*type, line.text, line.modes[0])) {
+            if (line.verb == test::Verb::bad && type != nullptr && text && !takes(*type, line.text, line.modes[0]))
                 all.push_back({type, line.text, line.modes[0]});
-            }
         }
         return all;
     }
@@ -77,9 +76,8 @@ protected:
         const std::optional<Diagnosis> diagnosis = diagnose(session_, counted, refused.text, refused.mode);
         longest_ = std::max(longest_, std::clock() - begin);
         EXPECT_LE(Counter::calls, most_tries + 50); // and the samples that take its number
-        if (!diagnosis) {
+        if (!diagnosis)
             return;
-        }
         SCOPED_TRACE(name_of(*refused.type) + " " + lua_quoted(shortened(refused.text)) + ": " + diagnosis->reason +
                      ": " + diagnosis->repair);
         EXPECT_TRUE(takes(*refused.type, diagnosis->repair, refused.mode));
@@ -115,9 +113,8 @@ TEST_F(DiagnosisTest, ClaimsWhatTheTypeSays)
 {
     const std::vector<Refused> all = refused_by_vectors();
     ASSERT_GT(all.size(), 2000U);
-    for (const Refused &refused : all) {
+    for (const Refused &refused : all)
         expect_true(refused);
-    }
     EXPECT_GT(limits_, 100U);
 }
 
@@ -131,9 +128,8 @@ TEST_F(DiagnosisTest, ClaimsWhatTheTypeSaysOfSpoiltSamples)
                 for (const char *by : {"", "\x01", "99999999999999999999999", "\xc3\xa4", "]", "x:"}) {
                     std::string text = sample;
                     text.replace(i, 1, by);
-                    if (!takes(*type, text, mode)) {
+                    if (!takes(*type, text, mode))
                         expect_true({type, text, mode});
-                    }
                 }
             }
         }
@@ -168,29 +164,24 @@ TEST_F(DiagnosisTest, EndsSoon)
     for (const char *piece : {"x", "1:", "[", "]", "[NODE", "64496 ", "0011.", "1-", "\xc3\xa4", "%", "no-export "}) {
         for (const std::size_t length : {100U, 300U, 1000U, 4000U, 65000U}) {
             std::string text;
-            while (text.size() < length) {
+            while (text.size() < length)
                 text += piece;
-            }
             texts.push_back(text + "?");
         }
     }
     for (const SYSDT_Record *type : session_.host().types()) {
         const std::uint8_t mode = session_.mode_for(*type);
-        for (const std::string &text : texts) {
-            if (type->formatIn != nullptr && !takes(*type, text, mode)) {
+        for (const std::string &text : texts)
+            if (type->formatIn != nullptr && !takes(*type, text, mode))
                 expect_true({type, text, mode});
-            }
-        }
     }
 }
 
 TEST_F(DiagnosisTest, EverySampleParses)
 {
-    for (const SYSDT_Record *type : session_.host().types()) {
-        for (const std::string &text : sample_of(type->typeId).texts) {
+    for (const SYSDT_Record *type : session_.host().types())
+        for (const std::string &text : sample_of(type->typeId).texts)
             EXPECT_TRUE(takes(*type, text, session_.mode_for(*type))) << name_of(*type) << " " << text;
-        }
-    }
 }
 
 TEST_F(DiagnosisTest, EveryKindThatTakesTextHasASample)

@@ -35,9 +35,8 @@ Bytes filled(const SYSDT_Record &type, Bytes value)
 std::vector<Bytes> sample_values(const SYSDT_Record &type)
 {
     std::vector<Bytes> list;
-    for (const std::string &text : sample_of(type.typeId).texts) {
+    for (const std::string &text : sample_of(type.typeId).texts)
         list.push_back(filled(type, parse_text(session(), type, text, session().mode_for(type)).data));
-    }
     return list;
 }
 
@@ -53,12 +52,10 @@ std::vector<Bytes> values_of(const SYSDT_Record &type)
 {
     std::vector<Bytes> list = sample_values(type);
     const auto known = test::values().find(name_of(type));
-    if (known != test::values().end()) {
+    if (known != test::values().end())
         list.insert(list.end(), known->second.begin(), known->second.end());
-    }
-    for (const Kind &kind : kinds(session(), type)) {
+    for (const Kind &kind : kinds(session(), type))
         list.push_back(bare_value(type, kind.number));
-    }
     list.push_back(Bytes(value_size(type)));
     return list;
 }
@@ -66,9 +63,8 @@ std::vector<Bytes> values_of(const SYSDT_Record &type)
 std::uint64_t big_endian(std::span<const std::uint8_t> bytes)
 {
     std::uint64_t number = 0;
-    for (const std::uint8_t byte : bytes) {
+    for (const std::uint8_t byte : bytes)
         number = number << 8 | byte;
-    }
     return number;
 }
 
@@ -84,9 +80,8 @@ void expect_tiled(const Explanation &explanation)
         at += part.size;
         const std::span<const std::uint8_t> bytes = explanation.bytes_of(part);
         const std::size_t width = part.numbers.empty() ? 0 : part.size / part.numbers.size();
-        for (std::size_t i = 0; i < part.numbers.size(); ++i) {
+        for (std::size_t i = 0; i < part.numbers.size(); ++i)
             EXPECT_EQ(part.numbers[i], big_endian(bytes.subspan(i * width, width))) << part.name;
-        }
     }
     EXPECT_EQ(at, explanation.bytes.size());
 }
@@ -128,15 +123,13 @@ void expect_lined_up(const std::string &text)
     std::string border;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
-        if (border.empty() && line.starts_with('+')) {
+        if (border.empty() && line.starts_with('+'))
             border = line;
-        }
         const bool ascii = std::ranges::all_of(line, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
         if (ascii && (line.starts_with('|') || line.starts_with('+'))) {
             ASSERT_EQ(line.size(), border.size()) << text;
-            for (std::size_t at = 0; at < border.size(); ++at) {
+            for (std::size_t at = 0; at < border.size(); ++at)
                 ASSERT_TRUE(border[at] != '+' || line[at] == line[0]) << text;
-            }
         }
     }
     EXPECT_FALSE(border.empty());
@@ -157,9 +150,8 @@ TEST_P(Explained, EveryByteIsToldOnce)
         expect_fields(type, value, explanation);
         expect_same_json(explanation);
         expect_lined_up(tool::explanation_text(explanation, false));
-        if (HasFailure()) {
+        if (HasFailure())
             return;
-        }
     }
 }
 
@@ -168,20 +160,18 @@ TEST_P(Explained, TheTextIsWhatTheTypePrints)
     const SYSDT_Record &type = session().type(GetParam());
     for (const Bytes &value : sample_values(type)) {
         const Explanation explanation = explanation_of(session(), type, value);
-        if (type.formatOut == nullptr) {
+        if (type.formatOut == nullptr)
             EXPECT_FALSE(explanation.no_text.empty());
-        } else {
+        else
             EXPECT_EQ(explanation.text, print_value(session(), type, value, session().mode_for(type)).text);
-        }
     }
 }
 
 std::vector<std::string> type_names()
 {
     std::vector<std::string> names;
-    for (const SYSDT_Record *type : session().host().types()) {
+    for (const SYSDT_Record *type : session().host().types())
         names.push_back(name_of(*type));
-    }
     return names;
 }
 
@@ -206,12 +196,10 @@ TEST(ExplainedKinds, EveryOneWithTextHasASample)
 {
     const SYSDT_Record &type = session().type("BOLPREFIX");
     std::set<std::uint32_t> sampled;
-    for (const Bytes &value : sample_values(type)) {
+    for (const Bytes &value : sample_values(type))
         sampled.insert(kind_of(value));
-    }
-    for (const Kind &kind : kinds(session(), type)) {
+    for (const Kind &kind : kinds(session(), type))
         EXPECT_EQ(sampled.contains(kind.number), kind.takes_text) << kind.name;
-    }
 }
 
 TEST(ExplainedKinds, SamplesAreOfTheKindThatTheyAreToldOf)

@@ -23,14 +23,11 @@ struct Table {
     explicit Table(const SYSDT_Record &type, const std::vector<Bytes> &list) : order(type), size(list.size())
     {
         std::vector<Bytes> keys(size, Bytes(order.key_size()));
-        for (std::size_t i = 0; i < size; ++i) {
+        for (std::size_t i = 0; i < size; ++i)
             order.make_key(list[i], keys[i].data());
-        }
-        for (const Bytes &first : keys) {
-            for (const Bytes &second : keys) {
+        for (const Bytes &first : keys)
+            for (const Bytes &second : keys)
                 signs.push_back(sign(order.compare(order.key(first.data()), order.key(second.data()))));
-            }
-        }
     }
     int at(std::size_t first, std::size_t second) const { return signs[first * size + second]; }
 
@@ -70,19 +67,16 @@ TEST_P(Order, IsTransitive)
 {
     const Table table(type, list);
     for (std::size_t a = 0; a < table.size; ++a) {
-        for (std::size_t b = 0; b < table.size; ++b) {
-            for (std::size_t c = 0; table.at(a, b) < 0 && c < table.size; ++c) {
+        for (std::size_t b = 0; b < table.size; ++b)
+            for (std::size_t c = 0; table.at(a, b) < 0 && c < table.size; ++c)
                 ASSERT_TRUE(table.at(b, c) >= 0 || table.at(a, c) < 0) << a << " " << b << " " << c;
-            }
-        }
     }
 }
 
 TEST_P(Order, IsTheTypesOwnWhereItOrders)
 {
-    if (type.compare == nullptr) {
+    if (type.compare == nullptr)
         return;
-    }
     const Table table(type, list);
     for (std::size_t a = 0; a < table.size; ++a) {
         for (std::size_t b = 0; b < table.size; ++b) {
@@ -97,34 +91,29 @@ TEST_P(Order, IsTheTypesOwnWhereItOrders)
 /// The numbers of a type decide on this machine as on the target.
 TEST(CompareReads, NumbersOrBytes)
 {
-    for (const char *numbers : {"VRFID2VRFNAME", "ASNUM", "ASNUMEXT", "VPNID", "EVNPREFIX", "L2VPNPREFIX"}) {
+    for (const char *numbers : {"VRFID2VRFNAME", "ASNUM", "ASNUMEXT", "VPNID", "EVNPREFIX", "L2VPNPREFIX"})
         EXPECT_TRUE(compares_numbers(session().type(numbers))) << numbers;
-    }
     if (std::endian::native == std::endian::little) {
-        for (const char *bytes :
-             {"COMMUNITY", "LARGECOMMUNITY", "VRFRD", "ASNUM_ENHANCE", "MDTPREFIX", "BGPLSPREFIX"}) {
+        for (const char *bytes : {"COMMUNITY", "LARGECOMMUNITY", "VRFRD", "ASNUM_ENHANCE", "MDTPREFIX", "BGPLSPREFIX"})
             EXPECT_FALSE(compares_numbers(session().type(bytes))) << bytes;
-        }
     }
 }
 
 std::vector<std::string> type_names()
 {
     std::vector<std::string> names;
-    for (const SYSDT_Record *type : session().host().types()) {
+    for (const SYSDT_Record *type : session().host().types())
         names.push_back(name_of(*type));
-    }
     return names;
 }
 
 /// Keys of EVPN routes are those whose Compare orders some and not others.
 TEST(Vectors, HaveValuesOfEveryExtendedType)
 {
-    for (const std::string &name : type_names()) {
+    for (const std::string &name : type_names())
         if (session().type(name).baseKind != SYSDT_KIND_BINARY) {
             EXPECT_GT(values().contains(name) ? values().at(name).size() : 0, 1U) << name;
         }
-    }
     EXPECT_GT(values().at("EVNPREFIX").size(), 50U);
 }
 

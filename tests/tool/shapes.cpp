@@ -12,9 +12,8 @@ std::uint32_t deliver(SYSDT_Context *context, std::uint16_t kind, const void *by
                       std::uint16_t *out_kind, std::uint16_t *out_length, void **out_data)
 {
     void *block = SYS_DataTypeMallocByHandle(context->handle, static_cast<std::uint32_t>(size));
-    if (block == nullptr) {
+    if (block == nullptr)
         return SYSDT_ERR_NO_MEMORY;
-    }
     *out_kind = kind;
     *out_length = static_cast<std::uint16_t>(size);
     *out_data = std::memcpy(block, bytes, size);
@@ -207,8 +206,7 @@ const SYSDT_Record records[] = {
 
 extern "C" __attribute__((visibility("default"))) std::uint32_t Bgp_InitDataType(std::uint32_t handle)
 {
-    for (const SYSDT_Record &record : records) {
+    for (const SYSDT_Record &record : records)
         SYS_Drm_RegisterDataType(handle, &record);
-    }
     return SYSDT_OK;
 }

@@ -61,9 +61,8 @@ std::vector<Case> read_cases(const fs::path &file)
     for (int number = 1; std::getline(stream, line); ++number) {
         const std::string place = file.filename().string() + ":" + std::to_string(number);
         const std::string rest = line.size() > 2 ? line.substr(2) : "";
-        if (line.empty() || line[0] == '#') {
+        if (line.empty() || line[0] == '#')
             continue;
-        }
         if (line[0] == '$') {
             Case &test = cases.emplace_back();
             test.place = place;
@@ -117,24 +116,21 @@ public:
         EXPECT_EQ(WEXITSTATUS(status), test_.exit);
         expect_output(printed);
         EXPECT_EQ(complaints.empty(), test_.errors.empty());
-        for (const std::string &part : test_.errors) {
+        for (const std::string &part : test_.errors)
             EXPECT_NE(complaints.find(part), std::string::npos) << "must say: " << part;
-        }
     }
 
 private:
     void expect_output(const std::string &printed) const
     {
-        for (const std::string &part : test_.parts) {
+        for (const std::string &part : test_.parts)
             EXPECT_NE(printed.find(part), std::string::npos) << "must print: " << part << "\nprinted: " << printed;
-        }
         if (!test_.values.empty()) {
             expect_json(test_, printed);
         } else if (test_.parts.empty()) {
             std::string wanted;
-            for (const std::string &line : test_.lines) {
+            for (const std::string &line : test_.lines)
                 wanted += line + "\n";
-            }
             EXPECT_EQ(printed, wanted);
         }
     }
@@ -157,11 +153,9 @@ int main(int argc, char **argv)
     fs::current_path(argv[1]);
 
     std::vector<std::vector<Case>> files;
-    for (const fs::directory_entry &entry : fs::directory_iterator(".")) {
-        if (entry.path().extension() == ".cases") {
+    for (const fs::directory_entry &entry : fs::directory_iterator("."))
+        if (entry.path().extension() == ".cases")
             files.push_back(read_cases(entry.path()));
-        }
-    }
     for (const auto &file : files) {
         for (const Case &test : file) {
             testing::RegisterTest("CommandLine", test.place.c_str(), nullptr, nullptr, __FILE__, __LINE__,

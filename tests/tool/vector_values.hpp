@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A session with the plug-in under test, and the values of the vectors.
-#ifndef BGPDT_TESTS_TOOL_VECTOR_VALUES_HPP
-#define BGPDT_TESTS_TOOL_VECTOR_VALUES_HPP
+#pragma once
 
 #include <algorithm>
 #include <cstdlib>
@@ -54,5 +53,3 @@ inline const std::map<std::string, std::vector<Bytes>> &values()
 }
 
 } // namespace bgpdt::test
-
-#endif

@@ -13,22 +13,18 @@ constexpr uint16_t number_type = 0x7001;
 uint32_t number_in(SYSDT_Context *context, uint32_t, uint32_t text_length, char *text, uint16_t *kind, uint16_t *length,
                    void **data)
 {
-    if (context->mode > 6) {
+    if (context->mode > 6)
         return SYSDT_ERR_UNSUPPORTED;
-    }
-    if (text_length != std::strlen(text) + 1) {
+    if (text_length != std::strlen(text) + 1)
         return SYSDT_ERR_LENGTH;
-    }
     uint32_t number = 0;
-    if (PAL_StrToUint32(SYSDT_BTrim(text), &number) != SYSDT_OK) {
+    if (PAL_StrToUint32(SYSDT_BTrim(text), &number) != SYSDT_OK)
         return SYSDT_ERR_INVALID_VALUE;
-    }
     *kind = number_type;
     *length = sizeof number;
     *data = SYS_DataTypeMallocByHandle(context->handle, sizeof number);
-    if (*data == nullptr) {
+    if (*data == nullptr)
         return SYSDT_ERR_NO_MEMORY;
-    }
     std::memcpy(*data, &number, sizeof number);
     return SYSDT_OK;
 }
@@ -37,18 +33,15 @@ uint32_t number_in(SYSDT_Context *context, uint32_t, uint32_t text_length, char 
 uint32_t number_out(SYSDT_Context *context, uint32_t type, uint32_t data_length, const void *data, uint16_t *kind,
                     uint16_t *length, void **out)
 {
-    if (type != number_type) {
+    if (type != number_type)
         return SYSDT_ERR_MISMATCH;
-    }
-    if (context->mode == 5) {
+    if (context->mode == 5)
         return SYSDT_OK;
-    }
     uint32_t number;
     std::memcpy(&number, data, sizeof number);
     *out = SYS_DataTypeMallocByHandle(context->handle, 64);
-    if (*out == nullptr) {
+    if (*out == nullptr)
         return SYSDT_ERR_NO_MEMORY;
-    }
     if (context->mode == 0) {
         *length = 64;
         return SYSDT_ERR_OUTPUT;
@@ -61,29 +54,24 @@ uint32_t number_out(SYSDT_Context *context, uint32_t type, uint32_t data_length,
 
 uint32_t number_check(const void *first, uint32_t, uint32_t data_length, const void *data)
 {
-    if (first == nullptr || data == nullptr) {
+    if (first == nullptr || data == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
     return data_length == sizeof(uint32_t) ? SYSDT_OK : SYSDT_ERR_LENGTH;
 }
 
 uint32_t number_help(SYSDT_Context *context, uint32_t, uint32_t, const void *fourth, const SYSDT_HelpRequest *request,
                      SYSDT_HelpInfo *info)
 {
-    if (fourth == nullptr || request->first == 0 || request->second == 0) {
+    if (fourth == nullptr || request->first == 0 || request->second == 0)
         return SYSDT_ERR_PARAM;
-    }
-    if (context->mode == 2) {
+    if (context->mode == 2)
         return SYSDT_OK;
-    }
-    if (SYSDT_InitHelpInfo(context->handle, info, 2) != SYSDT_OK) {
+    if (SYSDT_InitHelpInfo(context->handle, info, 2) != SYSDT_OK)
         return SYSDT_ERR_NO_MEMORY;
-    }
     const char text[] = "INTEGER<0-4294967295>";
     info->entries[0] = static_cast<char *>(SYS_DataTypeMallocByHandle(context->handle, sizeof text));
-    if (info->entries[0] == nullptr) {
+    if (info->entries[0] == nullptr)
         return SYSDT_ERR_NO_MEMORY; // what is prepared is left to the host
-    }
     std::memcpy(info->entries[0], text, sizeof text);
     return context->mode == 1 ? SYSDT_OK : SYSDT_ERR_FAIL;
 }
@@ -97,9 +85,8 @@ int32_t number_compare(const void *, uint32_t data_length, const void *first, co
 
 uint32_t number_swap(void *first, uint32_t, uint32_t, void *data)
 {
-    if (first == nullptr || data == nullptr) {
+    if (first == nullptr || data == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
     auto *const bytes = static_cast<uint8_t *>(data);
     for (int i = 0; i < 2; ++i) {
         const uint8_t byte = bytes[i];
@@ -151,19 +138,16 @@ uint32_t pair_set(void *state, int32_t table, const char *name, uint32_t, uint32
 uint32_t pair_get(void *state, int32_t table, const char *name, uint32_t, uint32_t length, void *data)
 {
     auto *const bytes = static_cast<uint8_t *>(data);
-    if (data == nullptr) {
+    if (data == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    }
-    if (length < 2) {
+    if (length < 2)
         return SYSDT_ERR_PARAM;
-    }
     SYSDT_SPTI_GetField(state, table, name);
     const char *const keys[] = {"first", "second"};
     for (int i = 0; i < 2; ++i) {
         SYSDT_SPTI_GetField(state, -1 - i, keys[i]);
-        if (SYSDT_SPTI_IsNumber(state, -1) == 0) {
+        if (SYSDT_SPTI_IsNumber(state, -1) == 0)
             return SYSDT_ERR_PARAM;
-        }
         bytes[i] = static_cast<uint8_t>(SYSDT_SPTI_ToUInt(state, -1));
     }
     return SYSDT_OK;
