@@ -8,28 +8,21 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #pragma GCC visibility push(default)
 #include "bgp_datatype/host.h"
+#include "host/registration.hpp"
 
 struct lua_State;
 
 namespace bgpdt::host {
 
 using Bytes = std::vector<std::uint8_t>;
-
-/// The plug-in cannot be loaded, a names file cannot be read.
-class HostError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// What a conversion answered.
 struct Converted {
@@ -42,24 +35,13 @@ struct Converted {
     std::string_view text() const;
 };
 
-/// One diagnostic raised through KPL_Assert.
-struct Diagnostic {
-    std::string source;
-    std::uint32_t line;
-    std::string message;
-};
-
 /// A loaded plug-in and the records it registered. Only one may live at a time: the services are the process's.
 ///
 /// Conversions and what else calls a record's operations may run in several threads at once, those with script values
 /// on a Lua state for each thread; no load_names() meanwhile, and no plug-in that raises diagnostics in its operations.
 class Host {
 public:
-    /// Decides whether a record is taken: returns the status that the plug-in sees. The default takes all. What it
-    /// throws comes out of the constructor, after the registration.
-    using Admission = std::function<std::uint32_t(const SYSDT_Record &)>;
-
-    /// Loads the plug-in and lets it register its types.
+    /// Loads the plug-in and lets it register its types; by default all are taken.
     /// @throws HostError with the reason if it cannot be loaded, or another Host lives
     explicit Host(const std::filesystem::path &plugin, Admission admission = {});
     ~Host();

@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "host/ascii.hpp"
-#include "host/host.hpp"
+#include "host/registration.hpp"
 
 namespace bgpdt::host {
 namespace {

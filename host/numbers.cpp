@@ -21,10 +21,11 @@ uint32_t read_decimal(const char *text, Number *number)
         return SYSDT_ERR_NULL_PTR;
     Number value = 0;
     const char *at = text;
-    for (; is_digit(*at); ++at)
+    for (; is_digit(*at); ++at) {
         if (__builtin_mul_overflow(value, Number{10}, &value) ||
             __builtin_add_overflow(value, static_cast<Number>(*at - '0'), &value))
             return SYSDT_ERR_FAIL;
+    }
     if (at == text || *at != '\0')
         return SYSDT_ERR_FAIL;
     *number = value;

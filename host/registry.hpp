@@ -6,8 +6,8 @@
 #include <exception>
 #include <vector>
 
-#include "host/host.hpp"
 #include "host/names.hpp"
+#include "host/registration.hpp"
 
 namespace bgpdt::host {
 
@@ -15,7 +15,7 @@ struct Registry {
     /// Owner of the registrations and of the blocks that conversions take.
     static constexpr std::uint32_t handle = 0xB69D7001;
 
-    Host::Admission admission;
+    Admission admission;
     std::exception_ptr failure; ///< thrown by the admission; the plug-in's frames must not be unwound
     std::vector<const SYSDT_Record *> records;
     std::vector<Diagnostic> diagnostics;

@@ -55,11 +55,12 @@ Edit regrouped(const std::string &text, std::size_t begin, const Groups &groups)
 {
     std::string digits;
     std::size_t end = begin;
-    for (; end < text.size() && digits.size() < groups.width * groups.count; ++end)
+    for (; end < text.size() && digits.size() < groups.width * groups.count; ++end) {
         if (is_hex(text[end]))
             digits += text[end];
         else if (text[end] != ':' && text[end] != '.' && text[end] != '-')
             return {begin, 0, ""};
+    }
     const bool enough = digits.size() == groups.width * groups.count && !is_inner_at(text, end);
     return enough ? Edit{begin, end - begin, groups.laid_out(digits)} : Edit{begin, 0, ""};
 }

@@ -198,11 +198,12 @@ constexpr const char *scan_string(const char *at, std::span<char> string)
 template <FixedString Format, Piece piece>
 constexpr const char *scan_literal(const char *at)
 {
-    for (u32 i = piece.begin; i < piece.begin + piece.length; ++i)
+    for (u32 i = piece.begin; i < piece.begin + piece.length; ++i) {
         if (is_space(Format.text[i]))
             at = skip_space(at);
         else if (*at++ != Format.text[i])
             return nullptr;
+    }
     return at;
 }
 

@@ -17,11 +17,12 @@ i32 SYSDT_atoul(const char *text, u32 *number)
 u32 SYSDT_getStrDotNum(const char *text)
 {
     u32 dots = 0;
-    for (; *text != '\0'; ++text)
+    for (; *text != '\0'; ++text) {
         if (*text == '.')
             ++dots;
         else if (!format::is_digit(*text))
             return SYSDT_ERR_FAIL; // in the count's place: callers take anything above their limit for a failure
+    }
     return dots;
 }
 

@@ -13,13 +13,14 @@
 
 namespace {
 
+using bgpdt::host::Admission;
 using bgpdt::host::Bytes;
 using bgpdt::host::Converted;
 using bgpdt::host::Host;
 using bgpdt::host::HostError;
 
 /// What creating a host complains about; empty when it does not.
-std::string complaint(const std::filesystem::path &plugin, Host::Admission admission = {})
+std::string complaint(const std::filesystem::path &plugin, Admission admission = {})
 {
     try {
         const Host host(plugin, std::move(admission));

@@ -1,14 +1,14 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
-# rooms.sh TOP: what the files of the toolkit and the fronts include stands below them: the files in no circle, a header
+# rooms.sh TOP: what the files of host, toolkit and fronts include stands below them: the files in no circle, a header
 # and its source being one, and the rooms as the list has them.
 set -eu
 cd "$1"
-allowed=' toolkit:bgp_datatype toolkit:host tool:host tool:toolkit lua:toolkit sqlite:host sqlite:toolkit '
+allowed=' host:bgp_datatype toolkit:bgp_datatype toolkit:host tool:host tool:toolkit lua:toolkit sqlite:host sqlite:toolkit '
 pairs=$(mktemp)
 trap 'rm -f "$pairs"' EXIT
 
-grep -H '^#include "' toolkit/*.?pp tool/*.?pp lua/*.?pp sqlite/*.?pp | sed 's/:#include "\(.*\)"$/ \1/' |
+grep -H '^#include "' host/*.?pp toolkit/*.?pp tool/*.?pp lua/*.?pp sqlite/*.?pp | sed 's/:#include "\(.*\)"$/ \1/' |
     while read -r file included; do
         [ ! -e "${file%/*}/$included" ] || included=${file%/*}/$included
         echo "${file%.?pp} ${included%.?pp}"
