@@ -9,7 +9,7 @@ cmake_dependent_option(BGPDT_BENCHMARKS "Build the benchmark (needs Google Bench
 option(BGPDT_CALL_GRAPH "Let g++ tell the plug-in's call graph and stack, and test their limits (for powerpc)" OFF)
 cmake_dependent_option(BGPDT_FUZZING "Build the fuzzers, and instrument for them (needs clang)" OFF BGPDT_HOST OFF)
 option(BGPDT_PACKAGES "Make Debian packages with CPack; nothing in them tells where they were built" OFF)
-option(BGPDT_COVERAGE "Instrument for coverage" OFF)
+option(BGPDT_COVERAGE "Instrument for coverage of lines, branches and conditions (needs clang 18)" OFF)
 option(BGPDT_VALGRIND "Test the vectors under valgrind's memcheck too" OFF)
 set(BGPDT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
 # Other programs load these: a sanitizer's runtime would have to come first in them.
@@ -45,6 +45,6 @@ if(BGPDT_FUZZING)
     add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
 endif()
 if(BGPDT_COVERAGE)
-    add_compile_options(--coverage -fprofile-update=atomic) # threads count too
-    add_link_options(--coverage)
+    add_compile_options(-fprofile-instr-generate -fcoverage-mapping -fcoverage-mcdc -fprofile-update=atomic)
+    add_link_options(-fprofile-instr-generate)
 endif()

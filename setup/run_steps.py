@@ -43,7 +43,7 @@ STEPS = (
     Step("i686", "the suite as a 32-bit little-endian build", ("i686",)),
     Step("fuzz", "half a minute of fuzzing"),
     Step("sweeps", "every case that other steps thin out", ("release", "ppc")),
-    Step("coverage", "what the suite reaches of the plug-in", ("release", "coverage")),
+    Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage")),
     Step("tsan", "every vector line from eight threads at once, under TSan", ("tsan bgpdt_threads_test",)),
     Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
     Step("size", "(only when named) prints the footprint on the target", ("ppc",)),

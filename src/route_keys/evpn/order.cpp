@@ -44,18 +44,14 @@ i32 compare_piece(const u8 *first, const u8 *second)
             compare_addresses(first + piece.asked, second + piece.asked); // (23)
         return order;
     }
+    if constexpr (has_address(piece.kind))
+        return compare_ips(a, b);
     switch (piece.kind) {
     case Kind::number: return compare_numbers(load<u32>(a), load<u32>(b));
     case Kind::octet: return compare_numbers(*a, *b);
     case Kind::mac: return compare_bytes(sizeof SYSDT_EvpnMacIp::mac, a, b);
-    case Kind::segment:
-    case Kind::discovery_segment:
-    case Kind::sync_segment: return compare_bytes(esi_size, a, b);
-    case Kind::ip:
-    case Kind::prefix:
-    case Kind::member: break;
+    default: return compare_bytes(esi_size, a, b);
     }
-    return compare_ips(a, b);
 }
 
 template <const auto &route>
