@@ -40,6 +40,7 @@ STEPS = (
     Step("asan", "the suite under ASan and UBSan", ("asan",)),
     Step("tidy", "clang-tidy over the sources, its analyzer over the plug-in and the host", ("release",)),
     Step("valgrind", "the vectors under memcheck", ("release",)),
+    Step("msan", "the vectors under MSan, which looks at the plug-in", ("msan bgpdt_vectors_test",)),
     Step("i686", "the suite as a 32-bit little-endian build, under ASan", ("i686",)),
     Step("fuzz", "half a minute of fuzzing"),
     Step("sweeps", "every case that other steps thin out", ("release", "ppc")),

@@ -37,8 +37,9 @@ case $step in
 build)
     preset=$2
     case $preset in
-    ppc) "$top/setup/cross_lua.sh" powerpc-linux-gnu "$top/build/powerpc-lua" ;;
-    i686) "$top/setup/cross_lua.sh" i686-linux-gnu "$top/build/i686-lua" ;;
+    ppc) "$top/setup/build_lua.sh" powerpc-linux-gnu "$top/build/powerpc-lua" ;;
+    i686) "$top/setup/build_lua.sh" i686-linux-gnu "$top/build/i686-lua" ;;
+    msan) "$top/setup/build_lua.sh" x86_64-linux-gnu "$top/build/msan-lua" clang-19 -O1 -g1 -fsanitize=memory ;;
     esac
     configure "$preset"
     shift 2
@@ -52,6 +53,7 @@ i686)
     ASAN_OPTIONS=quarantine_size_mb=16 run_tests "$step"
     ;;
 sanitize) run_tests asan -R '^vectors$' ;;
+msan) run_tests msan -R '^vectors$' ;;
 tsan) run_tests tsan -R '^threads$' ;;
 valgrind) run_tests release -R '^valgrind' ;;
 sweeps)

@@ -1,8 +1,11 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
-# cross_lua.sh TARGET OUT: builds Lua for a target such as powerpc-linux-gnu from its Debian source package, into OUT.
+# build_lua.sh TARGET OUT [COMPILER OPTION...]: builds Lua for a target such as powerpc-linux-gnu from its Debian source
+# package, into OUT.
 set -eu
 target=$1 out=$2
+shift 2
+compiler=${*:-$target-gcc -O2}
 [ ! -f "$out/lib/liblua.a" ] || exit 0
 mkdir -p "$out/apt/lists/partial" "$out/source" "$out/include" "$out/lib"
 cd "$out"
@@ -19,7 +22,7 @@ cd source/lua5.4-*/src
 echo "#define DEB_HOST_MULTIARCH \"$target\"" >lua5.4-deb-multiarch.h # a file of the package's own build
 for file in l*.c; do
     case $file in lua.c | luac.c) continue ;; esac
-    "$target-gcc" -O2 -fPIC -DLUA_USE_LINUX -DLUA_COMPAT_5_3 -c "$file"
+    $compiler -fPIC -DLUA_USE_LINUX -DLUA_COMPAT_5_3 -c "$file"
 done
 cp lua.h luaconf.h lualib.h lauxlib.h lua.hpp lua5.4-deb-multiarch.h "$out/include/"
 "$target-ar" rcs "$out/lib/liblua.a" l*.o
