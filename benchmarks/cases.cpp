@@ -37,7 +37,7 @@ Subject subject_of(const host::Host &host, const std::string &name)
     const bool rd = name.starts_with("BOLRD");
     const auto *row =
         static_cast<const SYSDT_DispatchRow *>(host.symbol(rd ? "g_astBOL_RD_ProcTable" : "g_astBOL_PREFIX_ProcTable"));
-    for (int rows = rd ? 1 : SYSDT_BOL_KINDS; rows != 0; --rows, ++row)
+    for (u32 rows = rd ? u32{SYSDT_BOLRD_KINDS} : u32{SYSDT_BOL_KINDS}; rows != 0; --rows, ++row)
         if (name.substr(slash + 1) == row->name)
             return {type, row};
     fail("no row " + name);

@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include "bgp_datatype/values.h"
 #include "host/host.hpp"
 #include "support/every_line.hpp"
-#include "support/expected_records.hpp"
 #include "support/faults.hpp"
 #include "support/registry.hpp"
 #include "support/setting.hpp"
@@ -57,13 +57,12 @@ public:
     }
 
 private:
-    static constexpr std::uint32_t record_count =
-        expected::name_index_records.size() + expected::extended_records.size();
+    static constexpr std::uint32_t record_count = SYSDT_NAME_INDEX_TYPE_COUNT + SYSDT_EXTEND_TYPE_COUNT;
 
     static void expect_diagnostic(const host::Diagnostic &diagnostic, std::size_t number, std::uint32_t status,
                                   Report &report)
     {
-        const bool name_index = number <= expected::name_index_records.size();
+        const bool name_index = number <= SYSDT_NAME_INDEX_TYPE_COUNT;
         const std::string what = name_index ? "RegisterDataType Ret:" : "RegisterDataTypeExt Ret:";
         report.same("the source", std::string("kpl_datatype_func_bgp_init"), diagnostic.source);
         report.same<std::uint32_t>("the line", name_index ? 197 : 210, diagnostic.line);

@@ -23,11 +23,45 @@ uint32_t BGP_RegisterDataType(uint32_t handle);
 /** Registers the types with callbacks of their own. Always 0. */
 uint32_t BGP_RegisterExtendDataType(uint32_t handle);
 
-#define SYSDT_EXTEND_TYPE_COUNT 25
-#define SYSDT_NAME_INDEX_TYPE_COUNT 8
 /** What the registration functions register, in that order. */
 extern const SYSDT_Record g_astBgpDataTypeExtendDefineTbl[SYSDT_EXTEND_TYPE_COUNT];
 extern const SYSDT_Record g_astBgpDataTypeNameIndexDefineTbl[SYSDT_NAME_INDEX_TYPE_COUNT];
+
+/* ------------------------------------------------------------------------------------------------ callbacks */
+
+/* Of every type and every kind of route key, as the tables in values.h name them; some are the host's. */
+
+#define SYSDT_DECLARE_formatIn(name) SYSDT_FormatIn name;
+#define SYSDT_DECLARE_formatOut(name) SYSDT_FormatOut name;
+#define SYSDT_DECLARE_check(name) SYSDT_Check name;
+#define SYSDT_DECLARE_help(name) SYSDT_Help name;
+#define SYSDT_DECLARE_compare(name) SYSDT_Compare name;
+#define SYSDT_DECLARE_luaSet(name) SYSDT_LuaSet name;
+#define SYSDT_DECLARE_luaGet(name) SYSDT_LuaGet name;
+#define SYSDT_DECLARE_endian(name) SYSDT_Endian name;
+#define SYSDT_DECLARE_SLOT(slot, name) SYSDT_DECLARE_##slot(name)
+#define SYSDT_DECLARE_TYPE(name, id, kind, size, layout, about, texts, slots) slots
+#define SYSDT_DECLARE_ROW(kind, name, layout, reader, texts, slots)                                                    \
+    SYSDT_ScriptReader reader;                                                                                         \
+    slots
+#define SYSDT_DECLARE_RD_ROW(kind, name, texts, slots) slots
+
+SYSDT_EXTEND_TYPES(SYSDT_DECLARE_TYPE, SYSDT_DECLARE_SLOT)
+SYSDT_BOL_ROWS(SYSDT_DECLARE_ROW, SYSDT_DECLARE_SLOT)
+SYSDT_BOLRD_ROWS(SYSDT_DECLARE_RD_ROW, SYSDT_DECLARE_SLOT)
+
+#undef SYSDT_DECLARE_formatIn
+#undef SYSDT_DECLARE_formatOut
+#undef SYSDT_DECLARE_check
+#undef SYSDT_DECLARE_help
+#undef SYSDT_DECLARE_compare
+#undef SYSDT_DECLARE_luaSet
+#undef SYSDT_DECLARE_luaGet
+#undef SYSDT_DECLARE_endian
+#undef SYSDT_DECLARE_SLOT
+#undef SYSDT_DECLARE_TYPE
+#undef SYSDT_DECLARE_ROW
+#undef SYSDT_DECLARE_RD_ROW
 
 /* ------------------------------------------------------------------------------------------------ text helpers */
 
@@ -55,26 +89,6 @@ uint32_t SYSDT_GetSectionPos(uint32_t section, uint32_t separatorPosition, uint3
 uint32_t SYSDT_Str2AsNum(char *text, SYSDT_AsNum *out);
 /** As SYSDT_Str2AsNum, but takes a plain 0 too. */
 uint32_t SYSDT_Str2AsNumExt(char *text, SYSDT_AsNum *out);
-
-SYSDT_FormatIn SYSDT_AsNumFormatIn;
-SYSDT_FormatOut SYSDT_AsNumFormatOut;
-SYSDT_Check SYSDT_AsNumCheck;
-SYSDT_Help SYSDT_AsNumHelp;
-SYSDT_LuaSet SYSDT_AsNumLuaSet;
-SYSDT_LuaGet SYSDT_AsNumLuaGet;
-SYSDT_Endian SYSDT_AsNumLuaEndian;
-
-SYSDT_FormatIn SYSDT_AsNumExtFormatIn;
-SYSDT_FormatOut SYSDT_AsNumExtFormatOut;
-SYSDT_Check SYSDT_AsNumExtCheck;
-
-SYSDT_FormatIn SYSDT_AsNumEnhanceFormatIn;
-SYSDT_FormatOut SYSDT_AsNumEnhanceFormatOut;
-SYSDT_Check SYSDT_AsNumEnhanceCheck;
-SYSDT_Help SYSDT_AsNumEnhanceHelp;
-SYSDT_LuaSet SYSDT_AsNumEnLuaSet;
-SYSDT_LuaGet SYSDT_AsNumEnLuaGet;
-SYSDT_Endian SYSDT_AsNumEnhanceLuaEndian;
 
 /* ------------------------------------------------------------------------------------------------ communities */
 
@@ -106,23 +120,6 @@ uint32_t BRM_GetWellKnownCmyVal(uint32_t handle, uint32_t textLength, SYSDT_Comm
  */
 uint32_t SYSDT_FormatNoWellKnowCmy(uint32_t *characters, char *buffer, void **outData, const SYSDT_Community *value);
 
-SYSDT_FormatIn SYSDT_CommunityFormatIn;
-SYSDT_FormatOut SYSDT_CommunityFormatOut;
-SYSDT_Check SYSDT_CommunityCheck;
-SYSDT_Help SYSDT_CommunityHelp;
-SYSDT_Compare SYSDT_CommunityCompare;
-SYSDT_LuaSet SYSDT_CommunityLuaSet;
-SYSDT_LuaGet SYSDT_CommunityLuaGet;
-SYSDT_Endian SYSDT_CommunityEndian;
-
-SYSDT_FormatIn SYSDT_CMNTYEnhanceFormatIn;
-SYSDT_FormatOut SYSDT_CMNTYEnhanceFormatOut;
-SYSDT_Check SYSDT_CMNTYEnhanceCheck;
-SYSDT_Help SYSDT_CMNTYEnhanceHelp;
-SYSDT_LuaSet SYSDT_CmntyEnLuaSet;
-SYSDT_LuaGet SYSDT_CmntyEnLuaGet;
-SYSDT_Endian SYSDT_CmntyEnhanceLuaEndian;
-
 /**
  * Parses a large community a:b:c (RFC 8092).
  *
@@ -133,15 +130,6 @@ SYSDT_Endian SYSDT_CmntyEnhanceLuaEndian;
 uint32_t SYSDT_Str2LargeCommunity(uint32_t handle, char *text, SYSDT_LargeCommunity *out);
 /** Reads the three numbers of a text known to hold two colons: 0, SYSDT_ERR_NULL_PTR or SYSDT_ERR_FAIL. */
 uint32_t SYSDT_Str2LargeCommunityForTwoColonType(const char *text, SYSDT_LargeCommunity *out);
-
-SYSDT_FormatIn SYSDT_LargeCommunityFormatIn;
-SYSDT_FormatOut SYSDT_LargeCommunityFormatOut;
-SYSDT_Check SYSDT_LargeCommunityCheck;
-SYSDT_Help SYSDT_LargeCommunityHelp;
-SYSDT_Compare SYSDT_LargeCommunityCompare;
-SYSDT_LuaSet SYSDT_LargeCommunityLuaSet;
-SYSDT_LuaGet SYSDT_LargeCommunityLuaGet;
-SYSDT_Endian SYSDT_LargeCommunityEndian;
 
 /**
  * Parses an extended community from its route target form (RFC 4360, RFC 5668).
@@ -154,23 +142,6 @@ uint32_t SYSDT_Str2ExtCommunity(char *text, SYSDT_Octets *value);
 uint32_t SYSDT_ExtCommunity2StrRT4AS(const SYSDT_Octets *value, uint32_t *length, char *buffer);
 /** Prints AS number and bandwidth into 256 characters. 0 or SYSDT_ERR_NULL_PTR. */
 uint32_t SYSDT_ExtCommunity2StrBW(const SYSDT_Octets *value, uint32_t *length, char *buffer);
-
-SYSDT_FormatIn SYSDT_ExtCommunityFormatIn;
-SYSDT_FormatOut SYSDT_ExtCommunityFormatOut;
-SYSDT_Check SYSDT_ExtCommunityCheck;
-SYSDT_Help SYSDT_ExtCommunityHelp;
-SYSDT_Compare SYSDT_ExtCommunityCompare;
-SYSDT_LuaSet SYSDT_ExtCommunityLuaSet;
-SYSDT_LuaGet SYSDT_ExtCommunityLuaGet;
-SYSDT_Endian SYSDT_EXTCommunityEndian;
-
-SYSDT_FormatOut SYSDT_ExtCommunityBwFormatOut;
-SYSDT_Check SYSDT_ExtCommunityBwCheck;
-SYSDT_Help SYSDT_ExtCommunityBwHelp;
-SYSDT_Compare SYSDT_ExtCommunityBwCompare;
-SYSDT_LuaSet SYSDT_ExtCommunityBwLuaSet;
-SYSDT_LuaGet SYSDT_ExtCommunityBwLuaGet;
-SYSDT_Endian SYSDT_EXTCommunityBwEndian;
 
 /* ------------------------------------------------------------------------------------------------ VPN identifiers */
 
@@ -201,77 +172,8 @@ uint32_t SYSDT_Str2VpnId(char *text, SYSDT_VpnId *output);
 /** Prints a VPN identifier into 256 characters. 0 or SYSDT_ERR_NULL_PTR. */
 uint32_t SYSDT_VpnId2Str(const SYSDT_VpnId *input, uint32_t *outputLength, char *buffer);
 
-SYSDT_FormatIn SYSDT_VrfRdFormatIn;
-SYSDT_FormatOut SYSDT_VrfRdFormatOut;
-SYSDT_Check SYSDT_VrfRdCheck;
-SYSDT_Help SYSDT_VrfRdHelp;
-SYSDT_Compare SYSDT_VrfRdCompare;
-SYSDT_LuaSet SYSDT_VrfRdLuaSet;
-SYSDT_LuaGet SYSDT_VrfRdLuaGet;
-SYSDT_Endian SYSDT_VrfRdEndian;
-
-SYSDT_FormatIn SYSDT_VrfRtFormatIn;
-SYSDT_FormatOut SYSDT_VrfRtFormatOut;
-SYSDT_Check SYSDT_VrfRtCheck;
-SYSDT_Help SYSDT_VrfRtHelp;
-SYSDT_Compare SYSDT_VrfRtCompare;
-SYSDT_LuaSet SYSDT_VrfRtLuaSet;
-SYSDT_LuaGet SYSDT_VrfRtLuaGet;
-SYSDT_Endian SYSDT_VrfRtEndian;
-
-SYSDT_FormatIn SYSDT_SooFormatIn;
-SYSDT_FormatOut SYSDT_SooFormatOut;
-SYSDT_Check SYSDT_SooCheck;
-SYSDT_Help SYSDT_SooHelp;
-SYSDT_Compare SYSDT_SooCompare;
-SYSDT_LuaSet SYSDT_SooLuaSet;
-SYSDT_LuaGet SYSDT_SooLuaGet;
-SYSDT_Endian SYSDT_SooEndian;
-
-SYSDT_FormatIn SYSDT_VrfRtV6FormatIn;
-SYSDT_FormatOut SYSDT_VrfRtV6FormatOut;
-SYSDT_Check SYSDT_VrfRtV6Check;
-SYSDT_Help SYSDT_VrfRtV6Help;
-SYSDT_Compare SYSDT_VrfRtV6Compare;
-SYSDT_LuaSet SYSDT_VrfRtV6LuaSet;
-SYSDT_LuaGet SYSDT_VrfRtV6LuaGet;
-SYSDT_Endian SYSDT_VrfRtV6Endian;
-
-SYSDT_FormatIn SYSDT_RtpRdFormatIn;
-SYSDT_FormatOut SYSDT_RtpRdFormatOut;
-SYSDT_Check SYSDT_RtpRdCheck;
-SYSDT_Help SYSDT_RtpRdHelp;
-SYSDT_Compare SYSDT_RtpRdCompare;
-SYSDT_LuaSet SYSDT_RtpRdLuaSet;
-SYSDT_LuaGet SYSDT_RtpRdLuaGet;
-
-SYSDT_FormatIn SYSDT_VpnIdFormatIn;
-SYSDT_FormatOut SYSDT_VpnIdFormatOut;
-SYSDT_Check SYSDT_VpnIdCheck;
-SYSDT_Help SYSDT_VpnIdHelp;
-SYSDT_Compare SYSDT_VpnIdCompare;
-SYSDT_LuaSet SYSDT_VpnIdLuaSet;
-SYSDT_LuaGet SYSDT_VpnIdLuaGet;
-SYSDT_Endian SYSDT_VpnIdEndian;
-
-SYSDT_FormatIn SYSDT_BolRdFormatIn;
-SYSDT_FormatOut SYSDT_BolRdFormatOut;
-SYSDT_Check SYSDT_BolRdCheck;
-SYSDT_Help SYSDT_BolRdHelp;
-SYSDT_Compare SYSDT_BolRdCompare;
-SYSDT_LuaSet SYSDT_BolRdLuaSet;
-SYSDT_LuaGet SYSDT_BolRdLuaGet;
-
-SYSDT_FormatIn SYSDT_VplsRDFormatIn;
-SYSDT_FormatOut SYSDT_VplsRDFormatOut;
-SYSDT_Check SYSDT_VplsRDCheck;
-SYSDT_Help SYSDT_VplsRDHelp;
-SYSDT_Compare SYSDT_VplsRDCompare;
-SYSDT_LuaSet SYSDT_VplsRDLuaSet;
-SYSDT_LuaGet SYSDT_VplsRDLuaGet;
-
 /** The kinds behind BOLRD's sub-kind word. */
-extern const SYSDT_DispatchRow g_astBOL_RD_ProcTable[1];
+extern const SYSDT_DispatchRow g_astBOL_RD_ProcTable[SYSDT_BOLRD_KINDS];
 
 /* ------------------------------------------------------------------------------------------------ route keys */
 
@@ -279,14 +181,6 @@ extern const SYSDT_DispatchRow g_astBOL_RD_ProcTable[1];
 extern const SYSDT_DispatchRow g_astBOL_PREFIX_ProcTable[SYSDT_BOL_KINDS];
 /** The readers of their script tables; each reads the fields of the table at the index itself. */
 extern const SYSDT_ScriptReadRow g_astBOL_PREFIX_LuaGetTable[SYSDT_BOL_KINDS];
-
-SYSDT_FormatIn SYSDT_BolPrefixFormatIn;
-SYSDT_FormatOut SYSDT_BolPrefixFormatOut;
-SYSDT_Check SYSDT_BolPrefixCheck;
-SYSDT_Help SYSDT_BolPrefixHelp;
-SYSDT_Compare SYSDT_BolPrefixCompare;
-SYSDT_LuaSet SYSDT_BolPrefixLuaSet;
-SYSDT_LuaGet SYSDT_BolPrefixLuaGet;
 
 /** An address as it is read from a script: which member is meant, the family says. 24 bytes. */
 typedef struct SYSDT_ScriptAddress {
@@ -303,21 +197,8 @@ typedef struct SYSDT_ScriptAddress {
  */
 uint32_t SYSDT_BolPrefixLuaParseToIPv4IPv6(void *state, uint32_t addressType, SYSDT_ScriptAddress *destination);
 
-SYSDT_FormatIn SYSDT_VplsAdPrefixFormatIn;
-SYSDT_FormatOut SYSDT_VplsAdPrefixFormatOut;
-SYSDT_Check SYSDT_VplsAdPrefixCheck;
-SYSDT_Help SYSDT_VplsAdPrefixHelp;
-SYSDT_Compare SYSDT_VplsAdPrefixCompare;
-SYSDT_LuaSet SYSDT_VplsAdPrefixLuaSet;
-SYSDT_LuaGet SYSDT_VplsAdPrefixLuaGet;
-SYSDT_ScriptReader SYSDT_VplsAdPrefixNewLuaGet;
-
 /** Prints the address into 256 characters. 0, SYSDT_ERR_NULL_PTR or SYSDT_ERR_FAIL. */
 uint32_t SYSDT_Ipv6Prefix2Str(const SYSDT_BolIpv6 *value, char *buffer, uint32_t *outputLength);
-SYSDT_FormatIn SYSDT_Ipv6BolPrefixFormatIn;
-SYSDT_FormatOut SYSDT_Ipv6BolPrefixFormatOut;
-SYSDT_LuaSet SYSDT_Ipv6BolPrefixLuaSet;
-SYSDT_ScriptReader SYSDT_Ipv6BolPrefixNewLuaGet;
 
 /**
  * Parses an extended route target: the route target's forms, zero included, or six octets as "aabb-ccdd-eeff".
@@ -331,17 +212,6 @@ uint32_t SYSDT_Str2VrfRtExt(char *text, SYSDT_BolRouteTarget *output);
  * @return 0, SYSDT_ERR_NULL_PTR, or SYSDT_ERR_FAIL unless it is 1 to 100 hexadecimal digits and separators
  */
 uint32_t SYSDT_CheckVrfRtExtStr(const char *text, uint32_t *dots, uint32_t *colons, uint32_t *hyphens);
-SYSDT_FormatIn SYSDT_VrfRtExtFormatIn;
-SYSDT_FormatOut SYSDT_VrfRtExtFormatOut;
-SYSDT_LuaSet SYSDT_VrfRtExtLuaSet;
-SYSDT_LuaGet SYSDT_VrfRtExtLuaGet;
-SYSDT_ScriptReader SSYSDT_VrfRtExtNewLuaGet;
-
-SYSDT_FormatIn SYSDT_L2VPNPrefixFormatIn;
-SYSDT_FormatOut SYSDT_L2VPNPrefixFormatOut;
-SYSDT_LuaSet SYSDT_L2VPNPrefixLuaSet;
-SYSDT_LuaGet SYSDT_L2VPNPrefixLuaGet;
-SYSDT_ScriptReader SYSDT_L2VPNPrefixNewLuaGet;
 
 /**
  * Parses "address/length" of a VPNv4 multicast prefix.
@@ -350,27 +220,9 @@ SYSDT_ScriptReader SYSDT_L2VPNPrefixNewLuaGet;
  * @return 0, SYSDT_ERR_NULL_PTR or SYSDT_ERR_FAIL
  */
 uint32_t SYSDT_Str2Vpnv4McastPrefix(char *text, SYSDT_Vpnv4Mcast *output);
-SYSDT_FormatIn SYSDT_VPNV4MCASTPrefixFormatIn;
-SYSDT_FormatOut SYSDT_VPNV4MCASTPrefixFormatOut;
-SYSDT_Check SYSDT_VPNV4MCASTPrefixCheck;
-SYSDT_Help SYSDT_VPNV4MCASTPrefixHelp;
-SYSDT_Compare SYSDT_VPNV4MCASTPrefixCompare;
-SYSDT_LuaSet SYSDT_VPNV4MCASTPrefixLuaSet;
-SYSDT_LuaGet SYSDT_VPNV4MCASTPrefixLuaGet;
-SYSDT_Endian SYSDT_VPNV4MCASTLuaEndian;
-SYSDT_ScriptReader SYSDT_VPNV4MCASTPrefixNewLuaGet;
 
 /** As SYSDT_Str2Vpnv4McastPrefix; the group becomes 0. */
 uint32_t SYSDT_Str2MdtPrefix(char *text, SYSDT_Mdt *output);
-SYSDT_FormatIn SYSDT_MdtPrefixFormatIn;
-SYSDT_FormatOut SYSDT_MdtPrefixFormatOut;
-SYSDT_Check SYSDT_MdtPrefixCheck;
-SYSDT_Help SYSDT_MdtPrefixHelp;
-SYSDT_Compare SYSDT_MdtPrefixCompare;
-SYSDT_LuaSet SYSDT_MdtPrefixLuaSet;
-SYSDT_LuaGet SYSDT_MdtPrefixLuaGet;
-SYSDT_Endian SYSDT_MdtLuaEndian;
-SYSDT_ScriptReader SYSDT_MdtPrefixNewLuaGet;
 
 /**
  * Parses the key of a route-policy-distribution route, "type/peer/distinguisher".
@@ -382,15 +234,7 @@ SYSDT_ScriptReader SYSDT_MdtPrefixNewLuaGet;
 uint32_t SYSDT_Str2RpdPrefix(char *text, SYSDT_Rpd *key);
 /** Prints the key into 256 characters. 0 or SYSDT_ERR_NULL_PTR. */
 uint32_t SYSDT_RpdPrefix2Str(const SYSDT_Rpd *key, char *buffer, uint32_t *outputLength);
-SYSDT_FormatIn SYSDT_RpdPrefixFormatIn;
-SYSDT_FormatOut SYSDT_RpdPrefixFormatOut;
-SYSDT_Check SYSDT_RpdPrefixCheck;
-SYSDT_Help SYSDT_RpdPrefixHelp;
-SYSDT_Compare SYSDT_RpdPrefixCompare;
-SYSDT_LuaSet SYSDT_RpdPrefixLuaSet;
-SYSDT_LuaGet SYSDT_RpdPrefixLuaGet;
 SYSDT_Endian SYSDT_RpdPrefixEndian;
-SYSDT_ScriptReader SYSDT_RpdPrefixNewLuaGet;
 
 /**
  * Parses the key of a segment routing policy, "[distinguisher][colour][endpoint]".
@@ -412,16 +256,9 @@ uint32_t SYSDT_Srv4PolicyPrefix2Str(const SYSDT_SrPolicy *key, char *buffer, uin
 uint32_t SYSDT_Srv6PolicyPrefix2Str(const SYSDT_SrPolicy *key, char *buffer, uint32_t *outputLength);
 /** The groups of the IPv6 endpoint as numbers. 0 or SYSDT_ERR_NULL_PTR. */
 uint32_t SYSDT_Ipv6AddrNtoH(const SYSDT_SrPolicy *key, uint16_t groups[8]);
-SYSDT_FormatIn SYSDT_SrPolicyPrefixFormatIn;
-SYSDT_FormatOut SYSDT_SrPolicyPrefixFormatOut;
-SYSDT_Check SYSDT_SrPolicyPrefixCheck;
-SYSDT_Help SYSDT_SrPolicyPrefixHelp;
-SYSDT_Compare SYSDT_SrPolicyPrefixCompare;
-SYSDT_LuaSet SYSDT_SrPolicyPrefixLuaSet;
 SYSDT_Endian SYSDT_SrPolicyPrefixEndian;
 /** Reads the 89-byte value, but for its sub-kind, from the table at the index itself. */
 uint32_t SYSDT_SrPolicyPrefixLuaGet(void *state, int32_t tableIndex, void *value);
-SYSDT_ScriptReader SYSDT_SrPolicyPrefixNewLuaGet;
 
 /** As SYSDT_Str2SrPolicyPrefix, for an SD-WAN route, "type-port-site-node", with its sub-kind. */
 uint32_t SYSDT_Str2SdwanPrefix(char *text, SYSDT_BolSdwan *value);
@@ -435,16 +272,9 @@ uint32_t SYSDT_SdwanPrefix2Str(const SYSDT_BolSdwan *value, char *buffer, uint32
 uint32_t SYSDT_SdwanV4Prefix2Str(const SYSDT_BolSdwan *value, char *buffer, uint32_t *outputLength);
 /** As SYSDT_SdwanPrefix2Str, with the IPv6 node. */
 uint32_t SYSDT_SdwanV6Prefix2Str(const SYSDT_BolSdwan *value, char *buffer, uint32_t *outputLength);
-SYSDT_FormatIn SYSDT_SdwanPrefixFormatIn;
-SYSDT_FormatOut SYSDT_SdwanPrefixFormatOut;
-SYSDT_Check SYSDT_SdwanPrefixCheck;
-SYSDT_Help SYSDT_SdwanPrefixHelp;
-SYSDT_Compare SYSDT_SdwanPrefixCompare;
-SYSDT_LuaSet SYSDT_SdwanPrefixLuaSet;
 SYSDT_Endian SYSDT_SdwanPrefixEndian;
 /** Reads the 89-byte value, but for its sub-kind, from the table at the index itself. */
 uint32_t SYSDT_SdwanPrefixLuaGet(void *state, int32_t tableIndex, void *value);
-SYSDT_ScriptReader SYSDT_SdwanPrefixNewLuaGet;
 
 /* ------------------------------------------------------------------------------------------------ EVPN keys */
 
@@ -547,15 +377,6 @@ int32_t SYSDT_EVPN_SmetCompare(const SYSDT_EvpnKey *first, const SYSDT_EvpnKey *
 int32_t SYSDT_EVPN_JoinCompare(const SYSDT_EvpnKey *first, const SYSDT_EvpnKey *second);
 int32_t SYSDT_EVPN_LeaveCompare(const SYSDT_EvpnKey *first, const SYSDT_EvpnKey *second);
 
-SYSDT_FormatIn SYSDT_EVNPrefixFormatIn;
-SYSDT_FormatOut SYSDT_EVNPrefixFormatOut;
-SYSDT_Check SYSDT_EVNPrefixCheck;
-SYSDT_Help SYSDT_EVNPrefixHelp;
-SYSDT_Compare SYSDT_EVNPrefixCompare;
-SYSDT_LuaSet SYSDT_EVNPrefixLuaSet;
-SYSDT_LuaGet SYSDT_EVNPrefixLuaGet;
-SYSDT_ScriptReader SYSDT_EVNPrefixNewLuaGet;
-
 /* ------------------------------------------------------------------------------------------------ multicast VPN keys
  */
 
@@ -593,36 +414,11 @@ uint32_t SYSDT_IsIpv6MultiCastAddr(const char *text);
 /** Prints a key by its sub-kind into 256 characters. 0, SYSDT_ERR_NULL_PTR, or SYSDT_ERR_FAIL for another sub-kind. */
 uint32_t SYSDT_NGPrefix2Str(const SYSDT_BolValue *value, char *buffer, uint32_t *length);
 
-SYSDT_FormatIn SYSDT_NGPrefixFormatIn;
-SYSDT_FormatOut SYSDT_NGPrefixFormatOut;
-SYSDT_LuaSet SYSDT_NGPrefix2LuaSet;
-SYSDT_LuaSet SYSDT_NGPrefix3LuaSet;
-SYSDT_LuaSet SYSDT_NGPrefix41LuaSet;
-SYSDT_LuaSet SYSDT_NGPrefix42LuaSet;
-SYSDT_LuaSet SYSDT_NGPrefix43LuaSet;
-SYSDT_LuaSet SYSDT_NGPrefix5LuaSet;
-SYSDT_LuaSet SYSDT_NGPrefix6LuaSet;
 SYSDT_LuaGet SYSDT_NGPrefix2LuaGet;
-SYSDT_ScriptReader SYSDT_NGPrefix2NewLuaGet;
-SYSDT_ScriptReader SYSDT_NGPrefix3NewLuaGet;
-SYSDT_ScriptReader SYSDT_NGPrefix41NewLuaGet;
-SYSDT_ScriptReader SYSDT_NGPrefix42NewLuaGet;
-SYSDT_ScriptReader SYSDT_NGPrefix43NewLuaGet;
-SYSDT_ScriptReader SYSDT_NGPrefix5NewLuaGet;
-SYSDT_ScriptReader SYSDT_NGPrefix6NewLuaGet;
 /** Pushes a table of the 16 bytes of an address field's IPv6 member. 0 or SYSDT_ERR_NULL_PTR. */
 uint32_t SYSDT_BolPrefixLuaSetToIPv6(void *state, const void *field);
 
 /* ------------------------------------------------------------------------------------------------ BGP-LS keys */
-
-SYSDT_FormatIn SYSDT_LSPrefixFormatIn;
-SYSDT_FormatOut SYSDT_LSPrefixFormatOut;
-SYSDT_Check SYSDT_LSPrefixCheck;
-SYSDT_Help SYSDT_LSPrefixHelp;
-SYSDT_Compare SYSDT_LSPrefixCompare;
-SYSDT_LuaSet SYSDT_LSPrefixLuaSet;
-SYSDT_LuaGet SYSDT_LSPrefixLuaGet;
-SYSDT_Endian SYSDT_LSPrefixEndian;
 
 /** 1 if all 16 bytes of an IPv6 address are zero, else 0. */
 uint32_t SYSDT_ipv6AddrUnSpecified(const uint8_t address[16]);
@@ -854,17 +650,13 @@ uint32_t SYSDT_LS_ProtclTypeEnum2Str(uint32_t protocol, char *buffer, uint32_t s
  * @return 0, SYSDT_ERR_NULL_PTR or SYSDT_ERR_FAIL
  */
 uint32_t SYSDT_Str2TimeRange(char *text, uint32_t *seconds);
-SYSDT_FormatIn SYSDT_TimeRangeFormatIn;
-SYSDT_Help SYSDT_TimeRangeHelp;
-/** As every LuaSet, but for a bare number: without a field name it is left on the stack. */
-SYSDT_LuaSet SYSDT_TimeRangeLuaSet;
-/** As every LuaGet, but for a bare number: without a field name it is the one at the index. */
-SYSDT_LuaGet SYSDT_TimeRangeLuaGet;
+/*
+ * SYSDT_TimeRangeLuaSet and SYSDT_TimeRangeLuaGet are for a bare number: without a field name it is left on the stack, and
+ * is the one at the index.
+ */
 
 /** Prints the structure into 256 characters. 0 or SYSDT_ERR_NULL_PTR. */
 uint32_t SYSDT_PrefixSidStruct2Str(const SYSDT_SidStructure *value, char *buffer, uint32_t *characters);
-SYSDT_FormatOut SYSDT_PrefixSidStructureFormatOut;
-SYSDT_LuaSet SYSDT_PrefixSidStructureLuaSet;
 
 /**
  * Builds the structured form of a client VRF's name: number and name as items of kind (u16), length with NUL (u16),
@@ -875,20 +667,12 @@ SYSDT_LuaSet SYSDT_PrefixSidStructureLuaSet;
  * @return 0, SYSDT_ERR_NULL_PTR, or SYSDT_ERR_FAIL when the host cannot write the number
  */
 uint32_t SYS_DT_CVrfName_Str2Cplx(const SYSDT_CVrfName *record, uint16_t *length, char *buffer);
-SYSDT_FormatOut SYS_DT_APPCVRFNAME_FormatOut;
 
 /*
  * Attribute bitmaps are listed from a display record: an entry count (u16) at byte 24, and from byte 44 on the entries,
  * each of kind (u16), length (u16) and so many bytes: a line template, the bitmap, and the values that fill the
  * template.
  */
-SYSDT_FormatOut SYSDT_AttrIdBitmapFormatOut;
-SYSDT_Check SYSDT_AttrIdBitmapCheck;
-SYSDT_Help SYSDT_AttrIdBitmapHelp;
-SYSDT_Compare SYSDT_AttrIdBitmapCompare;
-SYSDT_LuaSet SYSDT_AttrIdBitmapLuaSet;
-SYSDT_LuaGet SYSDT_AttrIdBitmapLuaGet;
-SYSDT_Endian SYSDT_AttrIdBitmapEndian;
 /**
  * Fills the template and lists the bitmap.
  *

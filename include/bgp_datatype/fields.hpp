@@ -366,12 +366,22 @@ inline constexpr Field vpnv4_mcast_fields[] = {
 };
 inline constexpr Layout vpnv4_mcast_layout{vpnv4_mcast_fields, sizeof(SYSDT_Vpnv4Mcast)};
 
+constexpr const Layout &vpnv4_mcast_layout_of(std::span<const std::uint8_t> value)
+{
+    return value.size() == sizeof(SYSDT_Vpnv4Mcast) ? vpnv4_mcast_layout : bol_vpnv4_mcast_layout;
+}
+
 inline constexpr Field mdt_fields[] = {
     BGPDT_FIELD(SYSDT_Mdt, prefix, "IPv4 prefix", Form::ipv4, nullptr),
     BGPDT_FIELD(SYSDT_Mdt, group, "group address", Form::ipv4, nullptr),
     BGPDT_FIELD(SYSDT_Mdt, maskLength, "mask length", Form::number, nullptr),
 };
 inline constexpr Layout mdt_layout{mdt_fields, sizeof(SYSDT_Mdt)};
+
+constexpr const Layout &mdt_layout_of(std::span<const std::uint8_t> value)
+{
+    return value.size() == sizeof(SYSDT_Mdt) ? mdt_layout : bol_mdt_layout;
+}
 
 inline constexpr Field time_range_fields[] = {
     BGPDT_FIELD(SYSDT_TimeRange, seconds, "seconds", Form::number, nullptr),
@@ -391,6 +401,11 @@ inline constexpr Field client_vrf_name_fields[] = {
 };
 inline constexpr Layout client_vrf_name_layout{std::span(client_vrf_name_fields).first(1), SYSDT_CVRF_NAME_SIZE};
 inline constexpr Layout displayed_client_vrf_layout{client_vrf_name_fields, sizeof(SYSDT_CVrfName)};
+
+constexpr const Layout &client_vrf_layout_of(std::span<const std::uint8_t> value)
+{
+    return value.size() > SYSDT_CVRF_NAME_SIZE ? displayed_client_vrf_layout : client_vrf_name_layout;
+}
 
 inline constexpr Field sid_structure_fields[] = {
     BGPDT_FIELD(SYSDT_SidStructure, field, "lengths and offset", Form::number, nullptr),
@@ -486,26 +501,14 @@ constexpr const Layout &evpn_layout_of(std::span<const std::uint8_t> value)
 /// The layout of a route key, by its sub-kind and what else selects it.
 constexpr const Layout &bol_layout_of(std::uint32_t sub_kind, std::span<const std::uint8_t> value)
 {
+#define BGPDT_LAYOUT(kind, name, layout, reader, texts, slots)                                                         \
+    case SYSDT_BOL_##kind: return layout;
+
     switch (sub_kind) {
-    case SYSDT_BOL_IPV4: return bol_ipv4_layout;
-    case SYSDT_BOL_EVN: return evpn_layout_of(value);
-    case SYSDT_BOL_IPV6: return bol_ipv6_layout;
-    case SYSDT_BOL_NG_TYPE_2: return bol_ng2_layout;
-    case SYSDT_BOL_NG_TYPE_3: return bol_ng3_layout;
-    case SYSDT_BOL_NG_TYPE_4_2: return bol_ng42_layout;
-    case SYSDT_BOL_NG_TYPE_4_3: return bol_ng43_layout;
-    case SYSDT_BOL_NG_TYPE_5: return bol_ng5_layout;
-    case SYSDT_BOL_NG_TYPE_6: return bol_ng6_layout;
-    case SYSDT_BOL_NG_TYPE_4_1: return bol_ng41_layout;
-    case SYSDT_BOL_VRFRTEXT: return bol_route_target_layout;
-    case SYSDT_BOL_L2VPN: return bol_l2vpn_layout;
-    case SYSDT_BOL_VPNV4MCAST: return bol_vpnv4_mcast_layout;
-    case SYSDT_BOL_MDT: return bol_mdt_layout;
-    case SYSDT_BOL_RPD: return bol_rpd_layout;
-    case SYSDT_BOL_SRPOLICY: return bol_sr_policy_layout;
-    case SYSDT_BOL_SDWAN: return bol_sdwan_layout;
+        SYSDT_BOL_ROWS(BGPDT_LAYOUT, )
     default: return bol_layout;
     }
+#undef BGPDT_LAYOUT
 }
 
 // BGP-LS keys. Rows with the same table stand together.
@@ -648,36 +651,14 @@ inline constexpr Layout no_layout{};
 /// @return the layout; without fields when the type is unknown
 inline const Layout &layout_of(std::uint16_t type_id, std::span<const std::uint8_t> value, std::endian order)
 {
+#define BGPDT_LAYOUT(name, id, kind, size, layout, about, texts, slots)                                                \
+    case SYSDT_TYPE_##name: return layout;
+
     switch (type_id) {
-    case SYSDT_TYPE_ASNUM:
-    case SYSDT_TYPE_ASNUMEXT: return as_number_layout;
-    case SYSDT_TYPE_ASNUM_ENHANCE: return as_list_layout;
-    case SYSDT_TYPE_COMMUNITY: return community_layout;
-    case SYSDT_TYPE_CMNTY_ENHANCE: return community_list_layout;
-    case SYSDT_TYPE_LARGECOMMUNITY: return large_community_layout;
-    case SYSDT_TYPE_EXTCOMMUNITY: return extended_community_layout;
-    case SYSDT_TYPE_EXTCOMMUNITY_BW: return bandwidth_community_layout;
-    case SYSDT_TYPE_VRFRD: return route_distinguisher_layout;
-    case SYSDT_TYPE_VRFRT: return route_target_layout;
-    case SYSDT_TYPE_SOO: return site_of_origin_layout;
-    case SYSDT_TYPE_VRFRTV6: return ipv6_route_target_layout;
-    case SYSDT_TYPE_RTPRD: return rtp_rd_layout;
-    case SYSDT_TYPE_VPNID: return vpn_id_layout;
-    case SYSDT_TYPE_BOLRD: return bol_rd_layout;
-    case SYSDT_TYPE_EVNPREFIX: return evpn_layout_of(value);
-    case SYSDT_TYPE_L2VPNPREFIX: return bol_l2vpn_layout;
-    case SYSDT_TYPE_VPNV4MCPREFIX:
-        return value.size() == sizeof(SYSDT_Vpnv4Mcast) ? vpnv4_mcast_layout : bol_vpnv4_mcast_layout;
-    case SYSDT_TYPE_MDTPREFIX: return value.size() == sizeof(SYSDT_Mdt) ? mdt_layout : bol_mdt_layout;
-    case SYSDT_TYPE_TIME_RANGE: return time_range_layout;
-    case SYSDT_TYPE_ATTRIDBITMAP: return attr_bitmap_layout;
-    case SYSDT_TYPE_CVRFNAME:
-        return value.size() > SYSDT_CVRF_NAME_SIZE ? displayed_client_vrf_layout : client_vrf_name_layout;
-    case SYSDT_TYPE_SID_STRUCTURE: return sid_structure_layout;
-    case SYSDT_TYPE_BOLPREFIX: return bol_layout_of(selecting_word(value, order), value);
-    case SYSDT_TYPE_BGPLSPREFIX: return ls_layout_of(selecting_word(value, order) & 0xFF); // as it prints
+        SYSDT_EXTEND_TYPES(BGPDT_LAYOUT, )
     default: return no_layout;
     }
+#undef BGPDT_LAYOUT
 }
 
 /// The size of the values that a type's callbacks convert. The record declares another one for some types, which is the

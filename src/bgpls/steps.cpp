@@ -75,7 +75,7 @@ u32 BgpLsParseNodeDesc(const char *text, LsNodeDescScratch *scratch, LsPrefixPar
 
 namespace {
 
-u32 print_alone(Printer &print, const SYSDT_LsPrefix *key, char *buffer, u32 size, u32 *length)
+[[gnu::noinline]] u32 print_alone(Printer &print, const SYSDT_LsPrefix *key, char *buffer, u32 size, u32 *length)
 {
     if (key == nullptr || buffer == nullptr || length == nullptr)
         return SYSDT_ERR_NULL_PTR;

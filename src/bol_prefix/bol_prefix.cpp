@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// BOLPREFIX: one of seventeen kinds of route key behind a sub-kind word.
+/// BOLPREFIX: one of many kinds of route key behind a sub-kind word.
 ///
 ///      0          4                                                    89
 ///     +----------+----------------------------------------------------+
 ///     | sub-kind | key, laid out by its kind; unused bytes are zero    |   sub-kind u32 in host order
 ///     +----------+----------------------------------------------------+
 ///
-/// The two tables are the only place where the kinds are told; nothing else here knows any of them. Which rows are worth
-/// asking for a text is told in text_shape.hpp.
+/// The kinds are those of the table in values.h; nothing here knows any of them. Which texts a row may read it tells in
+/// its own file, from what the text is made of (text_offer.hpp).
 ///
 /// Irregularities, all deliberate:
 ///  (1) A text goes to the rows in their order, and the first that takes it wins. A row that trims it cuts its trailing
@@ -19,62 +19,26 @@
 ///  (4) Scripts are read by the second table, not by the rows' own LuaGet. The sub-kind is stored first and stays.
 ///  (5) Row 0 is called "IPV4" but has the VPLS names; the names mix "_" and "-"; kind 13 stands behind "RPD"; rows 9
 ///      to 11 take no text, rows 14 to 16 have no LuaGet, and several rows borrow the callbacks of others.
-#include <bit>
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
-#include "bol_prefix/text_shape.hpp"
 #include "common/bol_row.hpp"
 #include "common/bytes.hpp"
 #include "common/dispatch.hpp"
+#include "common/text_offer.hpp"
 
 using namespace bgpdt;
 
-constinit const SYSDT_DispatchRow g_astBOL_PREFIX_ProcTable[SYSDT_BOL_KINDS] = {
-    {0, "IPV4", SYSDT_VplsAdPrefixFormatIn, SYSDT_VplsAdPrefixFormatOut, SYSDT_VplsAdPrefixCheck,
-     SYSDT_VplsAdPrefixHelp, SYSDT_VplsAdPrefixCompare, SYSDT_VplsAdPrefixLuaSet, SYSDT_VplsAdPrefixLuaGet},
-    {1, "EVN", SYSDT_EVNPrefixFormatIn, SYSDT_EVNPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
-     SYSDT_EVNPrefixCompare, SYSDT_EVNPrefixLuaSet, SYSDT_EVNPrefixLuaGet},
-    {2, "NG_TYPE_2", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
-     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix2LuaSet, SYSDT_EVNPrefixLuaGet},
-    {3, "NG_TYPE_3", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
-     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix3LuaSet, SYSDT_EVNPrefixLuaGet},
-    {4, "NG_TYPE_4_2", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
-     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix42LuaSet, SYSDT_EVNPrefixLuaGet},
-    {5, "NG_TYPE_4-3", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
-     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix43LuaSet, SYSDT_EVNPrefixLuaGet},
-    {6, "NG_TYPE_5", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
-     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix5LuaSet, SYSDT_EVNPrefixLuaGet},
-    {7, "NG_TYPE_6", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
-     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix6LuaSet, SYSDT_EVNPrefixLuaGet},
-    {8, "VRFRTEXT", SYSDT_VrfRtExtFormatIn, SYSDT_VrfRtExtFormatOut, SYSDT_EVNPrefixCheck, SYSDT_VrfRtHelp,
-     SYSDT_VrfRtCompare, SYSDT_VrfRtExtLuaSet, SYSDT_VrfRtExtLuaGet},
-    {9, "L2VPN", nullptr, SYSDT_L2VPNPrefixFormatOut, SYSDT_VplsAdPrefixCheck, SYSDT_VplsAdPrefixHelp,
-     SYSDT_VplsAdPrefixCompare, SYSDT_L2VPNPrefixLuaSet, SYSDT_L2VPNPrefixLuaGet},
-    {10, "VPNV4MCAST", nullptr, SYSDT_VPNV4MCASTPrefixFormatOut, SYSDT_VPNV4MCASTPrefixCheck,
-     SYSDT_VPNV4MCASTPrefixHelp, SYSDT_VPNV4MCASTPrefixCompare, SYSDT_VPNV4MCASTPrefixLuaSet,
-     SYSDT_VPNV4MCASTPrefixLuaGet},
-    {11, "MDT", nullptr, SYSDT_MdtPrefixFormatOut, SYSDT_MdtPrefixCheck, SYSDT_MdtPrefixHelp, SYSDT_MdtPrefixCompare,
-     SYSDT_MdtPrefixLuaSet, SYSDT_MdtPrefixLuaGet},
-    {12, "RPD", SYSDT_RpdPrefixFormatIn, SYSDT_RpdPrefixFormatOut, SYSDT_RpdPrefixCheck, SYSDT_RpdPrefixHelp,
-     SYSDT_RpdPrefixCompare, SYSDT_RpdPrefixLuaSet, SYSDT_RpdPrefixLuaGet},
-    {13, "NG_TYPE_4-1", SYSDT_NGPrefixFormatIn, SYSDT_NGPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
-     SYSDT_EVNPrefixCompare, SYSDT_NGPrefix41LuaSet, SYSDT_EVNPrefixLuaGet},
-    {14, "SRPOLICY", SYSDT_SrPolicyPrefixFormatIn, SYSDT_SrPolicyPrefixFormatOut, SYSDT_SrPolicyPrefixCheck,
-     SYSDT_SrPolicyPrefixHelp, SYSDT_SrPolicyPrefixCompare, SYSDT_SrPolicyPrefixLuaSet, nullptr},
-    {15, "IPV6", SYSDT_Ipv6BolPrefixFormatIn, SYSDT_Ipv6BolPrefixFormatOut, SYSDT_EVNPrefixCheck, SYSDT_EVNPrefixHelp,
-     SYSDT_EVNPrefixCompare, SYSDT_Ipv6BolPrefixLuaSet, nullptr},
-    {16, "SD-WAN", SYSDT_SdwanPrefixFormatIn, SYSDT_SdwanPrefixFormatOut, SYSDT_SdwanPrefixCheck, SYSDT_SdwanPrefixHelp,
-     SYSDT_SdwanPrefixCompare, SYSDT_SdwanPrefixLuaSet, nullptr},
-};
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers" // the slots that a row does not name are null
 
-constinit const SYSDT_ScriptReadRow g_astBOL_PREFIX_LuaGetTable[SYSDT_BOL_KINDS] = {
-    {0, SYSDT_VplsAdPrefixNewLuaGet},   {1, SYSDT_EVNPrefixNewLuaGet},         {2, SYSDT_NGPrefix2NewLuaGet},
-    {3, SYSDT_NGPrefix3NewLuaGet},      {4, SYSDT_NGPrefix42NewLuaGet},        {5, SYSDT_NGPrefix43NewLuaGet},
-    {6, SYSDT_NGPrefix5NewLuaGet},      {7, SYSDT_NGPrefix6NewLuaGet},         {8, SSYSDT_VrfRtExtNewLuaGet},
-    {9, SYSDT_L2VPNPrefixNewLuaGet},    {10, SYSDT_VPNV4MCASTPrefixNewLuaGet}, {11, SYSDT_MdtPrefixNewLuaGet},
-    {12, SYSDT_RpdPrefixNewLuaGet},     {13, SYSDT_NGPrefix41NewLuaGet},       {14, SYSDT_SrPolicyPrefixNewLuaGet},
-    {15, SYSDT_Ipv6BolPrefixNewLuaGet}, {16, SYSDT_SdwanPrefixNewLuaGet},
-};
+#define BGPDT_ROW(row, text, layout, reader, texts, slots) {.kind = SYSDT_BOL_##row, .name = text, slots},
+#define BGPDT_SLOT(slot, callback) .slot = callback,
+#define BGPDT_READER(row, text, layout, reader, texts, slots) {SYSDT_BOL_##row, reader},
+
+constexpr SYSDT_DispatchRow g_astBOL_PREFIX_ProcTable[SYSDT_BOL_KINDS] = {SYSDT_BOL_ROWS(BGPDT_ROW, BGPDT_SLOT)};
+
+constinit const SYSDT_ScriptReadRow g_astBOL_PREFIX_LuaGetTable[SYSDT_BOL_KINDS] = {SYSDT_BOL_ROWS(BGPDT_READER, )};
 
 namespace {
 
@@ -88,34 +52,58 @@ u32 sub_kind(u32 length, const void *value)
     return load<u32>(word);
 }
 
-/// The rows worth asking for a text, which is trimmed in place if it may have to be.
-u32 rows_worth_asking(char *text)
+/// No blank is above the space.
+bool may_be_blank(char character) { return static_cast<u8>(character) <= ' '; }
+
+/// Trims the text in place if it may have to be. (1)
+///
+/// @return whether it had blanks, and must be counted anew
+bool cut_blanks(TextOffer &offer)
 {
-    auto shape = TextShape::of(text);
-    if (shape.others() == 0 && !shape.is_too_long())
-        return rows_for(shape);
-    const char *const trimmed = SYSDT_BTrim(text);
-    if (std::strlen(trimmed) != shape.all.length())
-        shape = TextShape::of(trimmed);
-    return rows_for(shape) & ~rows_of(SYSDT_BOL_IPV4); // (1): it has refused the blanks
+    if (offer.shape.others() == 0 && !offer.shape.is_too_long())
+        return false;
+    const char last = offer.text[offer.shape.all.length() - 1]; // there is one: the empty text has no others
+    if (may_be_blank(offer.shape.first()) || may_be_blank(last)) {
+        offer.counted = SYSDT_BTrim(offer.text);
+        offer.had_blanks = std::strlen(offer.counted) != offer.shape.all.length();
+    }
+    return offer.had_blanks;
 }
 
-/// Offers a text to rows in their order. A parser that has just refused it for one row is not asked for the next, but
-/// one that only lacked memory is.
-template <class Ask>
-u32 offer_text(u32 left, Ask ask)
+/// How many of the first rows have that FormatIn.
+constexpr std::ptrdiff_t rows_with(SYSDT_FormatIn *format_in, std::size_t first = rows.size())
 {
-    for (SYSDT_FormatIn *refused = nullptr; left != 0; left &= left - 1) {
-        SYSDT_FormatIn *const parse = rows[static_cast<u32>(std::countr_zero(left))].formatIn;
-        if (parse == refused)
-            continue;
-        const u32 status = ask(parse);
-        if (status == SYSDT_OK)
-            return SYSDT_OK;
-        if (status != SYSDT_ERR_NO_MEMORY)
-            refused = parse;
+    return std::ranges::count(rows.first(first), format_in, &SYSDT_DispatchRow::formatIn);
+}
+
+/// What refuses a text for one of its rows refuses it for all, but one that lacked memory may have it for the next.
+[[gnu::cold, gnu::noinline]] u32 ask_again(u32 (*ask)(const TextOffer &), std::ptrdiff_t rows_left,
+                                           const TextOffer &offer)
+{
+    u32 status = SYSDT_ERR_NO_MEMORY;
+    for (; status == SYSDT_ERR_NO_MEMORY && rows_left != 0; --rows_left)
+        status = ask(offer);
+    return status;
+}
+
+/// Asks at the first of the rows that share a FormatIn.
+template <std::size_t row>
+bool row_takes(const TextOffer &offer)
+{
+    constexpr SYSDT_FormatIn *format_in = rows[row].formatIn;
+    if constexpr (format_in != nullptr && rows_with(format_in, row) == 0) {
+        u32 status = ask<format_in>(offer);
+        if (constexpr auto others = rows_with(format_in) - 1; others != 0 && status == SYSDT_ERR_NO_MEMORY)
+            status = ask_again(ask<format_in>, others, offer);
+        return status == SYSDT_OK;
     }
-    return SYSDT_ERR_INVALID_VALUE; // (2)
+    return false;
+}
+
+template <std::size_t... row>
+u32 offer_text(const TextOffer &offer, std::index_sequence<row...>)
+{
+    return (row_takes<row>(offer) || ...) ? SYSDT_OK : SYSDT_ERR_INVALID_VALUE; // (2)
 }
 
 } // namespace
@@ -125,11 +113,14 @@ u32 SYSDT_BolPrefixFormatIn(Context *context, u32 unused, u32 textLength, char *
 {
     if (context == nullptr || text == nullptr || !Output{kind, length, data}.complete())
         return SYSDT_ERR_NULL_PTR;
-    const auto ask = [&](SYSDT_FormatIn *parse) {
-        return parse(context, unused, textLength, text, kind, length, data);
-    };
-    const bool served = open_screen.status(context->mode) == SYSDT_OK;
-    return offer_text(served ? rows_worth_asking(text) : 0, ask);
+    if (open_screen.status(context->mode) != SYSDT_OK)
+        return SYSDT_ERR_INVALID_VALUE; // (2)
+    TextOffer offer{context, unused, textLength, text, {kind, length, data}, text, false, TextShape::of(text)};
+    if (cut_blanks(offer))
+        offer.shape = TextShape::of(offer.counted);
+    if (offer.shape.is_too_long())
+        return SYSDT_ERR_INVALID_VALUE; // (2)
+    return offer_text(offer, std::make_index_sequence<rows.size()>{});
 }
 
 u32 SYSDT_BolPrefixFormatOut(Context *context, u32 type, u32 size, const void *value, u16 *kind, u16 *length,

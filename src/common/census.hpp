@@ -35,8 +35,8 @@ public:
     {
         u32 counts = 0;
         const char *at = text;
-        for (; *at != '\0'; ++at)
-            counts += weight<Known>[static_cast<u8>(*at)];
+        for (std::size_t character = static_cast<u8>(*at); character != 0; character = static_cast<u8>(*++at))
+            counts += weight<Known>[character];
         return {counts, static_cast<std::size_t>(at - text)};
     }
 
@@ -104,12 +104,15 @@ public:
     constexpr char next()
     {
         const char *at = at_;
-        u32 counts = counts_ + weight(*at);
-        while (counts >> 31 == 0) // a stranger, or the carry of that colon, sets the top bit
-            counts += weight(*++at);
+        std::size_t character = static_cast<u8>(*at);
+        u32 counts = counts_ + weight(character);
+        while (counts >> 31 == 0) { // a stranger, or the carry of that colon, sets the top bit
+            character = static_cast<u8>(*++at);
+            counts += weight(character);
+        }
         counts_ = counts - Census::stranger;
         at_ = at + 1;
-        return *at;
+        return static_cast<char>(character);
     }
 
     /// Of what stands ahead of the stop, that colon counted already; former strangers count in the length alone.
@@ -119,7 +122,7 @@ public:
     }
 
 private:
-    static constexpr u32 weight(char character) { return Census::weight<Known, Marks>[static_cast<u8>(character)]; }
+    static constexpr u32 weight(std::size_t character) { return Census::weight<Known, Marks>[character]; }
 
     const char *text_;
     const char *at_;

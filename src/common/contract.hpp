@@ -106,13 +106,10 @@ inline void *take(Allocator allocator, const Context &context, std::size_t size)
 template <const auto &type>
 using ValueOf = typename std::remove_cvref_t<decltype(type)>::Value;
 
-/// Parses the text and delivers the value: FormatIn behind its screen.
+/// Delivers a value that was parsed.
 template <const auto &type>
-u32 parse_and_deliver(const Context &context, char *text, Output out)
+u32 deliver_value(const Context &context, Output out, const ValueOf<type> &value)
 {
-    ValueOf<type> value{};
-    if (type.parse(context.handle, text, value) != SYSDT_OK)
-        return type.refusal;
     out.report(type.kind, sizeof value);
     void *const block = take(type.allocator, context, sizeof value);
     if (block == nullptr) {
@@ -124,6 +121,15 @@ u32 parse_and_deliver(const Context &context, char *text, Output out)
     std::memcpy(block, &value, sizeof value);
     *out.data = block;
     return SYSDT_OK;
+}
+
+/// Parses the text and delivers the value: FormatIn behind its screen.
+template <const auto &type>
+u32 parse_and_deliver(const Context &context, char *text, Output out)
+{
+    ValueOf<type> value{};
+    return type.parse(context.handle, text, value) == SYSDT_OK ? deliver_value<type>(context, out, value)
+                                                               : type.refusal;
 }
 
 template <const auto &type>

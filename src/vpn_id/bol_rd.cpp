@@ -101,10 +101,12 @@ u32 SYSDT_VplsRDLuaGet(void *state, i32 table, const char *name, u32, u32 length
     return status;
 }
 
-constinit const SYSDT_DispatchRow g_astBOL_RD_ProcTable[1] = {
-    {0, "RT", SYSDT_VplsRDFormatIn, SYSDT_VplsRDFormatOut, SYSDT_VplsRDCheck, SYSDT_VplsRDHelp, SYSDT_VplsRDCompare,
-     SYSDT_VplsRDLuaSet, SYSDT_VplsRDLuaGet},
-};
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers" // the slots that a row does not name are null
+
+#define BGPDT_ROW(row, text, texts, slots) {.kind = SYSDT_BOLRD_##row, .name = text, slots},
+#define BGPDT_SLOT(slot, callback) .slot = callback,
+
+constinit const SYSDT_DispatchRow g_astBOL_RD_ProcTable[SYSDT_BOLRD_KINDS] = {SYSDT_BOLRD_ROWS(BGPDT_ROW, BGPDT_SLOT)};
 
 u32 SYSDT_BolRdFormatIn(Context *context, u32 unused, u32 textLength, char *text, u16 *kind, u16 *length, void **data)
 {

@@ -33,6 +33,7 @@
 #include "common/bol_row.hpp"
 #include "common/census.hpp"
 #include "common/scan.hpp"
+#include "common/text_offer.hpp"
 #include "vpn_id/rd_text.hpp"
 
 using namespace bgpdt;
@@ -144,6 +145,14 @@ constexpr Type<SYSDT_BolRouteTarget> extended_route_target{
 constexpr auto read_fields = bol_route_target_layout.fields.first(2);
 constexpr Layout read_layout{read_fields, SYSDT_BOL_SIZE};
 
+/// Behind the only colon stands a number without dots; octets have neither.
+constexpr bool may_be_route_target(const TextShape &shape)
+{
+    if (shape.colons() > 1 || shape.others() != 0 || shape.dots_behind_field() != 0)
+        return false;
+    return shape.colons() == 1 || (shape.dots() == 0 && shape.hyphens() == 2);
+}
+
 } // namespace
 
 u32 SYSDT_CheckVrfRtExtStr(const char *text, u32 *dots, u32 *colons, u32 *hyphens)
@@ -167,6 +176,7 @@ u32 SYSDT_Str2VrfRtExt(char *text, SYSDT_BolRouteTarget *output)
     return parse_form(SYSDT_BTrim(text), output->rt); // (1) (2) (3)
 }
 
+BGPDT_MAY_READ(SYSDT_VrfRtExtFormatIn, may_be_route_target(shape))
 BGPDT_FORMAT_IN(SYSDT_VrfRtExtFormatIn, extended_route_target)
 BGPDT_FORMAT_OUT(SYSDT_VrfRtExtFormatOut, extended_route_target)
 BGPDT_LUA_SET(SYSDT_VrfRtExtLuaSet, extended_route_target)

@@ -80,7 +80,7 @@ std::uint32_t format_in(SYSDT_Context *context, std::uint32_t, std::uint32_t, ch
     }
     value.asType = has(Fault::other_value) ? 1 : 0;
     context->variant = has(Fault::changes_context) ? 1 : context->variant;
-    *kind = has(Fault::other_kind) ? 0xFE : SYSDT_TYPE_ASNUM;
+    *kind = SYSDT_TYPE_ASNUM - (has(Fault::other_kind) ? 1 : 0);
     *length = has(Fault::other_length) ? size + 1 : size;
     void *block = take_value(context);
     if (block == nullptr) {

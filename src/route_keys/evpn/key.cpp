@@ -17,6 +17,7 @@
 #include "common/bol_row.hpp"
 #include "route_keys/evpn/order.hpp"
 #include "route_keys/evpn/print.hpp"
+#include "route_keys/evpn/text.hpp"
 
 using namespace bgpdt;
 
@@ -60,9 +61,54 @@ constexpr auto evpn_prefix = [] {
     return type;
 }();
 
+/// Twenty digits and four dots.
+constexpr bool begins_with_esi(const TextShape &shape) { return shape.field.length() == 24 && shape.field.dots() == 4; }
+
+/// The first field is an ESI, or a tag, a mere number, with a number or an IPv4 address behind it. A tag's key has one
+/// such address, with a MAC address or without, or three.
+constexpr bool may_be_plain(const TextShape &shape)
+{
+    if (shape.field.dots() != 0)
+        return begins_with_esi(shape);
+    if (shape.colons() == 0 || !format::is_digit(shape.behind_colon()))
+        return false;
+    switch (shape.colons()) {
+    case 2: return shape.dots() == 3 && shape.hyphens() == 0;
+    case 4: return shape.dots() == 3 && shape.hyphens() == 2;
+    case 6: return shape.dots() == 9;
+    default: return false;
+    }
+}
+
+/// A pair of brackets stands behind an ESI or a tag.
+constexpr bool may_be_bracketed(const TextShape &shape)
+{
+    return shape.behind_field() == ':' && (shape.field.dots() == 0 || begins_with_esi(shape)) && shape.others() >= 2;
+}
+
+constexpr bool may_be_key(const TextShape &shape)
+{
+    return shape.others() == 0 ? may_be_plain(shape) : may_be_bracketed(shape);
+}
+
+/// FormatIn of a text that is counted already.
+[[gnu::noinline]] u32 read_offered(const TextOffer &offer)
+{
+    SYSDT_BolEvpn value;
+    return evpn::read_counted(offer, value) == SYSDT_OK ? deliver_value<evpn_prefix>(*offer.context, offer.out, value)
+                                                        : u32{SYSDT_ERR_PARAM};
+}
+
 } // namespace
 
 BGPDT_FORMAT_IN(SYSDT_EVNPrefixFormatIn, evpn_prefix)
+
+template <>
+u32 bgpdt::ask<SYSDT_EVNPrefixFormatIn>(const TextOffer &offer)
+{
+    return may_be_key(offer.shape) ? read_offered(offer) : u32{SYSDT_ERR_PARAM};
+}
+
 BGPDT_FORMAT_OUT(SYSDT_EVNPrefixFormatOut, evpn_prefix)
 BGPDT_CHECK(SYSDT_EVNPrefixCheck, evpn_prefix) // (19)
 BGPDT_HELP(SYSDT_EVNPrefixHelp, evpn_prefix)

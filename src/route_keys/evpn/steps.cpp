@@ -134,45 +134,20 @@ u32 SYSDT_EvnPrefix2Str(const SYSDT_BolEvpn *value, char *buffer, u32 *length)
     return value == nullptr ? SYSDT_ERR_NULL_PTR : print_as(value->key.routeType, value, buffer, 256, length);
 }
 
-u32 SYSDT_EVN_AdKeyToStr(const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)
-{
-    return print_as(SYSDT_EVPN_AUTO_DISCOVERY, value, buffer, size, length);
-}
+#define BGPDT_EVPN_PRINTER(name, route_type)                                                                           \
+    u32 name(const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)                                          \
+    {                                                                                                                  \
+        return print_as(route_type, value, buffer, size, length);                                                      \
+    }
 
-u32 SYSDT_EVN_MacKeyToStr(const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)
-{
-    return print_as(SYSDT_EVPN_MAC_IP, value, buffer, size, length);
-}
-
-u32 SYSDT_EVN_IncKeyToStr(const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)
-{
-    return print_as(SYSDT_EVPN_INCLUSIVE, value, buffer, size, length);
-}
-
-u32 SYSDT_EVN_EsKeyToStr(const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)
-{
-    return print_as(SYSDT_EVPN_SEGMENT, value, buffer, size, length);
-}
-
-u32 SYSDT_EVN_IpPrefixKeyToStr(const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)
-{
-    return print_as(SYSDT_EVPN_IP_PREFIX, value, buffer, size, length);
-}
-
-u32 SYSDT_EVPN_SmetKeyToStr(const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)
-{
-    return print_as(SYSDT_EVPN_SELECTIVE, value, buffer, size, length);
-}
-
-u32 SYSDT_EVPN_JoinKeyToStr(const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)
-{
-    return print_as(SYSDT_EVPN_JOIN, value, buffer, size, length);
-}
-
-u32 SYSDT_EVPN_LeaveKeyToStr(const SYSDT_BolEvpn *value, char *buffer, u32 size, u32 *length)
-{
-    return print_as(SYSDT_EVPN_LEAVE, value, buffer, size, length);
-}
+BGPDT_EVPN_PRINTER(SYSDT_EVN_AdKeyToStr, SYSDT_EVPN_AUTO_DISCOVERY)
+BGPDT_EVPN_PRINTER(SYSDT_EVN_MacKeyToStr, SYSDT_EVPN_MAC_IP)
+BGPDT_EVPN_PRINTER(SYSDT_EVN_IncKeyToStr, SYSDT_EVPN_INCLUSIVE)
+BGPDT_EVPN_PRINTER(SYSDT_EVN_EsKeyToStr, SYSDT_EVPN_SEGMENT)
+BGPDT_EVPN_PRINTER(SYSDT_EVN_IpPrefixKeyToStr, SYSDT_EVPN_IP_PREFIX)
+BGPDT_EVPN_PRINTER(SYSDT_EVPN_SmetKeyToStr, SYSDT_EVPN_SELECTIVE)
+BGPDT_EVPN_PRINTER(SYSDT_EVPN_JoinKeyToStr, SYSDT_EVPN_JOIN)
+BGPDT_EVPN_PRINTER(SYSDT_EVPN_LeaveKeyToStr, SYSDT_EVPN_LEAVE)
 
 u32 SYSDT_EVPN_EsiToStr(char **position, u32 *size, u32 *length, const u8 esi[10])
 {

@@ -15,10 +15,10 @@
 
 #include "bgp_datatype/bgp_datatype.h"
 #include "common/bytes.hpp"
-#include "common/census.hpp"
 #include "common/digits.hpp"
 #include "route_keys/evpn/key.hpp"
 #include "route_keys/evpn/readers.hpp"
+#include "route_keys/evpn/text.hpp"
 
 namespace bgpdt::evpn {
 
@@ -106,6 +106,8 @@ u32 read_as(char *text, SYSDT_BolEvpn *value, u32 lenient = 0, Families families
 // ------------------------------------------------------------------------------------------------ the route type
 
 /// Brackets are strangers to it: few texts have any.
+constexpr std::size_t longest_text = 183;
+
 constexpr FixedString plain_characters = "0123456789abcdefABCDEF.:-";
 
 /// What a text is made of.
@@ -118,8 +120,21 @@ struct Shape {
     u32 dots_ahead = 1;
     u32 brackets_ahead = 1;
 
+    /// Of a text without brackets that is counted already.
+    static Shape of_plain(const TextShape &counted)
+    {
+        Shape shape{.census = counted.all, .outside_colons = counted.colons()};
+        if (counted.colons() < 2)
+            return shape;
+        shape.dots_ahead = counted.field.dots();
+        shape.brackets_ahead = 0;
+        for (const char *at = counted.text + counted.field.length() + 1; *at != ':'; ++at)
+            shape.dots_ahead += *at == '.' ? 1 : 0;
+        return shape;
+    }
+
     /// Counts the characters; false if there is one that no text may have.
-    bool count(const char *text)
+    [[gnu::noinline]] bool count(const char *text)
     {
         CensusWalk<plain_characters> walk(text, 2);
         u32 colons = 0; // ahead of the last bracket
@@ -190,21 +205,32 @@ u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 leni
     return colons == 4 ? SYSDT_Str2EvnMac(text, value) : SYSDT_ERR_FAIL;
 }
 
+u32 read_trimmed(char *text, SYSDT_BolEvpn &value, u32 lenient)
+{
+    Shape shape;
+    if (!shape.count(text) || shape.census.length() < 1 || shape.census.length() > longest_text)
+        return SYSDT_ERR_FAIL;
+    return read_by_shape(shape, text, &value, lenient);
+}
+
 } // namespace
 
 } // namespace bgpdt::evpn
 
 using namespace bgpdt;
 
+u32 evpn::read_counted(const TextOffer &offer, SYSDT_BolEvpn &value)
+{
+    value = {.subKind = SYSDT_BOL_EVN, .key = {}};
+    return offer.shape.others() == 0 ? read_by_shape(Shape::of_plain(offer.shape), offer.counted, &value, 1)
+                                     : read_trimmed(offer.counted, value, 1);
+}
+
 u32 SYSDT_Str2EvnPrefix(char *text, SYSDT_BolEvpn *value, u32 lenient)
 {
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = SYSDT_BTrim(text);
-    evpn::Shape shape;
-    if (!shape.count(text) || shape.census.length() < 1 || shape.census.length() > 183)
-        return SYSDT_ERR_FAIL;
-    return evpn::read_by_shape(shape, text, value, lenient);
+    return evpn::read_trimmed(SYSDT_BTrim(text), *value, lenient);
 }
 
 u32 SYSDT_Str2EvpnMcRoute(char *text, SYSDT_BolEvpn *value)

@@ -9,7 +9,8 @@ using namespace bgpdt::mvpn;
 
 namespace {
 
-u32 parse_kind(const Kind &kind, char *text, SYSDT_BolValue *value, const u32 positions[3], ReadAddress *read_address)
+[[gnu::noinline]] u32 parse_kind(const Kind &kind, char *text, SYSDT_BolValue *value, const u32 positions[3],
+                                 ReadAddress *read_address)
 {
     if (text == nullptr || value == nullptr || positions == nullptr)
         return SYSDT_ERR_NULL_PTR;
@@ -48,35 +49,18 @@ u32 SYSDT_Str2NGIpv6Prefix_Type1(const char *text, SYSDT_BolIpv6 *value)
     return SYSDT_Str2Ipv6(text, value->address) == SYSDT_OK ? SYSDT_OK : SYSDT_ERR_FAIL;
 }
 
-u32 SYSDT_Str2NGIpv6Prefix_Type3(char *text, SYSDT_BolValue *value, const u32 positions[3])
-{
-    return parse_kind(kind<SYSDT_BOL_NG_TYPE_3>, text, value, positions, read_either);
-}
+#define BGPDT_NG_PARSER(name, sub_kind, read_address)                                                                  \
+    u32 name(char *text, SYSDT_BolValue *value, const u32 positions[3])                                                \
+    {                                                                                                                  \
+        return parse_kind(kind<sub_kind>, text, value, positions, read_address);                                       \
+    }
 
-u32 SYSDT_Str2NGIpv6Prefix_Type43(char *text, SYSDT_BolValue *value, const u32 positions[3])
-{
-    return parse_kind(kind<SYSDT_BOL_NG_TYPE_4_3>, text, value, positions, read_either);
-}
-
-u32 SYSDT_Str2NGIpv6Prefix_Type5(char *text, SYSDT_BolValue *value, const u32 positions[3])
-{
-    return parse_kind(kind<SYSDT_BOL_NG_TYPE_5>, text, value, positions, read_either);
-}
-
-u32 SYSDT_Str2NGIpv6Prefix_Type41(char *text, SYSDT_BolValue *value, const u32 positions[3])
-{
-    return parse_kind(kind<SYSDT_BOL_NG_TYPE_4_1>, text, value, positions, read_either);
-}
-
-u32 SYSDT_Str2NGIpv6Prefix_Type42(char *text, SYSDT_BolValue *value, const u32 positions[3])
-{
-    return parse_kind(kind<SYSDT_BOL_NG_TYPE_4_2>, text, value, positions, read_either);
-}
-
-u32 SYSDT_Str2NGIpv6Prefix_Type6_7(char *text, SYSDT_BolValue *value, const u32 positions[3])
-{
-    return parse_kind(kind<SYSDT_BOL_NG_TYPE_6>, text, value, positions, read_ipv6);
-}
+BGPDT_NG_PARSER(SYSDT_Str2NGIpv6Prefix_Type3, SYSDT_BOL_NG_TYPE_3, read_either)
+BGPDT_NG_PARSER(SYSDT_Str2NGIpv6Prefix_Type43, SYSDT_BOL_NG_TYPE_4_3, read_either)
+BGPDT_NG_PARSER(SYSDT_Str2NGIpv6Prefix_Type5, SYSDT_BOL_NG_TYPE_5, read_either)
+BGPDT_NG_PARSER(SYSDT_Str2NGIpv6Prefix_Type41, SYSDT_BOL_NG_TYPE_4_1, read_either)
+BGPDT_NG_PARSER(SYSDT_Str2NGIpv6Prefix_Type42, SYSDT_BOL_NG_TYPE_4_2, read_either)
+BGPDT_NG_PARSER(SYSDT_Str2NGIpv6Prefix_Type6_7, SYSDT_BOL_NG_TYPE_6, read_ipv6)
 
 u32 SYSDT_Str2NGIpv6Prefix_Type5_41_42(char *text, SYSDT_BolValue *value, const u32 positions[3])
 {

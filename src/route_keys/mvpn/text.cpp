@@ -25,7 +25,7 @@
 #include <cstring>
 
 #include "common/bytes.hpp"
-#include "common/census.hpp"
+#include "common/text_offer.hpp"
 
 namespace bgpdt::mvpn {
 
@@ -166,6 +166,26 @@ u32 read_pair(const Split &split, SYSDT_BolValue &value) // (7)
     return SYSDT_OK;
 }
 
+namespace {
+
+/// Behind each colon stands an IPv4 address, but six dots and a colon stand anywhere. Between hyphens there are IPv6
+/// addresses, of two colons or more each, and IPv4 ones, of four sections none or two.
+constexpr bool may_be_mvpn(const TextShape &shape)
+{
+    if (shape.others() != 0)
+        return false;
+    const u32 colons = shape.colons();
+    switch (shape.hyphens()) {
+    case 0: return colons <= 3 && (shape.dots_behind_field() == 3 * colons || (colons == 1 && shape.dots() == 6));
+    case 1: return colons >= 2;
+    case 2: return colons >= 2 || shape.dots() >= 9;
+    case 3: return shape.field.marks() <= 2 && (colons >= 8 || (colons >= 4 && shape.dots() == 6));
+    default: return false;
+    }
+}
+
+} // namespace
+
 } // namespace bgpdt::mvpn
 
 using namespace bgpdt;
@@ -190,4 +210,5 @@ u32 SYSDT_Str2NGPrefix(char *text, SYSDT_BolValue *value)
     return std::strchr(rest, '-') != nullptr ? SYSDT_Str2NGIpv6Prefix(text, value) : u32{SYSDT_ERR_FAIL}; // (2)
 }
 
+BGPDT_MAY_READ(SYSDT_NGPrefixFormatIn, may_be_mvpn(shape))
 BGPDT_FORMAT_IN(SYSDT_NGPrefixFormatIn, mvpn::prefix) // (8)

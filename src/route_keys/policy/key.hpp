@@ -9,6 +9,7 @@
 #include "common/key_address.hpp"
 #include "common/print.hpp"
 #include "common/scan.hpp"
+#include "common/text_offer.hpp"
 #include "common/trimmed.hpp"
 
 namespace bgpdt::policy {

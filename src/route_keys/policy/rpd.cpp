@@ -72,6 +72,8 @@ u32 SYSDT_RpdPrefix2Str(const SYSDT_Rpd *key, char *buffer, u32 *outputLength)
     return print_to_buffer<rpd.limit>(key, buffer, outputLength, print_text);
 }
 
+/// A slash ends the policy type, which may have a sign.
+BGPDT_MAY_READ(SYSDT_RpdPrefixFormatIn, shape.behind_field() == '/' || shape.first() == '+')
 BGPDT_FORMAT_IN(SYSDT_RpdPrefixFormatIn, rpd)
 BGPDT_FORMAT_OUT(SYSDT_RpdPrefixFormatOut, rpd)
 BGPDT_CHECK(SYSDT_RpdPrefixCheck, bare_key) // (4)

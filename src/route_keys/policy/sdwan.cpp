@@ -100,6 +100,8 @@ u32 SYSDT_SdwanV6Prefix2Str(const SYSDT_BolSdwan *value, char *buffer, u32 *outp
     return print_to_buffer<sdwan.limit>(key_of(value), buffer, outputLength, print_ipv6_form<Text>);
 }
 
+/// Three numbers end in a hyphen each.
+BGPDT_MAY_READ(SYSDT_SdwanPrefixFormatIn, shape.hyphens() >= 3)
 BGPDT_FORMAT_IN(SYSDT_SdwanPrefixFormatIn, sdwan)
 BGPDT_FORMAT_OUT(SYSDT_SdwanPrefixFormatOut, sdwan)
 BGPDT_CHECK(SYSDT_SdwanPrefixCheck, sdwan)

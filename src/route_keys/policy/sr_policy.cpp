@@ -105,6 +105,7 @@ u32 SYSDT_Ipv6AddrNtoH(const SYSDT_SrPolicy *key, u16 groups[8])
     return SYSDT_OK;
 }
 
+BGPDT_MAY_READ(SYSDT_SrPolicyPrefixFormatIn, shape.first() == '[')
 BGPDT_FORMAT_IN(SYSDT_SrPolicyPrefixFormatIn, sr_policy)
 BGPDT_FORMAT_OUT(SYSDT_SrPolicyPrefixFormatOut, sr_policy)
 BGPDT_CHECK(SYSDT_SrPolicyPrefixCheck, sr_policy)
