@@ -3,6 +3,7 @@
 include(CMakeDependentOption)
 
 option(BGPDT_HOST "Build the stand-alone host (needs Lua 5.4)" OFF)
+cmake_dependent_option(BGPDT_LIBRARY "Build libbgpdt (needs nlohmann-json)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_TOOL "Build the command-line tool (needs CLI11, nlohmann-json)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_TESTS "Build the tests (needs GoogleTest)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_BENCHMARKS "Build the benchmark (needs Google Benchmark, callgrind)" OFF BGPDT_HOST OFF)
