@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the functions of bgpdt.h answer.
 #include <algorithm>
-#include <bit>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <memory>
 #include <string>
 
@@ -323,52 +319,6 @@ TEST_F(Interface, BitmapsAreListed)
     EXPECT_NE(text.find('1'), std::string::npos) << text;
     EXPECT_NE(text.find('2'), std::string::npos) << text;
     EXPECT_EQ(printed(bitmap, Bytes(size_of(bitmap))), "code " + std::to_string(BGPDT_REFUSED));
-}
-
-// ------------------------------------------------------------------------------------------------ opening
-
-bgpdt_text text_of(std::string_view text) { return {text.data(), text.size()}; }
-
-TEST_F(Interface, OpeningAgainGivesTheSame)
-{
-    bgpdt_library *again = nullptr;
-    EXPECT_EQ(bgpdt_open(nullptr, &again, nullptr), BGPDT_OK);
-    EXPECT_EQ(again, library_.get());
-    bgpdt_close(again);
-    EXPECT_EQ(printed(rd_, rd_value), "192.0.2.1:7");
-    const bgpdt_options other{sizeof other, text_of("/nowhere/plugin.so"), {}};
-    EXPECT_EQ(bgpdt_open(&other, &again, error_.out()), BGPDT_NO_PLUGIN);
-    EXPECT_EQ(again, nullptr);
-    EXPECT_EQ(string_of(error_->message).rfind("the process has the library open with ", 0), 0U);
-}
-
-TEST(Opening, Fails)
-{
-    Error error;
-    bgpdt_library *library = nullptr;
-    const bgpdt_options nowhere{sizeof nowhere, text_of("/nowhere/plugin.so"), {}};
-    EXPECT_EQ(bgpdt_open(&nowhere, &library, error.out()), BGPDT_NO_PLUGIN);
-    EXPECT_EQ(library, nullptr);
-    EXPECT_EQ(string_of(error->message).rfind("cannot load the plug-in: /nowhere/plugin.so", 0), 0U);
-    const bgpdt_options no_names{sizeof no_names, text_of(BGPDT_BUILT_PLUGIN), text_of("/nowhere/names")};
-    EXPECT_EQ(bgpdt_open(&no_names, &library, error.out()), BGPDT_NO_PLUGIN);
-    EXPECT_NE(string_of(error->message).find("/nowhere/names"), std::string::npos);
-    bgpdt_close(nullptr);
-}
-
-TEST(Opening, WithNames)
-{
-    const std::string file = testing::TempDir() + "bgpdt_names";
-    std::ofstream(file) << "7 red\n";
-    bgpdt_library *library = nullptr;
-    const bgpdt_options options{sizeof options, text_of(BGPDT_BUILT_PLUGIN), text_of(file)};
-    ASSERT_EQ(bgpdt_open(&options, &library, nullptr), BGPDT_OK);
-    const bgpdt_type *type = nullptr;
-    ASSERT_EQ(bgpdt_find(library, "PDID2PDNAME", 11, &type, nullptr), BGPDT_OK);
-    EXPECT_EQ(parsed(type, "red"), (Bytes{0, 0, 0, 7}));
-    EXPECT_EQ(printed(type, {0, 0, 0, 7}), "red");
-    bgpdt_close(library);
-    std::remove(file.c_str());
 }
 
 } // namespace
