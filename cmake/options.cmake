@@ -3,6 +3,9 @@
 include(CMakeDependentOption)
 
 option(BGPDT_HOST "Build the stand-alone host (needs Lua 5.4)" OFF)
+cmake_dependent_option(BGPDT_LIBRARY "Build libbgpdt (needs nlohmann-json)" OFF BGPDT_HOST OFF)
+cmake_dependent_option(BGPDT_LINKED "Build bgpdt_linked, libbgpdt with the plug-in and the host in one archive" OFF
+    BGPDT_LIBRARY OFF)
 cmake_dependent_option(BGPDT_TOOL "Build the command-line tool (needs CLI11, nlohmann-json)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_TESTS "Build the tests (needs GoogleTest)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_BENCHMARKS "Build the benchmark (needs Google Benchmark, callgrind)" OFF BGPDT_HOST OFF)
@@ -10,6 +13,7 @@ option(BGPDT_CALL_GRAPH "Let g++ tell the plug-in's call graph and stack, and te
 cmake_dependent_option(BGPDT_FUZZING "Build the fuzzers, and instrument for them (needs clang)" OFF BGPDT_HOST OFF)
 option(BGPDT_PACKAGES "Make Debian packages with CPack; nothing in them tells where they were built" OFF)
 option(BGPDT_COVERAGE "Instrument for coverage of lines, branches and conditions (needs clang 18)" OFF)
+option(BGPDT_WERROR "Let no warning pass; another compiler may have more of them" OFF)
 option(BGPDT_VALGRIND "Test the vectors under valgrind's memcheck too" OFF)
 set(BGPDT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
 # Other programs load these: a sanitizer's runtime would have to come first in them.
@@ -29,7 +33,10 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(BGPDT_WERROR)
+    add_compile_options(-Werror)
+endif()
 if(BGPDT_PACKAGES)
     # Of two maps that fit, the compilers take the later.
     add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)

@@ -210,24 +210,49 @@ struct Host::State {
         if (entry == nullptr)
             throw HostError(plugin.string() + " is no plug-in of data types: it does not export " + entry_name);
         base = module_base(entry);
-        const std::uint32_t status = reinterpret_cast<Entry *>(entry)(Registry::handle);
+        initialize(reinterpret_cast<Entry *>(entry), plugin.string());
+    }
+
+    void initialize(Entry *entry, const std::string &name)
+    {
+        const std::uint32_t status = entry(Registry::handle);
         if (registry.failure)
             std::rethrow_exception(registry.failure);
-        if (status != SYSDT_OK) {
-            throw HostError(plugin.string() + " could not be initialized: " + entry_name + " answered " +
-                            status_name(status));
-        }
+        if (status != SYSDT_OK)
+            throw HostError(name + " could not be initialized: " + entry_name + " answered " + status_name(status));
+    }
+
+    void *loaded_symbol(const char *name) const
+    {
+        void *const address = dlsym(module, name); // looks into the modules that the plug-in needs, too
+        return address != nullptr && module_base(address) == base ? address : nullptr;
+    }
+
+    void *linked_symbol(const char *name) const
+    {
+        const auto has_name = [name](const LinkedPlugin::Symbol &row) { return std::string_view(row.name) == name; };
+        const auto found = std::ranges::find_if(symbols, has_name);
+        return found == symbols.end() ? nullptr : found->address;
     }
 
     Registry registry;
-    void *module = nullptr;
+    void *module = nullptr; ///< null for a plug-in of the program's own
     const void *base = nullptr;
+    std::span<const LinkedPlugin::Symbol> symbols;
 };
 
 Host::Host(const std::filesystem::path &plugin, Admission admission)
 {
     auto state = std::make_unique<State>(std::move(admission));
     state->load(plugin);
+    state_ = state.release();
+}
+
+Host::Host(const LinkedPlugin &plugin, Admission admission)
+{
+    auto state = std::make_unique<State>(std::move(admission));
+    state->symbols = plugin.symbols;
+    state->initialize(plugin.entry, "the plug-in");
     state_ = state.release();
 }
 
@@ -251,8 +276,7 @@ std::span<const Diagnostic> Host::diagnostics() const { return state_->registry.
 
 void *Host::symbol(const char *name) const
 {
-    void *const address = dlsym(state_->module, name); // looks into the modules that the plug-in needs, too
-    return address != nullptr && module_base(address) == state_->base ? address : nullptr;
+    return state_->module != nullptr ? state_->loaded_symbol(name) : state_->linked_symbol(name);
 }
 
 Converted Host::parse(const SYSDT_Record &type, std::string_view text, std::uint8_t mode)
@@ -340,18 +364,15 @@ std::uint32_t Host::read_script_value(lua_State *lua, const SYSDT_Record &type, 
     return status == SYSDT_OK ? call.status : status;
 }
 
-Converter::Converter(const SYSDT_Record &type, std::uint8_t mode)
-    : type_(type), context_(context_of(mode)), lent_(std::make_unique<LentBlock>())
-{
-}
+Converter::Converter(const SYSDT_Record &type, std::uint8_t mode) : type_(type), context_(context_of(mode)) {}
 
 Converter::~Converter() { release(); }
 
 inline void Converter::release()
 {
     void *const block = std::exchange(delivered_, nullptr);
-    if (block == lent_->bytes)
-        lent_->taken = false;
+    if (block == lent_.bytes)
+        lent_.taken = false;
     else if (block != nullptr)
         SYS_DataTypeFree(block);
 }
@@ -359,7 +380,7 @@ inline void Converter::release()
 template <class Call>
 Delivery Converter::convert(Call call)
 {
-    const Loan loan(*lent_);
+    const Loan loan(lent_);
     release();
     Outputs out;
     const std::uint32_t status = call(out);

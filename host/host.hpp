@@ -6,6 +6,7 @@
 /// Everything here is independent of any particular type.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -35,6 +36,16 @@ struct Converted {
     std::string_view text() const;
 };
 
+/// A plug-in that the program has in itself, where nothing can be loaded.
+struct LinkedPlugin {
+    struct Symbol {
+        const char *name;
+        void *address;
+    };
+    std::uint32_t (*entry)(std::uint32_t handle);
+    std::span<const Symbol> symbols; ///< its tables
+};
+
 /// A loaded plug-in and the records it registered. Only one may live at a time: the services are the process's.
 ///
 /// Conversions and what else calls a record's operations may run in several threads at once, those with script values
@@ -44,6 +55,9 @@ public:
     /// Loads the plug-in and lets it register its types; by default all are taken.
     /// @throws HostError with the reason if it cannot be loaded, or another Host lives
     explicit Host(const std::filesystem::path &plugin, Admission admission = {});
+    /// Lets a plug-in of the program's own register its types.
+    /// @throws HostError as above
+    explicit Host(const LinkedPlugin &plugin, Admission admission = {});
     ~Host();
     Host(const Host &) = delete;
     Host &operator=(const Host &) = delete;
@@ -92,7 +106,13 @@ private:
     State *state_;
 };
 
-struct LentBlock;
+/// A block that a thread lends to its conversions in place of one from the heap, again and again.
+struct LentBlock {
+    static constexpr std::size_t size = 4352; ///< holds what any of the router's types delivers
+
+    bool taken = false;
+    alignas(std::max_align_t) unsigned char bytes[size]; // left as they are: clearing them would cost more than a parse
+};
 
 /// What a Converter's conversion answered.
 struct Delivery {
@@ -104,8 +124,8 @@ struct Delivery {
     std::string_view text() const;
 };
 
-/// Converts many values of one type, in one mode and one thread at a time, without taking memory for each. Converters of
-/// other threads do not meet it. The slot behind an operation must not be null.
+/// Converts values of one type, in one mode and one thread at a time, without taking memory. Converters of other threads
+/// do not meet it. The slot behind an operation must not be null.
 class Converter {
 public:
     /// @param type  of a living Host
@@ -126,7 +146,7 @@ private:
 
     const SYSDT_Record &type_;
     SYSDT_Context context_;
-    std::unique_ptr<LentBlock> lent_;
+    LentBlock lent_;
     void *delivered_ = nullptr;
 };
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "host/host.hpp"
 #include "host/lent_block.hpp"
 #include "host/services.hpp"
 

@@ -4,14 +4,13 @@
 #include <dlfcn.h>
 
 #include <cstring>
-#include <exception>
-#include <new>
+#include <mutex>
 #include <span>
 
 #include <lua.hpp>
 
-#include "toolkit/lua_module.hpp"
-#include "toolkit/module_session.hpp"
+#include "bgpdt/bgpdt.h"
+#include "library/lua_module.hpp"
 
 namespace bgpdt {
 namespace {
@@ -34,18 +33,18 @@ void require_one_engine(lua_State *lua)
     lua_settop(lua, 0);
 }
 
-/// Null, with the reason in the room, if there is none: errors of the engine must not cross a handler.
-toolkit::Session *session_or(std::span<char> reason)
+/// Open until the process is gone, whatever still runs at the exit. Null, with the reason in the room, if it cannot be.
+bgpdt_library *library_or(std::span<char> reason)
 {
-    try {
-        return &toolkit::module_session();
-    } catch (const std::bad_alloc &) {
-        std::strncpy(reason.data(), "not enough memory", reason.size() - 1);
-        return nullptr;
-    } catch (const std::exception &error) {
-        std::strncpy(reason.data(), error.what(), reason.size() - 1);
-        return nullptr;
+    static std::mutex mutex;
+    static bgpdt_library *library = nullptr;
+    const std::lock_guard lock(mutex);
+    bgpdt_error *error = nullptr;
+    if (library == nullptr && bgpdt_open(nullptr, &library, &error) != BGPDT_OK) {
+        std::strncpy(reason.data(), error->message.data, reason.size() - 1);
+        bgpdt_error_free(error);
     }
+    return library;
 }
 
 } // namespace
@@ -56,9 +55,9 @@ extern "C" __attribute__((visibility("default"))) int luaopen_bgp(lua_State *lua
     luaL_checkversion(lua);
     bgpdt::require_one_engine(lua);
     char reason[1024] = {};
-    bgpdt::toolkit::Session *session = bgpdt::session_or(reason);
-    if (session == nullptr)
+    bgpdt_library *library = bgpdt::library_or(reason);
+    if (library == nullptr)
         return luaL_error(lua, "%s", reason);
-    bgpdt::toolkit::push_module(lua, *session);
+    bgpdt::library::push_lua_module(lua, library);
     return 1;
 }

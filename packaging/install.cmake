@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# What `cmake --install` puts where, by component: plugin, host, tool and dev.
+# What `cmake --install` puts where, by component: plugin, host, library, tool and dev.
 include(CMakePackageConfigHelpers)
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/bgp_datatype)
 set(bgp_datatype_targets bgp_datatype_headers)
@@ -21,6 +21,13 @@ if(BGPDT_TOOL)
     install(FILES completions/_bgpdt DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tool)
 endif()
 
+if(BGPDT_LIBRARY)
+    install(TARGETS bgpdt_shared
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT dev)
+    install(FILES include/bgpdt/bgpdt.h include/bgpdt/bgpdt.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/bgpdt
+        COMPONENT dev)
+endif()
+
 install(TARGETS ${bgp_datatype_targets} EXPORT bgp_datatype
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT host NAMELINK_COMPONENT dev)
 install(EXPORT bgp_datatype NAMESPACE bgp_datatype:: DESTINATION ${config_dir} FILE targets.cmake COMPONENT dev)
@@ -29,14 +36,22 @@ configure_package_config_file(packaging/config.cmake.in ${PROJECT_BINARY_DIR}/bg
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/bgp_datatypeConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/bgp_datatypeConfig.cmake ${PROJECT_BINARY_DIR}/bgp_datatypeConfigVersion.cmake
     DESTINATION ${config_dir} COMPONENT dev)
+if(BGPDT_LIBRARY)
+    set(bgpdt_config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/bgpdt)
+    configure_package_config_file(packaging/bgpdt_config.cmake.in ${PROJECT_BINARY_DIR}/bgpdtConfig.cmake
+        INSTALL_DESTINATION ${bgpdt_config_dir} PATH_VARS CMAKE_INSTALL_LIBDIR CMAKE_INSTALL_INCLUDEDIR)
+    write_basic_package_version_file(${PROJECT_BINARY_DIR}/bgpdtConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+    install(FILES ${PROJECT_BINARY_DIR}/bgpdtConfig.cmake ${PROJECT_BINARY_DIR}/bgpdtConfigVersion.cmake
+        DESTINATION ${bgpdt_config_dir} COMPONENT dev)
+endif()
 
 # The files for pkg-config find their prefix from their own place.
 file(RELATIVE_PATH pc_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 if(NOT BGPDT_LUA_DIR)
     set(pc_lua lua5.4)
 endif()
-foreach(pc IN ITEMS bgp_datatype bgpdt_host)
-    if(pc STREQUAL bgp_datatype OR BGPDT_HOST)
+foreach(pc IN ITEMS bgp_datatype bgpdt_host bgpdt)
+    if(pc STREQUAL bgp_datatype OR (pc STREQUAL bgpdt_host AND BGPDT_HOST) OR (pc STREQUAL bgpdt AND BGPDT_LIBRARY))
         configure_file(packaging/${pc}.pc.in ${PROJECT_BINARY_DIR}/${pc}.pc @ONLY)
         install(FILES ${PROJECT_BINARY_DIR}/${pc}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
     endif()

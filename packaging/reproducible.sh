@@ -31,5 +31,5 @@ for package in "$work"/one/build/packages/*.deb; do
     cp "$package" "$packages"
     found=$((found + 1))
 done
-[ "$found" -eq 4 ] || fail "$found packages instead of 4"
+[ "$found" -eq 5 ] || fail "$found packages instead of 5"
 (cd "$packages" && sha256sum ./*.deb)

@@ -7,22 +7,18 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "sqlite/extension.hpp"
-#include "toolkit/value_order.hpp"
 
 namespace bgpdt::sqlite {
 namespace {
 
-/// Compares texts, in one thread at a time. All its memory is taken when it is made: also the block that a type asks
-/// for, one at a time, which the reader's converter lends.
+/// Compares texts, in one thread at a time. All its memory is taken when it is made: the library takes none to read the
+/// texts that are not too long.
 class Comparer {
 public:
-    Comparer(toolkit::Session &session, const SYSDT_Record &type)
-        : reader_(session, type), order_(type), first_(order_), second_(order_)
-    {
-        reader_.reserve();
-    }
+    explicit Comparer(const bgpdt_type *type) : type_(type), first_(type), second_(type) {}
 
     int compare(std::string_view first, std::string_view second) noexcept
     {
@@ -30,8 +26,12 @@ public:
         read(second, second_);
         if (first_.valid != second_.valid)
             return first_.valid ? -1 : 1;
-        return first_.valid ? order_.compare(order_.key(first_.key.data()), order_.key(second_.key.data()))
-                            : first.compare(second);
+        if (!first_.valid)
+            return first.compare(second);
+        int order = 0;
+        static_cast<void>(bgpdt_order(type_, first_.value.data(), first_.value.size(), second_.value.data(),
+                                      second_.value.size(), &order));
+        return order;
     }
 
     std::unique_ptr<Comparer> next; ///< of those that wait
@@ -40,11 +40,11 @@ private:
     /// Longer texts are read anew each time.
     static constexpr std::size_t longest_kept = 1024;
 
-    /// A text and its key; searches ask for the same text again and again.
+    /// A text and its value; searches ask for the same text again and again.
     struct Side {
-        explicit Side(const toolkit::ValueOrder &order) : key(order.key_size()) { text.reserve(longest_kept); }
+        explicit Side(const bgpdt_type *type) : value(bgpdt_about(type)->value_size) { text.reserve(longest_kept); }
         std::string text;
-        toolkit::Bytes key;
+        std::vector<std::uint8_t> value;
         bool known = false;
         bool valid = false;
     };
@@ -56,22 +56,19 @@ private:
         side.known = text.size() <= longest_kept;
         if (side.known)
             side.text = text;
-        const toolkit::Value value = reader_.read(text);
-        side.valid = value.data() != nullptr;
-        if (side.valid)
-            order_.make_key(value, side.key.data());
+        side.valid = text.size() <= longest_text && bgpdt_parse(type_, text.data(), text.size(), side.value.data(),
+                                                                side.value.size(), nullptr) == BGPDT_OK;
     }
 
-    TextReader reader_;
-    toolkit::ValueOrder order_;
+    const bgpdt_type *type_;
     Side first_;
     Side second_;
 };
 
 /// What the collations of one type share, in all connections: what compares where memory is out.
 struct Reserve {
-    Reserve(toolkit::Session &session, const SYSDT_Record &of) : type(of), comparer(session, of) {}
-    const SYSDT_Record &type;
+    explicit Reserve(const bgpdt_type *of) : type(of), comparer(of) {}
+    const bgpdt_type *type;
     std::mutex mutex;
     Comparer comparer;
 };
@@ -79,13 +76,15 @@ struct Reserve {
 using Reserves = std::list<Reserve>;
 
 /// One for each type that takes text, until the process is gone.
-Reserves &reserves(toolkit::Session &session)
+Reserves &reserves(const bgpdt_library *library)
 {
-    static Reserves &all = *[&session] {
+    static Reserves &all = *[library] {
         auto made = std::make_unique<Reserves>();
-        for (const SYSDT_Record *type : session.host().types())
-            if (type->formatIn != nullptr)
-                made->emplace_back(session, *type);
+        for (std::size_t i = 0; i < bgpdt_type_count(library); ++i) {
+            const bgpdt_type *type = bgpdt_type_at(library, i);
+            if ((bgpdt_about(type)->operations & BGPDT_PARSE) != 0)
+                made->emplace_back(type);
+        }
         return made.release();
     }();
     return all;
@@ -94,7 +93,7 @@ Reserves &reserves(toolkit::Session &session)
 /// One connection's. Still it is entered in several threads at once: "PRAGMA threads" lets SQLite sort in more.
 class Collation {
 public:
-    Collation(toolkit::Session &session, Reserve &reserve) : session_(session), reserve_(reserve) {}
+    explicit Collation(Reserve &reserve) : reserve_(reserve) {}
 
     int compare(std::string_view first, std::string_view second) noexcept
     {
@@ -123,13 +122,12 @@ private:
             }
         }
         try {
-            return std::make_unique<Comparer>(session_, reserve_.type);
+            return std::make_unique<Comparer>(reserve_.type);
         } catch (const std::bad_alloc &) {
             return nullptr;
         }
     }
 
-    toolkit::Session &session_;
     Reserve &reserve_;
     std::mutex mutex_;
     std::unique_ptr<Comparer> idle_; ///< and those behind it
@@ -146,11 +144,11 @@ void destroy(void *collation) { delete static_cast<Collation *>(collation); }
 
 } // namespace
 
-int add_collations(sqlite3 *database, toolkit::Session &session)
+int add_collations(sqlite3 *database, bgpdt_library *library)
 {
-    for (Reserve &reserve : reserves(session)) {
-        auto collation = std::make_unique<Collation>(session, reserve);
-        const std::string name = "bgp_" + toolkit::name_of(reserve.type);
+    for (Reserve &reserve : reserves(library)) {
+        auto collation = std::make_unique<Collation>(reserve);
+        const std::string name = std::string("bgp_").append(view(bgpdt_about(reserve.type)->name));
         const int result =
             sqlite3_create_collation_v2(database, name.c_str(), SQLITE_UTF8, collation.get(), compare, destroy);
         if (result != SQLITE_OK)

@@ -4,26 +4,21 @@
 #include <algorithm>
 #include <exception>
 #include <new>
+#include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
-
-#include <lua.hpp>
-
-#include "toolkit/conversions.hpp"
-#include "toolkit/display_record.hpp"
-#include "toolkit/errors.hpp"
-#include "toolkit/module_session.hpp"
-#include "toolkit/script_table.hpp"
+#include <vector>
 
 const sqlite3_api_routines *sqlite3_api = nullptr;
 
 namespace bgpdt::sqlite {
 namespace {
 
-using toolkit::Bytes;
+using Bytes = std::vector<std::uint8_t>;
 
 /// The text or blob of an argument, until it is asked for in another form.
-std::string_view view(sqlite3_value *argument)
+std::string_view content(sqlite3_value *argument)
 {
     const bool blob = sqlite3_value_type(argument) == SQLITE_BLOB;
     const auto *bytes = blob ? static_cast<const char *>(sqlite3_value_blob(argument))
@@ -36,84 +31,121 @@ void give(sqlite3_context *context, std::string_view text)
     sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
-const char *words_for(toolkit::Hint hint)
+void give_error(sqlite3_context *context, const std::string &sentence)
 {
-    switch (hint) {
-    case toolkit::Hint::types: return "; the table bgp_types lists the types";
-    case toolkit::Hint::bytes: return "; its values are blobs";
+    sqlite3_result_error(context, sentence.data(), static_cast<int>(sentence.size()));
+}
+
+/// What there is to do, in the extension's own words.
+const char *hint_for(int code)
+{
+    switch (code) {
+    case BGPDT_NO_TYPE: return "; the table bgp_types lists the types";
+    case BGPDT_NO_TEXT: return "; its values are blobs";
     default: return "";
     }
 }
 
-std::string sentence(const toolkit::Error &error)
-{
-    return std::string(error.front()).append(words_for(error.hint())).append(error.rest());
-}
+/// Why a function of the library did nothing.
+class Error {
+public:
+    Error() = default;
+    ~Error() { bgpdt_error_free(error_); }
+    Error(const Error &) = delete;
+    Error &operator=(const Error &) = delete;
 
-/// The blob as a value of the type, in this machine's byte order.
-Bytes value_at(const SYSDT_Record &type, sqlite3_value *argument)
+    bgpdt_error **out() { return &error_; }
+    /// @throws std::bad_alloc if that is the reason
+    std::string sentence() const
+    {
+        if (error_->code == BGPDT_NO_MEMORY)
+            throw std::bad_alloc();
+        return std::string(view(error_->message)).append(hint_for(error_->code));
+    }
+
+private:
+    bgpdt_error *error_ = nullptr;
+};
+
+/// Thrown with a sentence.
+class Refusal : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+Bytes parsed(const bgpdt_type *type, sqlite3_value *argument)
 {
-    if (sqlite3_value_type(argument) != SQLITE_BLOB)
-        throw toolkit::Refusal("the value of " + toolkit::name_of(type) + " must be a blob, as bgp_value() gives it");
-    const std::string_view blob = view(argument);
-    Bytes value(blob.begin(), blob.end());
-    toolkit::require_size(type, value, value_size(type));
-    toolkit::turn_to_native(type, value);
+    const std::string_view text = content(argument);
+    if (text.size() > longest_text) {
+        throw Refusal(std::string(view(bgpdt_about(type)->name)) +
+                      " refuses the text: it is longer than any value's, more than " + std::to_string(longest_text) +
+                      " characters");
+    }
+    Bytes value(bgpdt_about(type)->value_size);
+    Error error;
+    if (bgpdt_parse(type, text.data(), text.size(), value.data(), value.size(), error.out()) != BGPDT_OK)
+        throw Refusal(error.sentence());
     return value;
 }
 
-Bytes parsed(toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+/// The bytes of a blob. Of another size the library refuses them.
+std::span<const std::uint8_t> blob_at(const bgpdt_type *type, sqlite3_value *argument)
 {
-    const std::string_view text = view(argument);
-    if (is_too_long(text)) {
-        throw toolkit::Refusal(toolkit::name_of(type) + " refuses the text: it is longer than any value's, more than " +
-                               std::to_string(toolkit::longest_line) + " characters");
+    if (sqlite3_value_type(argument) != SQLITE_BLOB) {
+        throw Refusal("the value of " + std::string(view(bgpdt_about(type)->name)) +
+                      " must be a blob, as bgp_value() gives it");
     }
-    return toolkit::parse_text(session, type, text, session.mode_for(type)).data;
+    const std::string_view blob = content(argument);
+    return {reinterpret_cast<const std::uint8_t *>(blob.data()), blob.size()};
 }
 
-using Function = void(sqlite3_context *, toolkit::Session &, const SYSDT_Record &, sqlite3_value *);
+using Function = void(sqlite3_context *, const bgpdt_type *, sqlite3_value *);
 
-void value(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *text)
+void value(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *text)
 {
-    const Bytes given = parsed(session, type, text);
-    Bytes room;
-    const toolkit::Value whole = toolkit::filled_up(type, given, room);
-    Bytes bytes(whole.begin(), whole.end());
-    toolkit::turn_to_target(type, bytes);
+    const Bytes bytes = parsed(type, text);
     sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
 }
 
-void text(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
+void text(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *blob)
 {
-    const Bytes shown = toolkit::printable(type, value_at(type, blob));
-    const toolkit::Printed printed = toolkit::print_value(session, type, shown, session.mode_for(type));
-    if (!printed.text)
-        throw toolkit::Refusal(toolkit::name_of(type) + " prints no text");
-    give(context, *printed.text);
+    const auto value = blob_at(type, blob);
+    char text[BGPDT_TEXT_ROOM];
+    std::size_t size = 0;
+    Error error;
+    if (bgpdt_print(type, value.data(), value.size(), text, sizeof text, &size, error.out()) < BGPDT_OK)
+        throw Refusal(error.sentence());
+    give(context, {text, size});
 }
 
-void valid(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+void valid(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *argument)
 {
-    sqlite3_result_int(context, TextReader(session, type).read(view(argument)).data() != nullptr ? 1 : 0);
+    const std::string_view text = content(argument);
+    Bytes value(bgpdt_about(type)->value_size);
+    const bool taken = text.size() <= longest_text &&
+                       bgpdt_parse(type, text.data(), text.size(), value.data(), value.size(), nullptr) == BGPDT_OK;
+    sqlite3_result_int(context, taken ? 1 : 0);
 }
 
 /// Null for a text that is valid.
-void why(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+void why(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *argument)
 {
     try {
-        static_cast<void>(parsed(session, type, argument));
-    } catch (const toolkit::Refusal &refusal) {
-        give(context, sentence(refusal));
+        static_cast<void>(parsed(type, argument));
+    } catch (const Refusal &refusal) {
+        give(context, refusal.what());
     }
 }
 
-void json(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
+void json(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *blob)
 {
-    const Bytes bytes = value_at(type, blob);
-    const toolkit::LuaState lua = toolkit::new_lua_state();
-    toolkit::push_table(session, lua.get(), type, bytes);
-    give(context, toolkit::script_json_text(lua.get(), -1));
+    const auto value = blob_at(type, blob);
+    char *json = nullptr;
+    std::size_t size = 0;
+    Error error;
+    if (bgpdt_table(type, value.data(), value.size(), &json, &size, error.out()) != BGPDT_OK)
+        throw Refusal(error.sentence());
+    give(context, {json, size});
+    bgpdt_free(json);
     sqlite3_result_subtype(context, 'J'); // SQLite's own JSON functions take it as JSON, not as a string
 }
 
@@ -121,12 +153,14 @@ void json(sqlite3_context *context, toolkit::Session &session, const SYSDT_Recor
 template <Function *function>
 void answer(sqlite3_context *context, sqlite3_value **arguments)
 {
-    try {
-        auto &session = *static_cast<toolkit::Session *>(sqlite3_user_data(context));
-        function(context, session, session.type(view(arguments[0])), arguments[1]);
-    } catch (const toolkit::Error &error) {
-        sqlite3_result_error(context, sentence(error).c_str(), -1);
-    }
+    const auto *library = static_cast<const bgpdt_library *>(sqlite3_user_data(context));
+    const std::string_view name = content(arguments[0]);
+    const bgpdt_type *type = nullptr;
+    Error error;
+    if (bgpdt_find(library, name.data(), name.size(), &type, error.out()) == BGPDT_OK)
+        function(context, type, arguments[1]);
+    else
+        give_error(context, error.sentence());
 }
 
 /// A function of SQL: NULL for NULL.
@@ -141,7 +175,7 @@ void entry(sqlite3_context *context, int, sqlite3_value **arguments)
     } catch (const std::bad_alloc &) {
         sqlite3_result_error_nomem(context);
     } catch (const std::exception &error) {
-        sqlite3_result_error(context, error.what(), -1);
+        give_error(context, error.what());
     }
 }
 
@@ -165,11 +199,11 @@ constexpr Named functions[] = {
     {"bgp_why", entry<why>},
 };
 
-int add_functions(sqlite3 *database, toolkit::Session &session)
+int add_functions(sqlite3 *database, bgpdt_library *library)
 {
     constexpr int always = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
     for (const Named &row : functions) {
-        const int result = sqlite3_create_function_v2(database, row.name, 2, always | row.flags, &session, row.function,
+        const int result = sqlite3_create_function_v2(database, row.name, 2, always | row.flags, library, row.function,
                                                       nullptr, nullptr, nullptr);
         if (result != SQLITE_OK)
             return result;
@@ -177,12 +211,23 @@ int add_functions(sqlite3 *database, toolkit::Session &session)
     return SQLITE_OK;
 }
 
-int add_all(sqlite3 *database)
+int add_all(sqlite3 *database, bgpdt_library *library)
 {
-    toolkit::Session &session = toolkit::module_session();
-    int result = add_functions(database, session);
-    result = result == SQLITE_OK ? add_collations(database, session) : result;
-    return result == SQLITE_OK ? add_types_table(database, session) : result;
+    int result = add_functions(database, library);
+    result = result == SQLITE_OK ? add_collations(database, library) : result;
+    return result == SQLITE_OK ? add_types_table(database, library) : result;
+}
+
+/// Open until the process is gone, whatever still runs at the exit.
+/// @throws Refusal, std::bad_alloc; the next call tries again
+bgpdt_library *opened()
+{
+    static bgpdt_library *library = [] {
+        bgpdt_library *fresh = nullptr;
+        Error error;
+        return bgpdt_open(nullptr, &fresh, error.out()) == BGPDT_OK ? fresh : throw Refusal(error.sentence());
+    }();
+    return library;
 }
 
 } // namespace
@@ -193,7 +238,7 @@ extern "C" __attribute__((visibility("default"))) int sqlite3_bgpdtsqlite_init(s
 {
     SQLITE_EXTENSION_INIT2(api);
     try {
-        return bgpdt::sqlite::add_all(database);
+        return bgpdt::sqlite::add_all(database, bgpdt::sqlite::opened());
     } catch (const std::bad_alloc &) {
         return SQLITE_NOMEM;
     } catch (const std::exception &error) {

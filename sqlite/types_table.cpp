@@ -3,16 +3,13 @@
 #include <string>
 
 #include "sqlite/extension.hpp"
-#include "toolkit/operations.hpp"
-#include "toolkit/samples.hpp"
-#include "toolkit/words.hpp"
 
 namespace bgpdt::sqlite {
 namespace {
 
 struct Table : sqlite3_vtab {
-    explicit Table(toolkit::Session &of) : sqlite3_vtab{}, session(of) {}
-    toolkit::Session &session;
+    explicit Table(bgpdt_library *of) : sqlite3_vtab{}, library(of) {}
+    bgpdt_library *library;
 };
 
 struct Cursor : sqlite3_vtab_cursor {
@@ -20,20 +17,20 @@ struct Cursor : sqlite3_vtab_cursor {
     std::size_t row = 0;
 };
 
-std::span<const SYSDT_Record *const> rows(const sqlite3_vtab_cursor *cursor)
+const bgpdt_library *library_of(const sqlite3_vtab_cursor *cursor)
 {
-    return static_cast<const Table *>(cursor->pVtab)->session.host().types();
+    return static_cast<const Table *>(cursor->pVtab)->library;
 }
 
 std::size_t &row(sqlite3_vtab_cursor *cursor) { return static_cast<Cursor *>(cursor)->row; }
 
-int connect(sqlite3 *database, void *session, int, const char *const *, sqlite3_vtab **table, char **)
+int connect(sqlite3 *database, void *library, int, const char *const *, sqlite3_vtab **table, char **)
 {
     const int declared = sqlite3_declare_vtab(
         database, "CREATE TABLE bgp_types(name TEXT, id INTEGER, size INTEGER, operations TEXT, about TEXT)");
     if (declared != SQLITE_OK)
         return declared;
-    *table = new (std::nothrow) Table(*static_cast<toolkit::Session *>(session));
+    *table = new (std::nothrow) Table(static_cast<bgpdt_library *>(library));
     return *table == nullptr ? SQLITE_NOMEM : sqlite3_vtab_config(database, SQLITE_VTAB_INNOCUOUS);
 }
 
@@ -73,23 +70,33 @@ int next(sqlite3_vtab_cursor *cursor)
     return SQLITE_OK;
 }
 
-int at_end(sqlite3_vtab_cursor *cursor) { return row(cursor) >= rows(cursor).size() ? 1 : 0; }
+int at_end(sqlite3_vtab_cursor *cursor) { return row(cursor) >= bgpdt_type_count(library_of(cursor)) ? 1 : 0; }
 
-void give(sqlite3_context *context, const std::string &text)
+void give(sqlite3_context *context, std::string_view text)
 {
     sqlite3_result_text(context, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
 }
 
+/// A blank between two.
+std::string words_for(unsigned operations)
+{
+    std::string words;
+    for (unsigned bit = 1; const char *word = bgpdt_operation_word(bit); bit <<= 1)
+        if ((operations & bit) != 0)
+            words.append(words.empty() ? "" : " ").append(word);
+    return words;
+}
+
 int column(sqlite3_vtab_cursor *cursor, sqlite3_context *context, int number)
 {
-    const SYSDT_Record &type = *rows(cursor)[row(cursor)];
+    const bgpdt_info &info = *bgpdt_about(bgpdt_type_at(library_of(cursor), row(cursor)));
     try {
         switch (number) {
-        case 0: give(context, toolkit::name_of(type)); break;
-        case 1: sqlite3_result_int(context, type.typeId); break;
-        case 2: sqlite3_result_int64(context, static_cast<sqlite3_int64>(value_size(type))); break;
-        case 3: give(context, toolkit::joined(toolkit::operations(type), " ")); break;
-        default: give(context, toolkit::sample_of(type.typeId).about);
+        case 0: give(context, view(info.name)); break;
+        case 1: sqlite3_result_int(context, info.id); break;
+        case 2: sqlite3_result_int64(context, static_cast<sqlite3_int64>(info.value_size)); break;
+        case 3: give(context, words_for(info.operations)); break;
+        default: give(context, view(info.about));
         }
     } catch (const std::bad_alloc &) {
         return SQLITE_NOMEM;
@@ -121,9 +128,9 @@ constexpr sqlite3_module module = [] {
 
 } // namespace
 
-int add_types_table(sqlite3 *database, toolkit::Session &session)
+int add_types_table(sqlite3 *database, bgpdt_library *library)
 {
-    return sqlite3_create_module(database, "bgp_types", &module, &session);
+    return sqlite3_create_module(database, "bgp_types", &module, library);
 }
 
 } // namespace bgpdt::sqlite

@@ -4,7 +4,8 @@
 #include <lua.hpp>
 
 #include "errors.hpp"
-#include "toolkit/lua_module.hpp"
+#include "library/library.hpp"
+#include "library/lua_module.hpp"
 #include "toolkit/script_table.hpp"
 
 namespace bgpdt::tool {
@@ -18,10 +19,10 @@ int traceback(lua_State *lua)
 }
 
 /// Makes `bgp` a loaded module and a global, as the libraries of Lua are.
-void install(lua_State *lua, Session &session)
+void install(lua_State *lua, bgpdt_library *library)
 {
     luaL_openlibs(lua);
-    push_module(lua, session);
+    library::push_lua_module(lua, library);
     luaL_getsubtable(lua, LUA_REGISTRYINDEX, LUA_LOADED_TABLE);
     lua_pushvalue(lua, -2);
     lua_setfield(lua, -2, "bgp");
@@ -50,9 +51,10 @@ void pass_arguments(lua_State *lua, const std::string &file, std::span<const std
 
 void run_script(Session &session, const std::string &file, std::span<const std::string> arguments)
 {
+    bgpdt_library library(session);
     const LuaState owner = new_lua_state();
     lua_State *lua = owner.get();
-    install(lua, session);
+    install(lua, &library);
     lua_pushcfunction(lua, traceback);
     if (luaL_loadfile(lua, file.c_str()) != LUA_OK)
         throw UsageError(lua_tostring(lua, -1));

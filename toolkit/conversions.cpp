@@ -64,17 +64,9 @@ std::string lengths(std::size_t is, std::size_t must_be)
     return counted(is, "byte") + ", must be " + std::to_string(must_be);
 }
 
-/// The types that take the text; not those of any text or number.
-std::string takers(Session &session, std::string_view text)
+std::string other_types(Session &session, std::string_view text)
 {
-    std::vector<std::string> names;
-    for (const SYSDT_Record *type : session.host().types()) {
-        const bool structured = type->baseKind == SYSDT_KIND_EXTEND && type->formatIn != nullptr;
-        const host::Converted converted = structured ? session.host().parse(*type, text, session.mode_for(*type))
-                                                     : host::Converted{SYSDT_ERR_FAIL, 0, {}};
-        if (converted.ok() && !converted.data.empty())
-            names.push_back(name_of(*type));
-    }
+    const std::vector<std::string> names = takers(session, text);
     return names.empty() ? "" : "; it is a text of " + joined(names, ", ");
 }
 
@@ -130,11 +122,24 @@ std::vector<KindForm> forms_of(Session &session, const SYSDT_Record &type, const
                                : text.empty()
                                    ? "it is empty"
                                    : "it is no " + (sample.about.empty() ? "text of the type" : sample.about);
-    const std::string rest = diagnosis ? "" : takers(session, text) + advice(session, type, forms);
+    const std::string rest = diagnosis ? "" : other_types(session, text) + advice(session, type, forms);
     refuse(type, what, status, reason, rest, std::move(forms), std::move(diagnosis));
 }
 
 } // namespace
+
+std::vector<std::string> takers(Session &session, std::string_view text)
+{
+    std::vector<std::string> names;
+    for (const SYSDT_Record *type : session.host().types()) {
+        const bool structured = type->baseKind == SYSDT_KIND_EXTEND && type->formatIn != nullptr;
+        const host::Converted converted = structured ? session.host().parse(*type, text, session.mode_for(*type))
+                                                     : host::Converted{SYSDT_ERR_FAIL, 0, {}};
+        if (converted.ok() && !converted.data.empty())
+            names.push_back(name_of(*type));
+    }
+    return names;
+}
 
 host::Converted parse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode)
 {

@@ -25,6 +25,8 @@ struct Printed {
 };
 
 host::Converted parse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode);
+/// The names of the types that take the text; not those of any text or number.
+std::vector<std::string> takers(Session &session, std::string_view text);
 /// @param nothing  goes on with the sentence about a value for which the type prints nothing
 Printed print_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode,
                     const std::string &nothing = {});

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "operations.hpp"
 
-#include <utility>
+#include <iterator>
 
 namespace bgpdt::toolkit {
 
@@ -12,17 +12,30 @@ std::vector<std::string> help_texts(Session &session, const SYSDT_Record &type)
     return type.help == nullptr ? std::vector<std::string>{} : session.host().help(type, help_mode, status);
 }
 
+std::span<const char *const> operation_words()
+{
+    static constexpr const char *words[] = {"parse", "print", "check", "help", "compare", "table", "value", "swap"};
+    return words;
+}
+
+unsigned operation_bits(const SYSDT_Record &type)
+{
+    const bool filled[] = {type.formatIn != nullptr, type.formatOut != nullptr, type.check != nullptr,
+                           type.help != nullptr,     type.compare != nullptr,   type.luaSet != nullptr,
+                           type.luaGet != nullptr,   type.endian != nullptr};
+    unsigned bits = 0;
+    for (unsigned i = 0; i < std::size(filled); ++i)
+        bits |= static_cast<unsigned>(filled[i]) << i;
+    return bits;
+}
+
 std::vector<std::string> operations(const SYSDT_Record &type)
 {
-    const std::pair<bool, const char *> slots[] = {
-        {type.formatIn != nullptr, "parse"}, {type.formatOut != nullptr, "print"}, {type.check != nullptr, "check"},
-        {type.help != nullptr, "help"},      {type.compare != nullptr, "compare"}, {type.luaSet != nullptr, "table"},
-        {type.luaGet != nullptr, "value"},   {type.endian != nullptr, "swap"},
-    };
+    const unsigned bits = operation_bits(type);
     std::vector<std::string> words;
-    for (const auto &[filled, word] : slots)
-        if (filled)
-            words.emplace_back(word);
+    for (unsigned i = 0; i < operation_words().size(); ++i)
+        if ((bits >> i & 1) != 0)
+            words.emplace_back(operation_words()[i]);
     return words;
 }
 

@@ -3,6 +3,7 @@
 /// What a type can do, in words.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,11 @@ namespace bgpdt::toolkit {
 
 /// The texts that the type gives for its input; none when it has no help.
 std::vector<std::string> help_texts(Session &session, const SYSDT_Record &type);
-/// The operations whose slots are filled, by the words that all fronts use for them.
+/// The words that all fronts use for the operations.
+std::span<const char *const> operation_words();
+/// The operations whose slots are filled: bit i for word i.
+unsigned operation_bits(const SYSDT_Record &type);
+/// Those, by their words.
 std::vector<std::string> operations(const SYSDT_Record &type);
 
 } // namespace bgpdt::toolkit

@@ -95,15 +95,6 @@ std::string text_at(const ordered_json &value, std::size_t indent)
     return value.is_object() && !entries.empty() ? "{ " + line + " }" : "{" + line + "}";
 }
 
-/// Keys of digits alone are indexes.
-void push_key(lua_State *lua, const std::string &key)
-{
-    if (key.empty() || key.size() > 9 || key.find_first_not_of("0123456789") != std::string::npos)
-        lua_pushlstring(lua, key.data(), key.size());
-    else
-        lua_pushinteger(lua, std::stoi(key));
-}
-
 void push_table_json(lua_State *lua, const ordered_json &table)
 {
     if (lua_checkstack(lua, 4) == 0)
@@ -114,13 +105,21 @@ void push_table_json(lua_State *lua, const ordered_json &table)
         if (table.is_array())
             lua_pushinteger(lua, ++index);
         else
-            push_key(lua, key);
+            push_script_key(lua, key);
         push_script_json(lua, entry);
         lua_rawset(lua, -3);
     }
 }
 
 } // namespace
+
+void push_script_key(lua_State *lua, const std::string &key)
+{
+    if (key.empty() || key.size() > 9 || key.find_first_not_of("0123456789") != std::string::npos)
+        lua_pushlstring(lua, key.data(), key.size());
+    else
+        lua_pushinteger(lua, std::stoi(key));
+}
 
 void push_script_json(lua_State *lua, const ordered_json &value)
 {

@@ -27,6 +27,9 @@ std::string json_text(const nlohmann::ordered_json &value);
 /// program.
 std::string script_json_text(lua_State *lua, int index);
 
+/// Pushes a key as JSON has it: digits alone are an index.
+void push_script_key(lua_State *lua, const std::string &key);
+
 /// Pushes what script_json made, or what read_json read.
 void push_script_json(lua_State *lua, const nlohmann::ordered_json &value);
 

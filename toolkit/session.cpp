@@ -47,9 +47,25 @@ fs::path find_plugin(const std::string &given)
     throw Error(front + "BGPDT_PLUGIN", Hint::plugin, front.size());
 }
 
+Settings with_plugin(Settings settings)
+{
+    settings.plugin = find_plugin(settings.plugin).string();
+    return settings;
+}
+
 } // namespace
 
-Session::Session(Settings settings) : settings_(std::move(settings)), host_(find_plugin(settings_.plugin))
+Session::Session(Settings settings) : settings_(with_plugin(std::move(settings))), host_(settings_.plugin)
+{
+    load_names();
+}
+
+Session::Session(Settings settings, const host::LinkedPlugin &plugin) : settings_(std::move(settings)), host_(plugin)
+{
+    load_names();
+}
+
+void Session::load_names()
 {
     if (!settings_.names.empty())
         host_.load_names(settings_.names);

@@ -24,8 +24,11 @@ public:
     /// Loads the plug-in and the names.
     /// @throws Error if there is no plug-in, host::HostError
     explicit Session(Settings settings);
+    /// With a plug-in that the program has in itself.
+    Session(Settings settings, const host::LinkedPlugin &plugin);
 
     host::Host &host() { return host_; }
+    /// As they were given, but for the plug-in's file, which is the one that was loaded.
     const Settings &settings() const { return settings_; }
 
     /// The record of that name, in any case.
@@ -36,6 +39,8 @@ public:
     std::uint8_t mode_for(const SYSDT_Record &type) const;
 
 private:
+    void load_names();
+
     const Settings settings_;
     host::Host host_;
 };

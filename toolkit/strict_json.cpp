@@ -5,21 +5,15 @@
 #include <utility>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
-#include "errors.hpp"
-#include "shown_text.hpp"
+#include "strict_sax.hpp"
 
 namespace bgpdt::toolkit {
 namespace {
 
 using nlohmann::ordered_json;
 
-/// No type's table has half as many.
-constexpr std::size_t most_levels = 32;
-
 /// Builds the value of what the parser tells it.
-class Builder final : public nlohmann::json_sax<ordered_json> {
+class Builder final : public StrictSax {
 public:
     explicit Builder(ordered_json &root) : root_(root) {}
 
@@ -31,21 +25,22 @@ public:
     bool string(std::string &value) override { return put(std::move(value)); }
     bool binary(ordered_json::binary_t &value) override { return put(std::move(value)); }
 
-    bool start_object(std::size_t) override { return open(ordered_json::object()); }
-    bool start_array(std::size_t) override { return open(ordered_json::array()); }
-    bool end_object() override { return close(); }
-    bool end_array() override { return close(); }
-
-    bool key(std::string &name) override
+protected:
+    bool begin_member(std::string &name) override
     {
         const auto [member, is_new] = open_.back()->emplace(name, nullptr);
-        if (!is_new)
-            throw Refusal("it has the member " + lua_quoted(name) + " twice");
         member_ = &*member;
-        return true;
+        return is_new;
     }
 
-    bool parse_error(std::size_t, const std::string &, const nlohmann::detail::exception &) override { return false; }
+    void begin(bool object) override
+    {
+        ordered_json &opened = place();
+        opened = object ? ordered_json::object() : ordered_json::array();
+        open_.push_back(&opened);
+    }
+
+    void end() override { open_.pop_back(); }
 
 private:
     /// Where the next value belongs.
@@ -59,22 +54,6 @@ private:
     bool put(ordered_json &&value)
     {
         place() = std::move(value);
-        return true;
-    }
-
-    bool open(ordered_json &&value)
-    {
-        if (open_.size() == most_levels)
-            throw Refusal("it is nested deeper than " + std::to_string(most_levels) + " levels");
-        ordered_json &opened = place();
-        opened = std::move(value);
-        open_.push_back(&opened);
-        return true;
-    }
-
-    bool close()
-    {
-        open_.pop_back();
         return true;
     }
 

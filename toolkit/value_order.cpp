@@ -56,6 +56,16 @@ void ValueOrder::make_key(Value value, std::uint8_t *key)
         std::memcpy(key + size_, value.data(), size_);
 }
 
+ValueOrder::Key ValueOrder::key_of_target(const std::uint8_t *value, std::uint8_t *room) const
+{
+    if (!reads_numbers_)
+        return Key(value);
+    std::memcpy(room, value, size_);
+    std::memcpy(room + size_, value, size_);
+    turn_to_native(type_, {room + size_, size_});
+    return Key(room);
+}
+
 int ValueOrder::compare(Key first, Key second) const
 {
     if (type_.compare != nullptr) {

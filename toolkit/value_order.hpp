@@ -40,6 +40,8 @@ public:
     std::size_t key_size() const { return reads_numbers_ ? 2 * size_ : size_; }
     void make_key(Value value, std::uint8_t *key);
     Key key(const std::uint8_t *bytes) const { return Key(bytes); }
+    /// The key of a value in the target's order. The room, of a key's size, is taken where a key is more than that.
+    Key key_of_target(const std::uint8_t *value, std::uint8_t *room) const;
 
     /// Negative, 0 or positive.
     int compare(Key first, Key second) const;

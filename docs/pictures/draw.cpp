@@ -151,7 +151,7 @@ constexpr Part parts[] = {
     {{230, 50, 130, 60}, "tool/", "the command line", "#fff2cc"},
     {{370, 50, 140, 60}, "lua/ sqlite/", "modules", "#fff2cc"},
     {{520, 50, 220, 60}, "tests/ fuzzing/ benchmarks/", "vectors, attacks, figures", "#fff2cc"},
-    {{230, 140, 280, 60}, "toolkit/", "answers, reasons, explanations", "#d9d2e9"},
+    {{230, 140, 280, 60}, "toolkit/ library/", "libbgpdt: answers, reasons, fields", "#d9d2e9"},
     {{230, 230, 510, 60}, "host/", "libbgpdt_host: every service of host.h, on real Lua 5.4", "#d9ead3"},
     {{20, 320, 720, 60},
      "include/bgp_datatype/",

@@ -19,14 +19,13 @@
 /// values are equal when type and bytes are.
 #pragma once
 
-#include "session.hpp"
-
+struct bgpdt_library;
 struct lua_State;
 
-namespace bgpdt::toolkit {
+namespace bgpdt::library {
 
 /// Pushes the module, a table. Errors of the engine leave it.
-/// @param session  which outlives the engine
-void push_module(lua_State *lua, Session &session);
+/// @param library  which stays open longer than the engine
+void push_lua_module(lua_State *lua, bgpdt_library *library);
 
-} // namespace bgpdt::toolkit
+} // namespace bgpdt::library

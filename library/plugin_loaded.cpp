@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "module_session.hpp"
-
+/// @file
+/// The plug-in is a file that is loaded.
 #include <dlfcn.h>
 
-#include "errors.hpp"
+#include "bgp_datatype/host.h"
+#include "library.hpp"
+#include "toolkit/errors.hpp"
 
-namespace bgpdt::toolkit {
+namespace bgpdt::library {
 namespace {
 
 /// The plug-in takes its services from the process: also where they came along with a module that was loaded locally.
@@ -15,22 +17,16 @@ void offer_services()
     const bool known = dladdr(reinterpret_cast<const void *>(&SYS_DataTypeFree), &info) != 0;
     void *services = known ? dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_GLOBAL) : nullptr;
     if (services == nullptr)
-        throw Error("the library of the host's services cannot be offered to the plug-in");
+        throw toolkit::Error("the library of the host's services cannot be offered to the plug-in");
     dlclose(services); // it stays loaded with this library
-}
-
-Session *new_session()
-{
-    offer_services();
-    return new Session({});
 }
 
 } // namespace
 
-Session &module_session()
+std::unique_ptr<toolkit::Session> new_session(toolkit::Settings settings)
 {
-    static Session &session = *new_session(); // and never destroyed
-    return session;
+    offer_services();
+    return std::make_unique<toolkit::Session>(std::move(settings));
 }
 
-} // namespace bgpdt::toolkit
+} // namespace bgpdt::library

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// JSON as a script value.
+#pragma once
+
+#include <string_view>
+
+struct lua_State;
+
+namespace bgpdt::library {
+
+/// Pushes what the text says.
+/// @throws toolkit::Refusal if it is no JSON, is nested deeply or tells a member twice; std::bad_alloc
+void push_json(lua_State *lua, std::string_view text);
+
+} // namespace bgpdt::library
