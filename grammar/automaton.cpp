@@ -156,7 +156,7 @@ private:
 void Builder::add_part(const std::string &name, State from, State to)
 {
     const Language &part = grammar_.part(name);
-    if (part.length.least == 0 && part.length.most == Times::unlimited && part.but_not.empty())
+    if (!part.is_limited())
         return add(part.expression, from, to);
     const Automaton own = automaton_of(grammar_, name);
     std::vector<State> positions(own.states());
@@ -309,7 +309,7 @@ private:
     }
 
     const Automaton &automaton_;
-    std::vector<std::size_t> first_;  ///< where the predecessors of a state by a class begin
+    std::vector<std::size_t> first_; ///< where the predecessors of a state by a class begin
     std::vector<State> predecessors_;
     std::vector<State> block_of_;
     std::vector<std::vector<State>> blocks_;
@@ -402,8 +402,7 @@ Automaton combined(const Automaton &first, const Automaton &second, Decision dec
     std::unordered_map<std::uint64_t, State> known;
     std::vector<std::pair<State, State>> states;
     const auto state_of = [&](State a, State b) {
-        const auto [found, is_new] =
-            known.emplace(std::uint64_t{a} << 32 | b, static_cast<State>(states.size()));
+        const auto [found, is_new] = known.emplace(std::uint64_t{a} << 32 | b, static_cast<State>(states.size()));
         if (is_new) {
             states.emplace_back(a, b);
             made.accepting.push_back(decide(first.accepting[a], second.accepting[b]));
@@ -440,6 +439,8 @@ Automaton automaton_of(const Grammar &grammar, const std::string &part)
     Automaton made = Builder(grammar).build(language.expression);
     if (language.length.least != 0 || language.length.most != Times::unlimited)
         made = limited(made, language.length);
+    if (!language.within.empty())
+        made = both(made, automaton_of(grammar, language.within));
     return language.but_not.empty() ? made : first_only(made, automaton_of(grammar, language.but_not));
 }
 

@@ -19,20 +19,7 @@ Expression digits(unsigned low, unsigned high)
     return one_of(set);
 }
 
-std::string text_of(std::uint64_t value, unsigned base)
-{
-    std::string text;
-    do {
-        text.insert(text.begin(), digit(static_cast<unsigned>(value % base)));
-        value /= base;
-    } while (value != 0);
-    return text;
-}
-
-unsigned value_of(char digit)
-{
-    return static_cast<unsigned>(digit >= 'a' ? digit - 'a' + 10 : digit - '0');
-}
+unsigned value_of(char digit) { return static_cast<unsigned>(digit >= 'a' ? digit - 'a' + 10 : digit - '0'); }
 
 /// Numbers of as many digits as both bounds have, behind what stands in front of them.
 class Splitter {
@@ -41,7 +28,8 @@ public:
 
     void split(Expression front, std::string_view low, std::string_view high)
     {
-        const bool all = low.find_first_not_of('0') == low.npos && high.find_first_not_of(digit(base_ - 1)) == high.npos;
+        const bool all =
+            low.find_first_not_of('0') == low.npos && high.find_first_not_of(digit(base_ - 1)) == high.npos;
         if (all) {
             add_rest(std::move(front), low.size());
             return;
@@ -96,13 +84,56 @@ private:
     unsigned base_;
 };
 
-/// Leading zeros in front of so many digits.
-void put_zeros(Expression &digits_of_number, std::size_t count, unsigned width)
+/// Numbers with so many digits between the bounds, without leading zeros.
+std::vector<Expression> of_length(const Number &number, std::size_t length)
 {
-    if (width == 0 || (width != Times::unlimited && width <= count))
-        return;
-    const unsigned most = width == Times::unlimited ? Times::unlimited : width - static_cast<unsigned>(count);
-    digits_of_number.parts.insert(digits_of_number.parts.begin(), repeat(word("0"), {0, most}));
+    const std::string low = digits_of(number.low, number.base);
+    const std::string high = digits_of(number.high, number.base);
+    Splitter splitter(number.base);
+    splitter.split({}, low.size() == length ? low : "1" + std::string(length - 1, '0'),
+                   high.size() == length ? high : std::string(length, digit(number.base - 1)));
+    std::vector<Expression> made;
+    for (Expression &row : splitter.choices)
+        made.push_back(sequence(std::move(row.parts)));
+    return made;
+}
+
+/// Numbers of so many digits at least and at most; in front stands no zero unless it is said to.
+Expression all_numbers(unsigned base, Times length, bool zero_in_front)
+{
+    if (zero_in_front)
+        return repeat(digits(0, base - 1), length);
+    if (length.most == 1)
+        return digits(1, base - 1);
+    return sequence({digits(1, base - 1), repeat(digits(0, base - 1), {length.least - 1, length.most - 1})});
+}
+
+/// Zeros fill each number up to the width.
+Expression within_width(const Number &number, std::size_t shortest, std::size_t longest)
+{
+    std::vector<Expression> choices;
+    for (std::size_t length = shortest; length <= longest; ++length)
+        for (Expression &made : of_length(number, length))
+            choices.push_back(
+                length < number.width
+                    ? sequence({repeat(word("0"), {0, number.width - static_cast<unsigned>(length)}), std::move(made)})
+                    : std::move(made));
+    return choice(std::move(choices));
+}
+
+/// The lengths of which the bounds let all numbers pass; 0 is of none, unless leading zeros do not count.
+Times full_lengths(const Number &number, std::size_t shortest, std::size_t longest)
+{
+    const auto power = [&](std::size_t length) { return "1" + std::string(length - 1, '0'); };
+    const std::string low = digits_of(number.low, number.base);
+    const std::string high = digits_of(number.high, number.base);
+    const bool from_zero = number.low == 0;
+    Times full{static_cast<unsigned>(shortest), static_cast<unsigned>(longest)};
+    if (from_zero ? number.width == 0 : low != power(shortest))
+        ++full.least;
+    if (high != std::string(longest, digit(number.base - 1)))
+        --full.most;
+    return full;
 }
 
 } // namespace
@@ -151,23 +182,38 @@ Expression repeat(Expression part, Times times)
     return made;
 }
 
+std::string digits_of(std::uint64_t value, unsigned base)
+{
+    std::string text;
+    do {
+        text.insert(text.begin(), digit(static_cast<unsigned>(value % base)));
+        value /= base;
+    } while (value != 0);
+    return text;
+}
+
 Expression spelled(const Number &number)
 {
+    const std::size_t shortest = digits_of(number.low, number.base).size();
+    const std::size_t longest = digits_of(number.high, number.base).size();
+    const bool zeros = number.width == Times::unlimited;
+    if (zeros && number.high == 0)
+        return repeat(word("0"), {1, Times::unlimited});
+    if (!zeros && number.width != 0)
+        return within_width(number, shortest, longest);
+    const Times full = full_lengths(number, shortest, longest);
     std::vector<Expression> choices;
-    const std::string high = text_of(number.high, number.base);
-    std::string low = text_of(number.low, number.base);
-    for (;;) {
-        const bool last = low.size() == high.size();
-        Splitter splitter(number.base);
-        splitter.split({}, low, last ? high : std::string(low.size(), digit(number.base - 1)));
-        for (Expression &made : splitter.choices) {
-            put_zeros(made, low.size(), number.width);
-            choices.push_back(sequence(std::move(made.parts)));
+    for (std::size_t length = shortest; length <= longest; ++length) {
+        if (length >= full.least && length <= full.most) {
+            choices.push_back(all_numbers(number.base, full, zeros && number.low == 0));
+            length = full.most;
+            continue;
         }
-        if (last)
-            return choice(std::move(choices));
-        low = "1" + std::string(low.size(), '0');
+        for (Expression &made : of_length(number, length))
+            choices.push_back(std::move(made));
     }
+    Expression all = choice(std::move(choices));
+    return zeros ? sequence({repeat(word("0"), {0, Times::unlimited}), std::move(all)}) : all;
 }
 
 } // namespace bgpdt::grammar

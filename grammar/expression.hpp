@@ -25,7 +25,7 @@ struct Times {
 struct Number {
     std::uint64_t low = 0;
     std::uint64_t high = 0;
-    unsigned base = 10;               ///< 10, or 16 with digits in lower case
+    unsigned base = 10;                ///< 10, or 16 with digits in lower case
     unsigned width = Times::unlimited; ///< digits at most; leading zeros fill them. 0: no leading zero
 };
 
@@ -49,21 +49,29 @@ Expression repeat(Expression part, Times times);
 /// The number as digits: without leading zeros a choice by leading digits, in the order of the values.
 Expression spelled(const Number &number);
 
-/// A language: what the expression gives, within limits of length, without what the other expression gives.
+std::string digits_of(std::uint64_t value, unsigned base);
+
+/// A language: what the expression gives, within limits of length, and of what other parts give.
 struct Language {
     Expression expression;
     Times length{0, Times::unlimited};
-    std::string but_not; ///< the name of a part, or empty
+    std::string within;  ///< the name of a part, whose texts alone are meant, or empty
+    std::string but_not; ///< the name of a part whose texts are not meant, or empty
+
+    bool is_limited() const
+    {
+        return length.least != 0 || length.most != Times::unlimited || !within.empty() || !but_not.empty();
+    }
 };
 
 /// The grammar of one type's, or one kind's, texts.
 struct Grammar {
-    std::string name;  ///< of the type, or TYPE/KIND
-    std::string about; ///< the comment at its head
-    bool trimmed = true; ///< whether white space at both ends of a text does not count
-    std::vector<std::string> order; ///< its own parts as they were written, `text` in front
+    std::string name;                      ///< of the type, or TYPE/KIND
+    std::string about;                     ///< the comment at its head
+    bool trimmed = true;                   ///< whether white space at both ends of a text does not count
+    std::vector<std::string> order;        ///< its own parts as they were written, `text` in front
     std::map<std::string, Language> parts; ///< own ones, and those of the common file that they use
-    std::map<std::string, std::string> remarks; ///< what is said of a part behind '#'
+    std::string written;                   ///< the definitions of its own parts as they stand in its file
 
     const Language &part(const std::string &part_name) const { return parts.at(part_name); }
     bool has(const std::string &part_name) const { return parts.contains(part_name); }

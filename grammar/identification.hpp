@@ -12,7 +12,7 @@ namespace bgpdt::grammar {
 
 /// Of a minimal automaton. Any two states share an ending that one accepts and the other refuses.
 struct Identification {
-    std::vector<std::string> access;                 ///< by state the first of the shortest texts that lead there
+    std::vector<std::string> access; ///< by state the first of the shortest texts that lead there
     std::vector<std::string> endings;
     std::vector<std::vector<std::uint32_t>> of_state; ///< by state the endings that identify it
 };

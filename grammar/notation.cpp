@@ -44,8 +44,10 @@ public:
                 read.length = bounds();
             else if (clause == "without")
                 read.but_not = name();
+            else if (clause == "within")
+                read.within = name();
             else
-                fail("\"" + clause + "\" is neither length nor without");
+                fail("\"" + clause + "\" is none of length, within and without");
         }
         if (skip(); !left_.empty())
             fail("not understood from here: " + std::string(left_));
@@ -249,16 +251,8 @@ std::string_view next_line(std::string_view &text)
     return line;
 }
 
-/// Cuts the remark behind " # ", which no expression holds.
-std::string cut_remark(std::string_view &line)
-{
-    const std::size_t at = line.find("  # ");
-    if (at == line.npos)
-        return {};
-    std::string remark(line.substr(at + 4));
-    line = line.substr(0, at);
-    return remark;
-}
+/// What stands in front of a remark: "  # ", which no expression holds.
+std::string_view without_remark(std::string_view line) { return line.substr(0, line.find("  # ")); }
 
 Grammar read_file(const std::string &name, std::string_view text)
 {
@@ -275,12 +269,12 @@ Grammar read_file(const std::string &name, std::string_view text)
             continue;
         }
         const std::string where = name + ":" + std::to_string(number);
-        std::string remark = cut_remark(line);
-        std::string definition(line);
+        read.written.append(line).append("\n");
+        std::string definition(without_remark(line));
         for (; text.starts_with(' '); ++number) {
             line = next_line(text);
-            remark += cut_remark(line);
-            definition.append("\n").append(line);
+            read.written.append(line).append("\n");
+            definition.append("\n").append(without_remark(line));
         }
         Reader reader(where, definition);
         const std::string part = reader.name();
@@ -288,7 +282,6 @@ Grammar read_file(const std::string &name, std::string_view text)
             throw NotationError(where + ": = is missing");
         read.order.push_back(part);
         read.parts[part] = reader.language();
-        read.remarks[part] = std::move(remark);
     }
     return read;
 }

@@ -24,7 +24,8 @@ Parser::Row Parser::row_of(const host::Host &host, const std::string &name)
     Row row{*type, {}};
     if (blank == name.npos)
         return row;
-    const auto &rows = *static_cast<const decltype(g_astBOL_PREFIX_ProcTable) *>(host.symbol("g_astBOL_PREFIX_ProcTable"));
+    const auto &rows =
+        *static_cast<const decltype(g_astBOL_PREFIX_ProcTable) *>(host.symbol("g_astBOL_PREFIX_ProcTable"));
     const auto *const found = std::ranges::find(rows, name.substr(blank + 1), [](const SYSDT_DispatchRow &entry) {
         return std::string(entry.name, strnlen(entry.name, sizeof entry.name));
     });

@@ -21,7 +21,7 @@ using namespace bgpdt::grammar;
 
 struct Settings {
     std::string plugin;
-    double texts = 2e8; ///< about as many words for each automaton at most
+    double texts = 2e8;    ///< about as many words for each automaton at most
     bool is_short = false; ///< of a large automaton not all states are tried
     bool every_number = false;
     std::vector<std::string> names;
@@ -86,8 +86,7 @@ bool report(const std::string &name, const char *what, const Outcome &outcome)
 /// Texts that print as they are, and that all other texts' values print as one of them.
 class Canonical {
 public:
-    Canonical(Parser &parser, const Grammar &grammar)
-        : parser_(parser), canonical_(automaton_of(grammar, "canonical"))
+    Canonical(Parser &parser, const Grammar &grammar) : parser_(parser), canonical_(automaton_of(grammar, "canonical"))
     {
         if (grammar.has("lossy"))
             lossy_ = trimmed(automaton_of(grammar, "lossy"));
@@ -102,8 +101,8 @@ public:
             return false;
         const std::vector<std::uint8_t> value(parser_.value().begin(), parser_.value().end());
         const std::string printed(parser_.printed());
-        const bool same = canonical_.accepts(printed) && parser_.takes(printed) &&
-                          std::ranges::equal(parser_.value(), value);
+        const bool same =
+            canonical_.accepts(printed) && parser_.takes(printed) && std::ranges::equal(parser_.value(), value);
         if (!same && !(lossy_ && lossy_->accepts(text)) && wrong.size() < 5)
             wrong.emplace_back(text);
         return true;
@@ -130,7 +129,8 @@ public:
     {
         if (!beyond_)
             return takes;
-        return [this, takes = std::move(takes)](std::string_view text) { return !beyond_->accepts(text) && takes(text); };
+        return
+            [this, takes = std::move(takes)](std::string_view text) { return !beyond_->accepts(text) && takes(text); };
     }
     Automaton cut(const Automaton &automaton) const { return beyond_ ? first_only(automaton, *beyond_) : automaton; }
 

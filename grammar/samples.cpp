@@ -2,7 +2,6 @@
 #include "samples.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
 #include <set>
 #include <tuple>
@@ -107,12 +106,6 @@ private:
 };
 
 } // namespace
-
-std::string digits_of(std::uint64_t value, unsigned base)
-{
-    char digits[std::numeric_limits<std::uint64_t>::digits];
-    return {digits, std::to_chars(digits, std::end(digits), value, static_cast<int>(base)).ptr};
-}
 
 std::vector<Place> places(const Grammar &grammar)
 {

@@ -24,6 +24,4 @@ std::vector<Place> places(const Grammar &grammar);
 /// Bounds, powers of 2 and of the base, and what lies next to them.
 std::vector<std::uint64_t> edges(const Number &number);
 
-std::string digits_of(std::uint64_t value, unsigned base);
-
 } // namespace bgpdt::grammar
