@@ -129,8 +129,6 @@ Automaton Net::determined(State first, State last) const
     return made;
 }
 
-Automaton limited(const Automaton &automaton, Times length);
-
 /// Puts expressions into a net, parts that have limits as automata of their own.
 class Builder {
 public:
@@ -233,8 +231,6 @@ Automaton lengths(Times length)
     }
     return made;
 }
-
-Automaton limited(const Automaton &automaton, Times length) { return both(automaton, lengths(length)); }
 
 /// By refinement of the partition into accepting and refusing states, the smaller half of what is split each time.
 class Refinement {
@@ -366,6 +362,8 @@ Automaton renumbered(const Automaton &automaton)
 }
 
 } // namespace
+
+Automaton limited(const Automaton &automaton, Times length) { return both(automaton, lengths(length)); }
 
 Automaton minimal(const Automaton &automaton)
 {

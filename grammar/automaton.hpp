@@ -44,6 +44,9 @@ Automaton texts_of(const Grammar &grammar);
 Automaton minimal(const Automaton &automaton);
 Automaton trimmed(const Automaton &automaton);
 
+/// Its texts of these lengths; minimal.
+Automaton limited(const Automaton &automaton, Times length);
+
 /// What the decision says of what either accepts; minimal.
 template <class Decision>
 Automaton combined(const Automaton &first, const Automaton &second, Decision decide);

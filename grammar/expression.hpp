@@ -64,10 +64,30 @@ struct Language {
     }
 };
 
+/// A part within a text: what stands in front of it and behind it.
+struct Frame {
+    std::string front;
+    std::string part; ///< empty: rows of a word
+    std::string behind;
+    std::string word;    ///< of a row: what stands there so many times
+    Times times;         ///< of a row: how often that may be
+    std::string without; ///< a part: texts in the frame of which nothing is said, or empty
+};
+
+/// An order of words: a part whose letters stand for them.
+struct Order {
+    std::string part;
+    std::map<char, std::string> words;
+};
+
 /// The grammar of one type's, or one kind's, texts.
 struct Grammar {
-    std::string name;                      ///< of the type, or TYPE/KIND
-    std::string about;                     ///< the comment at its head
+    std::string name;     ///< of the type, or TYPE/KIND
+    std::string about;    ///< the comment at its head
+    bool loose = false;   ///< whether `text` tells a form alone: frames and orders say what is taken
+    std::size_t room = 0; ///< of frames: the characters that a text may have, 0 if there is no limit
+    std::vector<Frame> frames;
+    std::vector<Order> orders;
     bool trimmed = true;                   ///< whether white space at both ends of a text does not count
     std::vector<std::string> order;        ///< its own parts as they were written, `text` in front
     std::map<std::string, Language> parts; ///< own ones, and those of the common file that they use

@@ -31,8 +31,8 @@ std::vector<std::string> access_of(const Automaton &automaton, const std::vector
 /// Splits blocks of states by endings until each is alone: its endings are those that it was split by.
 class Tree {
 public:
-    explicit Tree(const Automaton &automaton)
-        : automaton_(automaton), samples_(samples_of_classes(automaton)), alive_(alive(automaton))
+    Tree(const Automaton &automaton, std::vector<unsigned char> samples)
+        : automaton_(automaton), samples_(std::move(samples)), alive_(alive(automaton))
     {
         made.access = access_of(automaton, samples_);
         made.of_state.resize(automaton.states());
@@ -145,6 +145,9 @@ private:
 
 } // namespace
 
-Identification identify(const Automaton &automaton) { return std::move(Tree(automaton).made); }
+Identification identify(const Automaton &automaton, std::vector<unsigned char> samples)
+{
+    return std::move(Tree(automaton, std::move(samples)).made);
+}
 
 } // namespace bgpdt::grammar

@@ -17,6 +17,7 @@ struct Identification {
     std::vector<std::vector<std::uint32_t>> of_state; ///< by state the endings that identify it
 };
 
-Identification identify(const Automaton &automaton);
+/// @param samples  the bytes that texts are made of, at least one of each class that matters
+Identification identify(const Automaton &automaton, std::vector<unsigned char> samples);
 
 } // namespace bgpdt::grammar

@@ -54,6 +54,43 @@ public:
         return read;
     }
 
+    /// "front" part "behind", or "front" "word" "behind" least..most; perhaps ", without part".
+    Frame frame()
+    {
+        Frame read;
+        read.front = text();
+        if (take("\""))
+            read.word = quoted();
+        else
+            read.part = name();
+        read.behind = text();
+        if (read.part.empty())
+            read.times = bounds();
+        if (take(",") && name() == "without")
+            read.without = name();
+        return read;
+    }
+
+    /// part, then a letter and "word" for each.
+    Order order()
+    {
+        Order read{name(), {}};
+        for (skip(); !left_.empty(); skip()) {
+            const char letter = left_[0];
+            left_.remove_prefix(1);
+            read.words[letter] = text();
+        }
+        return read;
+    }
+
+    std::string text()
+    {
+        need("\"");
+        return std::string(quoted());
+    }
+
+    std::size_t count() { return skip(), value(10); }
+
     std::string name()
     {
         skip();
@@ -254,34 +291,54 @@ std::string_view next_line(std::string_view &text)
 /// What stands in front of a remark: "  # ", which no expression holds.
 std::string_view without_remark(std::string_view line) { return line.substr(0, line.find("  # ")); }
 
+/// A definition, which goes on over indented lines, without its remarks.
+std::string next_definition(std::string_view &text, Grammar &into, unsigned &number)
+{
+    std::string definition;
+    do {
+        const std::string_view line = next_line(text);
+        ++number;
+        into.written.append(line).append("\n");
+        definition.append(definition.empty() ? "" : "\n").append(without_remark(line));
+    } while (text.starts_with(' '));
+    return definition;
+}
+
+void define(Reader &reader, Grammar &into)
+{
+    const std::string part = reader.name();
+    if (!reader.take("="))
+        into.loose |= part == "loose";
+    else if (part == "frame")
+        into.frames.push_back(reader.frame());
+    else if (part == "order")
+        into.orders.push_back(reader.order());
+    else if (part == "room")
+        into.room = reader.count();
+    else {
+        into.order.push_back(part);
+        into.parts[part] = reader.language();
+    }
+    if (part == "untrimmed")
+        into.trimmed = false;
+}
+
 Grammar read_file(const std::string &name, std::string_view text)
 {
     Grammar read;
     read.name = name;
-    for (unsigned number = 1; !text.empty(); ++number) {
-        std::string_view line = next_line(text);
-        if (line.starts_with("# ") && read.order.empty() && !line.starts_with("# SPDX"))
+    for (unsigned number = 1; !text.empty();) {
+        if (!text.starts_with('#') && !text.starts_with('\n')) {
+            const std::string where = name + ":" + std::to_string(number);
+            const std::string definition = next_definition(text, read, number);
+            Reader reader(where, definition);
+            define(reader, read);
+            continue;
+        }
+        const std::string_view line = next_line(text);
+        ++number;
+        if (line.starts_with("# ") && !line.starts_with("# SPDX"))
             read.about.append(read.about.empty() ? "" : " ").append(line.substr(2));
-        if (line.empty() || line.starts_with("#"))
-            continue;
-        if (line == "untrimmed") {
-            read.trimmed = false;
-            continue;
-        }
-        const std::string where = name + ":" + std::to_string(number);
-        read.written.append(line).append("\n");
-        std::string definition(without_remark(line));
-        for (; text.starts_with(' '); ++number) {
-            line = next_line(text);
-            read.written.append(line).append("\n");
-            definition.append("\n").append(without_remark(line));
-        }
-        Reader reader(where, definition);
-        const std::string part = reader.name();
-        if (!reader.take("="))
-            throw NotationError(where + ": = is missing");
-        read.order.push_back(part);
-        read.parts[part] = reader.language();
     }
     return read;
 }
@@ -297,6 +354,9 @@ Grammar read_grammar(std::string name, std::string_view text, std::string_view c
         const Language language = read.part(part);
         collect(language.expression, shared, read);
     }
+    for (const Frame &frame : read.frames)
+        if (!frame.part.empty() && !read.has(frame.part))
+            read.parts[frame.part] = shared.part(frame.part); // whose own parts are there, since text has them
     return read;
 }
 

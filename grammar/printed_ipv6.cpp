@@ -16,7 +16,18 @@ Expression number(std::uint64_t low, std::uint64_t high, unsigned base)
     return made;
 }
 
-Expression octet() { return number(0, 255, 10); }
+/// A part of the common file.
+Expression named(const char *part)
+{
+    Expression made;
+    made.kind = Expression::Kind::name;
+    made.name = part;
+    return made;
+}
+
+Expression octet() { return named("octet"); }
+
+Expression group() { return named("printed-group"); }
 
 Expression row(std::vector<Expression> parts) { return sequence(std::move(parts)); }
 
@@ -50,8 +61,9 @@ struct Zeros {
 };
 
 /// Addresses of which exactly the groups whose bits are set are zero, in hexadecimal.
-Expression address(unsigned zero_groups, const Zeros &zeros, std::uint64_t last_of_sixth)
+Expression address(unsigned zero_groups, const Zeros &zeros)
 {
+    const bool may_be_mapped = zeros.start == 0 && zeros.length == 5;
     std::vector<Expression> parts;
     bool separated = true;
     for (unsigned i = 0; i < group_count; ++i) {
@@ -64,7 +76,8 @@ Expression address(unsigned zero_groups, const Zeros &zeros, std::uint64_t last_
         if (!separated)
             parts.push_back(word(":"));
         separated = false;
-        parts.push_back((zero_groups >> i & 1) != 0 ? word("0") : number(1, i == 5 ? last_of_sixth : 0xffff, 16));
+        const bool zero = (zero_groups >> i & 1) != 0;
+        parts.push_back(zero ? word("0") : i == 5 && may_be_mapped ? number(1, 0xfffe, 16) : group());
     }
     return row(std::move(parts));
 }
@@ -78,8 +91,7 @@ Expression printed_ipv6()
         const Zeros zeros(zero_groups);
         if (zeros.start == 0 && zeros.length == 6)
             continue;
-        const bool may_be_mapped = zeros.start == 0 && zeros.length == 5;
-        choices.push_back(address(zero_groups, zeros, may_be_mapped ? 0xfffe : 0xffff));
+        choices.push_back(address(zero_groups, zeros));
     }
     return choice(std::move(choices));
 }

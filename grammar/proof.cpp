@@ -13,13 +13,21 @@ using State = Automaton::State;
 
 constexpr std::size_t shown_differences = 5;
 
+std::vector<unsigned char> all_samples(const Automaton &automaton)
+{
+    std::vector<unsigned char> samples = samples_of_classes(automaton);
+    std::erase(samples, 0); // no text holds a NUL
+    return samples;
+}
+
 } // namespace
 
-Proof::Proof(const Automaton &automaton, Judge takes)
-    : automaton_(automaton), takes_(std::move(takes)), samples_(samples_of_classes(automaton))
+Proof::Proof(const Automaton &automaton, Judge takes) : Proof(automaton, std::move(takes), all_samples(automaton)) {}
+
+Proof::Proof(const Automaton &automaton, Judge takes, std::vector<unsigned char> samples)
+    : automaton_(automaton), takes_(std::move(takes)), samples_(std::move(samples))
 {
-    std::erase(samples_, 0);
-    Identification known = identify(automaton);
+    Identification known = identify(automaton, samples_);
     access_ = std::move(known.access);
     for (State state = 0; state < automaton.states(); ++state) {
         std::vector<std::string> &endings = endings_.emplace_back();

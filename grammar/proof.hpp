@@ -27,6 +27,8 @@ struct Trial {
 class Proof {
 public:
     Proof(const Automaton &automaton, Judge takes);
+    /// @param samples  the bytes that words are made of
+    Proof(const Automaton &automaton, Judge takes, std::vector<unsigned char> samples);
 
     const Trial &trial() const { return trial_; }
 

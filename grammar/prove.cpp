@@ -49,11 +49,29 @@ std::string shown(const std::string &text)
 /// How many bytes in a row are tried: one more than the longest text has, or a few where there is no longest.
 std::size_t run_length(const Automaton &automaton) { return longest(automaton).value_or(24) + 1; }
 
-Outcome prove(const Automaton &automaton, std::size_t run, const Judge &takes, const Grammar &grammar,
-              const Settings &settings)
+/// What an automaton is compared with a parser in.
+struct Subject {
+    const Automaton &automaton;
+    std::size_t run = 0; ///< the longest row of one byte
+    Judge takes;
+    std::vector<Place> places;
+};
+
+void try_places(Proof &proof, const std::vector<Place> &places, const Settings &settings)
 {
-    Proof proof(automaton, takes);
-    Outcome outcome{automaton.states(), run, 0, 1, {}};
+    constexpr std::uint64_t small = 65'536;
+    for (const Place &place : places) {
+        proof.try_numbers(place, edges(place.number, settings.is_short ? 1 : 20), 3);
+        const bool every = place.number.high < small ? !settings.is_short : settings.every_number;
+        if (every && place.number.high <= 0xffffffff)
+            proof.try_every_number(place);
+    }
+}
+
+Outcome prove(const Subject &subject, const Settings &settings)
+{
+    Proof proof(subject.automaton, subject.takes);
+    Outcome outcome{subject.automaton.states(), subject.run, 0, 1, {}};
     if (settings.is_short)
         outcome.share = static_cast<std::size_t>(proof.bytes_cost() / settings.texts) + 1;
     proof.try_bytes(outcome.share);
@@ -61,12 +79,8 @@ Outcome prove(const Automaton &automaton, std::size_t run, const Judge &takes, c
         ++outcome.extra_states;
     if (outcome.extra_states != 0)
         proof.try_words(outcome.extra_states);
-    proof.try_runs(run, outcome.share);
-    for (const Place &place : places(grammar)) {
-        proof.try_numbers(place, edges(place.number), 3);
-        if (place.number.high < 65'536 ? !settings.is_short : settings.every_number && place.number.high <= 0xffffffff)
-            proof.try_every_number(place);
-    }
+    proof.try_runs(subject.run, outcome.share);
+    try_places(proof, subject.places, settings);
     outcome.trial = proof.trial();
     return outcome;
 }
@@ -138,27 +152,137 @@ private:
     std::optional<Automaton> beyond_;
 };
 
+bool prove_texts(Parser &parser, const Grammar &grammar, const Settings &settings)
+{
+    const Within within(grammar);
+    const Automaton texts = within.cut(texts_of(grammar));
+    const std::size_t run = run_length(automaton_of(grammar, "text"));
+    const std::vector<Place> numbers = places(grammar, "text");
+    if (!grammar.has("canonical")) {
+        const Judge takes = within.judge([&](std::string_view text) { return parser.takes(text); });
+        return report(grammar.name, "texts", prove({texts, run, takes, numbers}, settings));
+    }
+    Canonical canonical(parser, grammar);
+    const Judge takes = within.judge([&](std::string_view text) { return canonical.takes(text); });
+    bool right = report(grammar.name, "texts", prove({texts, run, takes, numbers}, settings));
+    for (const std::string &text : canonical.wrong)
+        std::cout << "  does not come back as it was: " << shown(text) << '\n';
+    right &= canonical.wrong.empty();
+    const Judge prints = [&](std::string_view text) { return canonical.is_printed(text); };
+    return report(grammar.name, "canonical", prove({canonical.automaton(), run, prints, numbers}, settings)) && right;
+}
+
+/// Texts in the frame have so much room as the part needs, and some more; what a BGP-LS key ignores fills the rest.
+Frame filled(const Grammar &grammar, Frame frame, const Automaton &part)
+{
+    constexpr std::size_t enough = 30;
+    const std::size_t wanted = longest(part).value_or(enough) + 4;
+    const std::string opening = "[UNKNOWN";
+    const std::size_t used = frame.front.size() + frame.behind.size() + opening.size() + 1 + wanted;
+    if (used < grammar.room)
+        frame.behind += opening + std::string(grammar.room - used, 'x') + "]";
+    return frame;
+}
+
+/// A part within a text.
+Outcome prove_frame(Parser &parser, const Grammar &grammar, const Frame &told, const Settings &settings)
+{
+    Automaton part = automaton_of(grammar, told.part);
+    const Frame frame = filled(grammar, told, part);
+    std::optional<Automaton> others;
+    if (!frame.without.empty()) {
+        others = automaton_of(grammar, frame.without);
+        part = first_only(part, *others);
+    }
+    if (grammar.room != 0) {
+        const auto left = static_cast<unsigned>(grammar.room - frame.front.size() - frame.behind.size());
+        part = limited(part, {0, left});
+    }
+    const Judge takes = [&](std::string_view text) {
+        return !(others && others->accepts(text)) && parser.takes(frame.front + std::string(text) + frame.behind);
+    };
+    return prove({part, run_length(part), takes, places(grammar, frame.part)}, settings);
+}
+
+/// A word so many times in a row: more than it may be, too.
+Outcome prove_row(Parser &parser, const Frame &frame)
+{
+    Outcome outcome;
+    std::string row;
+    for (unsigned times = 0; times <= frame.times.most + 300; ++times, row += frame.word) {
+        const std::string text = frame.front + row + frame.behind;
+        ++outcome.trial.texts;
+        if (parser.takes(text) != (times >= frame.times.least && times <= frame.times.most) &&
+            ++outcome.trial.wrong <= 1)
+            outcome.trial.differences.push_back(text);
+    }
+    outcome.states = 1;
+    return outcome;
+}
+
+/// Words in any order.
+Outcome prove_order(Parser &parser, const Grammar &grammar, const Order &order, const Settings &settings)
+{
+    std::vector<unsigned char> letters;
+    for (const auto &[letter, word] : order.words)
+        letters.push_back(static_cast<unsigned char>(letter));
+    const Judge takes = [&](std::string_view text) {
+        std::string words;
+        for (const char letter : text)
+            words += order.words.at(letter);
+        return parser.takes(words);
+    };
+    const Automaton automaton = automaton_of(grammar, order.part);
+    Proof proof(automaton, takes, letters);
+    Outcome outcome{automaton.states(), 0, 0, 1, {}};
+    while (proof.words_cost(outcome.extra_states + 1) <= settings.texts)
+        ++outcome.extra_states;
+    proof.try_words(outcome.extra_states);
+    outcome.trial = proof.trial();
+    return outcome;
+}
+
+void add(Outcome &sum, const Outcome &one)
+{
+    sum.states += one.states;
+    sum.longest = std::max(sum.longest, one.longest);
+    sum.extra_states = std::min(sum.extra_states, one.extra_states);
+    sum.trial.texts += one.trial.texts;
+    sum.trial.wrong += one.trial.wrong;
+    sum.trial.differences.insert(sum.trial.differences.end(), one.trial.differences.begin(),
+                                 one.trial.differences.end());
+}
+
+/// What is too large for one automaton, part by part.
+bool prove_parts(Parser &parser, const Grammar &grammar, const Settings &settings)
+{
+    Outcome frames{0, 0, ~0U, 1, {}};
+    for (const Frame &frame : grammar.frames) {
+        if (frame.part.empty())
+            continue;
+        const Outcome outcome = prove_frame(parser, grammar, frame, settings);
+        add(frames, outcome);
+    }
+    bool right = report(grammar.name, "fields", frames);
+    Outcome rows{0, 0, 0, 1, {}};
+    for (const Frame &frame : grammar.frames)
+        if (frame.part.empty())
+            add(rows, prove_row(parser, frame));
+    if (rows.trial.texts != 0)
+        right &= report(grammar.name, "rows", rows);
+    Outcome orders{0, 0, ~0U, 1, {}};
+    for (const Order &order : grammar.orders)
+        add(orders, prove_order(parser, grammar, order, settings));
+    return (grammar.orders.empty() || report(grammar.name, "orders", orders)) && right;
+}
+
 bool prove_type(const host::Host &host, const std::string &name, const Settings &settings)
 {
     const Grammar grammar = grammar_of(name);
     if (!grammar.has("text"))
         return true;
     Parser parser(host, name);
-    const Within within(grammar);
-    const Automaton texts = within.cut(texts_of(grammar));
-    const std::size_t run = run_length(automaton_of(grammar, "text"));
-    if (!grammar.has("canonical")) {
-        const Judge takes = within.judge([&](std::string_view text) { return parser.takes(text); });
-        return report(name, "texts", prove(texts, run, takes, grammar, settings));
-    }
-    Canonical canonical(parser, grammar);
-    const Judge takes = within.judge([&](std::string_view text) { return canonical.takes(text); });
-    bool right = report(name, "texts", prove(texts, run, takes, grammar, settings));
-    for (const std::string &text : canonical.wrong)
-        std::cout << "  does not come back as it was: " << shown(text) << '\n';
-    right &= canonical.wrong.empty();
-    const Judge prints = [&](std::string_view text) { return canonical.is_printed(text); };
-    return report(name, "canonical", prove(canonical.automaton(), run, prints, grammar, settings)) && right;
+    return grammar.frames.empty() ? prove_texts(parser, grammar, settings) : prove_parts(parser, grammar, settings);
 }
 
 Settings read_settings(int count, char **arguments)

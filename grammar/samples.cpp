@@ -107,16 +107,15 @@ private:
 
 } // namespace
 
-std::vector<Place> places(const Grammar &grammar)
+std::vector<Place> places(const Grammar &grammar, const std::string &part)
 {
     Finder finder(grammar);
-    finder.find(grammar.part("text").expression, {"", {}, "", "text"});
+    finder.find(grammar.part(part).expression, {"", {}, "", part});
     return std::move(finder.found);
 }
 
-std::vector<std::uint64_t> edges(const Number &number)
+std::vector<std::uint64_t> edges(const Number &number, std::uint64_t reach)
 {
-    constexpr std::uint64_t reach = 20;
     std::vector<std::uint64_t> centres{number.low, number.high};
     for (std::uint64_t power = 1; power < std::numeric_limits<std::uint64_t>::max() / 16; power *= 2)
         centres.push_back(power * 2);

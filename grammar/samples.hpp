@@ -18,10 +18,10 @@ struct Place {
     std::string part; ///< the innermost named part that the number is in
 };
 
-/// The places of all numbers in `text`; of equal ones the first.
-std::vector<Place> places(const Grammar &grammar);
+/// The places of all numbers in a part; of equal ones the first.
+std::vector<Place> places(const Grammar &grammar, const std::string &part);
 
-/// Bounds, powers of 2 and of the base, and what lies next to them.
-std::vector<std::uint64_t> edges(const Number &number);
+/// Bounds, powers of 2 and of the base, and what lies so near to them.
+std::vector<std::uint64_t> edges(const Number &number, std::uint64_t reach);
 
 } // namespace bgpdt::grammar
