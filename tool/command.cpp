@@ -24,8 +24,8 @@ std::vector<std::string> names_of(std::span<const Command> commands, Passes pass
 }
 
 constexpr std::string_view special_options[] = {
-    "--mode", "--native", "--record", "--template", "--value",   "--from",   "--to",     "--output", "--in",
-    "--jobs", "--show",   "--quiet",  "--summary",  "--rejects", "--memory", "--unique", "--color",  "--html"};
+    "--mode", "--native", "--record",  "--template", "--value",  "--from",   "--to",    "--output", "--in", "--jobs",
+    "--show", "--quiet",  "--summary", "--rejects",  "--memory", "--unique", "--color", "--html",   "--as"};
 
 void require_options(const Command &command, const Options &options, std::span<const Command> commands)
 {

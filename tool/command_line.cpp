@@ -190,6 +190,9 @@ void declare(CLI::App &app, Options &options)
         ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
     app.add_flag("--html", options.html, "A page for a browser");
+    app.add_option("--as", options.language,
+                   "Language: notation, abnf, regex, python, pcre, ecmascript, yang or svg; without it notation")
+        ->type_name("LANGUAGE");
     app.add_option("--names", options.settings.names, "Names behind the indexes: lines of INDEX NAME")
         ->type_name("FILE")
         ->check(named_file());

@@ -15,6 +15,7 @@
 #include "explain_pictures.hpp"
 #include "script.hpp"
 #include "stream.hpp"
+#include "tool/grammar.hpp"
 #include "toolkit/conversions.hpp"
 #include "toolkit/display_record.hpp"
 #include "toolkit/explain.hpp"
@@ -392,6 +393,8 @@ constexpr Command table_of_commands[] = {
     {"types", "", "The registered types: name, id, size in bytes, operations", "", "bgpdt types", types},
     {"describe", "TYPE [KIND]", "What the type, or a kind of its values, is and takes", "", "bgpdt describe VRFRD",
      describe},
+    {"grammar", "TYPE [KIND]", "The grammar of the texts, as rules, expression, schema or picture", "--as",
+     "bgpdt grammar VRFRD --as abnf", grammar_answer},
     {"parse", "TYPE TEXT", "Text to bytes", "--mode --native", "bgpdt parse CMNTY_ENHANCE 'no-export 64496:1'", parse},
     {"print", "TYPE HEX", "Bytes to text", "--mode --native --record --template --value",
      "bgpdt print COMMUNITY 0xffffff0100000000", print},

@@ -22,6 +22,7 @@ struct Options {
     std::vector<std::string> values;          ///< print: what fills the template, "KIND=VALUE"
     std::string color = "auto";               ///< explain: "always" and "never" do not ask for a terminal
     bool html = false;                        ///< explain: a page
+    std::string language = "notation";        ///< grammar: what it is written in
 
     // Of the commands that run over many values.
     std::optional<std::string> from; ///< the format of what is read

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "parser.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <stdexcept>
+
+#include "bgp_datatype/bgp_datatype.h"
+
+namespace bgpdt::grammar {
+namespace {
+
+constexpr std::uint8_t text_mode = 2; // in which every type reads texts as they are
+
+} // namespace
+
+Parser::Row Parser::row_of(const host::Host &host, const std::string &name)
+{
+    const std::size_t blank = name.find(' ');
+    const SYSDT_Record *const type = host.find(name.substr(0, blank));
+    if (type == nullptr)
+        throw std::invalid_argument("there is no type of " + name);
+    Row row{*type, {}};
+    if (blank == name.npos)
+        return row;
+    const auto &rows =
+        *static_cast<const decltype(g_astBOL_PREFIX_ProcTable) *>(host.symbol("g_astBOL_PREFIX_ProcTable"));
+    const auto *const found = std::ranges::find(rows, name.substr(blank + 1), [](const SYSDT_DispatchRow &entry) {
+        return std::string(entry.name, strnlen(entry.name, sizeof entry.name));
+    });
+    if (found == std::end(rows))
+        throw std::invalid_argument("there is no kind " + name);
+    row.kind = found->kind;
+    row.record.formatIn = found->formatIn;
+    row.record.formatOut = found->formatOut;
+    return row;
+}
+
+Parser::Parser(const host::Host &host, const std::string &name)
+    : row_(row_of(host, name)), reader_(row_.record, text_mode), writer_(row_.record, text_mode), text_(1 << 16)
+{
+}
+
+bool Parser::takes(std::string_view text)
+{
+    std::memcpy(text_.data(), text.data(), text.size());
+    text_[text.size()] = '\0';
+    const host::Delivery delivery = reader_.parse({text_.data(), text.size()});
+    value_ = delivery.data;
+    if (!delivery.ok() || !row_.kind)
+        return delivery.ok();
+    std::uint32_t kind = 0;
+    std::memcpy(&kind, value_.data(), sizeof kind);
+    return kind == *row_.kind;
+}
+
+} // namespace bgpdt::grammar

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// The plug-in's parser of a type or kind, asked by text.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/host.hpp"
+
+namespace bgpdt::grammar {
+
+class Parser {
+public:
+    /// @param name  of a type, or "TYPE KIND"
+    Parser(const host::Host &host, const std::string &name);
+
+    /// Whether the type, or the kind's row, takes the text; of a kind if the value is of that kind.
+    bool takes(std::string_view text);
+    /// The value of the text that was taken last, until the next is asked for.
+    std::span<const std::uint8_t> value() const { return value_; }
+    bool prints() const { return row_.record.formatOut != nullptr; }
+    /// As what the value of the text that was taken last prints.
+    std::string_view printed() { return writer_.print(value_).text(); }
+
+private:
+    struct Row {
+        SYSDT_Record record;
+        std::optional<std::uint32_t> kind;
+    };
+    static Row row_of(const host::Host &host, const std::string &name);
+
+    const Row row_;
+    host::Converter reader_;
+    host::Converter writer_;
+    std::vector<char> text_;
+    std::span<const std::uint8_t> value_;
+};
+
+} // namespace bgpdt::grammar

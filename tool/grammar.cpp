@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/grammar.hpp"
+
+#include <algorithm>
+#include <iterator>
+
+#include "errors.hpp"
+#include "grammar/catalogue.hpp"
+#include "grammar/exports.hpp"
+#include "toolkit/conversions.hpp"
+#include "toolkit/near_names.hpp"
+#include "toolkit/words.hpp"
+
+namespace bgpdt::tool {
+using namespace toolkit;
+namespace {
+
+using grammar::Dialect;
+using grammar::Grammar;
+
+struct Language {
+    std::string name;
+    std::string (*write)(const Grammar &texts);
+};
+
+std::string as_written(const Grammar &texts) { return texts.written; }
+std::string as_python(const Grammar &texts) { return single_regex(texts, Dialect::python) + "\n"; }
+std::string as_pcre(const Grammar &texts) { return single_regex(texts, Dialect::pcre) + "\n"; }
+std::string as_ecmascript(const Grammar &texts) { return single_regex(texts, Dialect::ecmascript) + "\n"; }
+
+const Language languages[] = {
+    {"notation", as_written},        {"abnf", grammar::abnf},    {"regex", grammar::portable_regex},
+    {"python", as_python},           {"pcre", as_pcre},          {"ecmascript", as_ecmascript},
+    {"yang", grammar::yang_typedef}, {"svg", grammar::railroad},
+};
+
+const Language &language_of(const std::string &name)
+{
+    const auto *const found = std::ranges::find(languages, name, &Language::name);
+    if (found != std::end(languages))
+        return *found;
+    std::vector<std::string> known;
+    std::ranges::transform(languages, std::back_inserter(known), &Language::name);
+    throw UsageError("--as takes " + joined(known, ", ") + ", not " + name);
+}
+
+/// The grammar whose name is that of the type, and the kind if one is named, in any case.
+Grammar named_grammar(const Session &session, const Options &options)
+{
+    const std::string name = joined(options.arguments, " ");
+    for (const std::string_view known : grammar::names())
+        if (lower(std::string(known)) == lower(name))
+            return grammar::grammar_of(known);
+    const std::string type = name_of(session.type(options.arguments[0]));
+    throw UsageError(options.arguments.size() > 1 ? type + " has no kind " + options.arguments[1] + " with a grammar"
+                                                  : "the texts of " + type + " have no grammar");
+}
+
+} // namespace
+
+Answer grammar_answer(Session &session, const Options &options)
+{
+    const Language &language = language_of(options.language);
+    const Grammar texts = named_grammar(session, options);
+    if (!texts.has("text"))
+        throw Refusal(texts.name + " takes no text");
+    std::string written = language.write(texts);
+    return {written, {{"name", texts.name}, {"about", texts.about}, {"as", language.name}, {"grammar", written}}};
+}
+
+} // namespace bgpdt::tool
