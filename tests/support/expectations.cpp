@@ -123,6 +123,7 @@ public:
         return found == rows_.end() ? nullptr : &found->second;
     }
     std::span<const PrintFailure> failures() const { return failures_; }
+    std::span<const Statement> statements(std::string_view verb) const { return statements_.at(std::string(verb)); }
 
 private:
     void read(const std::filesystem::path &path);
@@ -131,7 +132,7 @@ private:
     void word(Expectation &row, std::string_view word);
     void set(Expectation &row, std::string_view key, std::string_view value);
     void fails(std::istream &words);
-    void fails_like(std::string_view other);
+    void do_as(std::string_view other);
     /// A text that outlives the reading.
     std::string_view kept(std::string_view text) { return texts_.emplace_back(text); }
 
@@ -139,6 +140,7 @@ private:
     std::deque<std::string> texts_;
     std::map<std::string_view, Expectation, std::less<>> rows_;
     std::vector<PrintFailure> failures_;
+    std::map<std::string, std::vector<Statement>> statements_{{"irregular", {}}, {"breaks", {}}};
 };
 
 void Contracts::read(const std::filesystem::path &path)
@@ -174,6 +176,11 @@ void Contracts::statement(const std::string &text)
         contract(words);
     } else if (verb == "fails") {
         fails(words);
+    } else if (const auto known = statements_.find(verb); known != statements_.end()) {
+        std::string rest;
+        std::getline(words >> std::ws, rest);
+        const std::size_t last = rest.find_last_not_of(' ', rest.find(" #"));
+        known->second.push_back({subject_, kept(std::string_view(rest).substr(0, last + 1))});
     }
 }
 
@@ -235,7 +242,7 @@ void Contracts::set(Expectation &row, std::string_view key, std::string_view val
         row.numbers = named(writings, value);
     } else if (key == "like" && rows_.contains(value)) {
         row = rows_.at(value);
-        fails_like(value);
+        do_as(value);
     } else {
         throw WordError("unknown word '" + std::string(key) + "=" + std::string(value) + "'");
     }
@@ -258,8 +265,12 @@ void Contracts::fails(std::istream &words)
         same->names.push_back(subject_);
 }
 
-void Contracts::fails_like(std::string_view other)
+void Contracts::do_as(std::string_view other)
 {
+    for (auto &[verb, statements] : statements_)
+        for (std::size_t i = 0, count = statements.size(); i < count; ++i)
+            if (statements[i].name == other)
+                statements.push_back({subject_, statements[i].words});
     for (PrintFailure &row : failures_)
         if (row.concerns(other))
             row.names.push_back(subject_);
@@ -282,7 +293,17 @@ constexpr const char *distinguisher_rows[] = {SYSDT_BOLRD_ROWS(BGPDT_NAME, )};
 
 bool PrintFailure::concerns(std::string_view name) const { return std::ranges::find(names, name) != names.end(); }
 
+std::string joined(std::span<const std::string_view> names)
+{
+    std::string all;
+    for (const std::string_view name : names)
+        all.append(all.empty() ? "" : " ").append(name);
+    return all;
+}
+
 std::span<const PrintFailure> print_failures() { return contracts().failures(); }
+
+std::span<const Statement> head_statements(std::string_view verb) { return contracts().statements(verb); }
 
 const Expectation *expectation_of(std::string_view name) { return contracts().find(name); }
 

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -102,7 +103,19 @@ struct PrintFailure {
     bool concerns(std::string_view name) const;
 };
 
+/// With a blank between.
+std::string joined(std::span<const std::string_view> names);
+
 /// All that there are.
 std::span<const PrintFailure> print_failures();
+
+/// A statement at the head of vectors, for those who ask for it.
+struct Statement {
+    std::string_view name; ///< of the type or row
+    std::string_view words;
+};
+
+/// The statements with that verb, in their order: `irregular` (irregular_texts.hpp), `breaks` (the fuzzers').
+std::span<const Statement> head_statements(std::string_view verb);
 
 } // namespace bgpdt::test
