@@ -79,13 +79,16 @@ void print_point(const char *series, const SYSDT_Record &type, u8 mode, const st
     std::printf("%s\t%zu\t%.1f\n", series, text.size(), time_of(type.formatIn, mode, text));
 }
 
-/// The longest text that a type looks into.
-const std::map<std::string, std::size_t> longest_texts = {
-    {"ASNUM", 11},          {"ASNUMEXT", 11},      {"ASNUM_ENHANCE", 3071}, {"COMMUNITY", 19},  {"CMNTY_ENHANCE", 392},
-    {"LARGECOMMUNITY", 32}, {"EXTCOMMUNITY", 21},  {"VRFRD", 21},           {"VRFRT", 21},      {"SOO", 21},
-    {"RTPRD", 21},          {"VPNID", 21},         {"VRFRTV6", 47},         {"BOLRD", 21},      {"EVNPREFIX", 183},
-    {"BOLPREFIX", 183},     {"VPNV4MCPREFIX", 18}, {"MDTPREFIX", 35},       {"TIME_RANGE", 15}, {"BGPLSPREFIX", 500},
-};
+/// The longest text that a type takes among those of the vectors; of one that dispatches, among its kinds' too.
+std::size_t longest_text(const SYSDT_Record &type, const test::Vectors &vectors)
+{
+    std::size_t longest = 0;
+    for (const test::Line &line : vectors.lines)
+        if (line.verb == test::Verb::in &&
+            ((!line.row && line.subject == type.name) || (line.reports && line.reports->kind == type.typeId)))
+            longest = std::max(longest, line.text.size());
+    return longest;
+}
 
 std::string repeated(const std::string &piece, std::size_t size)
 {
@@ -125,6 +128,14 @@ double slowest(const SYSDT_Record &type, u8 mode, std::size_t size)
     return worst;
 }
 
+test::Vectors all_vectors()
+{
+    test::Vectors vectors = test::read_vector_folder(BGPDT_SOURCE_VECTORS);
+    if (!vectors.errors.empty())
+        fail(vectors.errors.front());
+    return vectors;
+}
+
 } // namespace
 
 void add_refused_cases(Cases &cases, const host::Host &host, std::size_t size)
@@ -149,9 +160,7 @@ void add_refused_cases(Cases &cases, const host::Host &host, std::size_t size)
 
 void add_vector_cases(Cases &cases, const host::Host &host)
 {
-    const test::Vectors vectors = test::read_vector_folder(BGPDT_SOURCE_VECTORS);
-    if (!vectors.errors.empty())
-        fail(vectors.errors.front());
+    const test::Vectors vectors = all_vectors();
     std::map<std::string, std::vector<std::pair<u8, std::string>>> texts;
     for (const test::Line &line : vectors.lines)
         if (!line.row && (line.verb == test::Verb::in || line.verb == test::Verb::bad))
@@ -175,10 +184,11 @@ void print_growth(const host::Host &host)
         "[igp-router-id192.0.2.1]]";
     for (std::size_t length = 0; node.size() + length + 9 <= 500; length += 24)
         print_point("BGP-LS node", bgpls, 2, node + "[UNKNOWN" + std::string(length, '7') + "]");
-    for (const auto &[name, size] : longest_texts) {
-        const SYSDT_Record &type = *host.find(name);
-        std::printf("limit %s\t%zu\t%.1f\n", name.c_str(), size, slowest(type, name == "EVNPREFIX" ? 1 : 2, size));
-    }
+    const test::Vectors vectors = all_vectors();
+    for (const SYSDT_Record *type : host.types())
+        if (const std::size_t size = longest_text(*type, vectors); size != 0)
+            std::printf("limit %s\t%zu\t%.1f\n", type->name, size,
+                        slowest(*type, type->typeId == SYSDT_TYPE_EVNPREFIX ? 1 : 2, size));
 }
 
 } // namespace bgpdt::bench

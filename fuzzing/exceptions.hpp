@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Where a deliberate irregularity of a type breaks a property that holds otherwise: one row a case. The numbers are
-/// those of the type's own list.
+/// Where a deliberate irregularity of a type breaks a property that holds otherwise: the lines `breaks` at the heads of the
+/// vectors.
 #pragma once
 
 #include <cstdint>

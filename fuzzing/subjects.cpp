@@ -57,12 +57,10 @@ Subject named(const host::Host &host, const std::string &name, bool row)
     return subject;
 }
 
-void add_rows(std::vector<Subject> &subjects, const host::Host &host, const char *table, std::size_t count,
-              const std::string &prefix)
+void add_rows(std::vector<Subject> &subjects, const host::Host &host, const char *type, const std::string &prefix)
 {
-    const auto *rows = static_cast<const SYSDT_DispatchRow *>(host.symbol(table));
-    for (std::size_t i = 0; i < count; ++i)
-        subjects.push_back(named(host, prefix + rows[i].name, true));
+    for (const SYSDT_DispatchRow &row : test::dispatch_rows(host, type))
+        subjects.push_back(named(host, prefix + row.name, true));
 }
 
 constexpr Parser parsers[] = {
@@ -116,8 +114,8 @@ std::vector<Subject> all_subjects(const host::Host &host)
     std::vector<Subject> subjects;
     for (const SYSDT_Record *record : host.types())
         subjects.push_back(is_name_index(*record) ? of_name_index(*record) : named(host, record->name, false));
-    add_rows(subjects, host, "g_astBOL_PREFIX_ProcTable", SYSDT_BOL_KINDS, "");
-    add_rows(subjects, host, "g_astBOL_RD_ProcTable", 1, "RD:");
+    add_rows(subjects, host, "BOLPREFIX", "");
+    add_rows(subjects, host, "BOLRD", "RD:");
     return subjects;
 }
 

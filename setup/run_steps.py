@@ -46,6 +46,7 @@ STEPS = (
     Step("sweeps", "every case that other steps thin out", ("release", "ppc")),
     Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage")),
     Step("tsan", "every vector line from eight threads at once, under TSan", ("tsan bgpdt_threads_test",)),
+    Step("recipes", "the suite with an invented type and an invented kind of route key"),
     Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
     Step("size", "(only when named) prints the footprint on the target", ("ppc",)),
 )

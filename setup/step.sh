@@ -69,6 +69,7 @@ answers)
     same_answers ppc
     echo "proved: $(wc -l <"$top/build/release/answers.txt") answers are the same on all three processors"
     ;;
+recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;
 coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
 fuzz)
     told=$top/build/steps/fuzz.txt

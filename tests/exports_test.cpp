@@ -357,6 +357,31 @@ TEST_F(ExportsTest, OrdersOfKeysNeedBothKeys)
     }
 }
 
+/// The first kind without a row; the vectors have others.
+TEST_F(ExportsTest, BehindTheLastRowIsNone)
+{
+    SYSDT_BolValue value{SYSDT_BOL_KINDS, {}};
+    SYSDT_Context context{};
+    context.mode = 2;
+    std::uint16_t kind = 0;
+    std::uint16_t length = 0;
+    void *data = nullptr;
+    auto *print = exported<SYSDT_FormatOut>("SYSDT_BolPrefixFormatOut");
+    EXPECT_EQ(SYSDT_ERR_INVALID_VALUE, print(&context, 0, sizeof value, &value, &kind, &length, &data));
+    EXPECT_EQ(nullptr, data);
+
+    lua_settop(lua_, 0);
+    lua_newtable(lua_);
+    auto *set = exported<SYSDT_LuaSet>("SYSDT_BolPrefixLuaSet");
+    EXPECT_EQ(SYSDT_ERR_INVALID_VALUE, set(lua_, 1, "field", 0, sizeof value, &value));
+    lua_newtable(lua_);
+    lua_pushinteger(lua_, SYSDT_BOL_KINDS);
+    lua_setfield(lua_, -2, "bolType");
+    lua_setfield(lua_, 1, "field");
+    auto *get = exported<SYSDT_LuaGet>("SYSDT_BolPrefixLuaGet");
+    EXPECT_EQ(SYSDT_ERR_INVALID_VALUE, get(lua_, 1, "field", 0, sizeof value, &value));
+}
+
 TEST_F(ExportsTest, ScriptReadersNeedStateAndValue)
 {
     const auto *rows = exported<const SYSDT_ScriptReadRow>("g_astBOL_PREFIX_LuaGetTable");

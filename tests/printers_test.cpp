@@ -341,9 +341,10 @@ TEST_F(Printers, PrintEveryValueOrFailAsDescribed)
         "%zu; %zu places in the middle of long values left out; %zu texts of zeros\n",
         tally.values, subjects, tally.calls, share(), tally.thinned, most_cases, tally.left_out, tally.zero_texts);
     for (const PrintFailure &row : print_failures()) {
-        EXPECT_TRUE(share() != 1 || tally.failures.contains(&row)) << row.names << row.why << ": never seen";
-        std::printf("%9zu failed:%.*s%.*s\n", tally.failures[&row], static_cast<int>(row.names.size()),
-                    row.names.data(), static_cast<int>(row.why.size()), row.why.data());
+        const std::string names = joined(row.names);
+        EXPECT_TRUE(share() != 1 || tally.failures.contains(&row)) << names << ": " << row.why << ": never seen";
+        std::printf("%9zu failed: %s: %.*s\n", tally.failures[&row], names.c_str(), static_cast<int>(row.why.size()),
+                    row.why.data());
     }
     EXPECT_LT(40U, subjects);
 }

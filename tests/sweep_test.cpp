@@ -209,9 +209,9 @@ void print_tally(const Tally &tally, std::size_t swept)
     std::printf("%zu accepted, %zu with the very numbers that they print as\n", tally.accepted, tally.exact);
     for (const Irregularity &row : irregular_texts()) {
         const auto found = tally.excused.find(&row);
-        std::printf("%8zu excused:%.*s(%.*s) %.*s\n", found == tally.excused.end() ? 0 : found->second,
-                    static_cast<int>(row.families.size()), row.families.data(), static_cast<int>(row.number.size()),
-                    row.number.data(), static_cast<int>(row.why.size()), row.why.data());
+        std::printf("%8zu excused: %s (%.*s) %.*s\n", found == tally.excused.end() ? 0 : found->second,
+                    joined(row.families).c_str(), static_cast<int>(row.number.size()), row.number.data(),
+                    static_cast<int>(row.why.size()), row.why.data());
     }
 }
 
@@ -233,7 +233,7 @@ TEST(Sweep, NoChangeOfATextLeadsAstray)
     EXPECT_LT(8000000U / share(), tally.texts);
     for (const Irregularity &irregularity : irregular_texts()) {
         EXPECT_TRUE(share() != 1 || tally.excused.contains(&irregularity))
-            << irregularity.families << "(" << irregularity.number << ") excuses nothing";
+            << joined(irregularity.families) << " (" << irregularity.number << ") excuses nothing";
     }
     print_tally(tally, swept.size());
 }

@@ -56,8 +56,8 @@ public:
         EXPECT_FALSE(vectors_.lines.empty()) << vectors_folder() << " holds no vectors";
         for (const SYSDT_Record *record : host_.types())
             expect_lines(*record);
-        expect_rows("g_astBOL_PREFIX_ProcTable", 17, "");
-        expect_rows("g_astBOL_RD_ProcTable", 1, "RD:");
+        expect_rows("BOLPREFIX", "");
+        expect_rows("BOLRD", "RD:");
     }
 
 private:
@@ -77,7 +77,7 @@ private:
                dladdr(host_.symbol("Bgp_InitDataType"), &own) != 0 && where.dli_fbase == own.dli_fbase;
     }
     void expect_lines(const SYSDT_Record &record) const;
-    void expect_rows(const char *table, std::size_t count, const std::string &prefix) const;
+    void expect_rows(const char *type, const std::string &prefix) const;
 
     const host::Host &host_;
     const Vectors &vectors_;
@@ -105,14 +105,13 @@ void FilesTest::expect_lines(const SYSDT_Record &record) const
     EXPECT_EQ("", missing) << "are the verbs without a line about " << name;
 }
 
-void FilesTest::expect_rows(const char *table, std::size_t count, const std::string &prefix) const
+void FilesTest::expect_rows(const char *type, const std::string &prefix) const
 {
-    const auto *rows = static_cast<const SYSDT_DispatchRow *>(host_.symbol(table));
-    for (std::size_t i = 0; rows != nullptr && i < count; ++i) {
-        const std::string name(rows[i].name, strnlen(rows[i].name, sizeof rows[i].name));
-        EXPECT_TRUE(has_line(prefix + name, {})) << table << " has a row " << name << " and no line about it";
-        EXPECT_TRUE(rows[i].luaSet == nullptr || has_line(prefix + name, {Verb::tables}))
-            << "no line tells which tables the row " << name << " of " << table << " makes";
+    for (const SYSDT_DispatchRow &row : dispatch_rows(host_, type)) {
+        const std::string name = prefix + std::string(row.name, strnlen(row.name, sizeof row.name));
+        EXPECT_TRUE(has_line(name, {})) << type << " has a row " << name << " and no line about it";
+        EXPECT_TRUE(row.luaSet == nullptr || has_line(name, {Verb::tables}))
+            << "no line tells which tables the row " << name << " of " << type << " makes";
     }
 }
 
@@ -134,10 +133,32 @@ void register_lines(const host::Host &host, const Vectors &vectors)
                           [&]() -> FilesTest * { return new FilesTest(host, vectors); });
 }
 
+/// What no head of the vectors tells of a type or a row, a line each.
+std::string untold(const host::Host &host)
+{
+    std::string untold;
+    const auto expect_contract = [&](const std::string &name, const char *statement) {
+        if (expectation_of(name) == nullptr)
+            untold += name + ": its vectors, " + vectors_folder() + "/FAMILY/" + name + ".vec, do not begin with '" +
+                      statement + " " + name + "' and a line 'contract', for which see " + vectors_folder() +
+                      "/README.md\n";
+    };
+    for (const SYSDT_Record *record : host.types())
+        if (record->formatIn != SYS_DT_UINT32IndexFormatIn)
+            expect_contract(record->name, "type");
+    for (const SYSDT_DispatchRow &row : dispatch_rows(host, "BOLPREFIX"))
+        expect_contract(row.name, "row");
+    for (const SYSDT_DispatchRow &row : dispatch_rows(host, "BOLRD"))
+        expect_contract(std::string("RD:") + row.name, "row");
+    return untold;
+}
+
 int run(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const host::Host host(plugin_path());
+    if (const std::string missing = untold(host); !missing.empty())
+        throw std::runtime_error(missing);
     const Vectors vectors = read_vector_folder(vectors_folder());
     register_lines(host, vectors);
     const int failed = RUN_ALL_TESTS();

@@ -90,7 +90,7 @@ SYSDT_BOL_ROWS(BGPDT_ROW, BGPDT_SLOT)
 } // namespace bgpdt
 
 /// Asks rows that may read texts of which the condition on the `shape` holds. It holds for every text that they read, and
-/// for some that they do not.
+/// for some that they do not. FormatIn stays one function, which is not repeated here.
 #define BGPDT_MAY_READ(name, condition)                                                                                \
     extern "C" __attribute__((noinline)) SYSDT_FormatIn name;                                                          \
     template <>                                                                                                        \

@@ -14,8 +14,6 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <random>
 #include <set>
 #include <string>
@@ -397,151 +395,11 @@ struct Row {
         format, compare_prints<format>                                                                                 \
     }
 
-/// Every format that the sources scan by.
-constexpr Row scans[] = {
-    SCAN("%02hx%02hx-%02hx%02hx-%02hx%02hx"),
-    SCAN("%2x"),
-    SCAN("%q/%u"),
-    SCAN("%q:%c"),
-    SCAN("%q:%u"),
-    SCAN("%llu"),
-    SCAN("%llu:%c"),
-    SCAN("%llu:%llu"),
-    SCAN("%llu:%llu:%llu"),
-    SCAN("%llx:%llx"),
-    SCAN("%u"),
-    SCAN("%u.%llu"),
-    SCAN("%u.%u:%c"),
-    SCAN("%u.%u:%u"),
-    SCAN("%u:%u"),
-    SCAN("%ud%uh%um%us"),
-};
-
-/// Every format that the sources print by.
-constexpr Row prints[] = {
-    PRINT(" %u"),
-    PRINT(" %u to %u"),
-    PRINT("%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x.%.2x%.2x"),
-    PRINT("%02hx%02hx-%02hx%02hx-%02hx%02hx"),
-    PRINT("%hhu-%hhu-%hhu-%hhu-%hhu-%hhu"),
-    PRINT("%hhu/%q/%u"),
-    PRINT("%hu.%hu"),
-    PRINT("%hu:%hu"),
-    PRINT("%q"),
-    PRINT("%q:%u"),
-    PRINT("%q:*"),
-    PRINT("%s <%q : %u : %u>"),
-    PRINT("%s <%q : %u>"),
-    PRINT("%s <%u : %u>"),
-    PRINT("%s <%u.%u : %u>"),
-    PRINT("%s.%u"),
-    PRINT("%s:%llu"),
-    PRINT("%s:%u"),
-    PRINT("%s\r\n"),
-    PRINT("%s\r\n%s"),
-    PRINT("%u"),
-    PRINT("%u.%u:%u"),
-    PRINT("%u.%u:*"),
-    PRINT("%u/%u"),
-    PRINT("%u:%llu"),
-    PRINT("%u:%u"),
-    PRINT("%u:%u:%u"),
-    PRINT("%u:*"),
-    PRINT("%x:%x"),
-    PRINT(":%.2x%.2x-%.2x%.2x-%.2x%.2x"),
-    PRINT(":%u"),
-    PRINT("RT <%02hx%02hx-%02hx%02hx-%02hx%02hx>"),
-    PRINT("RT <%q : %u>"),
-    PRINT("RT <%u . %u : %u>"),
-    PRINT("RT <%u : %u>"),
-    PRINT("Unknow %u:%u:%u"),
-    PRINT("Unknow <%u : %u : %u>"),
-    PRINT("[%s[as%s][bgp-ls-identifier%s][bgp-router-id%s]%s]"),
-    PRINT("[%s[as%s][bgp-ls-identifier%s][ospf-area-id%s][igp-router-id%s]]"),
-    PRINT("[%s][%s][IDENTIFIER%llu]"),
-    PRINT("[LINK[identifier%s.%s]"),
-    PRINT("[LINK[if-address%s][peer-address%s]"),
-    PRINT("[LINK[link-local-id%s][link-remote-id%s]"),
-    PRINT("[LOCAL[as%s][bgp-ls-identifier%s][bgp-router-id%s][ipv4-router-id%s][ipv6-router-id%s]]"),
-    PRINT(
-        "[TE[protocol-origin%u][Flag%u][endpoint%s][color%u][originator-as%s][originator-address%s][discriminator%u]]"),
-    PRINT("[if-address%s][peer-address%s]"),
-    PRINT("[local%s][remote%s]]"),
-    PRINT("[member-as%s]"),
-    PRINT("[mt-id%u]"),
-    PRINT("[ospf-route-type%u][prefix%s/%u]]"),
-    PRINT("[sid%s]]"),
-};
+// Every format that the sources scan by and print by.
+#include "formats.inc"
 
 #undef SCAN
 #undef PRINT
-
-/// Takes a literal off the text, and blanks behind it, its escapes resolved; false if there is none.
-bool take_literal(std::string_view &text, std::string &literal)
-{
-    const auto skip_blanks = [&] { text.remove_prefix(std::min(text.find_first_not_of(" \t\n"), text.size())); };
-    skip_blanks();
-    if (!text.starts_with('"'))
-        return false;
-    for (text.remove_prefix(1); !text.starts_with('"'); text.remove_prefix(1)) {
-        if (!text.starts_with('\\')) {
-            literal += text.front();
-            continue;
-        }
-        text.remove_prefix(1);
-        literal += text.front() == 'r' ? '\r' : text.front() == 'n' ? '\n' : text.front();
-    }
-    text.remove_prefix(1);
-    skip_blanks();
-    return true;
-}
-
-std::string code_of(const std::filesystem::path &path)
-{
-    std::ifstream stream(path);
-    std::string code;
-    for (std::string line; std::getline(stream, line);) {
-        const std::size_t first = line.find_first_not_of(' ');
-        code += first != line.npos && line.compare(first, 2, "//") == 0 ? "" : line + "\n";
-    }
-    return code;
-}
-
-/// The formats of all calls of that name in the sources.
-std::set<std::string> formats_in_sources(const std::string &name)
-{
-    std::set<std::string> formats;
-    for (const auto &entry : std::filesystem::recursive_directory_iterator(BGPDT_SOURCES)) {
-        const std::string code = entry.is_regular_file() ? code_of(entry.path()) : "";
-        for (std::size_t at = 0; (at = code.find(name + "<", at)) != code.npos; ++at) {
-            std::string_view rest = std::string_view(code).substr(at + name.size() + 1);
-            std::string format;
-            bool found = false;
-            while (take_literal(rest, format))
-                found = true;
-            if (found)
-                formats.insert(format);
-        }
-    }
-    return formats;
-}
-
-template <std::size_t Count>
-std::set<std::string> formats_of(const Row (&rows)[Count])
-{
-    std::set<std::string> formats;
-    for (const Row &row : rows)
-        formats.insert(row.format);
-    return formats;
-}
-
-TEST(Formats, AreAllThatTheSourcesUse)
-{
-    EXPECT_EQ(formats_in_sources("scan"), formats_of(scans));
-    std::set<std::string> printed = formats_in_sources("print");
-    printed.merge(formats_in_sources("write"));
-    EXPECT_EQ(printed, formats_of(prints));
-}
 
 TEST(Formats, ScanAsSscanfDoes)
 {

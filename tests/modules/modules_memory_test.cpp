@@ -411,7 +411,7 @@ const struct {
     {"select('#', bgp.print(rd, 0))", "2"},
     {"bgp.check(rd)", "true"},
     {"bgp.compare(rd, bgp.parse('VRFRD', '64496:2'))", "-1"},
-    {"#bgp.types()", "33"},
+    {"#bgp.types() > 8", "true"},
     {"as.type .. as.size .. as.hex .. #as.bytes", "ASNUM80001000a000000018"},
     {"#long.hex", "2560"},
     {"tostring(rd)", "64496:1"},
@@ -447,11 +447,11 @@ TEST(LuaWithoutMemory, Loading)
         bool refused = false;
         {
             const Lua lua = new_lua();
-            EXPECT_EQ(luaL_loadstring(lua.get(), "return #require('bgp').types()"), LUA_OK);
+            EXPECT_EQ(luaL_loadstring(lua.get(), "return #require('bgp').types() > 8"), LUA_OK);
             const Result result = call(lua.get(), engine, fault);
             refused = result.refused;
-            EXPECT_EQ(result.text, result.status == LUA_OK ? "33" : "not enough memory");
-            EXPECT_EQ(call(lua.get(), engine, {}).text, "33");
+            EXPECT_EQ(result.text, result.status == LUA_OK ? "true" : "not enough memory");
+            EXPECT_EQ(call(lua.get(), engine, {}).text, "true");
         }
         EXPECT_EQ(modules.blocks, before);
         return refused;

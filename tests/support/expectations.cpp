@@ -3,127 +3,316 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+#include <vector>
 
-#include "bgp_datatype/host.h"
+#include "bgp_datatype/values.h"
+#include "setting.hpp"
+#include "words.hpp"
 
 namespace bgpdt::test {
 
 namespace {
 
-constexpr std::uint32_t invalid = SYSDT_ERR_INVALID_VALUE;
-constexpr std::uint32_t param = SYSDT_ERR_PARAM;
+template <class Value>
+struct Named {
+    std::string_view name;
+    Value value;
+};
 
-// FormatIn
-constexpr std::string_view strict = "fppfufp";
-constexpr std::string_view quoted = "fqpfufp";
-constexpr std::string_view open_in = "ppppupp";
-constexpr std::string_view narrow = "fppfuff";
-constexpr std::string_view no_in;
-// FormatOut
-constexpr std::string_view with_copy = "fttcuft";
-constexpr std::string_view with_bare = "fttbuft";
-constexpr std::string_view text_only = "fttfuft";
-constexpr std::string_view open_out = "ttttutt";
-constexpr std::string_view no_out;
+constexpr Named<std::string_view> screens_in[] = {
+    {"strict", "fppfufp"}, {"quoted", "fqpfufp"}, {"open", "ppppupp"}, {"narrow", "fppfuff"}, {"none", ""}};
+constexpr Named<std::string_view> screens_out[] = {
+    {"with_copy", "fttcuft"}, {"bare", "fttbuft"}, {"text_only", "fttfuft"}, {"open", "ttttutt"}};
 
-constexpr std::uint32_t vpn = bytewise | whole_value;
-constexpr std::uint32_t key = clears_first | bytewise;
-constexpr std::uint32_t evpn = clears_first | help_swallows | get_pushed;
-constexpr std::uint32_t multicast = evpn | any_sub_kind;
-constexpr std::uint32_t policy = clears_first | bytewise | compare_tests_null;
+constexpr Named<Trait> traits[] = {
+    {"null_without_memory", null_without_memory},
+    {"clears_first", clears_first},
+    {"clears_late", clears_late},
+    {"apart_in_mode_2", apart_in_mode_2},
+    {"whole_value", whole_value},
+    {"always_takes", always_takes},
+    {"dispatches", dispatches},
+    {"help_only_mode_1", help_only_mode_1},
+    {"help_swallows", help_swallows},
+    {"help_asks_symbol", help_asks_symbol},
+    {"compare_tests_null", compare_tests_null},
+    {"endian_tests_null", endian_tests_null},
+    {"check_takes_null", check_takes_null},
+    {"name_optional", name_optional},
+    {"set_any_length", set_any_length},
+    {"short_set_invalid", short_set_invalid},
+    {"short_get_invalid", short_get_invalid},
+    {"get_leaves_none", get_leaves_none},
+    {"get_pushed", get_pushed},
+    {"any_sub_kind", any_sub_kind},
+    {"inert_in", inert_in},
+};
 
-constexpr std::array<Expectation, 25> types{{
-    {"ASNUM", strict, invalid, with_copy, 33, "hhh", 0, whole_value},
-    {"ASNUMEXT", strict, invalid, with_copy, 33, "hhh", 0, whole_value},
-    {"ASNUM_ENHANCE", quoted, invalid, text_only, 3072, "hhh", 0, whole_value | bytewise | help_swallows},
-    {"COMMUNITY", strict, invalid, text_only, 33, "hhh", 0, whole_value | bytewise},
-    {"CMNTY_ENHANCE", open_in, invalid, text_only, 393, "hhh", 0, whole_value | bytewise | help_swallows},
-    {"LARGECOMMUNITY", narrow, invalid, open_out, 257, "hhh", 0, whole_value | bytewise | help_only_mode_1},
-    {"EXTCOMMUNITY", strict, invalid, text_only, 257, "hhh", 0, whole_value | bytewise},
-    {"EXTCOMMUNITY_BW", no_in, 0, text_only, 257, "-hh", 0, whole_value | bytewise},
+struct Comparing {
+    Reads reads;
+    bool orders_bytes;
+};
+constexpr Named<Comparing> comparings[] = {{"bytes", {Reads::bytes, true}},
+                                           {"at_most", {Reads::at_most, false}},
+                                           {"whole", {Reads::whole, false}},
+                                           {"host", {Reads::nothing, false}},
+                                           {"host_bytes", {Reads::nothing, true}}};
 
-    {"VRFRD", strict, invalid, with_bare, 257, "hhh", 0, vpn | null_without_memory | apart_in_mode_2},
-    {"VRFRT", strict, invalid, with_bare, 257, "hhh", 0, vpn | null_without_memory | apart_in_mode_2},
-    {"SOO", strict, invalid, "ftttuft", 257, "hhh", 0, vpn | null_without_memory},
-    {"VRFRTV6", strict, invalid, with_bare, 257, "hhh", 0, bytewise},
-    {"RTPRD", strict, invalid, text_only, 257, "hhh", 0, vpn},
-    {"VPNID", strict, invalid, with_bare, 257, "ppp", 0, whole_value},
-    {"BOLRD", open_in, invalid, "tttbutt", 257, "hhh", 0,
-     whole_value | dispatches | compare_tests_null | short_set_invalid | short_get_invalid},
+constexpr Named<Writing> writings[] = {{"decimal", Writing::decimal},
+                                       {"hexadecimal", Writing::hexadecimal},
+                                       {"ipv6", Writing::ipv6},
+                                       {"ipv6_and_number", Writing::ipv6_and_number},
+                                       {"octets_or_number", Writing::octets_or_number},
+                                       {"evpn", Writing::evpn},
+                                       {"sections", Writing::sections},
+                                       {"last_section", Writing::last_section},
+                                       {"groups", Writing::groups}};
 
-    {"BOLPREFIX", open_in, invalid, open_out, 257, "hhh", 89,
-     dispatches | compare_tests_null | help_swallows | short_set_invalid},
-    {"EVNPREFIX", open_in, param, open_out, 257, "hhh", 89, evpn},
-    {"L2VPNPREFIX", no_in, 0, open_out, 257, "-hh", 89, clears_first | help_asks_symbol | inert_in},
-    {"VPNV4MCPREFIX", open_in, param, open_out, 257, "hhh", 89, key},
-    {"MDTPREFIX", open_in, param, open_out, 257, "ppp", 89, key},
-    {"BGPLSPREFIX", narrow, invalid, open_out, 513, "ppp", 0,
-     clears_first | bytewise | compare_tests_null | endian_tests_null | get_leaves_none},
+constexpr Named<Fate> fates[] = {
+    {"back", Fate::back}, {"freed", Fate::freed}, {"released", Fate::released}, {"none", Fate::none}};
 
-    {"ATTRIDBITMAP", no_in, 0, "ttssutt", 4096, "-hh", 0, clears_late | bytewise | check_takes_null | get_leaves_none},
-    {"TIME_RANGE", strict, param, no_out, 0, "h-h", 0, name_optional | set_any_length | get_leaves_none},
-    {"SID_STRUCTURE", no_in, 0, open_out, 257, "-h-", 0, clears_first},
-    {"CVRFNAME", no_in, 0, "..c....", 257, "-h-", 0, always_takes},
-}};
+template <class Value, std::size_t Count>
+const Value *find(const Named<Value> (&rows)[Count], std::string_view name)
+{
+    const auto *found = std::ranges::find(rows, name, &Named<Value>::name);
+    return found == std::end(rows) ? nullptr : &found->value;
+}
 
-/// In the order of their sub-kinds.
-constexpr std::array<Expectation, 17> prefix_rows{{
-    {"IPV4", open_in, param, open_out, 257, "hhh", 89, clears_first | help_asks_symbol},
-    {"EVN", open_in, param, open_out, 257, "hhh", 89, evpn},
-    {"NG_TYPE_2", open_in, param, open_out, 257, "hhh", 89, multicast},
-    {"NG_TYPE_3", open_in, param, open_out, 257, "hhh", 89, multicast},
-    {"NG_TYPE_4_2", open_in, param, open_out, 257, "hhh", 89, multicast},
-    {"NG_TYPE_4-3", open_in, param, open_out, 257, "hhh", 89, multicast},
-    {"NG_TYPE_5", open_in, param, open_out, 257, "hhh", 89, multicast},
-    {"NG_TYPE_6", open_in, param, open_out, 257, "hhh", 89, multicast},
-    {"VRFRTEXT", strict, invalid, with_bare, 257, "hhh", 89, vpn | apart_in_mode_2},
-    {"L2VPN", no_in, 0, open_out, 257, "-hh", 89, clears_first | help_asks_symbol},
-    {"VPNV4MCAST", no_in, 0, open_out, 257, "-hh", 89, key},
-    {"MDT", no_in, 0, open_out, 257, "-pp", 89, key},
-    {"RPD", open_in, param, open_out, 257, "hhp", 89, policy},
-    {"NG_TYPE_4-1", open_in, param, open_out, 257, "hhh", 89, multicast},
-    {"SRPOLICY", open_in, param, open_out, 257, "hhp", 89, policy},
-    {"IPV6", open_in, param, open_out, 257, "hhh", 89, help_swallows},
-    {"SD-WAN", open_in, param, open_out, 257, "hhp", 89, policy},
-}};
+template <class Value, std::size_t Count>
+Value named(const Named<Value> (&rows)[Count], std::string_view name)
+{
+    if (const Value *value = find(rows, name); value != nullptr)
+        return *value;
+    throw WordError("unknown word '" + std::string(name) + "'");
+}
 
-constexpr std::array<Expectation, 1> distinguisher_rows{{
-    {"RD:RT", open_in, invalid, "tttbutt", 257, "hhh", 0, vpn | apart_in_mode_2},
-}};
+std::uint16_t number(std::string_view digits)
+{
+    std::uint16_t number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error != std::errc{} || end != digits.data() + digits.size())
+        throw WordError("no number: '" + std::string(digits) + "'");
+    return number;
+}
 
-constexpr std::array<PrintFailure, 10> failures{{
-    {" COMMUNITY ", SYSDT_ERR_INVALID_VALUE, Fate::back, "the notation is unknown"},
-    {" EXTCOMMUNITY ", SYSDT_ERR_FAIL, Fate::freed, "the type is unknown"},
-    {" VRFRD VRFRT SOO RTPRD RD:RT ", SYSDT_ERR_FAIL, Fate::back, "the type code is unknown"},
-    {" BOLRD ", SYSDT_ERR_INVALID_VALUE, Fate::back, "the row fails: the type code is unknown"},
-    {" BOLRD BOLPREFIX ", SYSDT_ERR_INVALID_VALUE, Fate::none, "the sub-kind has no row"},
-    {" BOLPREFIX ", SYSDT_ERR_INVALID_VALUE, Fate::freed, "the row fails: the EVPN route type is unknown"},
-    {" EVNPREFIX EVN ", SYSDT_ERR_FAIL, Fate::freed, "the route type is unknown"},
-    {" L2VPNPREFIX L2VPN NG_TYPE_2 NG_TYPE_3 NG_TYPE_4_2 NG_TYPE_4-3 NG_TYPE_5 NG_TYPE_6 NG_TYPE_4-1 ", SYSDT_ERR_FAIL,
-     Fate::freed, "the sub-kind is another one"},
-    {" RPD SRPOLICY SD-WAN ", SYSDT_ERR_FAIL, Fate::released, "the sub-kind is another one"},
-    {" ATTRIDBITMAP ", SYSDT_OK, Fate::freed, "the record cannot be listed"},
-}};
+/// What all heads of the vectors tell.
+class Contracts {
+public:
+    explicit Contracts(const std::filesystem::path &folder)
+    {
+        std::vector<std::filesystem::path> paths;
+        for (const auto &entry : std::filesystem::recursive_directory_iterator(folder))
+            if (entry.path().extension() == ".vec")
+                paths.push_back(entry.path());
+        std::ranges::sort(paths);
+        for (const auto &path : paths)
+            read(path);
+    }
+
+    const Expectation *find(std::string_view name) const
+    {
+        const auto found = rows_.find(name);
+        return found == rows_.end() ? nullptr : &found->second;
+    }
+    std::span<const PrintFailure> failures() const { return failures_; }
+    std::span<const Statement> statements(std::string_view verb) const { return statements_.at(std::string(verb)); }
+
+private:
+    void read(const std::filesystem::path &path);
+    void statement(const std::string &text);
+    void contract(std::istream &words);
+    void word(Expectation &row, std::string_view word);
+    void set(Expectation &row, std::string_view key, std::string_view value);
+    void fails(std::istream &words);
+    void do_as(std::string_view other);
+    /// A text that outlives the reading.
+    std::string_view kept(std::string_view text) { return texts_.emplace_back(text); }
+
+    std::string_view subject_;
+    std::deque<std::string> texts_;
+    std::map<std::string_view, Expectation, std::less<>> rows_;
+    std::vector<PrintFailure> failures_;
+    std::map<std::string, std::vector<Statement>> statements_{{"irregular", {}}, {"breaks", {}}};
+};
+
+void Contracts::read(const std::filesystem::path &path)
+{
+    std::ifstream stream(path);
+    std::string statement_text;
+    int number = 0;
+    for (std::string line; std::getline(stream, line);) {
+        ++number;
+        const bool goes_on = line.ends_with('\\');
+        statement_text += goes_on ? line.substr(0, line.size() - 1) : line;
+        if (goes_on)
+            continue;
+        try {
+            statement(statement_text);
+        } catch (const WordError &error) {
+            throw std::runtime_error(path.string() + ":" + std::to_string(number) + ": " + error.what());
+        }
+        statement_text.clear();
+    }
+}
+
+void Contracts::statement(const std::string &text)
+{
+    std::istringstream words(text);
+    std::string verb;
+    words >> verb;
+    if (verb == "type" || verb == "row") {
+        std::string name;
+        words >> name;
+        subject_ = kept(name);
+    } else if (verb == "contract") {
+        contract(words);
+    } else if (verb == "fails") {
+        fails(words);
+    } else if (const auto known = statements_.find(verb); known != statements_.end()) {
+        std::string rest;
+        std::getline(words >> std::ws, rest);
+        const std::size_t last = rest.find_last_not_of(' ', rest.find(" #"));
+        known->second.push_back({subject_, kept(std::string_view(rest).substr(0, last + 1))});
+    }
+}
+
+void Contracts::contract(std::istream &words)
+{
+    const auto [row, is_new] = rows_.try_emplace(subject_);
+    if (!is_new)
+        throw WordError("the contract of " + std::string(subject_) + " is told twice");
+    Expectation &expect = row->second;
+    expect.in = screens_in[0].value;
+    expect.out = screens_out[0].value;
+    expect.unparsed = SYSDT_ERR_INVALID_VALUE;
+    expect.buffer = 257;
+    expect.memory = "hhh";
+    expect.traits = bytewise;
+    for (std::string next; words >> next;)
+        word(expect, kept(next));
+    if (expect.has(dispatches))
+        expect.compare = Reads::by_rows;
+    if (expect.compare == Reads::by_rows)
+        expect.traits &= ~bytewise;
+    expect.name = subject_;
+}
+
+void Contracts::word(Expectation &row, std::string_view word)
+{
+    const std::size_t equals = word.find('=');
+    if (equals == word.npos)
+        row.traits |= named(traits, word);
+    else
+        set(row, word.substr(0, equals), word.substr(equals + 1));
+}
+
+void Contracts::set(Expectation &row, std::string_view key, std::string_view value)
+{
+    if (key == "in") {
+        const auto *screen = test::find(screens_in, value);
+        row.in = screen == nullptr ? value : *screen;
+    } else if (key == "out") {
+        const auto *screen = test::find(screens_out, value);
+        row.out = screen == nullptr ? value : *screen;
+    } else if (key == "unparsed") {
+        row.unparsed = Words(value).status();
+    } else if (key == "block") {
+        row.buffer = number(value);
+    } else if (key == "memory") {
+        row.memory = value;
+    } else if (key == "script") {
+        row.script_size = number(value);
+    } else if (key == "check") {
+        const std::size_t comma = std::min(value.find(','), value.size());
+        row.checked = {number(value.substr(0, comma)),
+                       comma == value.size() ? std::uint16_t{0} : number(value.substr(comma + 1))};
+    } else if (key == "compare") {
+        const Comparing comparing = named(comparings, value);
+        row.compare = comparing.reads;
+        row.traits = comparing.orders_bytes ? row.traits | bytewise : row.traits & ~bytewise;
+    } else if (key == "numbers") {
+        row.numbers = named(writings, value);
+    } else if (key == "like" && rows_.contains(value)) {
+        row = rows_.at(value);
+        do_as(value);
+    } else {
+        throw WordError("unknown word '" + std::string(key) + "=" + std::string(value) + "'");
+    }
+}
+
+void Contracts::fails(std::istream &words)
+{
+    std::string status;
+    std::string fate;
+    std::string why;
+    words >> status >> fate >> std::ws;
+    std::getline(words, why);
+    const PrintFailure failure{{subject_}, Words(status).status(), named(test::fates, fate), kept(why)};
+    const auto same = std::ranges::find_if(failures_, [&](const PrintFailure &row) {
+        return row.status == failure.status && row.fate == failure.fate && row.why == failure.why;
+    });
+    if (same == failures_.end())
+        failures_.push_back(failure);
+    else
+        same->names.push_back(subject_);
+}
+
+void Contracts::do_as(std::string_view other)
+{
+    for (auto &[verb, statements] : statements_)
+        for (std::size_t i = 0, count = statements.size(); i < count; ++i)
+            if (statements[i].name == other)
+                statements.push_back({subject_, statements[i].words});
+    for (PrintFailure &row : failures_)
+        if (row.concerns(other))
+            row.names.push_back(subject_);
+}
+
+const Contracts &contracts()
+{
+    static const Contracts all{std::filesystem::path(vectors_folder())};
+    return all;
+}
+
+#define BGPDT_NAME(kind, name, ...) name,
+constexpr const char *prefix_rows[] = {SYSDT_BOL_ROWS(BGPDT_NAME, )};
+#undef BGPDT_NAME
+#define BGPDT_NAME(kind, name, ...) "RD:" name,
+constexpr const char *distinguisher_rows[] = {SYSDT_BOLRD_ROWS(BGPDT_NAME, )};
+#undef BGPDT_NAME
 
 } // namespace
 
-std::span<const PrintFailure> print_failures() { return failures; }
+bool PrintFailure::concerns(std::string_view name) const { return std::ranges::find(names, name) != names.end(); }
 
-const Expectation *expectation_of(std::string_view name)
+std::string joined(std::span<const std::string_view> names)
 {
-    const auto named = [&](const Expectation &row) { return row.name == name; };
-    if (const auto found = std::ranges::find_if(types, named); found != types.end())
-        return &*found;
-    if (const auto found = std::ranges::find_if(prefix_rows, named); found != prefix_rows.end())
-        return &*found;
-    return name == distinguisher_rows[0].name ? distinguisher_rows.data() : nullptr;
+    std::string all;
+    for (const std::string_view name : names)
+        all.append(all.empty() ? "" : " ").append(name);
+    return all;
 }
+
+std::span<const PrintFailure> print_failures() { return contracts().failures(); }
+
+std::span<const Statement> head_statements(std::string_view verb) { return contracts().statements(verb); }
+
+const Expectation *expectation_of(std::string_view name) { return contracts().find(name); }
 
 const Expectation *expectation_behind(const Expectation &dispatcher, std::uint32_t sub_kind)
 {
-    if (dispatcher.name == "BOLRD")
-        return sub_kind == 0 ? distinguisher_rows.data() : nullptr;
-    return sub_kind < prefix_rows.size() ? &prefix_rows[sub_kind] : nullptr;
+    const std::span<const char *const> rows = dispatcher.name == "BOLRD"
+                                                  ? std::span<const char *const>(distinguisher_rows)
+                                                  : std::span<const char *const>(prefix_rows);
+    return sub_kind < rows.size() ? expectation_of(rows[sub_kind]) : nullptr;
 }
 
 } // namespace bgpdt::test

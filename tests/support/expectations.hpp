@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// How each type treats the contract that all types share: one row a type.
+/// How each type treats the contract that all types share, as the heads of its vectors tell.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "vector_file.hpp"
 
@@ -39,7 +41,29 @@ enum Trait : std::uint32_t {
     inert_in = 1U << 21,           ///< FormatIn does nothing at all
 };
 
-/// A row of the table. The letters of a mode column stand for the modes 0 to 6.
+/// How a Compare treats the length that it is told.
+enum class Reads {
+    nothing, ///< there is none, or it is the host's
+    bytes,   ///< it compares as many bytes
+    at_most, ///< it reads no more than that, and zeros in place of what is missing
+    whole,   ///< it reads the whole values
+    by_rows, ///< as the rows do that it asks
+};
+
+/// Where a type's texts have which kind of number.
+enum class Writing {
+    decimal,          ///< all of them decimal
+    hexadecimal,      ///< all of them hexadecimal
+    ipv6,             ///< an IPv6 address
+    ipv6_and_number,  ///< an IPv6 address and, behind the last dot, a decimal number
+    octets_or_number, ///< groups of hexadecimal digits if there are neither dots nor colons, else decimal
+    evpn,             ///< fields between colons: an ESI, a MAC address, an IPv6 address in brackets, decimal
+    sections,         ///< IPv6 addresses or decimal between hyphens if there are any, else decimal
+    last_section,     ///< decimal between hyphens, and behind the last one perhaps an IPv6 address
+    groups,           ///< brackets around words with numbers or an IPv6 address behind them
+};
+
+/// What a line `contract` tells. The letters of a mode column stand for the modes 0 to 6.
 struct Expectation {
     std::string_view name;
     /// FormatIn: p parses, q parses what is quoted, f FAIL, u UNSUPPORTED.
@@ -53,6 +77,9 @@ struct Expectation {
     std::string_view memory;
     std::uint16_t script_size; ///< the least length for LuaSet and LuaGet; 0: the type's own
     std::uint32_t traits;
+    std::array<std::uint16_t, 2> checked{}; ///< the lengths that Check takes; none: the one that scripts have
+    Reads compare = Reads::bytes;
+    Writing numbers = Writing::decimal;
 
     bool has(Trait trait) const { return (traits & trait) != 0; }
     char in_letter(std::uint8_t mode) const { return mode < in.size() ? in[mode] : 'u'; }
@@ -68,15 +95,27 @@ const Expectation *expectation_behind(const Expectation &dispatcher, std::uint32
 
 /// A way in which a value of the right length may not print.
 struct PrintFailure {
-    std::string_view names; ///< of types and rows, with a blank before and behind each
+    std::vector<std::string_view> names; ///< of types and rows
     std::uint32_t status;
     Fate fate;
     std::string_view why;
 
-    bool concerns(std::string_view name) const { return names.find(" " + std::string(name) + " ") != names.npos; }
+    bool concerns(std::string_view name) const;
 };
+
+/// With a blank between.
+std::string joined(std::span<const std::string_view> names);
 
 /// All that there are.
 std::span<const PrintFailure> print_failures();
+
+/// A statement at the head of vectors, for those who ask for it.
+struct Statement {
+    std::string_view name; ///< of the type or row
+    std::string_view words;
+};
+
+/// The statements with that verb, in their order: `irregular` (irregular_texts.hpp), `breaks` (the fuzzers').
+std::span<const Statement> head_statements(std::string_view verb);
 
 } // namespace bgpdt::test

@@ -6,12 +6,12 @@
 #include <charconv>
 #include <cstring>
 #include <initializer_list>
+#include <stdexcept>
+#include <vector>
 
 namespace bgpdt::test {
 
 namespace {
-
-constexpr const char *multicast = " NG_TYPE_2 NG_TYPE_3 NG_TYPE_4_2 NG_TYPE_4-3 NG_TYPE_5 NG_TYPE_6 NG_TYPE_4-1 ";
 
 bool are_in_fields(const Numbers &numbers, const AcceptedText &text)
 {
@@ -233,39 +233,79 @@ bool no_place(const AcceptedText &text)
         text, {"member-as", "bgp-router-id", "ipv4-router-id", "ipv6-router-id", "ospf-area-id", "igp-router-id"});
 }
 
-constexpr std::array<Irregularity, 25> rows{{
-    {" COMMUNITY CMNTY_ENHANCE ", "1, 3", "a well-known community prints by its name", named},
-    {" VPNV4MCAST MDT ", "1, 7", "only the address prints; what follows the mask length is not looked at",
-     address_and_mask},
-    {" RTPRD ", "3", "behind a star nothing is looked at", begins_with_printed},
-    {" TIME_RANGE ", "-", "it is not printed; the seconds are those of the numbers", duration},
-    {" TIME_RANGE ", "1", "digits behind the s are not looked at", duration_and_digits},
-    {" VRFRTEXT ", "2", "what follows the last number is not looked at", begins_with_printed},
-    {" VRFRTEXT ", "3", "a negative number counts modulo 2^32 or 2^64", negative},
-    {" VRFRTEXT ", "5", "octets are read two digits at a time", octets_by_two},
-    {" RPD SD-WAN SRPOLICY ", "1", "a negative number counts modulo 2^16 or 2^32, and makes up for what follows",
-     negative},
-    {" SRPOLICY ", "2", "the last character stands for the closing bracket", without_last_character},
-    {" IPV4 ", "NG 1", "the multicast rows do not print an IPv4 address alone", unprinted},
-    {" IPV4 ", "NG 4", "one colon and six dots are never refused", addresses_given_up},
-    {multicast, "9, 10", "the group's family decides how the source prints, the originators' must be one", in_fields},
-    {" EVN ", "6", "an ESI alone prints as with length 0 and address 0.0.0.0", segment_alone},
-    {" EVN ", "9", "a character behind the bracket is skipped", skipped_behind_bracket},
-    {" EVN ", "11", "what follows the bracket is not looked at", begins_with_printed},
-    {" BGPLSPREFIX ", "-", "what the text leaves out prints too", among_printed},
-    {" BGPLSPREFIX ", "2, 19", "the groups' order is free; what prints raw or has no place in print is in the fields",
-     in_fields},
-    {" BGPLSPREFIX ", "4, 5", "of an identifier the low 32 bits are kept, of a prefix length the low 8", low_bits},
-    {" BGPLSPREFIX ", "7", "UNKNOWN and index groups are dropped", dropped_groups},
-    {" BGPLSPREFIX ", "10", "an IS-IS router identifier has its digits at fixed places", digits_at_places},
-    {" BGPLSPREFIX ", "13", "what has no place in the key is dropped", no_place},
-    {" BGPLSPREFIX ", "18", "under BGP the MT-ID of a SID is not looked at", dropped_mt_id},
-    {" BGPLSPREFIX ", "14", "if-address and peer-address may be repeated", repeated_addresses},
-    {" BGPLSPREFIX ", "14", "identifier shares its fields with link-local-id and link-remote-id", repeated_identifiers},
-}};
+struct Rule {
+    std::string_view name;
+    bool (*holds)(const AcceptedText &);
+};
+
+constexpr Rule rules[] = {
+    {"address_and_mask", address_and_mask},
+    {"addresses_given_up", addresses_given_up},
+    {"among_printed", among_printed},
+    {"begins_with_printed", begins_with_printed},
+    {"digits_at_places", digits_at_places},
+    {"dropped_groups", dropped_groups},
+    {"dropped_mt_id", dropped_mt_id},
+    {"duration", duration},
+    {"duration_and_digits", duration_and_digits},
+    {"in_fields", in_fields},
+    {"low_bits", low_bits},
+    {"named", named},
+    {"negative", negative},
+    {"no_place", no_place},
+    {"octets_by_two", octets_by_two},
+    {"repeated_addresses", repeated_addresses},
+    {"repeated_identifiers", repeated_identifiers},
+    {"segment_alone", segment_alone},
+    {"skipped_behind_bracket", skipped_behind_bracket},
+    {"unprinted", unprinted},
+    {"without_last_character", without_last_character},
+};
+
+/// "RULE NUMBERS: why"
+Irregularity irregularity(const Statement &statement)
+{
+    const std::string_view words = statement.words;
+    const std::size_t rule_end = std::min(words.find(' '), words.size());
+    const std::size_t number_end = words.find(": ");
+    const auto *rule = std::ranges::find(rules, words.substr(0, rule_end), &Rule::name);
+    if (rule == std::end(rules) || number_end == words.npos)
+        throw std::runtime_error("the head of " + std::string(statement.name) +
+                                 " has an irregularity without a rule: " + std::string(words));
+    return {{statement.name},
+            words.substr(rule_end + 1, number_end - rule_end - 1),
+            words.substr(number_end + 2),
+            rule->holds};
+}
+
+/// Those of several families stand together.
+std::vector<Irregularity> all_irregularities()
+{
+    std::vector<Irregularity> rows;
+    for (const Statement &statement : head_statements("irregular")) {
+        const Irregularity row = irregularity(statement);
+        const auto same = std::ranges::find_if(rows, [&](const Irregularity &known) {
+            return known.number == row.number && known.why == row.why && known.holds == row.holds;
+        });
+        if (same == rows.end())
+            rows.push_back(row);
+        else
+            same->families.push_back(statement.name);
+    }
+    return rows;
+}
 
 } // namespace
 
-std::span<const Irregularity> irregular_texts() { return rows; }
+bool Irregularity::concerns(std::string_view family) const
+{
+    return std::ranges::find(families, family) != families.end();
+}
+
+std::span<const Irregularity> irregular_texts()
+{
+    static const std::vector<Irregularity> all = all_irregularities();
+    return all;
+}
 
 } // namespace bgpdt::test

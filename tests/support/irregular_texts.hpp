@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The irregularities by which an accepted text has other numbers than its value prints.
+/// The irregularities by which an accepted text has other numbers than its value prints, as the heads of the vectors tell
+/// them.
 #pragma once
 
 #include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "written.hpp"
 
@@ -23,17 +25,14 @@ struct AcceptedText {
     Bytes value;
 };
 
-/// A numbered irregularity of a family, and what still holds of a text that it concerns.
+/// A numbered irregularity, and what still holds of a text that it concerns.
 struct Irregularity {
-    std::string_view families; ///< with a blank before and behind each
-    std::string_view number;   ///< as the family's head comment has it
+    std::vector<std::string_view> families;
+    std::string_view number; ///< as the family's head comment has it
     std::string_view why;
     bool (*holds)(const AcceptedText &);
 
-    bool concerns(std::string_view family) const
-    {
-        return families.find(" " + std::string(family) + " ") != families.npos;
-    }
+    bool concerns(std::string_view family) const;
 };
 
 /// In the order in which they are tried.

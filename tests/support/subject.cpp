@@ -24,8 +24,8 @@ struct Dispatch {
     std::string_view type;
 };
 
-constexpr Dispatch dispatches_of[] = {{"g_astBOL_PREFIX_ProcTable", 17, "BOLPREFIX"},
-                                      {"g_astBOL_RD_ProcTable", 1, "BOLRD"}};
+constexpr Dispatch dispatches_of[] = {{"g_astBOL_PREFIX_ProcTable", SYSDT_BOL_KINDS, "BOLPREFIX"},
+                                      {"g_astBOL_RD_ProcTable", SYSDT_BOLRD_KINDS, "BOLRD"}};
 
 Subject of_record(const SYSDT_Record &record)
 {

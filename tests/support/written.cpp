@@ -263,26 +263,10 @@ std::string sum(std::string_view first, std::string_view second)
 
 Writing writing_of(const Subject &subject, const Bytes &value)
 {
-    if (!is_row_key(subject)) {
-        switch (subject.kind) {
-        case SYSDT_TYPE_VPNID: return Writing::hexadecimal;
-        case SYSDT_TYPE_VRFRTV6: return Writing::ipv6_and_number;
-        case SYSDT_TYPE_BGPLSPREFIX: return Writing::groups;
-        default: return Writing::decimal;
-        }
-    }
-    switch (selecting_word(value, std::endian::native)) {
-    case SYSDT_BOL_EVN: return Writing::evpn;
-    case SYSDT_BOL_VRFRTEXT: return Writing::octets_or_number;
-    case SYSDT_BOL_IPV6: return Writing::ipv6;
-    case SYSDT_BOL_SRPOLICY: return Writing::groups;
-    case SYSDT_BOL_SDWAN: return Writing::last_section;
-    case SYSDT_BOL_IPV4:
-    case SYSDT_BOL_VPNV4MCAST:
-    case SYSDT_BOL_MDT:
-    case SYSDT_BOL_RPD: return Writing::decimal;
-    default: return Writing::sections;
-    }
+    const Expectation *row = is_row_key(subject) ? expectation_behind(*expectation_of("BOLPREFIX"),
+                                                                      selecting_word(value, std::endian::native))
+                                                 : &subject.expect;
+    return row == nullptr ? Writing::sections : row->numbers;
 }
 
 Numbers numbers_in(std::string_view text, Writing writing)

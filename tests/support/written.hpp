@@ -17,19 +17,6 @@ namespace bgpdt::test {
 /// leading zeros. An IPv6 address is its eight groups, an IPv4 address its four octets.
 using Numbers = std::vector<std::string>;
 
-/// Where a type's texts have which kind of number.
-enum class Writing {
-    decimal,          ///< all of them decimal
-    hexadecimal,      ///< all of them hexadecimal
-    ipv6,             ///< an IPv6 address
-    ipv6_and_number,  ///< an IPv6 address and, behind the last dot, a decimal number
-    octets_or_number, ///< groups of hexadecimal digits if there are neither dots nor colons, else decimal
-    evpn,             ///< fields between colons: an ESI, a MAC address, an IPv6 address in brackets, decimal
-    sections,         ///< IPv6 addresses or decimal between hyphens if there are any, else decimal
-    last_section,     ///< decimal between hyphens, and behind the last one perhaps an IPv6 address
-    groups,           ///< brackets around words with numbers or an IPv6 address behind them
-};
-
 /// How the type writes the numbers of such a value; `value` is in the processor's order.
 Writing writing_of(const Subject &subject, const Bytes &value);
 
