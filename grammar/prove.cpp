@@ -21,7 +21,7 @@ using namespace bgpdt::grammar;
 
 struct Settings {
     std::string plugin;
-    double texts = 2e8;    ///< about as many words for each automaton at most
+    double texts = 5e7;    ///< about as many words for each automaton at most
     bool is_short = false; ///< of a large automaton not all states are tried
     bool every_number = false;
     std::vector<std::string> names;
@@ -68,6 +68,16 @@ void try_places(Proof &proof, const std::vector<Place> &places, const Settings &
     }
 }
 
+/// So many extra states that the words for them are about as many as wanted.
+unsigned affordable(const Proof &proof, const Settings &settings)
+{
+    constexpr unsigned enough = 8;
+    unsigned extra_states = 0;
+    while (extra_states < enough && proof.words_cost(extra_states + 1) <= settings.texts)
+        ++extra_states;
+    return extra_states;
+}
+
 Outcome prove(const Subject &subject, const Settings &settings)
 {
     Proof proof(subject.automaton, subject.takes);
@@ -75,8 +85,7 @@ Outcome prove(const Subject &subject, const Settings &settings)
     if (settings.is_short)
         outcome.share = static_cast<std::size_t>(proof.bytes_cost() / settings.texts) + 1;
     proof.try_bytes(outcome.share);
-    while (proof.words_cost(outcome.extra_states + 1) <= settings.texts)
-        ++outcome.extra_states;
+    outcome.extra_states = affordable(proof, settings);
     if (outcome.extra_states != 0)
         proof.try_words(outcome.extra_states);
     proof.try_runs(subject.run, outcome.share);
@@ -235,8 +244,7 @@ Outcome prove_order(Parser &parser, const Grammar &grammar, const Order &order, 
     const Automaton automaton = automaton_of(grammar, order.part);
     Proof proof(automaton, takes, letters);
     Outcome outcome{automaton.states(), 0, 0, 1, {}};
-    while (proof.words_cost(outcome.extra_states + 1) <= settings.texts)
-        ++outcome.extra_states;
+    outcome.extra_states = affordable(proof, settings);
     proof.try_words(outcome.extra_states);
     outcome.trial = proof.trial();
     return outcome;

@@ -247,8 +247,6 @@ std::string railroad(const Grammar &grammar)
     int width = 300;
     int y = 20;
     for (const std::string &name : grammar.order) {
-        if (name == "canonical")
-            break;
         const Language &part = grammar.part(name);
         const Drawing drawing = Painter().paint(part.expression);
         rows += "<text x=\"" + std::to_string(left_margin) + "\" y=\"" + std::to_string(y) + "\" class=\"name\">" +

@@ -76,10 +76,12 @@ private:
 /// What the grammar says of texts.
 class Judge {
 public:
-    explicit Judge(const Grammar &grammar) : texts_(automaton_of(grammar, "text"))
+    /// Of a list what is not long.
+    explicit Judge(const Grammar &grammar) : texts_(automaton_of(grammar, grammar.has("short") ? "short" : "text"))
     {
-        if (grammar.has("beyond"))
-            beyond_ = automaton_of(grammar, "beyond");
+        for (const char *part : {"beyond", "long"})
+            if (grammar.has(part))
+                beyond_ = automaton_of(grammar, part);
     }
     const Automaton &texts() const { return texts_; }
     char operator()(const std::string &text) const
