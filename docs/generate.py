@@ -218,11 +218,12 @@ def proofs(name):
     what = {"texts": "equal to the parser", "canonical": "the canonical texts, too", "rows": "how many, and how long",
             "fields": "field by field equal to the parser", "orders": "its groups in every order"}
     for line in (top / "grammar/proof.txt").read_text(encoding="utf-8").splitlines():
-        if found := re.match(re.escape(name) + r" (\w+): (\d+) states, (\d+) texts, (\d+) more states, runs of (\d+)$", line):
+        if found := re.match(re.escape(name) + r" (\w+): (\d+) states, (\d+) texts, (\d+) more states, "
+                             r"runs of (\d+)(, .*)?$", line):
             states = "" if found[1] == "rows" else f"{found[2]} states, "
             more = f", up to {found[4]} more states" * (found[4] != "0")
             runs = f", one character up to {found[5]} times in a row" * (found[5] != "0")
-            yield f"{what[found[1]]}: {states}{int(found[3]):,} texts{more}{runs}"
+            yield f"{what[found[1]]}: {states}{int(found[3]):,} texts{more}{runs}{found[6] or ''}"
 
 
 def grammar_section(description):
@@ -305,7 +306,8 @@ def page(name, files):
     head += "with " + " ".join(description["operations"]) + ".\n\n"
     if len(files) == 1:
         head += escaped(files[0].about) + "\n\n"
-    text = head + text_section(description, files) + "\n" + grammar_section(description) + "\n" + picture_section(description, files) + "\n"
+    text = head + text_section(description, files) + "\n" + grammar_section(description) + "\n"
+    text += picture_section(description, files) + "\n"
     text += irregularity_section(files) if files else ""
     return re.sub(r"\n{3,}", "\n\n", text).rstrip() + "\n"
 

@@ -97,7 +97,10 @@ Outcome prove(const Subject &subject, const Settings &settings)
 bool report(const std::string &name, const char *what, const Outcome &outcome)
 {
     std::cout << "proved: " << name << ' ' << what << ": " << outcome.states << " states, " << outcome.trial.texts
-              << " texts, " << outcome.extra_states << " more states, runs of " << outcome.longest << '\n';
+              << " texts, " << outcome.extra_states << " more states, runs of " << outcome.longest;
+    if (outcome.share != 1)
+        std::cout << ", one state in " << outcome.share << " with every byte";
+    std::cout << '\n';
     if (outcome.trial.wrong == 0)
         return true;
     std::cout << "  differs from the parser in " << outcome.trial.wrong << " texts:\n";

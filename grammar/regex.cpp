@@ -38,7 +38,7 @@ public:
             return row(meant);
         std::string text;
         for (const Expression &part : meant.parts)
-            text += (text.empty() ? "" : "|") + choices(part);
+            text += (&part == &meant.parts.front() ? "" : "|") + choices(part);
         return text;
     }
 

@@ -6,7 +6,7 @@
 set -eu
 build=$1
 cd "$(dirname -- "$0")/.."
-sources="src host toolkit tool lua sqlite"
+sources="src host grammar toolkit tool lua sqlite"
 clean=$build/clean.txt
 touch "$clean"
 # shellcheck disable=SC2086 # a list of words
@@ -25,6 +25,6 @@ tidy() {
 
 status=0
 find src host -name '*.cpp' | sort | tidy --checks= || status=1
-find toolkit tool lua sqlite -name '*.cpp' | sort | tidy '--checks=-clang-analyzer-*' || status=1
-echo "proved: $(find src host toolkit tool lua sqlite -name '*.cpp' | wc -l) sources are clean"
+find grammar toolkit tool lua sqlite -name '*.cpp' | sort | tidy '--checks=-clang-analyzer-*' || status=1
+echo "proved: $(find src host grammar toolkit tool lua sqlite -name '*.cpp' | wc -l) sources are clean"
 exit "$status"

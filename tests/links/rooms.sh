@@ -4,11 +4,11 @@
 # and its source being one, and the rooms as the list has them.
 set -eu
 cd "$1"
-allowed=' toolkit:bgp_datatype toolkit:host tool:host tool:toolkit lua:toolkit sqlite:host sqlite:toolkit '
+allowed=' toolkit:bgp_datatype toolkit:host tool:host tool:toolkit tool:grammar grammar:bgp_datatype grammar:host lua:toolkit sqlite:host sqlite:toolkit '
 pairs=$(mktemp)
 trap 'rm -f "$pairs"' EXIT
 
-grep -H '^#include "' toolkit/*.?pp tool/*.?pp lua/*.?pp sqlite/*.?pp | sed 's/:#include "\(.*\)"$/ \1/' |
+grep -H '^#include "' grammar/*.?pp toolkit/*.?pp tool/*.?pp lua/*.?pp sqlite/*.?pp | sed 's/:#include "\(.*\)"$/ \1/' |
     while read -r file included; do
         [ ! -e "${file%/*}/$included" ] || included=${file%/*}/$included
         echo "${file%.?pp} ${included%.?pp}"
