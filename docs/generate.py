@@ -215,15 +215,18 @@ def text_section(description, files):
 
 def proofs(name):
     """What grammar/proof.txt says of the name."""
-    what = {"texts": "equal to the parser", "canonical": "the canonical texts, too", "rows": "how many, and how long",
-            "fields": "field by field equal to the parser", "orders": "its groups in every order"}
+    what = {"texts": "equal to the parser", "canonical": "the canonical texts, too",
+            "fields": "field by field equal to the parser", "rows": "how many, and how long",
+            "orders": "its groups in every order"}
+    told = {}
     for line in (top / "grammar/proof.txt").read_text(encoding="utf-8").splitlines():
         if found := re.match(re.escape(name) + r" (\w+): (\d+) states, (\d+) texts, (\d+) more states, "
                              r"runs of (\d+)(, .*)?$", line):
             states = "" if found[1] == "rows" else f"{found[2]} states, "
             more = f", up to {found[4]} more states" * (found[4] != "0")
             runs = f", one character up to {found[5]} times in a row" * (found[5] != "0")
-            yield f"{what[found[1]]}: {states}{int(found[3]):,} texts{more}{runs}{found[6] or ''}"
+            told[found[1]] = f"{what[found[1]]}: {states}{int(found[3]):,} texts{more}{runs}{found[6] or ''}"
+    return [told[key] for key in what if key in told]
 
 
 def grammar_section(description):

@@ -18,10 +18,10 @@ struct File {
 
 // Made by CMakeLists.txt of the files in texts/ and standards/.
 constexpr File files[] = {
-#include "texts.inc"
+#include "grammar/texts.inc"
 };
 constexpr File standards[] = {
-#include "standards.inc"
+#include "grammar/standards.inc"
 };
 
 constexpr std::string_view common_name = "common";

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/grammar.hpp"
+#include "grammar.hpp"
 
 #include <algorithm>
 #include <iterator>
