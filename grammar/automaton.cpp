@@ -122,7 +122,7 @@ Automaton Net::determined(State first, State last) const
                     if (edge.bytes[first_of(set)])
                         reached.push_back(edge.to);
             std::ranges::sort(reached);
-            reached.erase(std::ranges::unique(reached).begin(), reached.end());
+            reached.erase(std::unique(reached.begin(), reached.end()), reached.end());
             made.next.push_back(state_of(std::move(reached)));
         }
     }
@@ -408,11 +408,11 @@ Automaton combined(const Automaton &first, const Automaton &second, Decision dec
         return found->second;
     };
     made.start = state_of(first.start, second.start);
-    for (std::size_t i = 0; i < states.size(); ++i)
-        for (const auto &[c, d] : pair_of) {
-            const auto [a, b] = states[i];
+    for (std::size_t done = 0; done < states.size();) {
+        const auto [a, b] = states[done++];
+        for (const auto &[c, d] : pair_of)
             made.next.push_back(state_of(first.next[a * first.classes + c], second.next[b * second.classes + d]));
-        }
+    }
     return minimal(made);
 }
 

@@ -364,7 +364,7 @@ Grammar read_file(const std::string &name, std::string_view text)
 
 } // namespace
 
-Grammar read_grammar(std::string name, std::string_view text, std::string_view common)
+Grammar read_grammar(const std::string &name, std::string_view text, std::string_view common)
 {
     Grammar read = read_file(name, text);
     Grammar shared = read_file("common", common);

@@ -70,7 +70,7 @@ private:
     const Automaton &automaton_;
     std::vector<unsigned char> samples_;
     std::vector<bool> alive_;
-    std::mt19937 random_{1}; // the same texts on every run
+    std::mt19937 random_{1}; // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts on every run
 };
 
 /// What the grammar says of texts.

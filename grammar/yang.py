@@ -31,7 +31,8 @@ def is_valid(folder, name, texts):
     with tempfile.NamedTemporaryFile("w", suffix=".json", dir=folder) as data:
         json.dump({"try:" + leaf(name): texts}, data)
         data.flush()
-        run = subprocess.run(["yanglint", "-QQ", "-p", MODULE.parent, Path(folder) / "try.yang", data.name], check=False)
+        run = subprocess.run(["yanglint", "-QQ", "-p", MODULE.parent, Path(folder) / "try.yang", data.name], check=False,
+                             stderr=subprocess.DEVNULL)
         return run.returncode == 0
 
 

@@ -19,7 +19,7 @@ using grammar::Dialect;
 using grammar::Grammar;
 
 struct Language {
-    std::string name;
+    std::string_view name;
     std::string (*write)(const Grammar &texts);
     bool is_exact = false; ///< whether what is written takes the very same texts
 };
@@ -29,7 +29,7 @@ std::string as_python(const Grammar &texts) { return single_regex(texts, Dialect
 std::string as_pcre(const Grammar &texts) { return single_regex(texts, Dialect::pcre) + "\n"; }
 std::string as_ecmascript(const Grammar &texts) { return single_regex(texts, Dialect::ecmascript) + "\n"; }
 
-const Language languages[] = {
+constexpr Language languages[] = {
     {"notation", as_written},
     {"abnf", grammar::abnf},
     {"regex", grammar::portable_regex, true},
@@ -46,7 +46,8 @@ const Language &language_of(const std::string &name)
     if (found != std::end(languages))
         return *found;
     std::vector<std::string> known;
-    std::ranges::transform(languages, std::back_inserter(known), &Language::name);
+    for (const Language &language : languages)
+        known.emplace_back(language.name);
     throw UsageError("--as takes " + joined(known, ", ") + ", not " + name);
 }
 
