@@ -80,10 +80,11 @@ unsigned affordable(const Proof &proof, const Settings &settings)
 
 Outcome prove(const Subject &subject, const Settings &settings)
 {
+    constexpr double bytes_share = 8; // so many times as many texts as for words
     Proof proof(subject.automaton, subject.takes);
     Outcome outcome{subject.automaton.states(), subject.run, 0, 1, {}};
     if (settings.is_short)
-        outcome.share = static_cast<std::size_t>(proof.bytes_cost() / settings.texts) + 1;
+        outcome.share = static_cast<std::size_t>(proof.bytes_cost() / (bytes_share * settings.texts)) + 1;
     proof.try_bytes(outcome.share);
     outcome.extra_states = affordable(proof, settings);
     if (outcome.extra_states != 0)
@@ -181,7 +182,9 @@ bool prove_texts(Parser &parser, const Grammar &grammar, const Settings &setting
         std::cout << "  does not come back as it was: " << shown(text) << '\n';
     right &= canonical.wrong.empty();
     const Judge prints = [&](std::string_view text) { return canonical.is_printed(text); };
-    return report(grammar.name, "canonical", prove({canonical.automaton(), run, prints, numbers}, settings)) && right;
+    return report(grammar.name, "canonical",
+                  prove({canonical.automaton(), run, prints, places(grammar, "canonical")}, settings)) &&
+           right;
 }
 
 /// Texts in the frame have so much room as the part needs, and some more; what a BGP-LS key ignores fills the rest.
