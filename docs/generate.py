@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""Writes docs/types, a page for each type, from what the tool tells of it and from the vectors, and docs/man, the manual
-pages, from what the tool tells of itself.
+"""Writes docs/types, a page for each type, from what the tool tells of it and from the vectors, docs/man, the manual
+pages, from what the tool tells of itself, docs/pictures/grammar, the grammars as pictures, and docs/yang, as a module.
 
     docs/generate.py BGPDT           writes them
     docs/generate.py BGPDT --check   fails where a page is not what it would write
@@ -23,6 +23,7 @@ index_texts = {"in": ["0", "7", "4294967295"], "bad": ["", "-1", "4294967296"]}
 string_texts = {"in": ["vpn1", "a", "x" * 31], "bad": ["x" * 32, "x" * 33, "x" * 100]}
 # The vectors of a dispatch row that has no type of its own are told with the type that dispatches to it.
 dispatching = "BOLPREFIX"
+generated = ("man", "types", "pictures/grammar", "yang")
 
 
 def ask(*words):
@@ -35,6 +36,12 @@ def ask(*words):
 
 def ask_text(*words):
     return subprocess.run([tool, *words[:2], *(["--"] if words[2:] else []), *words[2:]], capture_output=True, text=True, check=True).stdout
+
+
+def grammar(name, language="notation"):
+    """The grammar of a type, or of "TYPE KIND"; None if it takes no text, or if the language cannot tell it."""
+    run = subprocess.run([tool, "grammar", *name.split(), "--as", language], capture_output=True, text=True, check=False)
+    return run.stdout if run.returncode == 0 else None
 
 
 def quoted(text):
@@ -206,6 +213,48 @@ def text_section(description, files):
     return "\n".join(parts)
 
 
+def proofs(name):
+    """What grammar/proof.txt says of the name."""
+    what = {"texts": "equal to the parser", "canonical": "the canonical texts, too",
+            "fields": "field by field equal to the parser", "rows": "how many, and how long",
+            "orders": "its groups in every order"}
+    told = {}
+    for line in (top / "grammar/proof.txt").read_text(encoding="utf-8").splitlines():
+        if found := re.match(re.escape(name) + r" (\w+): (\d+) states, (\d+) texts, (\d+) more states, "
+                             r"runs of (\d+)(, .*)?$", line):
+            states = "" if found[1] == "rows" else f"{found[2]} states, "
+            more = f", up to {found[4]} more states" * (found[4] != "0")
+            runs = f", one character up to {found[5]} times in a row" * (found[5] != "0")
+            told[found[1]] = f"{what[found[1]]}: {states}{int(found[3]):,} texts{more}{runs}{found[6] or ''}"
+    return [told[key] for key in what if key in told]
+
+
+def grammar_section(description):
+    name = description["name"]
+    named = [name] + [f"{name} {kind['name']}" for kind in description.get("kinds", [])]
+    parts = []
+    for subject in named:
+        written = grammar(subject)
+        if written is None:
+            continue
+        parts.append(f"### {subject.split()[-1]}\n" if len(named) > 2 else "")
+        parts.append(f"```text\n{written}```\n")
+        proved = "; ".join(proofs(subject))
+        parts.append(f"Proved: {proved}.\n" if proved else "")
+        parts.append(f"![The grammar of {subject} as a railroad](../pictures/grammar/{subject.replace(' ', '.')}.svg)\n")
+    if not parts:
+        return ""
+    return ("## Grammar\n\n[The notation](../../grammar/README.md). `bgpdt grammar` has it as ABNF, regular expression, "
+            "YANG and picture.\n\n" + "\n".join(parts))
+
+
+def yang_module(names):
+    head = ("module bgpdt-texts {\n  yang-version 1.1;\n  namespace \"urn:bgpdt:texts\";\n  prefix bgpdt;\n\n  description\n"
+            "    \"The texts of BGP data types, without white space at their ends.\";\n")
+    typedefs = [written for name in names if (written := grammar(name, "yang"))]
+    return head + "".join("\n" + re.sub("^(?=.)", "  ", written, flags=re.M) for written in typedefs) + "}\n"
+
+
 def shortened(digits):
     """What is repeated at the end is counted."""
     found = re.search(r"((?:..){1,8}?)\1{8,}$", digits)
@@ -260,7 +309,8 @@ def page(name, files):
     head += "with " + " ".join(description["operations"]) + ".\n\n"
     if len(files) == 1:
         head += escaped(files[0].about) + "\n\n"
-    text = head + text_section(description, files) + "\n" + picture_section(description, files) + "\n"
+    text = head + text_section(description, files) + "\n" + grammar_section(description) + "\n"
+    text += picture_section(description, files) + "\n"
     text += irregularity_section(files) if files else ""
     return re.sub(r"\n{3,}", "\n\n", text).rstrip() + "\n"
 
@@ -328,6 +378,8 @@ def texts_manual(descriptions):
             text += ".PP\n.RS\n.EX\n" + "".join(roff(line) + "\n" for line in description["examples"]) + ".EE\n.RE\n"
         else:
             text += "It takes no text.\n"
+        if written := grammar(description["name"]):
+            text += ".PP\n.RS\n.EX\n" + "".join(roff(line) + "\n" for line in written.splitlines()) + ".EE\n.RE\n"
         for kind in description.get("kinds", []):
             told = f"Kind {kind['number']}; " + (f"its help says: {kind['form']}." if kind.get("form") else
                                                  " ".join(kind["operations"]) + ".")
@@ -345,7 +397,10 @@ def pages():
     descriptions = [ask("describe", name) for name in names]
     rows = [[f"[{entry['name']}]({entry['name']}.md)", entry["about"], str(entry["size"])] for entry in descriptions]
     index = "# The types\n\n" + table(["type", "what it is", "bytes"], rows)
-    return {"types/README.md": index, **{f"types/{name}.md": text for name, text in zip(names, texts)},
+    subjects = [path.stem.replace(".", " ", 1) for path in sorted((top / "grammar/texts").glob("*.grammar"))]
+    drawn = {f"pictures/grammar/{name.replace(' ', '.')}.svg": picture for name in subjects
+             if (picture := grammar(name, "svg"))}
+    return {**drawn, "yang/bgpdt-texts.yang": yang_module(subjects), "types/README.md": index, **{f"types/{name}.md": text for name, text in zip(names, texts)},
             "man/bgpdt.1": tool_manual(), "man/bgpdt-texts.7": texts_manual(descriptions)}
 
 
@@ -356,7 +411,9 @@ def main():
     tool = sys.argv[1]
     folder = top / "docs"
     made = pages()
-    there = {str(path.relative_to(folder)) for own in ("man", "types") for path in (folder / own).iterdir()}
+    for own in generated:
+        (folder / own).mkdir(exist_ok=True)
+    there = {str(path.relative_to(folder)) for own in generated for path in (folder / own).iterdir()}
     if len(sys.argv) == 3:
         stale = sorted(name for name in there | set(made)
                        if name not in made or name not in there
@@ -367,7 +424,6 @@ def main():
     for name in there - set(made):
         (folder / name).unlink()
     for name, text in made.items():
-        (folder / name).parent.mkdir(exist_ok=True)
         (folder / name).write_text(text, encoding="utf-8")
 
 

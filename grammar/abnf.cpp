@@ -34,8 +34,8 @@ public:
     explicit Printer(const Grammar &grammar) : grammar_(grammar)
     {
         define("text", grammar.part("text"));
-        for (std::size_t i = 0; i < numbers_.size(); ++i)
-            rules_ += rule(name_of(numbers_[i]), choices(spelled(numbers_[i])), "");
+        for (const Number &number : numbers_)
+            rules_ += rule(name_of(number), choices(spelled(number)), "");
     }
 
     std::string text() const { return rules_; }
@@ -50,10 +50,11 @@ private:
             return;
         }
         std::string remark;
-        if (part.length.least != 0 || part.length.most != Times::unlimited)
+        if (part.length.least != 0 || part.length.most != Times::unlimited) {
             remark += "; of " + std::to_string(part.length.least) +
                       (part.length.most == Times::unlimited ? " or more" : " to " + std::to_string(part.length.most)) +
                       " characters\n";
+        }
         if (!part.within.empty())
             remark += "; that are also " + part.within + "\n";
         if (!part.but_not.empty())

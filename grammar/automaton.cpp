@@ -122,7 +122,7 @@ Automaton Net::determined(State first, State last) const
                     if (edge.bytes[first_of(set)])
                         reached.push_back(edge.to);
             std::ranges::sort(reached);
-            reached.erase(std::ranges::unique(reached).begin(), reached.end());
+            reached.erase(std::unique(reached.begin(), reached.end()), reached.end());
             made.next.push_back(state_of(std::move(reached)));
         }
     }
@@ -408,11 +408,11 @@ Automaton combined(const Automaton &first, const Automaton &second, Decision dec
         return found->second;
     };
     made.start = state_of(first.start, second.start);
-    for (std::size_t i = 0; i < states.size(); ++i)
-        for (const auto &[c, d] : pair_of) {
-            const auto [a, b] = states[i];
+    for (std::size_t done = 0; done < states.size();) {
+        const auto [a, b] = states[done++];
+        for (const auto &[c, d] : pair_of)
             made.next.push_back(state_of(first.next[a * first.classes + c], second.next[b * second.classes + d]));
-        }
+    }
     return minimal(made);
 }
 
@@ -504,21 +504,27 @@ std::vector<bool> alive(const Automaton &automaton)
 
 std::vector<std::string> shortest(const Automaton &automaton, std::size_t count)
 {
-    constexpr std::size_t widest = 200'000;
     const std::vector<bool> leads_on = alive(automaton);
     std::vector<std::string> found;
-    std::vector<std::pair<std::string, State>> level{{"", automaton.start}};
-    while (!level.empty() && level.size() < widest) {
-        std::vector<std::pair<std::string, State>> behind;
-        for (const auto &[text, state] : level) {
+    std::map<State, std::vector<std::string>> level{{automaton.start, {""}}};
+    while (!level.empty() && found.size() < count) {
+        std::map<State, std::vector<std::string>> behind;
+        std::vector<std::string> ending;
+        for (const auto &[state, texts] : level) {
             if (automaton.accepting[state])
-                found.push_back(text);
-            if (found.size() == count)
-                return found;
+                ending.insert(ending.end(), texts.begin(), texts.end());
             for (unsigned byte = 1; byte < 256; ++byte)
                 if (const State next = automaton.step(state, static_cast<unsigned char>(byte)); leads_on[next])
-                    behind.emplace_back(text + static_cast<char>(byte), next);
+                    for (const std::string &text : texts)
+                        behind[next].push_back(text + static_cast<char>(byte));
         }
+        for (auto &[state, texts] : behind) { // more of one state would not be among the first in the end either
+            std::ranges::sort(texts);
+            texts.resize(std::min(texts.size(), count));
+        }
+        std::ranges::sort(ending);
+        found.insert(found.end(), ending.begin(),
+                     ending.begin() + static_cast<std::ptrdiff_t>(std::min(ending.size(), count - found.size())));
         level = std::move(behind);
     }
     return found;

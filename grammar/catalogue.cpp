@@ -16,16 +16,20 @@ struct File {
     std::string_view text;
 };
 
+// Made by CMakeLists.txt of the files in texts/ and standards/.
 constexpr File files[] = {
-#include "grammar_files.inc" // made by CMakeLists.txt of the files in texts/
+#include "grammar/texts.inc"
+};
+constexpr File standards[] = {
+#include "grammar/standards.inc"
 };
 
 constexpr std::string_view common_name = "common";
 
-std::string_view text_of(std::string_view name)
+std::string_view text_of(std::span<const File> files_there, std::string_view name)
 {
-    const auto *const found = std::ranges::find(files, name, &File::name);
-    if (found == std::end(files))
+    const auto found = std::ranges::find(files_there, name, &File::name);
+    if (found == files_there.end())
         throw std::out_of_range("there is no grammar " + std::string(name));
     return found->text;
 }
@@ -46,7 +50,12 @@ std::span<const std::string_view> names()
 
 Grammar grammar_of(std::string_view name)
 {
-    return read_grammar(std::string(name), text_of(name), text_of(common_name));
+    return read_grammar(std::string(name), text_of(files, name), text_of(files, common_name));
+}
+
+Grammar standard_grammar(std::string_view name)
+{
+    return read_grammar(std::string(name), text_of(standards, name), text_of(files, common_name));
 }
 
 } // namespace bgpdt::grammar

@@ -14,5 +14,7 @@ namespace bgpdt::grammar {
 std::span<const std::string_view> names();
 /// @throws std::out_of_range if there is none of the name
 Grammar grammar_of(std::string_view name);
+/// That of a standard, which has no `text` but parts named as they are there.
+Grammar standard_grammar(std::string_view name);
 
 } // namespace bgpdt::grammar

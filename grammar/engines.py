@@ -4,7 +4,7 @@
 
     engines.py BGPDT TRY_TEXTS COUNT [NAME...]    so many texts for each type and kind that takes text
 
-Engines: Python's re, grep -P (PCRE), grep -E and awk's like on the portable expressions, node where there is one."""
+Engines: Python's re, grep -P (PCRE), grep -E on the portable expressions, and node where there is one."""
 import os
 import re
 import shutil
@@ -84,6 +84,10 @@ def vector_texts(name):
     return found
 
 
+def has_expression(grammar):
+    return re.search("^text = ", grammar, re.M) and not re.search("^loose$", grammar, re.M)
+
+
 def judged_texts(try_texts, name, count):
     """By text what the grammar says of it, those left out of which it says nothing; and where the vectors differ."""
     told = {} if name.startswith("BOLPREFIX NG") else vector_texts(name)  # these rows take each other's texts
@@ -114,7 +118,7 @@ def compare(tool, try_texts, name, count):
 def main():
     tool, try_texts, count = sys.argv[1], sys.argv[2], int(sys.argv[3])
     names = sys.argv[4:] or [path.stem.replace(".", " ", 1) for path in sorted((TOP / "grammar/texts").glob("*.grammar"))
-                             if re.search("^text = ", path.read_text(encoding="utf-8"), re.M)]
+                             if has_expression(path.read_text(encoding="utf-8"))]
     with ThreadPoolExecutor(os.cpu_count()) as pool:
         results = list(pool.map(lambda name: compare(tool, try_texts, name, count), names))
     for line in (line for result in results for line in result[3]):

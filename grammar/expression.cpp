@@ -112,12 +112,14 @@ Expression all_numbers(unsigned base, Times length, bool zero_in_front)
 Expression within_width(const Number &number, std::size_t shortest, std::size_t longest)
 {
     std::vector<Expression> choices;
-    for (std::size_t length = shortest; length <= longest; ++length)
-        for (Expression &made : of_length(number, length))
+    for (std::size_t length = shortest; length <= std::min<std::size_t>(longest, number.width); ++length) {
+        for (Expression &made : of_length(number, length)) {
             choices.push_back(
                 length < number.width
                     ? sequence({repeat(word("0"), {0, number.width - static_cast<unsigned>(length)}), std::move(made)})
                     : std::move(made));
+        }
+    }
     return choice(std::move(choices));
 }
 

@@ -89,7 +89,7 @@ struct Grammar {
     std::vector<Frame> frames;
     std::vector<Order> orders;
     bool trimmed = true;                   ///< whether white space at both ends of a text does not count
-    std::vector<std::string> order;        ///< its own parts as they were written, `text` in front
+    std::vector<std::string> order;        ///< its own parts that `text` needs, as they were written
     std::map<std::string, Language> parts; ///< own ones, and those of the common file that they use
     std::string written;                   ///< the definitions of its own parts as they stand in its file
 

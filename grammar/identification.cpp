@@ -59,9 +59,10 @@ private:
             made.endings.push_back(ending);
         for (const State state : block)
             made.of_state[state].push_back(known->second);
-        const auto refusing = std::ranges::partition(block, [&](State state) { return accepts(state, ending); });
-        blocks.emplace_back(refusing.begin(), refusing.end());
-        block.erase(refusing.begin(), refusing.end());
+        const auto refusing =
+            std::partition(block.begin(), block.end(), [&](State state) { return accepts(state, ending); });
+        blocks.emplace_back(refusing, block.end());
+        block.erase(refusing, block.end());
         blocks.push_back(std::move(block));
     }
 
@@ -140,7 +141,7 @@ private:
     std::vector<unsigned char> samples_;
     std::vector<bool> alive_;
     std::map<std::string, std::uint32_t> numbers_;
-    std::mt19937 random_{1}; // the same texts on every run
+    std::mt19937 random_{1}; // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts on every run
 };
 
 } // namespace

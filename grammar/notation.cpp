@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <set>
 #include <utility>
 
 #include "printed_ipv6.hpp"
@@ -280,6 +281,24 @@ void collect(const Expression &expression, const Grammar &from, Grammar &into)
     collect(language.expression, from, into);
 }
 
+/// The part and those that it needs.
+void meet(const std::string &name, const Grammar &grammar, std::set<std::string> &met)
+{
+    if (name.empty() || !met.insert(name).second)
+        return;
+    const Language &language = grammar.part(name);
+    meet(language.within, grammar, met);
+    meet(language.but_not, grammar, met);
+    std::vector<const Expression *> left{&language.expression};
+    while (!left.empty()) {
+        const Expression &expression = *left.back();
+        left.pop_back();
+        for (const Expression &part : expression.parts)
+            left.push_back(&part);
+        meet(expression.kind == Kind::name ? expression.name : "", grammar, met);
+    }
+}
+
 std::string_view next_line(std::string_view &text)
 {
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -345,7 +364,7 @@ Grammar read_file(const std::string &name, std::string_view text)
 
 } // namespace
 
-Grammar read_grammar(std::string name, std::string_view text, std::string_view common)
+Grammar read_grammar(const std::string &name, std::string_view text, std::string_view common)
 {
     Grammar read = read_file(name, text);
     Grammar shared = read_file("common", common);
@@ -357,6 +376,11 @@ Grammar read_grammar(std::string name, std::string_view text, std::string_view c
     for (const Frame &frame : read.frames)
         if (!frame.part.empty() && !read.has(frame.part))
             read.parts[frame.part] = shared.part(frame.part); // whose own parts are there, since text has them
+    if (read.has("text")) {
+        std::set<std::string> needed;
+        meet("text", read, needed);
+        std::erase_if(read.order, [&](const std::string &part) { return !needed.contains(part); });
+    }
     return read;
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
 #include <string_view>
 
 #include "expression.hpp"
@@ -17,6 +18,6 @@ public:
 };
 
 /// @param common  the text of the file with the parts that all grammars may use
-Grammar read_grammar(std::string name, std::string_view text, std::string_view common);
+Grammar read_grammar(const std::string &name, std::string_view text, std::string_view common);
 
 } // namespace bgpdt::grammar

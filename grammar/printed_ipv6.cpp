@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "printed_ipv6.hpp"
 
+#include <algorithm>
+#include <span>
+#include <string>
 #include <utility>
 
 namespace bgpdt::grammar {
@@ -60,40 +63,73 @@ struct Zeros {
     }
 };
 
-/// Addresses of which exactly the groups whose bits are set are zero, in hexadecimal.
-Expression address(unsigned zero_groups, const Zeros &zeros)
+// The letters of a pattern.
+constexpr char zero = '0';
+constexpr char other = 'g';
+constexpr char unmapped = 'u'; // neither zero nor ffff
+constexpr char separator = ':';
+constexpr char gap = 'G';
+
+/// Of addresses in hexadecimal of which exactly the groups whose bits are set are zero.
+std::string pattern(unsigned zero_groups, const Zeros &zeros)
 {
     const bool may_be_mapped = zeros.start == 0 && zeros.length == 5;
-    std::vector<Expression> parts;
-    bool separated = true;
+    std::string made;
     for (unsigned i = 0; i < group_count; ++i) {
         if (zeros.length > 1 && i == zeros.start) {
-            parts.push_back(word("::"));
+            made += gap;
             i += zeros.length - 1;
-            separated = true;
             continue;
         }
-        if (!separated)
-            parts.push_back(word(":"));
-        separated = false;
-        const bool zero = (zero_groups >> i & 1) != 0;
-        parts.push_back(zero ? word("0") : i == 5 && may_be_mapped ? number(1, 0xfffe, 16) : group());
+        if (!made.empty() && made.back() != gap)
+            made += separator;
+        made += (zero_groups >> i & 1) != 0 ? zero : i == 5 && may_be_mapped ? unmapped : other;
     }
-    return row(std::move(parts));
+    return made;
+}
+
+Expression letter(char byte)
+{
+    switch (byte) {
+    case zero: return word("0");
+    case other: return group();
+    case unmapped: return number(1, 0xfffe, 16);
+    case separator: return word(":");
+    default: return word("::");
+    }
+}
+
+/// One of the sorted patterns, what they begin with told once.
+Expression tree(std::span<const std::string> patterns, std::size_t begin)
+{
+    std::vector<Expression> choices;
+    const bool may_end = patterns.front().size() == begin; // what a pattern begins with stands in front of it
+    if (may_end)
+        patterns = patterns.subspan(1);
+    while (!patterns.empty()) {
+        const char first = patterns.front()[begin];
+        const auto end = std::ranges::find_if(
+            patterns, [&](const std::string &other_pattern) { return other_pattern[begin] != first; });
+        const auto count = static_cast<std::size_t>(end - patterns.begin());
+        choices.push_back(row({letter(first), tree(patterns.first(count), begin + 1)}));
+        patterns = patterns.subspan(count);
+    }
+    if (choices.empty())
+        return {};
+    Expression more = choice(std::move(choices));
+    return may_end ? repeat(std::move(more), {0, 1}) : more;
 }
 
 } // namespace
 
 Expression printed_ipv6()
 {
-    std::vector<Expression> choices{row({word("::ffff:"), tail(false)}), row({word("::"), tail(true)})};
-    for (unsigned zero_groups = 0; zero_groups < 1U << group_count; ++zero_groups) {
-        const Zeros zeros(zero_groups);
-        if (zeros.start == 0 && zeros.length == 6)
-            continue;
-        choices.push_back(address(zero_groups, zeros));
-    }
-    return choice(std::move(choices));
+    std::vector<std::string> patterns;
+    for (unsigned zero_groups = 0; zero_groups < 1U << group_count; ++zero_groups)
+        if (const Zeros zeros(zero_groups); zeros.start != 0 || zeros.length != 6)
+            patterns.push_back(pattern(zero_groups, zeros));
+    std::ranges::sort(patterns);
+    return choice({row({word("::ffff:"), tail(false)}), row({word("::"), tail(true)}), tree(patterns, 0)});
 }
 
 } // namespace bgpdt::grammar

@@ -122,7 +122,7 @@ double Proof::words_cost(unsigned extra_states) const
 
 void Proof::try_runs(std::size_t longest, std::size_t share)
 {
-    for (std::size_t state = 0; state < automaton_.states(); state += share)
+    for (std::size_t state = 0; state < automaton_.states(); state += share) {
         for (const unsigned char byte : samples_) {
             std::string text = access_[state] + static_cast<char>(byte);
             State behind = automaton_.step(static_cast<State>(state), byte);
@@ -132,6 +132,7 @@ void Proof::try_runs(std::size_t longest, std::size_t share)
                 try_endings(behind, text);
             }
         }
+    }
 }
 
 void Proof::try_numbers(const Place &place, const std::vector<std::uint64_t> &values, unsigned zeros)

@@ -21,7 +21,7 @@ using namespace bgpdt::grammar;
 
 struct Settings {
     std::string plugin;
-    double texts = 2e8;    ///< about as many words for each automaton at most
+    double texts = 5e7;    ///< about as many words for each automaton at most
     bool is_short = false; ///< of a large automaton not all states are tried
     bool every_number = false;
     std::vector<std::string> names;
@@ -68,15 +68,25 @@ void try_places(Proof &proof, const std::vector<Place> &places, const Settings &
     }
 }
 
+/// So many extra states that the words for them are about as many as wanted.
+unsigned affordable(const Proof &proof, const Settings &settings)
+{
+    constexpr unsigned enough = 8;
+    unsigned extra_states = 0;
+    while (extra_states < enough && proof.words_cost(extra_states + 1) <= settings.texts)
+        ++extra_states;
+    return extra_states;
+}
+
 Outcome prove(const Subject &subject, const Settings &settings)
 {
+    constexpr double bytes_share = 8; // so many times as many texts as for words
     Proof proof(subject.automaton, subject.takes);
     Outcome outcome{subject.automaton.states(), subject.run, 0, 1, {}};
     if (settings.is_short)
-        outcome.share = static_cast<std::size_t>(proof.bytes_cost() / settings.texts) + 1;
+        outcome.share = static_cast<std::size_t>(proof.bytes_cost() / (bytes_share * settings.texts)) + 1;
     proof.try_bytes(outcome.share);
-    while (proof.words_cost(outcome.extra_states + 1) <= settings.texts)
-        ++outcome.extra_states;
+    outcome.extra_states = affordable(proof, settings);
     if (outcome.extra_states != 0)
         proof.try_words(outcome.extra_states);
     proof.try_runs(subject.run, outcome.share);
@@ -88,7 +98,10 @@ Outcome prove(const Subject &subject, const Settings &settings)
 bool report(const std::string &name, const char *what, const Outcome &outcome)
 {
     std::cout << "proved: " << name << ' ' << what << ": " << outcome.states << " states, " << outcome.trial.texts
-              << " texts, " << outcome.extra_states << " more states, runs of " << outcome.longest << '\n';
+              << " texts, " << outcome.extra_states << " more states, runs of " << outcome.longest;
+    if (outcome.share != 1)
+        std::cout << ", one state in " << outcome.share << " with every byte";
+    std::cout << '\n';
     if (outcome.trial.wrong == 0)
         return true;
     std::cout << "  differs from the parser in " << outcome.trial.wrong << " texts:\n";
@@ -169,7 +182,9 @@ bool prove_texts(Parser &parser, const Grammar &grammar, const Settings &setting
         std::cout << "  does not come back as it was: " << shown(text) << '\n';
     right &= canonical.wrong.empty();
     const Judge prints = [&](std::string_view text) { return canonical.is_printed(text); };
-    return report(grammar.name, "canonical", prove({canonical.automaton(), run, prints, numbers}, settings)) && right;
+    return report(grammar.name, "canonical",
+                  prove({canonical.automaton(), run, prints, places(grammar, "canonical")}, settings)) &&
+           right;
 }
 
 /// Texts in the frame have so much room as the part needs, and some more; what a BGP-LS key ignores fills the rest.
@@ -235,8 +250,7 @@ Outcome prove_order(Parser &parser, const Grammar &grammar, const Order &order, 
     const Automaton automaton = automaton_of(grammar, order.part);
     Proof proof(automaton, takes, letters);
     Outcome outcome{automaton.states(), 0, 0, 1, {}};
-    while (proof.words_cost(outcome.extra_states + 1) <= settings.texts)
-        ++outcome.extra_states;
+    outcome.extra_states = affordable(proof, settings);
     proof.try_words(outcome.extra_states);
     outcome.trial = proof.trial();
     return outcome;

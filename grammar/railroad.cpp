@@ -72,9 +72,9 @@ Drawing box(const std::string &text, Style style)
     made.width = static_cast<int>(text.size()) * letter + 16;
     made.above = made.below = half_box;
     const char *const fill = style == Style::literal ? "#d9ead3" : style == Style::number ? "#fff2cc" : "#cfe2f3";
-    made.svg = "<rect y=\"-13\" width=\"" + std::to_string(made.width) + "\" height=\"26\" rx=\"" +
+    made.svg = R"(<rect y="-13" width=")" + std::to_string(made.width) + R"(" height="26" rx=")" +
                (style == Style::name ? "2" : "13") + "\" fill=\"" + fill + "\" stroke=\"#555555\"/>\n<text x=\"" +
-               std::to_string(made.width / 2) + "\" y=\"4\">" + escaped(text) + "</text>\n";
+               std::to_string(made.width / 2) + R"(" y="4">)" + escaped(text) + "</text>\n";
     return made;
 }
 
@@ -217,7 +217,7 @@ private:
                                   : least == most          ? std::to_string(least) + " times"
                                                            : std::to_string(least) + " to " + std::to_string(most);
         made.svg += "<text x=\"" + std::to_string(made.width / 2) + "\" y=\"" + std::to_string(height + 12) +
-                    "\" class=\"note\">" + times + "</text>\n";
+                    R"(" class="note">)" + times + "</text>\n";
         made.below = height + (times.empty() ? 2 : 16);
         return made;
     }
@@ -247,11 +247,9 @@ std::string railroad(const Grammar &grammar)
     int width = 300;
     int y = 20;
     for (const std::string &name : grammar.order) {
-        if (name == "canonical")
-            break;
         const Language &part = grammar.part(name);
         const Drawing drawing = Painter().paint(part.expression);
-        rows += "<text x=\"" + std::to_string(left_margin) + "\" y=\"" + std::to_string(y) + "\" class=\"name\">" +
+        rows += "<text x=\"" + std::to_string(left_margin) + "\" y=\"" + std::to_string(y) + R"(" class="name">)" +
                 name + escaped(limits(part)) + "</text>\n";
         y += 14 + drawing.above;
         Drawing whole{drawing.width, 0, 0, line(-10, 0) + drawing.svg + line(drawing.width, drawing.width + 10)};
@@ -259,7 +257,7 @@ std::string railroad(const Grammar &grammar)
         y += drawing.below + 30;
         width = std::max(width, drawing.width + 2 * left_margin + 20);
     }
-    return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + std::to_string(width) + "\" height=\"" +
+    return R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" + std::to_string(width) + "\" height=\"" +
            std::to_string(y) + "\" font-family=\"monospace\" font-size=\"13\">\n<title>" + escaped(grammar.name) +
            "</title>\n<style>path{fill:none;stroke:#555555;stroke-width:1.5}text{text-anchor:middle}"
            ".name{text-anchor:start;font-weight:bold;font-family:sans-serif}.note{font-size:11px;font-family:sans-"

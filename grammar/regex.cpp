@@ -38,7 +38,7 @@ public:
             return row(meant);
         std::string text;
         for (const Expression &part : meant.parts)
-            text += (text.empty() ? "" : "|") + choices(part);
+            text += (&part == &meant.parts.front() ? "" : "|") + choices(part);
         return text;
     }
 
@@ -119,7 +119,7 @@ private:
     {
         std::string text;
         if (bytes['\t'] && bytes[' ']) {
-            text += dialect_ == Dialect::portable ? "[:space:]" : dialect_ == Dialect::xsd ? "\\s" : "\\x09-\\x0d\\x20";
+            text += dialect_ == Dialect::portable ? "[:space:]" : dialect_ == Dialect::xsd ? "\\s" : R"(\x09-\x0d\x20)";
             for (const char blank : {'\t', '\n', '\v', '\f', '\r', ' '})
                 bytes.reset(static_cast<unsigned char>(blank));
         }
@@ -190,7 +190,7 @@ Regex regex_of(const Grammar &grammar, Dialect dialect)
             row.must_not.push_back(printer.choices(condition));
     }
     for (const auto &[name, meaning] : printer.definitions())
-        made.definitions += "(?<" + name + ">" + meaning + ")";
+        made.definitions.append("(?<").append(name).append(">").append(meaning).append(")");
     return made;
 }
 
@@ -244,10 +244,11 @@ std::string yang_string(const RegexRow &row, Times length, const std::string &in
     if (has_limits(length))
         text += indent + "  length \"" + lengths(length) + (length.most == Times::unlimited ? "max" : "") + "\";\n";
     for (const std::string &condition : row.must)
-        text += indent + "  pattern '" + condition + "';\n";
-    for (const std::string &condition : row.must_not)
-        text +=
-            indent + "  pattern '" + condition + "' {\n" + indent + "    modifier invert-match;\n" + indent + "  }\n";
+        text.append(indent).append("  pattern '").append(condition).append("';\n");
+    for (const std::string &condition : row.must_not) {
+        text.append(indent).append("  pattern '").append(condition).append("' {\n").append(indent);
+        text.append("    modifier invert-match;\n").append(indent).append("  }\n");
+    }
     return text + indent + "}\n";
 }
 

@@ -93,7 +93,7 @@ private:
         std::vector<std::string> behind(expression.parts.size());
         for (std::size_t i = expression.parts.size(); i-- != 0;) {
             behind[i] = rest + place.behind;
-            rest = simplest(grammar_, expression.parts[i]) + rest;
+            rest.insert(0, simplest(grammar_, expression.parts[i]));
         }
         for (std::size_t i = 0; i < expression.parts.size(); ++i) {
             find(expression.parts[i], {place.front, {}, behind[i], place.part});

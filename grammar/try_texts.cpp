@@ -70,16 +70,18 @@ private:
     const Automaton &automaton_;
     std::vector<unsigned char> samples_;
     std::vector<bool> alive_;
-    std::mt19937 random_{1}; // the same texts on every run
+    std::mt19937 random_{1}; // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts on every run
 };
 
 /// What the grammar says of texts.
 class Judge {
 public:
-    explicit Judge(const Grammar &grammar) : texts_(automaton_of(grammar, "text"))
+    /// Of a list what is not long.
+    explicit Judge(const Grammar &grammar) : texts_(automaton_of(grammar, grammar.has("short") ? "short" : "text"))
     {
-        if (grammar.has("beyond"))
-            beyond_ = automaton_of(grammar, "beyond");
+        for (const char *part : {"beyond", "long"})
+            if (grammar.has(part))
+                beyond_ = automaton_of(grammar, part);
     }
     const Automaton &texts() const { return texts_; }
     char operator()(const std::string &text) const

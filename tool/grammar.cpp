@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/grammar.hpp"
+#include "grammar.hpp"
 
 #include <algorithm>
 #include <iterator>
@@ -19,8 +19,9 @@ using grammar::Dialect;
 using grammar::Grammar;
 
 struct Language {
-    std::string name;
+    std::string_view name;
     std::string (*write)(const Grammar &texts);
+    bool is_exact = false; ///< whether what is written takes the very same texts
 };
 
 std::string as_written(const Grammar &texts) { return texts.written; }
@@ -28,10 +29,15 @@ std::string as_python(const Grammar &texts) { return single_regex(texts, Dialect
 std::string as_pcre(const Grammar &texts) { return single_regex(texts, Dialect::pcre) + "\n"; }
 std::string as_ecmascript(const Grammar &texts) { return single_regex(texts, Dialect::ecmascript) + "\n"; }
 
-const Language languages[] = {
-    {"notation", as_written},        {"abnf", grammar::abnf},    {"regex", grammar::portable_regex},
-    {"python", as_python},           {"pcre", as_pcre},          {"ecmascript", as_ecmascript},
-    {"yang", grammar::yang_typedef}, {"svg", grammar::railroad},
+constexpr Language languages[] = {
+    {"notation", as_written},
+    {"abnf", grammar::abnf},
+    {"regex", grammar::portable_regex, true},
+    {"python", as_python, true},
+    {"pcre", as_pcre, true},
+    {"ecmascript", as_ecmascript, true},
+    {"yang", grammar::yang_typedef, true},
+    {"svg", grammar::railroad},
 };
 
 const Language &language_of(const std::string &name)
@@ -40,7 +46,8 @@ const Language &language_of(const std::string &name)
     if (found != std::end(languages))
         return *found;
     std::vector<std::string> known;
-    std::ranges::transform(languages, std::back_inserter(known), &Language::name);
+    for (const Language &language : languages)
+        known.emplace_back(language.name);
     throw UsageError("--as takes " + joined(known, ", ") + ", not " + name);
 }
 
@@ -64,6 +71,8 @@ Answer grammar_answer(Session &session, const Options &options)
     const Grammar texts = named_grammar(session, options);
     if (!texts.has("text"))
         throw Refusal(texts.name + " takes no text");
+    if (texts.loose && language.is_exact)
+        throw Refusal("the groups of " + texts.name + " stand in any order: no expression tells what it takes");
     std::string written = language.write(texts);
     return {written, {{"name", texts.name}, {"about", texts.about}, {"as", language.name}, {"grammar", written}}};
 }
