@@ -28,10 +28,11 @@ def run(*command):
 
 def tree():
     """The project's files by their names."""
-    paths = [path for path in top.iterdir() if path.is_file()]
-    for room in top.iterdir():
-        if room.is_dir() and room.name not in ("build", ".git"):
-            paths += [path for path in room.rglob("*") if path.is_file() and here not in path.parents]
+    paths = []
+    for path in top.iterdir():
+        if path.name not in ("build", ".git"):
+            paths += path.rglob("*") if path.is_dir() else [path]
+    paths = [path for path in paths if path.is_file() and here not in path.parents]
     return {path.relative_to(top): path.read_bytes() for path in paths if "__pycache__" not in path.parts}
 
 
