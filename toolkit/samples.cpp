@@ -2,7 +2,6 @@
 #include "samples.hpp"
 
 #include <algorithm>
-#include <ranges>
 #include <string_view>
 
 #include "bgp_datatype/values.h"
@@ -13,8 +12,11 @@ namespace {
 std::vector<std::string> lines_of(std::string_view texts)
 {
     std::vector<std::string> lines;
-    for (const auto line : std::views::split(texts, '\n'))
-        lines.emplace_back(line.begin(), line.end());
+    while (!texts.empty()) {
+        const std::size_t end = std::min(texts.find('\n'), texts.size());
+        lines.emplace_back(texts.substr(0, end));
+        texts.remove_prefix(std::min(end + 1, texts.size()));
+    }
     return lines;
 }
 

@@ -307,7 +307,7 @@
 #define SYSDT_TYPE_OF_ROW(name, id, ...) SYSDT_TYPE_##name = (id),
 #define SYSDT_BOL_OF_ROW(kind, ...) SYSDT_BOL_##kind,
 #define SYSDT_BOLRD_OF_ROW(kind, ...) SYSDT_BOLRD_##kind,
-#define SYSDT_ONE_MORE(...) +1
+#define SYSDT_ONE_MORE(...) +1 /* NOLINT(bugprone-macro-parentheses): a summand */
 
 /** SYSDT_TYPE_VRFRD and its like. */
 SYSDT_ENUM(SYSDT_TypeId){SYSDT_NAME_INDEX_TYPES(SYSDT_TYPE_OF_ROW) SYSDT_EXTEND_TYPES(SYSDT_TYPE_OF_ROW, )};

@@ -83,7 +83,7 @@ int main()
         test::print_readers(host);
         return 0;
     } catch (const std::exception &error) {
-        std::fprintf(stderr, "%s\n", error.what());
+        (void)std::fprintf(stderr, "%s\n", error.what());
         return 1;
     }
 }

@@ -15,8 +15,6 @@ import sys
 here = pathlib.Path(__file__).resolve().parent
 top = here.parent.parent
 recipes = {"type": 4, "row": 5}  # how many files may be written by hand
-rooms = ["include", "src", "host", "toolkit", "tool", "lua", "sqlite", "completions", "cmake", "packaging", "docs", "tests"]
-files = ["CMakeLists.txt", "README.md", "LICENSE", "CHANGELOG.md", "SECURITY.md", ".clang-format"]
 options = ["-DCMAKE_BUILD_TYPE=Debug", "-DBGPDT_HOST=ON", "-DBGPDT_TOOL=ON", "-DBGPDT_TESTS=ON", "-DBGPDT_LUA_MODULE=ON"]
 # What an installation has and what the project's own pages say is no matter of a type; what is imported shows only in
 # optimized code.
@@ -30,9 +28,11 @@ def run(*command):
 
 def tree():
     """The project's files by their names."""
-    paths = [top / name for name in files]
-    for room in rooms:
-        paths += [path for path in (top / room).rglob("*") if path.is_file() and here not in path.parents]
+    paths = []
+    for path in top.iterdir():
+        if path.name not in ("build", ".git"):
+            paths += path.rglob("*") if path.is_dir() else [path]
+    paths = [path for path in paths if path.is_file() and here not in path.parents]
     return {path.relative_to(top): path.read_bytes() for path in paths if "__pycache__" not in path.parts}
 
 

@@ -267,10 +267,12 @@ void Contracts::fails(std::istream &words)
 
 void Contracts::do_as(std::string_view other)
 {
-    for (auto &[verb, statements] : statements_)
-        for (std::size_t i = 0, count = statements.size(); i < count; ++i)
+    for (auto &[verb, statements] : statements_) {
+        const std::size_t count = statements.size();
+        for (std::size_t i = 0; i < count; ++i)
             if (statements[i].name == other)
                 statements.push_back({subject_, statements[i].words});
+    }
     for (PrintFailure &row : failures_)
         if (row.concerns(other))
             row.names.push_back(subject_);
