@@ -60,6 +60,12 @@ void add(ordered_json &object, const char *member, const std::string &text)
         object[member] = text;
 }
 
+const char *word_for(Change change)
+{
+    constexpr const char *words[] = {"spelling", "example", "value"};
+    return words[static_cast<std::size_t>(change)];
+}
+
 /// What else is known of a refusal.
 ordered_json details(const Refusal &refusal)
 {
@@ -71,8 +77,12 @@ ordered_json details(const Refusal &refusal)
         members["at"] = diagnosis.at;
         members["length"] = diagnosis.length;
         members["reason"] = diagnosis.reason;
-        add(members, "repair", diagnosis.repair);
-        add(members, "other", diagnosis.other);
+        if (!diagnosis.repair.empty()) {
+            members["repair"] = diagnosis.repair;
+            members["change"] = word_for(diagnosis.change);
+        }
+        for (const TypeName &type : diagnosis.types)
+            members["types"].push_back(type.name);
     }
     for (const KindForm &form : refusal.forms()) {
         ordered_json &entry = members["forms"].emplace_back(ordered_json::object());
@@ -105,6 +115,13 @@ std::string sentence(const std::exception &error)
     return shown(error.what());
 }
 
+std::string repair_line(const Diagnosis &diagnosis)
+{
+    constexpr const char *fronts[] = {
+        "  would be accepted: ", "  would be accepted, for example: ", "  would be accepted, but is another value: "};
+    return fronts[static_cast<std::size_t>(diagnosis.change)] + shown(diagnosis.repair) + "\n";
+}
+
 /// The place of what is wrong, what is taken instead, and the forms.
 std::string more_lines(const Refusal &refusal)
 {
@@ -112,8 +129,7 @@ std::string more_lines(const Refusal &refusal)
     if (refusal.diagnosis()) {
         const Diagnosis &diagnosis = *refusal.diagnosis();
         lines += underlined(diagnosis.text, diagnosis.at, diagnosis.length);
-        lines += diagnosis.repair.empty() ? "" : "  accepted: " + shown(diagnosis.repair) + "\n";
-        lines += diagnosis.other.empty() ? "" : "  in another form: " + shown(diagnosis.other) + "\n";
+        lines += diagnosis.repair.empty() ? "" : repair_line(diagnosis);
     }
     for (const KindForm &form : refusal.forms()) {
         const bool both = !form.form.empty() && !form.example.empty();

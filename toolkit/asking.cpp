@@ -99,4 +99,9 @@ Found Refused::found(const Edit &edit, std::string reason) const
     return Diagnosis{text, edit.at, edit.length, std::move(reason), edited(text, edit)};
 }
 
+Found Refused::told(Range place, std::string reason) const
+{
+    return Diagnosis{text, place.begin, place.size(), std::move(reason)};
+}
+
 } // namespace bgpdt::toolkit

@@ -10,6 +10,7 @@
 #include "errors.hpp"
 #include "kinds.hpp"
 #include "operations.hpp"
+#include "other_types.hpp"
 #include "samples.hpp"
 #include "shown_text.hpp"
 #include "words.hpp"
@@ -64,20 +65,6 @@ std::string lengths(std::size_t is, std::size_t must_be)
     return counted(is, "byte") + ", must be " + std::to_string(must_be);
 }
 
-/// The types that take the text; not those of any text or number.
-std::string takers(Session &session, std::string_view text)
-{
-    std::vector<std::string> names;
-    for (const SYSDT_Record *type : session.host().types()) {
-        const bool structured = type->baseKind == SYSDT_KIND_EXTEND && type->formatIn != nullptr;
-        const host::Converted converted = structured ? session.host().parse(*type, text, session.mode_for(*type))
-                                                     : host::Converted{SYSDT_ERR_FAIL, 0, {}};
-        if (converted.ok() && !converted.data.empty())
-            names.push_back(name_of(*type));
-    }
-    return names.empty() ? "" : "; it is a text of " + joined(names, ", ");
-}
-
 /// What the type takes, behind the sentence about a text that it refuses.
 std::string advice(Session &session, const SYSDT_Record &type, const std::vector<KindForm> &forms)
 {
@@ -130,7 +117,8 @@ std::vector<KindForm> forms_of(Session &session, const SYSDT_Record &type, const
                                : text.empty()
                                    ? "it is empty"
                                    : "it is no " + (sample.about.empty() ? "text of the type" : sample.about);
-    const std::string rest = diagnosis ? "" : takers(session, text) + advice(session, type, forms);
+    const std::string types = types_sentence(diagnosis ? diagnosis->types : types_that_take(session, text));
+    const std::string rest = (types.empty() ? "" : "; " + types) + (diagnosis ? "" : advice(session, type, forms));
     refuse(type, what, status, reason, rest, std::move(forms), std::move(diagnosis));
 }
 

@@ -49,15 +49,29 @@ struct KindForm {
     std::string example;
 };
 
+/// What a repair makes of the text's value.
+enum class Change : std::uint8_t {
+    spelling, ///< what was meant, written as the type takes it
+    example,  ///< what is missing comes from an example
+    value,    ///< another value
+};
+
+/// A type, and what it is in words.
+struct TypeName {
+    std::string name;
+    std::string about;
+};
+
 /// What is wrong with a text.
 struct Diagnosis {
     std::string text;                    ///< the refused one
     std::size_t at;                      ///< the first byte that is wrong; what is missing belongs in front of it
     std::size_t length;                  ///< in bytes; 0: something is missing
     std::string reason;                  ///< without the text
-    std::string repair;                  ///< the nearest text that is taken
-    std::string other = {};              ///< a text of another form that takes the number at the place; often none
+    std::string repair = {};             ///< the nearest text that would be taken; empty if none is near what was meant
+    Change change = Change::value;       ///< of the repair
     std::vector<std::string> kinds = {}; ///< those near the text; none for a type without kinds
+    std::vector<TypeName> types = {};    ///< that take the text as it stands, the likeliest first
 };
 
 /// A value that is none of the type's, or an operation that the type does not offer.
@@ -76,7 +90,7 @@ public:
     std::uint32_t status() const { return status_; }
     /// What the type would have taken, by kind; none for a type without kinds.
     const std::vector<KindForm> &forms() const { return forms_; }
-    /// Of a text that is refused; none if nothing that the type takes is near it. The sentence holds its reason.
+    /// Of a text that is refused; none if nothing is known but that. The sentence holds its reason.
     const std::optional<Diagnosis> &diagnosis() const { return diagnosis_; }
 
 private:

@@ -2,6 +2,7 @@
 #include "samples.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "bgp_datatype/values.h"
@@ -130,6 +131,12 @@ std::vector<std::string> Sample::texts_of(std::uint32_t kind) const
     return found == kinds.end() ? std::vector<std::string>() : found->texts;
 }
 
+bool is_name_index(std::uint16_t type_id)
+{
+    constexpr std::uint16_t ids[] = {0x6003, 0x600e, 0x601b, 0x6052, 0x605c, 0x606a, 0x6077, 0x6083};
+    return std::ranges::find(ids, type_id) != std::end(ids);
+}
+
 Sample sample_of(std::uint16_t type_id)
 {
     switch (type_id) {
@@ -159,15 +166,7 @@ Sample sample_of(std::uint16_t type_id)
     case SYSDT_TYPE_ATTRIDBITMAP: return {"set of attribute identifiers", {}};
     case SYSDT_TYPE_SID_STRUCTURE: return {"structure of an SRv6 SID", {}};
     case SYSDT_TYPE_CVRFNAME: return {"client VRF name", {"vpn1"}};
-    case 0x6003: // the name-index types
-    case 0x600e:
-    case 0x601b:
-    case 0x6052:
-    case 0x605c:
-    case 0x606a:
-    case 0x6077:
-    case 0x6083: return {"index, or its name in a names file", {"7"}};
-    default: return {};
+    default: return is_name_index(type_id) ? Sample{"index, or its name in a names file", {"7"}} : Sample{};
     }
 }
 

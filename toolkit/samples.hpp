@@ -25,6 +25,9 @@ struct Sample {
     std::vector<std::string> texts_of(std::uint32_t kind) const;
 };
 
+/// Whether its values are indexes that have names.
+bool is_name_index(std::uint16_t type_id);
+
 /// Empty for a type of another plug-in.
 Sample sample_of(std::uint16_t type_id);
 
