@@ -14,12 +14,12 @@
 #include "command_line.hpp"
 #include "commands.hpp"
 #include "errors.hpp"
-#include "host/host.hpp"
+#include "refusals.hpp"
 #include "stream_files.hpp"
+#include "toolkit/json_answers.hpp"
 #include "toolkit/script_table.hpp"
 #include "toolkit/session.hpp"
 #include "toolkit/shown_text.hpp"
-#include "toolkit/words.hpp"
 
 namespace {
 
@@ -49,94 +49,16 @@ Exit run(int argc, const char *const *argv)
     if (streams(command, options))
         return command.stream(session, options);
     const Answer answer = command.run(session, options);
-    deliver(options.json && !answer.json.is_null() ? json_text(answer.json) + "\n" : answer.text);
+    if (options.json && !answer.json.is_null()) {
+        ordered_json json = answer.json;
+        add_notes(json, answer.notes);
+        deliver(json_text(json) + "\n");
+        return exit_done;
+    }
+    deliver(answer.text);
+    for (const std::string &note : answer.notes)
+        std::cerr << "bgpdt: " << shown(note) << '\n';
     return exit_done;
-}
-
-/// No member for what there is not.
-void add(ordered_json &object, const char *member, const std::string &text)
-{
-    if (!text.empty())
-        object[member] = text;
-}
-
-const char *word_for(Change change)
-{
-    constexpr const char *words[] = {"spelling", "example", "value"};
-    return words[static_cast<std::size_t>(change)];
-}
-
-/// What else is known of a refusal.
-ordered_json details(const Refusal &refusal)
-{
-    ordered_json members = ordered_json::object();
-    if (refusal.status() != 0)
-        members["status"] = bgpdt::host::status_name(refusal.status());
-    if (refusal.diagnosis()) {
-        const Diagnosis &diagnosis = *refusal.diagnosis();
-        members["at"] = diagnosis.at;
-        members["length"] = diagnosis.length;
-        members["reason"] = diagnosis.reason;
-        if (!diagnosis.repair.empty()) {
-            members["repair"] = diagnosis.repair;
-            members["change"] = word_for(diagnosis.change);
-        }
-        for (const TypeName &type : diagnosis.types)
-            members["types"].push_back(type.name);
-    }
-    for (const KindForm &form : refusal.forms()) {
-        ordered_json &entry = members["forms"].emplace_back(ordered_json::object());
-        add(entry, "kind", form.kind);
-        add(entry, "form", form.form);
-        add(entry, "example", form.example);
-    }
-    return members;
-}
-
-const char *words_for(Hint hint)
-{
-    switch (hint) {
-    case Hint::types: return "; 'bgpdt types' lists the types";
-    case Hint::plugin: return "--plugin FILE or ";
-    case Hint::bytes: return "; the other commands take its values in hexadecimal";
-    case Hint::display_record: return " (--record)";
-    default: return "";
-    }
-}
-
-/// What went wrong; texts of any content stand in it.
-std::string sentence(const std::exception &error)
-{
-    if (const auto *known = dynamic_cast<const Error *>(&error)) {
-        const std::string words = std::string(known->front()).append(words_for(known->hint())).append(known->rest());
-        const bool of_script = dynamic_cast<const ScriptError *>(&error) != nullptr;
-        return of_script ? shown_lines(words) : shown(words);
-    }
-    return shown(error.what());
-}
-
-std::string repair_line(const Diagnosis &diagnosis)
-{
-    constexpr const char *fronts[] = {
-        "  would be accepted: ", "  would be accepted, for example: ", "  would be accepted, but is another value: "};
-    return fronts[static_cast<std::size_t>(diagnosis.change)] + shown(diagnosis.repair) + "\n";
-}
-
-/// The place of what is wrong, what is taken instead, and the forms.
-std::string more_lines(const Refusal &refusal)
-{
-    std::string lines;
-    if (refusal.diagnosis()) {
-        const Diagnosis &diagnosis = *refusal.diagnosis();
-        lines += underlined(diagnosis.text, diagnosis.at, diagnosis.length);
-        lines += diagnosis.repair.empty() ? "" : repair_line(diagnosis);
-    }
-    for (const KindForm &form : refusal.forms()) {
-        const bool both = !form.form.empty() && !form.example.empty();
-        lines += padded("  " + form.kind, form.kind.empty() ? 0 : 16) + form.form + (both ? ", such as " : "") +
-                 form.example + "\n";
-    }
-    return lines;
 }
 
 /// Tells what went wrong, in JSON on standard output or as a sentence on standard error.
@@ -145,16 +67,16 @@ int fail(bool json, const std::exception &error, Exit exit)
     const auto *refusal = dynamic_cast<const Refusal *>(&error);
     try {
         if (json) {
-            ordered_json answer = {{"error", sentence(error)}, {"exit", exit}};
-            answer.update(refusal != nullptr ? details(*refusal) : ordered_json::object());
-            deliver(json_text(answer) + "\n");
+            deliver(json_text(refusal_json(sentence(error), exit, error)) + "\n");
             return exit;
         }
     } catch (const UsageError &unwritten) {
         std::cerr << "bgpdt: " << unwritten.what() << '\n';
         exit = exit_usage;
     }
-    std::cerr << "bgpdt: " << sentence(error) << '\n' << (refusal != nullptr ? more_lines(*refusal) : "");
+    std::cerr << "bgpdt: " << sentence(error) << '\n';
+    if (refusal != nullptr)
+        std::cerr << lines_below(*refusal) << form_lines(*refusal);
     return exit;
 }
 

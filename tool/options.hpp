@@ -20,6 +20,8 @@ struct Options {
     toolkit::Settings settings;
     std::optional<std::string> line_template; ///< print: of an attribute bitmap's display record
     std::vector<std::string> values;          ///< print: what fills the template, "KIND=VALUE"
+    bool canonical = false;                   ///< check: accepted is not enough
+    std::vector<std::string> fields;          ///< convert: of a table, or of JSON
     std::string color = "auto";               ///< explain: "always" and "never" do not ask for a terminal
     bool html = false;                        ///< explain: a page
 
@@ -35,6 +37,7 @@ struct Options {
     bool summary = false;
     std::uint64_t memory = std::uint64_t{256} << 20; ///< of a sort, in bytes
     bool unique = false;
+    bool reverse = false;
 
     std::vector<std::string> given; ///< the names of the options that are given
     std::string page;               ///< help or version, asked for instead of a command

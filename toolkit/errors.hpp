@@ -18,9 +18,11 @@ namespace bgpdt::toolkit {
 enum class Hint : std::uint8_t {
     none,
     types,          ///< where the types' names are listed
+    fields,         ///< where a type's fields are listed
     plugin,         ///< in which further way the plug-in is named: "X or "
     bytes,          ///< how a value comes of something else than text
     display_record, ///< how a display record is given
+    names,          ///< how names are given
 };
 
 /// What a session needs is not there, or there is no type of the name.
@@ -78,8 +80,8 @@ struct Diagnosis {
 class Refusal : public Error {
 public:
     explicit Refusal(const std::string &sentence, std::uint32_t status = 0, std::vector<KindForm> forms = {},
-                     std::optional<Diagnosis> diagnosis = {})
-        : Error(sentence), status_(status), forms_(std::move(forms)), diagnosis_(std::move(diagnosis))
+                     std::optional<Diagnosis> diagnosis = {}, Hint hint = Hint::none)
+        : Error(sentence, hint), status_(status), forms_(std::move(forms)), diagnosis_(std::move(diagnosis))
     {
     }
     Refusal(const std::string &sentence, Hint hint, std::size_t place = std::string::npos, std::uint32_t status = 0)

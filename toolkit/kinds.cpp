@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <set>
 #include <span>
 #include <type_traits>
@@ -42,6 +43,34 @@ Tables tables_of(Session &session, const SYSDT_Record &type)
 
 #undef BGPDT_EXPORTED
 
+/// In the order of the numbers (RFC 6514 for the route types of multicast VPNs).
+constexpr const char *route_keys[] = {
+    "originating router by its IPv4 address: VPLS auto-discovery, multicast VPN type 1",
+    "EVPN route",
+    "multicast VPN type 2, inter-AS: AS number",
+    "multicast VPN type 3, selective tunnel: source, group, originator",
+    "multicast VPN type 4, leaf of a type 2: AS number, originator",
+    "multicast VPN type 4, leaf of a type 3: source, group, originators",
+    "multicast VPN type 5, active source: source, group",
+    "multicast VPN types 6 and 7, join of a shared or source tree: AS number, source, group",
+    "route target",
+    "L2VPN route: site, label offset",
+    "VPNv4 multicast route: prefix",
+    "multicast distribution tree: prefix, group",
+    "route policy distribution: policy type, peer, distinguisher",
+    "multicast VPN type 4, leaf of a type 1: originators",
+    "SR policy: distinguisher, colour, endpoint",
+    "originating router by its IPv6 address: multicast VPN type 1",
+    "SD-WAN route: route type, port, site, node",
+};
+
+const char *about_kind(const SYSDT_Record &type, std::uint32_t number)
+{
+    if (type.typeId == SYSDT_TYPE_BOLRD)
+        return "VPLS route distinguisher";
+    return number < std::size(route_keys) ? route_keys[number] : "";
+}
+
 /// Check, Help and Compare do not ask for the kind.
 std::vector<std::string> operations_of(const SYSDT_DispatchRow &row, bool read_from_scripts)
 {
@@ -80,6 +109,7 @@ std::vector<Kind> kinds(Session &session, const SYSDT_Record &type)
         const bool first = told.insert(help).second;
         kinds.push_back({.number = row.kind,
                          .name = {row.name, strnlen(row.name, sizeof row.name)},
+                         .about = about_kind(type, row.kind),
                          .takes_text = takes_text,
                          .operations = operations_of(row, read),
                          .form = takes_text && first ? std::move(help) : ""});

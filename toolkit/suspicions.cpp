@@ -192,6 +192,8 @@ Found surplus_character(Refused &refused)
 /// What a digit or letter may stand in the place of.
 Found wrong_character(Refused &refused, Range place)
 {
+    if (place.size() == refused.text.size()) // nothing of the text would be left
+        return {};
     const bool brief = refused.text.size() <= brief_text;
     const auto accepted = [&](const char *candidates) {
         return refused.accepted(place.begin, place.size(), candidates);

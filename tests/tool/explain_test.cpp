@@ -15,6 +15,7 @@
 #include "tool/explain_pictures.hpp"
 #include "toolkit/conversions.hpp"
 #include "toolkit/explain.hpp"
+#include "toolkit/json_answers.hpp"
 #include "toolkit/kinds.hpp"
 #include "toolkit/samples.hpp"
 #include "vector_values.hpp"
@@ -105,7 +106,7 @@ void expect_same_json(const Explanation &explanation)
     const std::string line = explanation_json(explanation).dump(-1, ' ', false, ordered_json::error_handler_t::replace);
     const ordered_json json = ordered_json::parse(line, nullptr, false);
     ASSERT_FALSE(json.is_discarded()) << line;
-    EXPECT_EQ(json["schema"], 1);
+    EXPECT_EQ(json["schema"], json_schema);
     EXPECT_EQ(json["hex"], to_hex(explanation.bytes));
     std::string hex;
     for (const ordered_json &part : json["parts"]) {
