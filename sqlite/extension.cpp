@@ -3,16 +3,20 @@
 
 #include <algorithm>
 #include <exception>
+#include <limits>
 #include <new>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <lua.hpp>
 
 #include "toolkit/conversions.hpp"
 #include "toolkit/display_record.hpp"
 #include "toolkit/errors.hpp"
+#include "toolkit/fields.hpp"
 #include "toolkit/module_session.hpp"
+#include "toolkit/near_names.hpp"
 #include "toolkit/script_table.hpp"
 
 const sqlite3_api_routines *sqlite3_api = nullptr;
@@ -72,45 +76,80 @@ Bytes parsed(toolkit::Session &session, const SYSDT_Record &type, sqlite3_value 
     return toolkit::parse_text(session, type, text, session.mode_for(type)).data;
 }
 
-using Function = void(sqlite3_context *, toolkit::Session &, const SYSDT_Record &, sqlite3_value *);
+/// @param arguments  behind the type
+using Function = void(sqlite3_context *, toolkit::Session &, const SYSDT_Record &, sqlite3_value **arguments);
 
-void value(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *text)
+/// The whole value of a text, in this machine's byte order.
+Bytes whole(toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *text)
 {
     const Bytes given = parsed(session, type, text);
     Bytes room;
-    const toolkit::Value whole = toolkit::filled_up(type, given, room);
-    Bytes bytes(whole.begin(), whole.end());
+    const toolkit::Value filled = toolkit::filled_up(type, given, room);
+    return {filled.begin(), filled.end()};
+}
+
+void value(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value **arguments)
+{
+    Bytes bytes = whole(session, type, arguments[0]);
     toolkit::turn_to_target(type, bytes);
     sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
 }
 
-void text(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
+void give_printed(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, const Bytes &value)
 {
-    const Bytes shown = toolkit::printable(type, value_at(type, blob));
-    const toolkit::Printed printed = toolkit::print_value(session, type, shown, session.mode_for(type));
+    const toolkit::Printed printed =
+        toolkit::print_value(session, type, toolkit::printable(type, value), session.mode_for(type));
     if (!printed.text)
         throw toolkit::Refusal(toolkit::name_of(type) + " prints no text");
     give(context, *printed.text);
 }
 
-void valid(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+void text(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value **arguments)
 {
-    sqlite3_result_int(context, TextReader(session, type).read(view(argument)).data() != nullptr ? 1 : 0);
+    give_printed(context, session, type, value_at(type, arguments[0]));
+}
+
+void canon(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value **arguments)
+{
+    give_printed(context, session, type, whole(session, type, arguments[0]));
+}
+
+/// Null for a field that the value has not, but others of the type have.
+void field(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value **arguments)
+{
+    const std::string name(view(arguments[1]));
+    for (const toolkit::NamedValue &field : toolkit::named_values(session, type, value_at(type, arguments[0]))) {
+        if (field.name != name)
+            continue;
+        if (field.number && *field.number <= std::numeric_limits<sqlite3_int64>::max())
+            sqlite3_result_int64(context, static_cast<sqlite3_int64>(*field.number));
+        else
+            give(context, field.text);
+        return;
+    }
+    const std::vector<std::string> names = toolkit::field_names(session, type);
+    if (std::ranges::find(names, name) == names.end())
+        throw toolkit::Refusal(toolkit::name_of(type) + " has no field " + name + toolkit::did_you_mean(name, names));
+}
+
+void valid(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value **arguments)
+{
+    sqlite3_result_int(context, TextReader(session, type).read(view(arguments[0])).data() != nullptr ? 1 : 0);
 }
 
 /// Null for a text that is valid.
-void why(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *argument)
+void why(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value **arguments)
 {
     try {
-        static_cast<void>(parsed(session, type, argument));
+        static_cast<void>(parsed(session, type, arguments[0]));
     } catch (const toolkit::Refusal &refusal) {
         give(context, sentence(refusal));
     }
 }
 
-void json(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value *blob)
+void json(sqlite3_context *context, toolkit::Session &session, const SYSDT_Record &type, sqlite3_value **arguments)
 {
-    const Bytes bytes = value_at(type, blob);
+    const Bytes bytes = value_at(type, arguments[0]);
     const toolkit::LuaState lua = toolkit::new_lua_state();
     toolkit::push_table(session, lua.get(), type, bytes);
     give(context, toolkit::script_json_text(lua.get(), -1));
@@ -123,7 +162,7 @@ void answer(sqlite3_context *context, sqlite3_value **arguments)
 {
     try {
         auto &session = *static_cast<toolkit::Session *>(sqlite3_user_data(context));
-        function(context, session, session.type(view(arguments[0])), arguments[1]);
+        function(context, session, session.type(view(arguments[0])), arguments + 1);
     } catch (const toolkit::Error &error) {
         sqlite3_result_error(context, sentence(error).c_str(), -1);
     }
@@ -131,10 +170,10 @@ void answer(sqlite3_context *context, sqlite3_value **arguments)
 
 /// A function of SQL: NULL for NULL.
 template <Function *function>
-void entry(sqlite3_context *context, int, sqlite3_value **arguments)
+void entry(sqlite3_context *context, int count, sqlite3_value **arguments)
 {
     const auto is_null = [](sqlite3_value *argument) { return sqlite3_value_type(argument) == SQLITE_NULL; };
-    if (std::any_of(arguments, arguments + 2, is_null))
+    if (std::any_of(arguments, arguments + count, is_null))
         return;
     try {
         answer<function>(context, arguments);
@@ -148,6 +187,7 @@ void entry(sqlite3_context *context, int, sqlite3_value **arguments)
 struct Named {
     const char *name;
     void (*function)(sqlite3_context *, int, sqlite3_value **);
+    int arguments = 2;
     int flags = 0;
 };
 
@@ -158,10 +198,8 @@ constexpr int gives_subtype = 0;
 #endif
 
 constexpr Named functions[] = {
-    {"bgp_json", entry<json>, gives_subtype},
-    {"bgp_text", entry<text>},
-    {"bgp_valid", entry<valid>},
-    {"bgp_value", entry<value>},
+    {"bgp_canon", entry<canon>}, {"bgp_field", entry<field>, 3}, {"bgp_json", entry<json>, 2, gives_subtype},
+    {"bgp_text", entry<text>},   {"bgp_valid", entry<valid>},    {"bgp_value", entry<value>},
     {"bgp_why", entry<why>},
 };
 
@@ -169,8 +207,8 @@ int add_functions(sqlite3 *database, toolkit::Session &session)
 {
     constexpr int always = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
     for (const Named &row : functions) {
-        const int result = sqlite3_create_function_v2(database, row.name, 2, always | row.flags, &session, row.function,
-                                                      nullptr, nullptr, nullptr);
+        const int result = sqlite3_create_function_v2(database, row.name, row.arguments, always | row.flags, &session,
+                                                      row.function, nullptr, nullptr, nullptr);
         if (result != SQLITE_OK)
             return result;
     }

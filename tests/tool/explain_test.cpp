@@ -91,6 +91,8 @@ void expect_tiled(const Explanation &explanation)
 void expect_fields(const SYSDT_Record &type, const Bytes &value, const Explanation &explanation)
 {
     const Layout &layout = layout_of(type.typeId, value, std::endian::native);
+    if (explanation.parts.front().repeats > 0) // an empty list
+        return;
     for (const Field &field : layout.fields) {
         const auto names_it = [&field](const Part &part) {
             return part.offset == field.offset && part.size == field.size() && part.name.starts_with(field.name);
