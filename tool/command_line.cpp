@@ -209,6 +209,7 @@ void declare(CLI::App &app, Options &options)
     app.add_option("--color", options.color, "Colours: auto (on a terminal, unless NO_COLOR is set), always or never")
         ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
+    app.add_flag("--descriptions", options.descriptions, "What the words mean, behind a tab each");
     app.add_flag("--html", options.html, "A page for a browser");
     app.add_option("--names", options.settings.names, "Names behind the indexes: lines of INDEX NAME")
         ->type_name("FILE")
@@ -249,7 +250,7 @@ std::vector<OptionName> option_names()
     declare(app, options);
     std::vector<OptionName> names;
     for (const CLI::Option *option : app.get_options())
-        names.push_back({option->get_name(), option->get_type_name()});
+        names.push_back({option->get_name(), option->get_type_name(), option->get_description()});
     return names;
 }
 

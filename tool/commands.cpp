@@ -2,13 +2,14 @@
 #include "commands.hpp"
 
 #include <span>
+#include <string>
+#include <vector>
 
 #include "answer.hpp"
 #include "completion.hpp"
 #include "script.hpp"
 #include "stream.hpp"
 #include "toolkit/json_answers.hpp"
-#include "toolkit/words.hpp"
 #include "type_commands.hpp"
 #include "value_commands.hpp"
 
@@ -24,8 +25,13 @@ Answer lua(Session &session, const Options &options)
 
 Answer complete(Session &session, const Options &options)
 {
-    const std::vector<std::string> words = completions(session, commands(), options.arguments);
-    return {joined(words, "\n") + (words.empty() ? "" : "\n"), candidates_json(words)};
+    std::string lines;
+    std::vector<std::string> words;
+    for (const auto &[word, about] : completions(session, commands(), options.arguments)) {
+        lines += word + (options.descriptions && !about.empty() ? "\t" + about : "") + "\n";
+        words.push_back(word);
+    }
+    return {lines, candidates_json(words)};
 }
 
 constexpr Command table_of_commands[] = {
@@ -62,8 +68,8 @@ constexpr Command table_of_commands[] = {
      "--mode --native --as-format --color --html", "bgpdt explain VRFRD 64496:100", explain},
     {"lua", "FILE [ARG...]", "Runs a Lua script with the module 'bgp'", "--mode", "bgpdt lua script.lua 64496", lua},
     {"help", "[COMMAND]", "What there is, or what the command takes", "", "bgpdt help sort", nullptr},
-    {"complete", "[WORD...]", "What the last word of a command line may become; ':file' stands for files", "",
-     "bgpdt complete -- describe BOLPREFIX NG", complete},
+    {"complete", "[WORD...]", "What the last word of a command line may become; ':file' stands for files",
+     "--descriptions", "bgpdt complete -- describe BOLPREFIX NG", complete},
 };
 
 } // namespace

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -17,9 +18,11 @@
 #include "refusals.hpp"
 #include "stream_files.hpp"
 #include "toolkit/json_answers.hpp"
+#include "toolkit/near_names.hpp"
 #include "toolkit/script_table.hpp"
 #include "toolkit/session.hpp"
 #include "toolkit/shown_text.hpp"
+#include "toolkit/type_aliases.hpp"
 
 namespace {
 
@@ -37,15 +40,25 @@ void deliver(const std::string &text)
         throw UsageError(std::string("the output cannot be written: ") + std::strerror(errno));
 }
 
+/// A type's own name comes before what others are called.
+std::string type_meant(Session &session, const std::string &word)
+{
+    const auto has_name = [&word](const SYSDT_Record *type) { return lower(name_of(*type)) == lower(word); };
+    const std::string type = std::ranges::any_of(session.host().types(), has_name) ? "" : type_of_alias(word);
+    return type.empty() ? word : type;
+}
+
 Exit run(int argc, const char *const *argv)
 {
-    const Options options = read_options(argc, argv, commands());
+    Options options = read_options(argc, argv, commands());
     if (!options.page.empty()) {
         deliver(options.page);
         return exit_done;
     }
     const Command &command = find_command(commands(), options);
     Session session(options.settings);
+    if (command.arguments.starts_with("TYPE"))
+        options.arguments[0] = type_meant(session, options.arguments[0]);
     if (streams(command, options))
         return command.stream(session, options);
     const Answer answer = command.run(session, options);

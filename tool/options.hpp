@@ -23,6 +23,7 @@ struct Options {
     bool canonical = false;                   ///< check: accepted is not enough
     std::vector<std::string> fields;          ///< convert: of a table, or of JSON
     std::string color = "auto";               ///< explain: "always" and "never" do not ask for a terminal
+    bool descriptions = false;                ///< complete: what the words mean
     bool html = false;                        ///< explain: a page
 
     // Of the commands that run over many values.

@@ -9,6 +9,7 @@
 #include "errors.hpp"
 #include "explain_pictures.hpp"
 #include "toolkit/explain.hpp"
+#include "toolkit/fields.hpp"
 #include "toolkit/json_answers.hpp"
 #include "toolkit/kinds.hpp"
 #include "toolkit/near_names.hpp"
@@ -33,12 +34,29 @@ std::string fact(const char *name, const std::string &text)
     return text.empty() ? "" : padded(std::string("  ") + name, 14) + text + "\n";
 }
 
-/// In a line if they fit one, else a line each.
-std::string examples(const std::vector<std::string> &texts)
+/// What the value of a text is among those of its type: its kind, its route type.
+std::string label_of(Session &session, const SYSDT_Record &type, const std::string &text)
+{
+    std::vector<std::string> words;
+    for (const NamedValue &field : named_values(session, type, read_given(session, type, text).value))
+        if ((field.name == "sub-kind" && type.typeId != SYSDT_TYPE_EVNPREFIX) ||
+            (field.name == "route type" && !field.number))
+            words.push_back(field.text);
+    return joined(words, ", ");
+}
+
+/// In a line if they fit one, else a line each with what they are.
+std::string examples(Session &session, const SYSDT_Record &type, const std::vector<std::string> &texts)
 {
     constexpr std::size_t line_room = 80;
-    const std::string line = joined(texts, ", ");
-    return line.size() <= line_room ? line : joined(texts, "\n" + std::string(14, ' '));
+    if (joined(texts, ", ").size() <= line_room)
+        return joined(texts, ", ");
+    std::string lines;
+    for (const std::string &text : texts) {
+        const std::string label = label_of(session, type, text);
+        lines += (lines.empty() ? "" : "\n" + std::string(14, ' ')) + text + (label.empty() ? "" : "  (" + label + ")");
+    }
+    return lines;
 }
 
 std::string kinds_text(const std::vector<Kind> &kinds)
@@ -126,8 +144,8 @@ Answer describe_kind(Session &session, const SYSDT_Record &type, const std::stri
     return {kind->name + "\n" + fact("about", kind->about) +
                 fact("kind", std::to_string(kind->number) + " of " + name_of(type)) +
                 fact("size", counted(value_size(type), "byte")) + fact("takes", kind->form) +
-                fact("for example", examples(texts)) + fact("operations", joined(kind->operations, " ")) +
-                layout_text(layout, shown.text),
+                fact("for example", examples(session, type, texts)) +
+                fact("operations", joined(kind->operations, " ")) + layout_text(layout, shown.text),
             kind_json(type, *kind, texts, layout)};
 }
 
@@ -167,8 +185,9 @@ Answer describe(Session &session, const Options &options)
     return {name_of(type) + "\n" + fact("about", sample.about) + fact("id", id_text(type.typeId)) +
                 fact("storage", storage_of(type)) + fact("size", counted(value_size(type), "byte")) +
                 fact("swaps", swapped_form(type)) + fact("takes", joined(takes, " or ")) +
-                fact("for example", examples(sample.texts)) + fact("operations", joined(operations(type), " ")) +
-                layout_text(layout, shown.text) + kinds_text(all_kinds),
+                fact("for example", examples(session, type, sample.texts)) +
+                fact("operations", joined(operations(type), " ")) + layout_text(layout, shown.text) +
+                kinds_text(all_kinds),
             type_json(type, sample, takes, layout, all_kinds)};
 }
 

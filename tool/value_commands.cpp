@@ -71,8 +71,11 @@ bool is_coloured(const Options &options)
 {
     if (options.color != "auto")
         return options.color == "always";
-    const char *no_color = std::getenv("NO_COLOR");
-    return (no_color == nullptr || *no_color == '\0') && isatty(STDOUT_FILENO) == 1;
+    const auto variable = [](const char *name) {
+        const char *value = std::getenv(name);
+        return std::string(value == nullptr ? "" : value);
+    };
+    return variable("NO_COLOR").empty() && variable("TERM") != "dumb" && isatty(STDOUT_FILENO) == 1;
 }
 
 /// In columns, "-" for a field that one of the values has not.
