@@ -25,6 +25,29 @@ string_texts = {"in": ["vpn1", "a", "x" * 31], "bad": ["x" * 32, "x" * 33, "x" *
 dispatching = "BOLPREFIX"
 
 
+# What the help of the tool has no room for.
+environment = [
+    ("BGPDT_PLUGIN", "The plug-in's file, where --plugin names none."),
+    ("NO_COLOR", "If it is set and not empty, there are no colours but by --color always."),
+    ("TERM", "On a terminal called dumb there are none either."),
+    ("TMPDIR", "The folder for what a sort has no room for in memory; /tmp without it."),
+]
+json_notes = [
+    "With --json each answer is one object on one line, refusals included.",
+    "Of many values it tells what is refused, an object a line on standard error, then how many there were.",
+    "The member schema, 2, is raised when another is gone or means something else;",
+    "bgpdt.schema.json, a JSON Schema, says what each means.",
+]
+shown_calls = [
+    ("bgpdt explain EVNPREFIX 100:32:192.0.2.1", "What each byte of a value is."),
+    ("bgpdt check rt 64496:100", "Whether a route target is one; types go by the names that people use too."),
+    ("bgpdt diff VRFRD 64496:100 64496:101", "In which fields two values differ."),
+    ("bgpdt convert COMMUNITY --to csv <communities.txt", "A table of the values of many lines, with their fields."),
+    ("bgpdt sort VRFRD -u -o rds.txt rds.txt", "Sorts a file in its place, each value once."),
+    ("bgpdt check COMMUNITY --json --in communities.txt", "What is wrong with which line, for a program."),
+]
+
+
 def ask(*words):
     """What the tool answers in JSON, refusals included."""
     run = subprocess.run([tool, "--json", *words[:2], "--", *words[2:]], capture_output=True, text=True, check=False)
@@ -179,12 +202,18 @@ def table(heads, rows):
     return "\n".join(lines) + "\n"
 
 
+def sentence(words):
+    return words[0].upper() + words[1:] + "."
+
+
 def text_section(description, files):
     name = description["type"]
     if "parse" not in description["operations"]:
         return "## Text\n\nThe type takes no text" + (
             "; it prints one.\n" if "print" in description["operations"] else ".\n")
     parts = ["## Text\n"]
+    if description["grammar"]:
+        parts.append(escaped(sentence(description["grammar"])) + "\n")
     if description["takes"]:
         parts.append("Its help says: " + " or ".join(code(text) for text in description["takes"]) + "\n")
     if description["examples"]:
@@ -282,6 +311,10 @@ def item(head, text):
     return f".TP\n.B {roff(head)}\n{roff(text)}\n"
 
 
+def example(call, meaning):
+    return f".TP\n.B {roff('$ ' + call)}\n{roff(meaning)}\n"
+
+
 def rows_of(page, head):
     """The two columns below a head of the help."""
     lines = re.search(f"^{head}:\n((?:  .*\n)+)", page, re.M)[1].splitlines()
@@ -315,6 +348,9 @@ def tool_manual():
             text += ".SH EXIT STATUS\n" + roff(status[1]) + "\n"
         else:
             text += ".PP\n" + "".join(roff(line) + "\n" for line in paragraph.splitlines())
+    text += ".SH ENVIRONMENT\n" + "".join(item(name, meaning) for name, meaning in environment)
+    text += ".SH JSON\n" + "".join(roff(line) + "\n" for line in json_notes)
+    text += ".SH EXAMPLES\n" + "".join(example(call, meaning) for call, meaning in shown_calls)
     return text + ".SH SEE ALSO\n.BR bgpdt\\-texts (7)\n"
 
 
@@ -323,6 +359,8 @@ def texts_manual(descriptions):
     text += ".SH DESCRIPTION\nWhat the types of\n.BR bgpdt (1)\ntake as text, with a text of each form.\n.SH TYPES\n"
     for description in descriptions:
         text += f".SS {description['type']}\n{roff(description['about'])}, {description['size']} bytes.\n"
+        if description["grammar"]:
+            text += roff(sentence(description["grammar"])) + "\n"
         if description["takes"]:
             text += "Its help says: " + roff(" or ".join(description["takes"])) + ".\n"
         if description["examples"]:

@@ -10,6 +10,7 @@
 #include "explain_pictures.hpp"
 #include "toolkit/explain.hpp"
 #include "toolkit/fields.hpp"
+#include "toolkit/grammars.hpp"
 #include "toolkit/json_answers.hpp"
 #include "toolkit/kinds.hpp"
 #include "toolkit/near_names.hpp"
@@ -143,7 +144,7 @@ Answer describe_kind(Session &session, const SYSDT_Record &type, const std::stri
     const std::vector<Part> layout = named_parts(session, type, shown.value);
     return {kind->name + "\n" + fact("about", kind->about) +
                 fact("kind", std::to_string(kind->number) + " of " + name_of(type)) +
-                fact("size", counted(value_size(type), "byte")) + fact("takes", kind->form) +
+                fact("size", counted(value_size(type), "byte")) + fact("its help", kind->form) +
                 fact("for example", examples(session, type, texts)) +
                 fact("operations", joined(kind->operations, " ")) + layout_text(layout, shown.text),
             kind_json(type, *kind, texts, layout)};
@@ -184,8 +185,8 @@ Answer describe(Session &session, const Options &options)
     const std::vector<Part> layout = all_kinds.empty() ? named_parts(session, type, shown.value) : std::vector<Part>{};
     return {name_of(type) + "\n" + fact("about", sample.about) + fact("id", id_text(type.typeId)) +
                 fact("storage", storage_of(type)) + fact("size", counted(value_size(type), "byte")) +
-                fact("swaps", swapped_form(type)) + fact("takes", joined(takes, " or ")) +
-                fact("for example", examples(session, type, sample.texts)) +
+                fact("swaps", swapped_form(type)) + fact("text", grammar_of(type.typeId)) +
+                fact("its help", joined(takes, " or ")) + fact("for example", examples(session, type, sample.texts)) +
                 fact("operations", joined(operations(type), " ")) + layout_text(layout, shown.text) +
                 kinds_text(all_kinds),
             type_json(type, sample, takes, layout, all_kinds)};

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "bytes.hpp"
+#include "grammars.hpp"
 #include "operations.hpp"
 
 namespace bgpdt::toolkit {
@@ -124,6 +125,7 @@ ordered_json type_json(const SYSDT_Record &type, const Sample &sample, const std
                    {"storage", storage_of(type)},
                    {"size", value_size(type)},
                    {"takes", takes},
+                   {"grammar", grammar_of(type.typeId)},
                    {"examples", sample.texts},
                    {"operations", operations(type)}});
     if (!layout.empty())
