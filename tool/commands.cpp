@@ -28,7 +28,7 @@ Answer complete(Session &session, const Options &options)
     std::string lines;
     std::vector<std::string> words;
     for (const auto &[word, about] : completions(session, commands(), options.arguments)) {
-        lines += word + (options.descriptions && !about.empty() ? "\t" + about : "") + "\n";
+        lines.append(word).append(options.descriptions && !about.empty() ? "\t" + about : "").append("\n");
         words.push_back(word);
     }
     return {lines, candidates_json(words)};

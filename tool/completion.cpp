@@ -54,11 +54,12 @@ Candidates values_called(Session &session, const std::string &name, const std::s
 Words arguments_in(std::span<const std::string> words)
 {
     Words arguments;
-    for (std::size_t i = 0; i < words.size(); ++i)
+    for (std::size_t i = 0; i < words.size(); ++i) {
         if (!words[i].starts_with('-'))
             arguments.push_back(words[i]);
         else if (!value_name(words[i]).empty())
             ++i;
+    }
     return arguments;
 }
 

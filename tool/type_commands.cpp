@@ -39,10 +39,11 @@ std::string fact(const char *name, const std::string &text)
 std::string label_of(Session &session, const SYSDT_Record &type, const std::string &text)
 {
     std::vector<std::string> words;
-    for (const NamedValue &field : named_values(session, type, read_given(session, type, text).value))
-        if ((field.name == "sub-kind" && type.typeId != SYSDT_TYPE_EVNPREFIX) ||
-            (field.name == "route type" && !field.number))
+    for (const NamedValue &field : named_values(session, type, read_given(session, type, text).value)) {
+        const bool kind = field.name == "sub-kind" && type.typeId != SYSDT_TYPE_EVNPREFIX;
+        if (kind || (field.name == "route type" && !field.number))
             words.push_back(field.text);
+    }
     return joined(words, ", ");
 }
 

@@ -29,10 +29,10 @@ const NamedValue *field_named(std::span<const NamedValue> fields, std::initializ
 struct Address {
     int family;
     std::size_t size;
-    std::uint8_t octets[16];
+    std::uint8_t octets[16] = {};
 
     explicit Address(const std::string &text)
-        : family(text.find(':') == std::string::npos ? AF_INET : AF_INET6), size(family == AF_INET ? 4 : 16), octets{}
+        : family(text.find(':') == std::string::npos ? AF_INET : AF_INET6), size(family == AF_INET ? 4 : 16)
     {
         static_cast<void>(inet_pton(family, text.c_str(), octets)); // a field's text, as it was printed
     }

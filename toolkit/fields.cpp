@@ -101,10 +101,11 @@ std::vector<std::string> field_names(Session &session, const SYSDT_Record &type)
     for (const Kind &kind : kinds(session, type))
         known.push_back(bare_value(type, kind.number));
     std::vector<std::string> names;
-    for (const Bytes &value : known)
+    for (const Bytes &value : known) {
         for (const NamedValue &field : named_values(session, type, value))
             if (std::ranges::find(names, field.name) == names.end())
                 names.push_back(field.name);
+    }
     return names;
 }
 

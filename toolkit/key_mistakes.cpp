@@ -174,10 +174,12 @@ Found missing_groups(Refused &refused)
                 all += theirs[i];
             }
         }
-        if (!names.empty() && refused.takes(all))
-            return refused.found(difference(refused.text, all), (names.size() == 1 ? "the group " : "the groups ") +
-                                                                    listed(names, "and") +
-                                                                    (names.size() == 1 ? " is" : " are") + " missing");
+        if (names.empty() || !refused.takes(all))
+            continue;
+        const bool one = names.size() == 1;
+        return refused.found(difference(refused.text, all), (one ? "the group " : "the groups ") +
+                                                                listed(names, "and") + (one ? " is" : " are") +
+                                                                " missing");
     }
     return {};
 }

@@ -16,7 +16,7 @@ using Entry = std::span<std::uint8_t>;
 std::uint32_t load(Entry bytes)
 {
     std::uint32_t number = 0;
-    std::uint8_t *const to = reinterpret_cast<std::uint8_t *>(&number);
+    auto *const to = reinterpret_cast<std::uint8_t *>(&number);
     std::memcpy(std::endian::native == std::endian::big ? to + sizeof number - bytes.size() : to, bytes.data(),
                 bytes.size());
     return number;
@@ -24,7 +24,7 @@ std::uint32_t load(Entry bytes)
 
 void store(Entry bytes, std::uint32_t number)
 {
-    const std::uint8_t *const from = reinterpret_cast<const std::uint8_t *>(&number);
+    const auto *const from = reinterpret_cast<const std::uint8_t *>(&number);
     std::memcpy(bytes.data(), std::endian::native == std::endian::big ? from + sizeof number - bytes.size() : from,
                 bytes.size());
 }
@@ -72,10 +72,11 @@ void set_notation(const SYSDT_Record &type, std::span<std::uint8_t> value, Notat
     const Layout &layout = layout_of(type.typeId, value, std::endian::native);
     for (std::size_t at = 0; at + layout.stride <= value.size() && at < layout.size(); at += layout.stride) {
         const Entry entry = value.subspan(at, layout.stride);
-        for (const Field &field : layout.fields)
+        for (const Field &field : layout.fields) {
             if (field.words != Words::none && field.size() != 0 && field.size() <= 4)
                 store(entry.subspan(field.offset, field.size()),
                       changed(layout, field, entry, notation == Notation::dotted));
+        }
     }
 }
 

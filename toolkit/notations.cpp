@@ -5,6 +5,7 @@
 #include <charconv>
 #include <iterator>
 #include <map>
+#include <ranges>
 #include <span>
 
 #include "bgp_datatype/values.h"
@@ -112,8 +113,8 @@ Found in_decimal(Refused &refused, const std::vector<Number> &numbers, const std
     if (numbers.empty())
         return {};
     std::string text = refused.text;
-    for (auto number = numbers.rbegin(); number != numbers.rend(); ++number)
-        text = edited(text, {number->place.begin, number->place.size(), std::to_string(number->value)});
+    for (const auto &[place, value] : std::views::reverse(numbers))
+        text = edited(text, {place.begin, place.size(), std::to_string(value)});
     if (!refused.takes(text))
         return {};
     const auto &[place, value] = numbers.front();
@@ -208,11 +209,11 @@ Found too_many_entries(Refused &refused)
 Found other_brackets(Refused &refused)
 {
     std::string text = refused.text;
-    for (const auto &[brackets, square] : {std::pair("({<", '['), std::pair(")}>", ']')})
-        std::ranges::replace_if(
-            text,
-            [brackets = std::string_view(brackets)](char c) { return brackets.find(c) != std::string_view::npos; },
-            square);
+    for (char &c : text) {
+        const bool opens = c == '(' || c == '{' || c == '<';
+        const bool closes = c == ')' || c == '}' || c == '>';
+        c = opens ? '[' : closes ? ']' : c;
+    }
     return rewritten(refused, text, "brackets are square here");
 }
 
@@ -341,6 +342,33 @@ Found duration(Refused &refused)
     return found;
 }
 
+namespace {
+
+std::vector<std::size_t> places_of(const std::string &text, char c)
+{
+    std::vector<std::size_t> places;
+    for (std::size_t at = text.find(c); at != std::string::npos; at = text.find(c, at + 1))
+        places.push_back(at);
+    return places;
+}
+
+/// The first ones replaced, as many as the type takes it for.
+Found replaced(Refused &refused, const std::vector<std::size_t> &places, char from, char to)
+{
+    std::string text = refused.text;
+    for (const std::size_t at : places) {
+        text[at] = to;
+        if (from == to || !refused.takes(text))
+            continue;
+        const std::string can = lua_quoted(std::string(1, to)) + " can";
+        return refused.found(difference(refused.text, text),
+                             lua_quoted(std::string(1, from)) + " cannot separate the parts here, " + can);
+    }
+    return {};
+}
+
+} // namespace
+
 Found other_separators(Refused &refused)
 {
     constexpr std::size_t most_places = 12;
@@ -348,21 +376,12 @@ Found other_separators(Refused &refused)
     if (std::ranges::any_of(refused.samples(), has_shape)) // they are right
         return {};
     for (const char from : {':', '-', '/', ',', ';', '_'}) {
-        std::vector<std::size_t> places;
-        for (std::size_t at = refused.text.find(from); at != std::string::npos && places.size() <= most_places;
-             at = refused.text.find(from, at + 1))
-            places.push_back(at);
-        for (const char to : {'/', '-', ':'}) {
-            std::string text = refused.text;
-            for (std::size_t i = 0;
-                 to != from && places.size() > 1 && places.size() <= most_places && i < places.size(); ++i) {
-                text[places[i]] = to;
-                if (refused.takes(text))
-                    return refused.found(difference(refused.text, text), lua_quoted(std::string(1, from)) +
-                                                                             " cannot separate the parts here, " +
-                                                                             lua_quoted(std::string(1, to)) + " can");
-            }
-        }
+        const std::vector<std::size_t> places = places_of(refused.text, from);
+        if (places.size() < 2 || places.size() > most_places)
+            continue;
+        for (const char to : {'/', '-', ':'})
+            if (Found found = replaced(refused, places, from, to))
+                return found;
     }
     return {};
 }

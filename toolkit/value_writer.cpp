@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "stream_values.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 #include <lua.hpp>
@@ -11,7 +14,6 @@
 #include "json_answers.hpp"
 #include "kinds.hpp"
 #include "near_names.hpp"
-#include "stream_values.hpp"
 
 namespace bgpdt::toolkit {
 namespace {
@@ -177,10 +179,10 @@ void ValueWriter::write_json(Value value, Buffer &out)
         lua_pop(lua_.get(), 1);
     }
     std::vector<NamedValue> fields = named_values(session_, type_, value);
-    if (!columns_.empty())
-        std::erase_if(fields, [this](const NamedValue &field) {
-            return std::ranges::find(columns_, field.name) == columns_.end();
-        });
+    const auto is_asked = [this](const NamedValue &field) {
+        return columns_.empty() || std::ranges::find(columns_, field.name) != columns_.end();
+    };
+    std::erase_if(fields, std::not_fn(is_asked));
     out.append(json_text(line_json(text ? &*text : nullptr, has_table ? &table : nullptr, fields, hex_of(value))));
     out.append('\n');
 }

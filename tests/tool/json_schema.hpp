@@ -51,15 +51,16 @@ private:
         for (const auto &[name, member] : value.items()) {
             const bool known = properties.contains(name);
             if (!known && others == false)
-                return place + " has the member " + name;
-            const std::string inner = known                ? fault(member, properties[name], place + "/" + name)
-                                      : others.is_object() ? fault(member, others, place + "/" + name)
-                                                           : "";
+                return inside(place, name) + " is not known";
+            const Json &of_member = known ? properties[name] : others;
+            std::string inner = of_member.is_object() ? fault(member, of_member, inside(place, name)) : "";
             if (!inner.empty())
                 return inner;
         }
         return {};
     }
+
+    static std::string inside(std::string place, const std::string &name) { return place.append("/").append(name); }
 
     static std::string unknown_word(const Json &schema)
     {
@@ -89,10 +90,11 @@ private:
         if (value.is_string() && schema.contains("pattern") &&
             value.get<std::string>().find_first_not_of("0123456789abcdef") != std::string::npos)
             return place + " is not hexadecimal"; // the one pattern that there is
-        for (std::size_t i = 0; value.is_array() && schema.contains("items") && i < value.size(); ++i)
-            if (const std::string inner = fault(value[i], schema["items"], place + "/" + std::to_string(i));
-                !inner.empty())
+        for (std::size_t i = 0; value.is_array() && schema.contains("items") && i < value.size(); ++i) {
+            std::string inner = fault(value[i], schema["items"], inside(place, std::to_string(i)));
+            if (!inner.empty())
                 return inner;
+        }
         return value.is_object() ? fault_of_members(value, schema, place) : "";
     }
 
