@@ -311,7 +311,7 @@ def item(head, text):
     return f".TP\n.B {roff(head)}\n{roff(text)}\n"
 
 
-def example(call, meaning):
+def shown_call(call, meaning):
     return f".TP\n.B {roff('$ ' + call)}\n{roff(meaning)}\n"
 
 
@@ -350,7 +350,7 @@ def tool_manual():
             text += ".PP\n" + "".join(roff(line) + "\n" for line in paragraph.splitlines())
     text += ".SH ENVIRONMENT\n" + "".join(item(name, meaning) for name, meaning in environment)
     text += ".SH JSON\n" + "".join(roff(line) + "\n" for line in json_notes)
-    text += ".SH EXAMPLES\n" + "".join(example(call, meaning) for call, meaning in shown_calls)
+    text += ".SH EXAMPLES\n" + "".join(shown_call(call, meaning) for call, meaning in shown_calls)
     return text + ".SH SEE ALSO\n.BR bgpdt\\-texts (7)\n"
 
 

@@ -8,6 +8,7 @@
 #include "key_mistakes.hpp"
 #include "near_texts.hpp"
 #include "notations.hpp"
+#include "number_mistakes.hpp"
 #include "reasons.hpp"
 #include "shown_text.hpp"
 
@@ -29,60 +30,6 @@ Found whole_text(Refused &refused)
         if (rewriting != refused.text && refused.takes(rewriting))
             return refused.found(difference(refused.text, rewriting), reason);
     return {};
-}
-
-/// A number with leading zeros.
-Found leading_zeros(Refused &refused)
-{
-    Edits edits;
-    for (const Range run : last_numbers(refused.text, refused.window)) {
-        const std::size_t zeros = std::min(refused.text.find_first_not_of('0', run.begin), run.end - 1) - run.begin;
-        if (zeros > 0)
-            edits.push_back({run.begin, zeros, ""});
-    }
-    return refused.first_taken(edits, [](const auto &, const auto &) { return "leading zeros cannot stand here"; });
-}
-
-/// A number too large for its place.
-Found too_large(Refused &refused)
-{
-    for (const Range run : last_numbers(refused.text, refused.window)) {
-        if (const std::optional<std::uint64_t> limit = refused.greatest(refused.text, run)) {
-            const std::string number = refused.piece(run.begin, run.size());
-            return refused.found({run.begin, run.size(), std::to_string(*limit)}, exceeds(number, *limit));
-        }
-    }
-    return {};
-}
-
-/// The first of more numbers than one that are too large: with 1 in the place of the others it tells its limit.
-Found several_too_large(Refused &refused)
-{
-    constexpr std::size_t most_numbers = 8;
-    const std::vector<Range> runs = number_runs(refused.text, refused.window);
-    for (std::size_t i = 0; runs.size() <= most_numbers && i < runs.size(); ++i) {
-        std::string others = refused.text;
-        Range run = runs[i];
-        for (std::size_t j = runs.size(); j-- > 0;)
-            if (j != i)
-                others = edited(others, {runs[j].begin, runs[j].size(), "1"});
-        for (std::size_t j = 0; j < i; ++j)
-            run = {run.begin + 1 - runs[j].size(), run.end + 1 - runs[j].size()};
-        if (const std::optional<std::uint64_t> limit = refused.greatest(others, run))
-            return refused.told(runs[i], exceeds(refused.piece(runs[i].begin, runs[i].size()), *limit) +
-                                             "; more is wrong behind it");
-    }
-    return {};
-}
-
-/// A 0 where numbers begin with 1.
-Found too_small(Refused &refused)
-{
-    Edits edits;
-    for (const Range run : last_numbers(refused.text, refused.window))
-        if (refused.piece(run.begin, run.size()) == "0")
-            edits.push_back({run.begin, 1, "1"});
-    return refused.first_taken(edits, [](const auto &, const auto &) { return "0 is too small here: at least 1"; });
 }
 
 /// What words can stand where one begins: the nearest, all that are equally near.
@@ -275,22 +222,6 @@ Found missing_part(Refused &refused)
     return refused.first_taken(
         insertions(refused.text, refused.window, refused.samples()),
         [](const auto &, const std::string &by) { return "something is missing here, such as " + named(by); });
-}
-
-/// Numbers too many at the end.
-Found surplus_tail(Refused &refused)
-{
-    Edits edits;
-    std::vector<std::size_t> edges = boundaries(refused.text);
-    std::ranges::reverse(edges);
-    for (const std::size_t edge : edges) {
-        const std::string tail = refused.text.substr(edge);
-        const bool numbers = tail.find_first_not_of("0123456789.:/-") == std::string::npos;
-        if (edge > 0 && numbers && tail.size() > 1 && !is_inner(tail[0]) && 2 * tail.size() <= refused.text.size())
-            edits.push_back({edge, tail.size(), ""});
-    }
-    return refused.first_taken(edits,
-                               [](const std::string &piece, const auto &) { return named(piece) + " is too much"; });
 }
 
 /// A part too many.
