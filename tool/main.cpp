@@ -19,6 +19,7 @@
 #include "stream_files.hpp"
 #include "toolkit/json_answers.hpp"
 #include "toolkit/near_names.hpp"
+#include "toolkit/other_types.hpp"
 #include "toolkit/script_table.hpp"
 #include "toolkit/session.hpp"
 #include "toolkit/shown_text.hpp"
@@ -44,7 +45,12 @@ void deliver(const std::string &text)
 std::string type_meant(Session &session, const std::string &word)
 {
     const auto has_name = [&word](const SYSDT_Record *type) { return lower(name_of(*type)) == lower(word); };
-    const std::string type = std::ranges::any_of(session.host().types(), has_name) ? "" : type_of_alias(word);
+    if (std::ranges::any_of(session.host().types(), has_name))
+        return word;
+    const std::string type = type_of_alias(word);
+    const std::string taken_by = type.empty() ? types_sentence(types_that_take(session, word)) : "";
+    if (!taken_by.empty())
+        throw UsageError("a type must stand in front of " + lua_quoted(word) + ": " + taken_by);
     return type.empty() ? word : type;
 }
 

@@ -38,15 +38,23 @@ struct Hex {
 
 } // namespace
 
-Bytes read_bytes(const Session &session, const SYSDT_Record &type, std::string_view hex)
+Bytes read_bytes(Session &session, const SYSDT_Record &type, std::string_view hex)
 {
-    Bytes value = from_hex(hex);
+    Bytes value;
+    try {
+        value = from_hex(hex);
+    } catch (const Refusal &) {
+        const bool is_text = type.formatIn != nullptr && session.host().parse(type, hex, session.mode_for(type)).ok();
+        if (!is_text)
+            throw;
+        throw Refusal(lua_quoted(hex) + " is a text of " + name_of(type) + ", and its bytes are wanted in hexadecimal");
+    }
     if (!session.settings().native)
         turn_to_native(type, value);
     return value;
 }
 
-Bytes read_value(const Session &session, const SYSDT_Record &type, std::string_view hex)
+Bytes read_value(Session &session, const SYSDT_Record &type, std::string_view hex)
 {
     Bytes value = whole(type, read_bytes(session, type, hex));
     require_size(type, value, value_size(type));

@@ -19,9 +19,9 @@ struct Given {
 };
 
 /// The bytes of a hexadecimal argument in the machine's order, however many there are.
-toolkit::Bytes read_bytes(const toolkit::Session &session, const SYSDT_Record &type, std::string_view hex);
+toolkit::Bytes read_bytes(toolkit::Session &session, const SYSDT_Record &type, std::string_view hex);
 /// As read_bytes, but of the type's length.
-toolkit::Bytes read_value(const toolkit::Session &session, const SYSDT_Record &type, std::string_view hex);
+toolkit::Bytes read_value(toolkit::Session &session, const SYSDT_Record &type, std::string_view hex);
 
 enum class Length : std::uint8_t { whole, any };
 

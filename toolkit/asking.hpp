@@ -58,6 +58,11 @@ private:
     std::size_t bytes_left_;
 };
 
+struct Refused;
+
+/// Whether the type's texts are lists.
+bool takes_lists(const Refused &refused);
+
 /// A refused text, and what is found out about it.
 struct Refused {
     Asking &asking;

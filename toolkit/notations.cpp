@@ -13,6 +13,7 @@
 #include "near_texts.hpp"
 #include "reasons.hpp"
 #include "shown_text.hpp"
+#include "words.hpp"
 
 namespace bgpdt::toolkit {
 namespace {
@@ -70,12 +71,6 @@ struct Entries {
         }
     }
 };
-
-bool is_list(const Refused &refused)
-{
-    return std::ranges::any_of(refused.samples(),
-                               [](const std::string &sample) { return sample.find(' ') != std::string::npos; });
-}
 
 /// A number as it is written elsewhere, and its value.
 struct Number {
@@ -156,6 +151,20 @@ Found unknown_name(Refused &refused)
     return refused.told({0, refused.text.size()}, "it is a name, and no names are known");
 }
 
+Found label(Refused &refused)
+{
+    constexpr std::string_view labels[] = {"as",     "asn",          "rt",        "rd",    "soo",
+                                           "target", "route-target", "community", "large", "ext"};
+    const std::size_t end = word_end(refused.text, 0);
+    const std::size_t letters = std::min(refused.text.find_first_of(digits), end);
+    const std::size_t behind = refused.text.find_first_not_of(": ", letters);
+    const std::string word = lower(refused.text.substr(0, letters));
+    if (std::ranges::find(labels, word) == std::end(labels) || behind == std::string::npos)
+        return {};
+    return refused.first_taken({{0, behind, ""}},
+                               [](const std::string &piece, const auto &) { return named(piece) + " is too much"; });
+}
+
 Found number_of_name(Refused &refused)
 {
     const std::span<const Alias> aliases = aliases_of(refused.asking.type_id());
@@ -180,7 +189,7 @@ Found number_of_name(Refused &refused)
 
 Found list_separators(Refused &refused)
 {
-    if (!is_list(refused))
+    if (!takes_lists(refused))
         return {};
     std::string text = refused.text;
     std::ranges::replace_if(
@@ -193,7 +202,7 @@ Found list_separators(Refused &refused)
 
 Found too_many_entries(Refused &refused)
 {
-    const std::vector<Range> entries = is_list(refused) ? Entries(refused.text).places : std::vector<Range>{};
+    const std::vector<Range> entries = takes_lists(refused) ? Entries(refused.text).places : std::vector<Range>{};
     if (entries.size() < 2)
         return {};
     const auto beyond = std::partition_point(entries.begin(), entries.end(), [&refused](const Range &entry) {
@@ -274,12 +283,13 @@ Found zone(Refused &refused)
 namespace {
 
 struct Unit {
-    char letter;
+    const char *name; ///< which its first letters stand for
     std::uint64_t seconds;
     std::uint64_t most; ///< that is written of it
 };
 
-constexpr Unit units[] = {{'w', 604800, 0}, {'d', 86400, 10000}, {'h', 3600, 23}, {'m', 60, 59}, {'s', 1, 59}};
+constexpr Unit units[] = {
+    {"weeks", 604800, 0}, {"days", 86400, 10000}, {"hours", 3600, 23}, {"minutes", 60, 59}, {"seconds", 1, 59}};
 
 /// What a text says of a duration.
 struct Spans {
@@ -295,14 +305,17 @@ std::optional<Spans> spans_of(const std::string &text)
         const std::size_t end = std::min(text.find_first_not_of(digits, at), text.size());
         const std::string number = text.substr(at, end - at);
         const bool bare = spans.numbers.empty() && end == text.size();
-        const char letter = bare ? 's' : end < text.size() ? lower(text.substr(end, 1))[0] : '\0';
-        const auto *const unit = std::ranges::find(units, letter, &Unit::letter);
+        const std::size_t begin = std::min(text.find_first_not_of(' ', end), text.size());
+        const std::size_t behind = bare ? end : std::min(text.find_first_of(" 0123456789", begin), text.size());
+        const std::string word = bare ? "s" : lower(text.substr(begin, behind - begin));
+        const auto *const unit = std::ranges::find_if(
+            units, [&word](const Unit &row) { return !word.empty() && std::string_view(row.name).starts_with(word); });
         constexpr std::size_t most_digits = 10;
         if (number.empty() || number.size() > most_digits || unit == std::end(units) ||
-            !spans.numbers.insert({letter, {at, end}}).second)
+            !spans.numbers.insert({unit->name[0], {at, end}}).second)
             return {};
         spans.seconds += *read_number<std::uint64_t>(number) * unit->seconds;
-        at = end + (bare ? 0 : 1);
+        at = behind;
     }
     return spans;
 }
@@ -311,7 +324,7 @@ std::string written(std::uint64_t seconds)
 {
     std::string text;
     for (const Unit &unit : std::span(units).subspan(1)) {
-        text += std::to_string(seconds / unit.seconds) + unit.letter;
+        text += std::to_string(seconds / unit.seconds) + unit.name[0];
         seconds %= unit.seconds;
     }
     return text;
@@ -329,7 +342,7 @@ Found duration(Refused &refused)
     const Range whole{0, refused.text.size()};
     Found found = refused.told(whole, "days, hours, minutes and seconds are all named here: " + text);
     for (const Unit &unit : std::span(units).subspan(1)) {
-        const auto place = spans->numbers.size() == 4 ? spans->numbers.find(unit.letter) : spans->numbers.end();
+        const auto place = spans->numbers.size() == 4 ? spans->numbers.find(unit.name[0]) : spans->numbers.end();
         if (place == spans->numbers.end())
             continue;
         const std::string number = refused.piece(place->second.begin, place->second.size());
@@ -375,7 +388,10 @@ Found other_separators(Refused &refused)
     const auto has_shape = [mine = shape(refused.text)](const std::string &sample) { return shape(sample) == mine; };
     if (std::ranges::any_of(refused.samples(), has_shape)) // they are right
         return {};
-    for (const char from : {':', '-', '/', ',', ';', '_'}) {
+    const bool dots = joined(refused.samples(), "").find('.') != std::string::npos;
+    for (const char from : {':', '-', '/', ',', ';', '_', '.'}) {
+        if (from == '.' && dots) // they do not separate parts
+            continue;
         const std::vector<std::size_t> places = places_of(refused.text, from);
         if (places.size() < 2 || places.size() > most_places)
             continue;

@@ -12,6 +12,8 @@ namespace bgpdt::toolkit {
 Found invisible_character(Refused &refused);
 /// A name where only a number can stand as long as no names are given.
 Found unknown_name(Refused &refused);
+/// What it is said in front of a text: "RT:", "AS".
+Found label(Refused &refused);
 /// A name that is known elsewhere for a number.
 Found number_of_name(Refused &refused);
 /// Commas and brackets of a list.

@@ -250,6 +250,8 @@ Found missing_begin(Refused &refused)
 Found first_entry(Refused &refused)
 {
     const std::string &text = refused.text;
+    if (!takes_lists(refused))
+        return {};
     for (std::size_t at = text.find(' ', refused.window.begin); at != std::string::npos; at = text.find(' ', at + 1)) {
         const std::string front = text.substr(0, at);
         if (at == 0 || is_blank(front.back()) || refused.takes(front))
@@ -281,6 +283,7 @@ constexpr Suspicion suspicions[] = {
     // what other programs and people write, whatever it is close to
     {invisible_character, spelling},
     {unknown_name, value},
+    {label, spelling},
     {number_of_name, spelling},
     {list_separators, spelling},
     {too_many_entries, value},

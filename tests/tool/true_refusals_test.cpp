@@ -117,6 +117,11 @@ std::vector<Row> rows()
          "65535:0", spelling},
         {"COMMUNITY", "nopeer", "nopeer", R"("nopeer" )" + names + "65535:65284", "65535:65284", spelling},
 
+        {"ASNUM", "AS64496", "AS", R"("AS" is too much)", "64496", spelling},
+        {"VRFRT", "RT:64496:1", "RT:", R"("RT:" is too much)", "64496:1", spelling},
+        {"EXTCOMMUNITY", "target:64496:1", "target:", R"("target:" is too much)", "64496:1", spelling},
+        {"LARGECOMMUNITY", "64496.1.2", ".1.", R"("." cannot separate the parts here, ":" can)", "64496:1:2", spelling},
+        {"TIME_RANGE", "1 day 2 h", "1 day 2 h", units + "1d2h0m0s", "1d2h0m0s", spelling},
         {"ASNUM", "65,536", "65,536", "digits are not grouped here: 65,536 is 65536", "65536", spelling},
         {"ASNUM", "64496:1", ":1", R"(":1" is too much)", "", value,
          "it is a text of COMMUNITY (community), VRFRD (route distinguisher), VRFRT (route target) and 6 more types"},
