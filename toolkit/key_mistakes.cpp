@@ -59,13 +59,13 @@ Texts groups_in(const std::string &text)
     return groups;
 }
 
-/// What a group of a BGP-LS key is called; empty for its first two, which say of what sort it is.
+/// What a group of a BGP-LS key is called, behind the first, which says of what sort it is.
 std::string group_name(const std::string &group)
 {
     for (const char *name : {"IDENTIFIER", "LOCAL", "REMOTE", "LINK", "PREFIX", "TE", "SID"})
         if (group.starts_with("[" + std::string(name)) && !is_letter(group[1 + std::string_view(name).size()]))
             return name;
-    return {};
+    return "PROTOCOL";
 }
 
 Texts group_names(const Texts &groups)
@@ -169,7 +169,7 @@ Found missing_groups(Refused &refused)
         std::string all = refused.text;
         for (std::size_t i = 1; i < theirs.size(); ++i) {
             const std::string name = group_name(theirs[i]);
-            if (!name.empty() && std::ranges::find(my_names, name) == my_names.end()) {
+            if (std::ranges::find(my_names, name) == my_names.end()) {
                 names.push_back(name);
                 all += theirs[i];
             }

@@ -19,6 +19,19 @@ Found leading_zeros(Refused &refused)
     return refused.first_taken(edits, [](const auto &, const auto &) { return "leading zeros cannot stand here"; });
 }
 
+Found zero_half(Refused &refused)
+{
+    const std::string &text = refused.text;
+    Edits edits;
+    for (const Range run : number_runs(text, refused.window)) {
+        const bool dotted = run.end + 1 < text.size() && text[run.end] == '.' && is_digit(text[run.end + 1]);
+        if (dotted && refused.piece(run.begin, run.size()) == "0" && (run.begin == 0 || text[run.begin - 1] != '.'))
+            edits.push_back({run.begin, 2, ""});
+    }
+    return refused.first_taken(edits,
+                               [](const auto &, const auto &) { return "no 0 stands in front of the dot here"; });
+}
+
 Found too_large(Refused &refused)
 {
     for (const Range run : last_numbers(refused.text, refused.window)) {

@@ -305,6 +305,7 @@ constexpr Suspicion suspicions[] = {
     {negative_number, value},
     // what is mistyped
     {whole_text, spelling, true},
+    {zero_half, spelling},
     {leading_zeros, spelling, true},
     {too_large, value, true},
     {too_small, value, true},
