@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "field_values.hpp"
+#include "bytes.hpp"
+#include "named_value.hpp"
 
 namespace bgpdt::toolkit {
 

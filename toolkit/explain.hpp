@@ -13,7 +13,7 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include "bytes.hpp"
-#include "field_values.hpp"
+#include "named_value.hpp"
 #include "session.hpp"
 
 namespace bgpdt::toolkit {

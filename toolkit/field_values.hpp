@@ -5,22 +5,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "bytes.hpp"
+#include "named_value.hpp"
 
 namespace bgpdt::toolkit {
-
-/// A field, or what is split off one, by its name.
-struct NamedValue {
-    std::string name;
-    std::string text;
-    std::optional<std::uint64_t> number = {}; ///< of a field that is one and stands for nothing else
-};
 
 struct FieldValue {
     std::string meaning; ///< what its number stands for, else how it is read

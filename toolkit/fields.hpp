@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "bytes.hpp"
-#include "field_values.hpp"
+#include "named_value.hpp"
 #include "session.hpp"
 
 namespace bgpdt::toolkit {
