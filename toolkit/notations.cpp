@@ -5,7 +5,6 @@
 #include <charconv>
 #include <iterator>
 #include <map>
-#include <ranges>
 #include <span>
 
 #include "bgp_datatype/values.h"
@@ -108,8 +107,9 @@ Found in_decimal(Refused &refused, const std::vector<Number> &numbers, const std
     if (numbers.empty())
         return {};
     std::string text = refused.text;
-    for (const auto &[place, value] : std::views::reverse(numbers))
-        text = edited(text, {place.begin, place.size(), std::to_string(value)});
+    std::for_each(numbers.rbegin(), numbers.rend(), [&text](const Number &number) {
+        text = edited(text, {number.place.begin, number.place.size(), std::to_string(number.value)});
+    });
     if (!refused.takes(text))
         return {};
     const auto &[place, value] = numbers.front();
