@@ -50,7 +50,7 @@ constinit const SYSDT_Record g_astBgpDataTypeNameIndexDefineTbl[SYSDT_NAME_INDEX
 
 #undef BGPDT_RECORD
 
-#define BGPDT_RECORD(type, id, kind, size, layout, about, texts, slots)                                                \
+#define BGPDT_RECORD(type, id, kind, size, layout, about, grammar, texts, slots)                                       \
     {.typeId = SYSDT_TYPE_##type, .dataLength = size, .baseKind = SYSDT_KIND_##kind, .name = #type, slots},
 #define BGPDT_SLOT(slot, callback) .slot = callback,
 
