@@ -205,6 +205,9 @@ def plot(series, path):
         parts.append(f'<polyline points="{place(0, 0)} {place(limit_end, limit_end * NS_PER_BYTE)}" fill="none" '
                      f'stroke="gray" stroke-dasharray="4"/>')
         parts.append(f'<polyline points="{line}" fill="none" stroke="{SERIES_COLOURS[number]}" stroke-width="2"/>')
+        for row, (words, colour) in enumerate((("measured", SERIES_COLOURS[number]), ("the limit", "gray"))):
+            parts.append(f'<text x="{left + width - 4}" y="{bottom - 24 + 14 * row}" text-anchor="end" '
+                         f'fill="{colour}">{words}</text>')
     parts.append("</svg>\n")
     with open(path, "w", encoding="utf-8") as file:
         file.write("\n".join(parts))

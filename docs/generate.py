@@ -26,6 +26,29 @@ dispatching = "BOLPREFIX"
 generated = ("man", "types", "pictures/grammar", "yang")
 
 
+# What the help of the tool has no room for.
+environment = [
+    ("BGPDT_PLUGIN", "The plug-in's file, where --plugin names none."),
+    ("NO_COLOR", "If it is set and not empty, there are no colours but by --color always."),
+    ("TERM", "On a terminal called dumb there are none either."),
+    ("TMPDIR", "The folder for what a sort has no room for in memory; /tmp without it."),
+]
+json_notes = [
+    "With --json each answer is one object on one line, refusals included.",
+    "Of many values it tells what is refused, an object a line on standard error, then how many there were.",
+    "The member schema, 2, is raised when another is gone or means something else;",
+    "bgpdt.schema.json, a JSON Schema, says what each means.",
+]
+shown_calls = [
+    ("bgpdt explain EVNPREFIX 100:32:192.0.2.1", "What each byte of a value is."),
+    ("bgpdt check rt 64496:100", "Whether a route target is one; types go by the names that people use too."),
+    ("bgpdt diff VRFRD 64496:100 64496:101", "In which fields two values differ."),
+    ("bgpdt convert COMMUNITY --to csv <communities.txt", "A table of the values of many lines, with their fields."),
+    ("bgpdt sort VRFRD -u -o rds.txt rds.txt", "Sorts a file in its place, each value once."),
+    ("bgpdt check COMMUNITY --json --in communities.txt", "What is wrong with which line, for a program."),
+]
+
+
 def ask(*words):
     """What the tool answers in JSON, refusals included."""
     run = subprocess.run([tool, "--json", *words[:2], "--", *words[2:]], capture_output=True, text=True, check=False)
@@ -104,9 +127,9 @@ def shape(text):
 
 def known_texts(description, files, verb):
     """By text the bytes, or null, of what the vectors say; what they do not is the host's."""
-    if description["kind"] != "structured" and not any(texts_of(files, description["name"], "bad")):
-        return dict.fromkeys((string_texts if description["kind"] == "string" else index_texts)[verb])
-    return {text: word for text, word in texts_of(files, description["name"], verb) if text.strip()}
+    if description["storage"] != "structured" and not any(texts_of(files, description["type"], "bad")):
+        return dict.fromkeys((string_texts if description["storage"] == "string" else index_texts)[verb])
+    return {text: word for text, word in texts_of(files, description["type"], verb) if text.strip()}
 
 
 def good_texts(description, files):
@@ -118,9 +141,9 @@ def good_texts(description, files):
         chosen.setdefault(str(shape(text)), text)
     answers = []
     for text in list(dict.fromkeys([*chosen.values(), *bare]))[:examples_wanted]:
-        answer = ask("parse", description["name"], text)
+        answer = ask("parse", description["type"], text)
         if "hex" not in answer or (known[text] and not same_bytes(answer["hex"], expanded(known[text]))):
-            sys.exit(f"{description['name']}: {text!r} is not what the vectors say: {answer}")
+            sys.exit(f"{description['type']}: {text!r} is not what the vectors say: {answer}")
         answers.append((text, answer["hex"]))
     return answers
 
@@ -134,9 +157,9 @@ def bad_texts(description, files):
     """Each refused for another reason as long as there are any, those first of which the tool tells where they err."""
     chosen, others = {}, []
     for text in list(known_texts(description, files, "bad"))[:40]:
-        answer = ask("parse", description["name"], text)
+        answer = ask("parse", description["type"], text)
         if "error" not in answer:
-            sys.exit(f"{description['name']}: {text!r} is taken, the vectors say that it is not")
+            sys.exit(f"{description['type']}: {text!r} is taken, the vectors say that it is not")
         entry = (text, answer.get("reason") or "it is " + answer["error"].split(": it is ")[-1].split(" (SYSDT")[0],
                  answer.get("repair", ""))
         if "at" not in answer or chosen.setdefault(re.sub(r'"[^"]*"|\d+', "9", entry[1]), entry) is not entry:
@@ -158,13 +181,13 @@ def first_value(files, type_name, size):
 
 def pictures(description, files):
     """A value of every layout that the samples, or the kinds without text, have."""
-    values = description["examples"] or [first_value(files, description["name"], description["size"])]
+    values = description["examples"] or [first_value(files, description["type"], description["size"])]
     kinds = {}
     for kind in description.get("kinds", []):
-        kinds[kind["name"]] = "0x%08x" % kind["number"] + "00" * (description["size"] - 4)
+        kinds[kind["kind"]] = "0x%08x" % kind["kind_number"] + "00" * (description["size"] - 4)
     seen = {}
     for value in values + list(kinds.values()):
-        answer = ask("explain", description["name"], value)
+        answer = ask("explain", description["type"], value)
         layout = tuple((part["offset"], part["size"], part.get("name")) for part in answer["parts"])
         kind_told = answer.get("kind") in {other.get("kind") for other, _ in seen.values()}
         if layout not in seen and not (value in kinds.values() and kind_told):
@@ -186,26 +209,33 @@ def table(heads, rows):
     return "\n".join(lines) + "\n"
 
 
+def sentence(words):
+    return words[0].upper() + words[1:] + "."
+
+
 def text_section(description, files):
-    name = description["name"]
+    name = description["type"]
     if "parse" not in description["operations"]:
         return "## Text\n\nThe type takes no text" + (
             "; it prints one.\n" if "print" in description["operations"] else ".\n")
     parts = ["## Text\n"]
+    if description["grammar"]:
+        parts.append(escaped(sentence(description["grammar"])) + "\n")
     if description["takes"]:
         parts.append("Its help says: " + " or ".join(code(text) for text in description["takes"]) + "\n")
     if description["examples"]:
         parts.append("One text of each form:\n\n```text\n" + "\n".join(description["examples"]) + "\n```\n")
     if any(kind.get("form") for kind in description.get("kinds", [])):
-        parts.append(table(["kind", "number", "its help says"],
-                           [[kind["name"], str(kind["number"]), code(kind["form"]) if kind.get("form") else ""]
+        parts.append(table(["kind", "number", "what it is", "its help says"],
+                           [[kind["kind"], str(kind["kind_number"]), kind["about"],
+                             code(kind["form"]) if kind.get("form") else ""]
                             for kind in description["kinds"]]))
     good = good_texts(description, files)
     if good:
         parts.append("Taken:\n\n" + table(["text", "bytes"],
                                           [[code(text), code(shortened(digits))] for text, digits in good]))
         bad = bad_texts(description, files)
-        parts.append("Refused:\n\n" + table(["text", "why", "taken instead"],
+        parts.append("Refused:\n\n" + table(["text", "why", "would be accepted"],
                                             [[code(text), escaped(why), code(repair) if repair else ""]
                                              for text, why, repair in bad]))
     else:
@@ -280,8 +310,8 @@ def picture_section(description, files):
             route = next((part["meaning"] for part in answer["parts"] if part.get("name") == "route type"), "number")
             kind = answer.get("kind") if "kinds" in description else None
             parts.append(f"### {' '.join(filter(None, [kind, '' if route == 'number' else route]))}\n")
-        box = counted(ask_text("explain", description["name"], value))
-        parts.append(f"```text\n$ bgpdt explain {description['name']} {quoted(value)}\n{box}```\n")
+        box = counted(ask_text("explain", description["type"], value))
+        parts.append(f"```text\n$ bgpdt explain {description['type']} {quoted(value)}\n{box}```\n")
         keyed = [[str(part["offset"]), str(part["size"]), escaped(part["name"]), code(part["key"])]
                  for part in answer["parts"] if part.get("key")]
         if keyed:
@@ -305,7 +335,7 @@ def irregularity_section(files):
 def page(name, files):
     description = ask("describe", name)
     head = f"# {name}: {description['about']}\n\n"
-    head += f"Type {description['id']:#06x}, {description['kind']}, {description['size']} bytes, "
+    head += f"Type {description['id']:#06x}, {description['storage']}, {description['size']} bytes, "
     head += "with " + " ".join(description["operations"]) + ".\n\n"
     if len(files) == 1:
         head += escaped(files[0].about) + "\n\n"
@@ -329,6 +359,10 @@ def roff(text):
 
 def item(head, text):
     return f".TP\n.B {roff(head)}\n{roff(text)}\n"
+
+
+def shown_call(call, meaning):
+    return f".TP\n.B {roff('$ ' + call)}\n{roff(meaning)}\n"
 
 
 def rows_of(page, head):
@@ -364,6 +398,9 @@ def tool_manual():
             text += ".SH EXIT STATUS\n" + roff(status[1]) + "\n"
         else:
             text += ".PP\n" + "".join(roff(line) + "\n" for line in paragraph.splitlines())
+    text += ".SH ENVIRONMENT\n" + "".join(item(name, meaning) for name, meaning in environment)
+    text += ".SH JSON\n" + "".join(roff(line) + "\n" for line in json_notes)
+    text += ".SH EXAMPLES\n" + "".join(shown_call(call, meaning) for call, meaning in shown_calls)
     return text + ".SH SEE ALSO\n.BR bgpdt\\-texts (7)\n"
 
 
@@ -371,7 +408,9 @@ def texts_manual(descriptions):
     text = manual_head("BGPDT-TEXTS", 7, "bgpdt\\-texts \\- the text forms of BGP data types")
     text += ".SH DESCRIPTION\nWhat the types of\n.BR bgpdt (1)\ntake as text, with a text of each form.\n.SH TYPES\n"
     for description in descriptions:
-        text += f".SS {description['name']}\n{roff(description['about'])}, {description['size']} bytes.\n"
+        text += f".SS {description['type']}\n{roff(description['about'])}, {description['size']} bytes.\n"
+        if description["grammar"]:
+            text += roff(sentence(description["grammar"])) + "\n"
         if description["takes"]:
             text += "Its help says: " + roff(" or ".join(description["takes"])) + ".\n"
         if description["examples"]:
@@ -381,21 +420,19 @@ def texts_manual(descriptions):
         if written := grammar(description["name"]):
             text += ".PP\n.RS\n.EX\n" + "".join(roff(line) + "\n" for line in written.splitlines()) + ".EE\n.RE\n"
         for kind in description.get("kinds", []):
-            told = f"Kind {kind['number']}; " + (f"its help says: {kind['form']}." if kind.get("form") else
-                                                 " ".join(kind["operations"]) + ".")
-            text += item(kind["name"], told)
+            told = f"Kind {kind['kind_number']}, {kind['about']}."
+            text += item(kind["kind"], told + (f" Its help says: {kind['form']}." if kind.get("form") else ""))
     return text + ".SH SEE ALSO\n.BR bgpdt (1)\n"
 
 
 def pages():
-    types = ask("types")
-    names = [entry["name"] for entry in types]
+    names = [entry["type"] for entry in ask("types")["types"]]
     vectors = read_vectors()
     files = {name: [file for file in vectors if file_of_type(file, names) == name] for name in names}
     with ThreadPoolExecutor(os.cpu_count()) as pool:
         texts = list(pool.map(lambda name: page(name, files[name]), names))
     descriptions = [ask("describe", name) for name in names]
-    rows = [[f"[{entry['name']}]({entry['name']}.md)", entry["about"], str(entry["size"])] for entry in descriptions]
+    rows = [[f"[{entry['type']}]({entry['type']}.md)", entry["about"], str(entry["size"])] for entry in descriptions]
     index = "# The types\n\n" + table(["type", "what it is", "bytes"], rows)
     subjects = [path.stem.replace(".", " ", 1) for path in sorted((top / "grammar/texts").glob("*.grammar"))]
     drawn = {f"pictures/grammar/{name.replace(' ', '.')}.svg": picture for name in subjects

@@ -4,14 +4,14 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "toolkit/conversions.hpp"
+#include "toolkit/other_types.hpp"
 #include "toolkit/shown_text.hpp"
-#include "toolkit/text_pieces.hpp"
 
 namespace bgpdt::library {
 namespace {
@@ -32,8 +32,7 @@ constexpr bgpdt_error plain(int code, std::string_view message)
             .at_character = 0,
             .characters = 0,
             .repair = no_text,
-            .repair_keeps = 0,
-            .other_form = no_text,
+            .change = BGPDT_SPELLING,
             .other_types = nullptr,
             .other_type_count = 0,
             .forms = nullptr,
@@ -51,6 +50,7 @@ constexpr std::array plain_errors = {
     plain(BGPDT_NO_MEMORY, "not enough memory"),
     plain(BGPDT_NO_SENSE, "an argument is null or makes no sense"),
     plain(BGPDT_FAILED, "something went wrong"),
+    plain(BGPDT_NO_FIELD, "there is no field of the name"),
 };
 
 bool is_plain(const bgpdt_error *error)
@@ -68,13 +68,13 @@ struct Told : bgpdt_error {
 
     void diagnose(const toolkit::Diagnosis &diagnosis);
     void add_forms(const std::vector<toolkit::KindForm> &known);
-    void add_types(std::vector<std::string> names);
+    void add_types(std::vector<toolkit::TypeName> types);
 
     std::string message_text;
     toolkit::Diagnosis found = {};
     std::vector<toolkit::KindForm> known_forms = {};
     std::vector<bgpdt_form> form_rows = {};
-    std::vector<std::string> type_names = {};
+    std::vector<toolkit::TypeName> known_types = {};
     std::vector<bgpdt_text> type_rows = {};
 };
 
@@ -86,23 +86,13 @@ std::size_t characters_in(std::string_view text, std::size_t begin, std::size_t 
     return count;
 }
 
-/// The numbers and words of a text.
-toolkit::Texts words_of(const std::string &text)
+int change_of(toolkit::Change change)
 {
-    toolkit::Texts words = toolkit::pieces_of(text);
-    std::erase_if(words, [](const std::string &piece) { return piece.empty() || !toolkit::is_inner(piece.front()); });
-    return words;
-}
-
-/// Whether the repair has all numbers and words of the text, in their order.
-bool keeps_all(const std::string &text, const std::string &repair)
-{
-    const toolkit::Texts wanted = words_of(text);
-    auto next = wanted.begin();
-    for (const std::string &word : words_of(repair))
-        if (next != wanted.end() && *next == word)
-            ++next;
-    return next == wanted.end();
+    switch (change) {
+    case toolkit::Change::spelling: return BGPDT_SPELLING;
+    case toolkit::Change::example: return BGPDT_EXAMPLE;
+    default: return BGPDT_VALUE;
+    }
 }
 
 void Told::diagnose(const toolkit::Diagnosis &diagnosis)
@@ -114,8 +104,7 @@ void Told::diagnose(const toolkit::Diagnosis &diagnosis)
     at_character = characters_in(found.text, 0, at);
     characters = characters_in(found.text, at, at + length);
     repair = view(found.repair);
-    repair_keeps = !found.repair.empty() && keeps_all(found.text, found.repair) ? 1 : 0;
-    other_form = view(found.other);
+    change = change_of(found.change);
 }
 
 void Told::add_forms(const std::vector<toolkit::KindForm> &known)
@@ -127,13 +116,22 @@ void Told::add_forms(const std::vector<toolkit::KindForm> &known)
     form_count = form_rows.size();
 }
 
-void Told::add_types(std::vector<std::string> names)
+void Told::add_types(std::vector<toolkit::TypeName> types)
 {
-    type_names = std::move(names);
-    for (const std::string &name : type_names)
-        type_rows.push_back(view(name));
+    known_types = std::move(types);
+    for (const toolkit::TypeName &type : known_types)
+        type_rows.push_back(view(type.name));
     other_types = type_rows.data();
     other_type_count = type_rows.size();
+}
+
+int code_of(const toolkit::Error &error)
+{
+    switch (error.hint()) {
+    case toolkit::Hint::types: return BGPDT_NO_TYPE;
+    case toolkit::Hint::fields: return BGPDT_NO_FIELD;
+    default: return BGPDT_NO_PLUGIN;
+    }
 }
 
 int code_of(const Call &call, const toolkit::Refusal &refusal)
@@ -186,12 +184,14 @@ int told(const Call &call, const toolkit::Refusal &refusal) noexcept
     });
 }
 
+int told(const Call &call, const toolkit::Error &error) noexcept { return told(call, code_of(error), error.what()); }
+
 void add_other_types(const Call &call, std::string_view text) noexcept
 {
     if (call.error == nullptr || *call.error == nullptr || is_plain(*call.error))
         return;
     try {
-        static_cast<Told *>(*call.error)->add_types(toolkit::takers(call.type->session(), text));
+        static_cast<Told *>(*call.error)->add_types(toolkit::types_that_take(call.type->session(), text));
     } catch (...) { // there is no memory to know more
     }
 }
@@ -210,8 +210,9 @@ void bgpdt_free(char *text) { std::free(text); }
 
 const char *bgpdt_code_text(int code)
 {
+    constexpr const char *done[] = {"done", "bytes, no text", "a number"};
     if (code >= BGPDT_OK)
-        return code == BGPDT_OK ? "done" : code == BGPDT_BYTES ? "bytes, no text" : nullptr;
+        return code < static_cast<int>(std::size(done)) ? done[code] : nullptr;
     const auto index = static_cast<std::size_t>(BGPDT_REFUSED) - static_cast<std::size_t>(code);
     return index < plain_errors.size() ? plain_errors[index].message.data : nullptr;
 }

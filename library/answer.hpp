@@ -23,6 +23,7 @@ struct Call {
 int told(const Call &call, int code) noexcept;
 /// The same of what was thrown.
 int told(const Call &call, const toolkit::Refusal &refusal) noexcept;
+int told(const Call &call, const toolkit::Error &error) noexcept;
 int told(const Call &call, int code, const char *sentence) noexcept;
 
 /// Adds the types that take the text to the error that tells why one does not.
@@ -42,7 +43,7 @@ int answer(const Call &call, bool sense, const Work &work) noexcept
     } catch (const toolkit::Refusal &refusal) {
         return told(call, refusal);
     } catch (const toolkit::Error &error) {
-        return told(call, error.hint() == toolkit::Hint::types ? BGPDT_NO_TYPE : BGPDT_NO_PLUGIN, error.what());
+        return told(call, error);
     } catch (const host::HostError &error) {
         return told(call, BGPDT_NO_PLUGIN, error.what());
     } catch (const std::bad_alloc &) {

@@ -10,6 +10,8 @@
 #include "answer.hpp"
 #include "json_table.hpp"
 #include "toolkit/explain.hpp"
+#include "toolkit/fields.hpp"
+#include "toolkit/json_answers.hpp"
 #include "toolkit/stream_values.hpp"
 #include "values.hpp"
 
@@ -202,6 +204,22 @@ int bgpdt_explain(const bgpdt_type *type, const uint8_t *value, size_t value_siz
         const auto explanation = toolkit::explanation_of(type->session(), type->record, bytes);
         hand_over(toolkit::json_text(toolkit::explanation_json(explanation)), json, json_size);
     });
+}
+
+int bgpdt_field(const bgpdt_type *type, const uint8_t *value, size_t value_size, const char *name, size_t name_size,
+                char **text, size_t *text_size, bgpdt_error **error)
+{
+    bool is_number = false;
+    const bool sense = is_buffer(name, name_size) && text != nullptr;
+    const int code = on_value({type, 0, error}, sense, value, value_size, [&](Value native) {
+        *text = nullptr;
+        const auto field = toolkit::field_named(type->session(), type->record, native, {name, name_size});
+        if (!field)
+            return;
+        is_number = field->number.has_value();
+        hand_over(field->text, text, text_size);
+    });
+    return code == BGPDT_OK && is_number ? BGPDT_NUMBER : code;
 }
 
 int bgpdt_from_hex(const bgpdt_type *type, const char *hex, size_t hex_size, uint8_t *value, size_t value_room,

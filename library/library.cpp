@@ -39,6 +39,7 @@ const std::vector<const bgpdt_kind *> &bgpdt_library::kept_kinds(const SYSDT_Rec
         list.push_back(&kinds_.emplace_back(bgpdt_kind{.struct_size = sizeof(bgpdt_kind),
                                                        .number = kind.number,
                                                        .name = kept(kind.name),
+                                                       .about = kept(kind.about),
                                                        .form = kept(kind.form),
                                                        .takes_text = kind.takes_text ? 1U : 0U}));
     }
@@ -66,6 +67,7 @@ void bgpdt_library::describe(const SYSDT_Record &record)
                               .mode = mode,
                               .value_size = size,
                               .operations = toolkit::operation_bits(record),
+                              .grammar = kept(sample.grammar),
                               .samples = samples.data(),
                               .sample_count = samples.size(),
                               .help = help.data(),

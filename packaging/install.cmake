@@ -16,6 +16,8 @@ if(BGPDT_TOOL)
     install(TARGETS bgpdt RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
     install(FILES docs/man/bgpdt.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
     install(FILES docs/man/bgpdt-texts.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7 COMPONENT tool)
+    install(FILES completions/bgpdt.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
+        COMPONENT tool)
     install(FILES completions/bgpdt.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME bgpdt
         COMPONENT tool)
     install(FILES completions/_bgpdt DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tool)

@@ -2,12 +2,14 @@
 #include "sqlite/extension.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <exception>
 #include <new>
 #include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 const sqlite3_api_routines *sqlite3_api = nullptr;
@@ -98,17 +100,17 @@ std::span<const std::uint8_t> blob_at(const bgpdt_type *type, sqlite3_value *arg
     return {reinterpret_cast<const std::uint8_t *>(blob.data()), blob.size()};
 }
 
-using Function = void(sqlite3_context *, const bgpdt_type *, sqlite3_value *);
+/// @param arguments  behind the type
+using Function = void(sqlite3_context *, const bgpdt_type *, sqlite3_value **arguments);
 
-void value(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *text)
+void value(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
 {
-    const Bytes bytes = parsed(type, text);
+    const Bytes bytes = parsed(type, arguments[0]);
     sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
 }
 
-void text(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *blob)
+void give_printed(sqlite3_context *context, const bgpdt_type *type, std::span<const std::uint8_t> value)
 {
-    const auto value = blob_at(type, blob);
     char text[BGPDT_TEXT_ROOM];
     std::size_t size = 0;
     Error error;
@@ -117,9 +119,38 @@ void text(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *blob)
     give(context, {text, size});
 }
 
-void valid(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *argument)
+void text(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
 {
-    const std::string_view text = content(argument);
+    give_printed(context, type, blob_at(type, arguments[0]));
+}
+
+void canon(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+{
+    give_printed(context, type, parsed(type, arguments[0]));
+}
+
+/// Null for a field that the value has not, but others of the type have.
+void field(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+{
+    const auto value = blob_at(type, arguments[0]);
+    const std::string_view name = content(arguments[1]);
+    char *text = nullptr;
+    std::size_t size = 0;
+    Error error;
+    const int code = bgpdt_field(type, value.data(), value.size(), name.data(), name.size(), &text, &size, error.out());
+    if (code < BGPDT_OK)
+        throw Refusal(error.sentence());
+    sqlite3_int64 number = 0;
+    if (code == BGPDT_NUMBER && std::from_chars(text, text + size, number).ec == std::errc())
+        sqlite3_result_int64(context, number);
+    else if (text != nullptr)
+        give(context, {text, size});
+    bgpdt_free(text);
+}
+
+void valid(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+{
+    const std::string_view text = content(arguments[0]);
     Bytes value(bgpdt_about(type)->value_size);
     const bool taken = text.size() <= longest_text &&
                        bgpdt_parse(type, text.data(), text.size(), value.data(), value.size(), nullptr) == BGPDT_OK;
@@ -127,18 +158,18 @@ void valid(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *argu
 }
 
 /// Null for a text that is valid.
-void why(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *argument)
+void why(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
 {
     try {
-        static_cast<void>(parsed(type, argument));
+        static_cast<void>(parsed(type, arguments[0]));
     } catch (const Refusal &refusal) {
         give(context, refusal.what());
     }
 }
 
-void json(sqlite3_context *context, const bgpdt_type *type, sqlite3_value *blob)
+void json(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
 {
-    const auto value = blob_at(type, blob);
+    const auto value = blob_at(type, arguments[0]);
     char *json = nullptr;
     std::size_t size = 0;
     Error error;
@@ -158,17 +189,17 @@ void answer(sqlite3_context *context, sqlite3_value **arguments)
     const bgpdt_type *type = nullptr;
     Error error;
     if (bgpdt_find(library, name.data(), name.size(), &type, error.out()) == BGPDT_OK)
-        function(context, type, arguments[1]);
+        function(context, type, arguments + 1);
     else
         give_error(context, error.sentence());
 }
 
 /// A function of SQL: NULL for NULL.
 template <Function *function>
-void entry(sqlite3_context *context, int, sqlite3_value **arguments)
+void entry(sqlite3_context *context, int count, sqlite3_value **arguments)
 {
     const auto is_null = [](sqlite3_value *argument) { return sqlite3_value_type(argument) == SQLITE_NULL; };
-    if (std::any_of(arguments, arguments + 2, is_null))
+    if (std::any_of(arguments, arguments + count, is_null))
         return;
     try {
         answer<function>(context, arguments);
@@ -182,6 +213,7 @@ void entry(sqlite3_context *context, int, sqlite3_value **arguments)
 struct Named {
     const char *name;
     void (*function)(sqlite3_context *, int, sqlite3_value **);
+    int arguments = 2;
     int flags = 0;
 };
 
@@ -192,10 +224,8 @@ constexpr int gives_subtype = 0;
 #endif
 
 constexpr Named functions[] = {
-    {"bgp_json", entry<json>, gives_subtype},
-    {"bgp_text", entry<text>},
-    {"bgp_valid", entry<valid>},
-    {"bgp_value", entry<value>},
+    {"bgp_canon", entry<canon>}, {"bgp_field", entry<field>, 3}, {"bgp_json", entry<json>, 2, gives_subtype},
+    {"bgp_text", entry<text>},   {"bgp_valid", entry<valid>},    {"bgp_value", entry<value>},
     {"bgp_why", entry<why>},
 };
 
@@ -203,8 +233,8 @@ int add_functions(sqlite3 *database, bgpdt_library *library)
 {
     constexpr int always = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
     for (const Named &row : functions) {
-        const int result = sqlite3_create_function_v2(database, row.name, 2, always | row.flags, library, row.function,
-                                                      nullptr, nullptr, nullptr);
+        const int result = sqlite3_create_function_v2(database, row.name, row.arguments, always | row.flags, library,
+                                                      row.function, nullptr, nullptr, nullptr);
         if (result != SQLITE_OK)
             return result;
     }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -13,6 +14,7 @@ namespace bgpdt::tool {
 struct Answer {
     std::string text;
     nlohmann::ordered_json json;
+    std::vector<std::string> notes = {}; ///< sentences beside it
 };
 
 } // namespace bgpdt::tool

@@ -24,8 +24,11 @@ std::vector<std::string> names_of(std::span<const Command> commands, Passes pass
 }
 
 constexpr std::string_view special_options[] = {
-    "--mode", "--native", "--record",  "--template", "--value",  "--from",   "--to",    "--output", "--in", "--jobs",
-    "--show", "--quiet",  "--summary", "--rejects",  "--memory", "--unique", "--color", "--html",   "--as"};
+    "--mode",  "--native", "--record",  "--template",  "--value",   "--from",      "--to",           "--output",
+    "--in",    "--jobs",   "--show",    "--quiet",     "--summary", "--rejects",   "--memory",       "--unique",
+    "--color", "--html",   "--reverse", "--canonical", "--field",   "--as-format", "--descriptions", "--as"};
+constexpr std::string_view common_options[] = {"--native", "--mode", "--canonical", "--as-format"};
+constexpr std::string_view options_for_one[] = {"--record", "--template", "--value"};
 
 void require_options(const Command &command, const Options &options, std::span<const Command> commands)
 {
@@ -43,11 +46,13 @@ void require_stream_options(const Command &command, const Options &options)
 {
     const bool many = streams(command, options);
     for (const std::string &option : options.given) {
-        const bool common = option == "--native" || option == "--mode";
-        const bool for_one = option == "--json";
-        if (!common && (many ? for_one : std::ranges::find(special_options, option) != std::end(special_options))) {
-            throw UsageError(option + (many ? " is for one value; --to json gives lines of JSON"
-                                            : " is for the lines of the input, and a value is given"));
+        const auto is_in = [&option](std::span<const std::string_view> names) {
+            return std::ranges::find(names, option) != names.end();
+        };
+        const bool for_many = is_in(special_options) && !is_in(common_options) && !is_in(options_for_one);
+        if (many ? is_in(options_for_one) : for_many) {
+            throw UsageError(option +
+                             (many ? " is for one value" : " is for the lines of the input, and a value is given"));
         }
     }
     if (many && command.run != nullptr && options.arguments.size() > 1 && !options.in.empty()) {

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <limits>
 #include <span>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
@@ -19,8 +20,8 @@ using namespace toolkit;
 namespace {
 
 constexpr const char *value_notes = R"(
-VALUE is text, or bytes in hexadecimal behind 0x. HEX is bytes, with or without 0x; blanks, ':', '_' and '-' may stand
-between them. Numbers in them are in the byte order of the target (big-endian) unless --native is given.
+VALUE is text, or bytes in hexadecimal: text if the type takes it, bytes behind 0x. HEX is bytes, with or without 0x;
+blanks, ':', '_' and '-' may stand between them. Numbers in them are in the byte order of the target (big-endian) unless --native is given.
 )";
 
 constexpr const char *notes = R"(
@@ -142,6 +143,16 @@ void add_number(CLI::App &app, const std::string &names, Target &target, Number 
     add_value(app, names, target, read, "a number from 0 to " + std::to_string(largest), description)->type_name("N");
 }
 
+std::optional<Notation> read_notation(std::string_view word)
+{
+    constexpr std::pair<std::string_view, Notation> words[] = {
+        {"plain", Notation::plain}, {"dotted", Notation::dotted}, {"as-written", Notation::as_written}};
+    for (const auto &[name, notation] : words)
+        if (name == word)
+            return notation;
+    return {};
+}
+
 CLI::Validator named_file()
 {
     return {[](const std::string &name) { return name.empty() ? "the name of the file is empty" : std::string(); }, ""};
@@ -151,9 +162,9 @@ void declare(CLI::App &app, Options &options)
 {
     app.allow_extras();
     app.set_help_flag("-h,--help", "This page");
-    app.set_version_flag("--version", "bgpdt " BGPDT_VERSION "\n");
+    app.set_version_flag("-V,--version", "bgpdt " BGPDT_VERSION "\n");
     app.get_option("--version")->description("The version");
-    app.add_flag("--json", options.json, "Answer in JSON, refusals included");
+    app.add_flag("--json", options.json, "Answer in JSON, refusals included; of lines what is refused, a line each");
     app.add_flag("--native", options.settings.native, "Bytes are in this machine's order");
     app.add_flag("--record", options.record, "HEX is a display record of any length, in this machine's order");
     app.add_option("--template", options.line_template,
@@ -165,7 +176,8 @@ void declare(CLI::App &app, Options &options)
     add_number(app, "--mode", options.settings.mode, std::uint8_t{255},
                "Conversion mode; without it the one in which text goes both ways");
     app.add_option("--from", options.from, "Format of the input: text, hex, json or binary")->type_name("FORMAT");
-    app.add_option("--to", options.to, "Format of the output: hex, text, json or binary")->type_name("FORMAT");
+    app.add_option("--to", options.to, "Format of the output: hex, text, json, csv, tsv or binary")
+        ->type_name("FORMAT");
     app.add_option("-o,--output", options.output,
                    "Where the output goes, when all of it is there; without it standard output")
         ->type_name("FILE")
@@ -185,10 +197,19 @@ void declare(CLI::App &app, Options &options)
               "1 to " + std::to_string(largest_number) + " bytes, or their K, M, G, T, P or E, as in 64M",
               "Sorts in that much memory, as in 64M, the rest in temporary files")
         ->type_name("SIZE");
-    app.add_flag("--unique", options.unique, "Of equal values the first alone");
+    app.add_flag("-u,--unique", options.unique, "Of equal values the first alone");
+    app.add_flag("-r,--reverse", options.reverse, "The greatest value first");
+    app.add_flag("--canonical", options.canonical, "Refuses what the type accepts, but prints in another way");
+    app.add_option("--field", options.fields, "A field of the values, or text, hex or kind; any number of them")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    add_value(app, "--as-format", options.settings.notation, read_notation, "plain, dotted or as-written",
+              "AS numbers above 65535 as plain numbers, dotted, or as-written")
+        ->type_name("FORMAT");
     app.add_option("--color", options.color, "Colours: auto (on a terminal, unless NO_COLOR is set), always or never")
         ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
+    app.add_flag("--descriptions", options.descriptions, "What the words mean, behind a tab each");
     app.add_flag("--html", options.html, "A page for a browser");
     app.add_option("--as", options.language,
                    "Language: notation, abnf, regex, python, pcre, ecmascript, yang or svg; without it notation")
@@ -232,7 +253,7 @@ std::vector<OptionName> option_names()
     declare(app, options);
     std::vector<OptionName> names;
     for (const CLI::Option *option : app.get_options())
-        names.push_back({option->get_name(), option->get_type_name()});
+        names.push_back({option->get_name(), option->get_type_name(), option->get_description()});
     return names;
 }
 
@@ -256,6 +277,11 @@ Options read_options(int argc, const char *const *argv, std::span<const Command>
     }
     if (options.arguments.empty())
         throw UsageError("a command is missing; 'bgpdt --help' lists them");
+    if (options.arguments.front() == "help") {
+        options.page = options.arguments.size() < 2 ? help_page(app, commands)
+                                                    : help_page(app, find_command(commands, options.arguments[1]));
+        return options;
+    }
     for (const CLI::Option *option : app.get_options())
         if (option->count() != 0)
             options.given.push_back(option->get_name());

@@ -15,6 +15,7 @@ namespace bgpdt::tool {
 struct OptionName {
     std::string name;  ///< the long one where there are two
     std::string value; ///< what its value is called; empty for an option without
+    std::string meaning;
 };
 /// Those of all commands.
 std::vector<OptionName> option_names();

@@ -6,14 +6,25 @@
 #include <string_view>
 
 #include "command_line.hpp"
+#include "toolkit/fields.hpp"
 #include "toolkit/kinds.hpp"
 #include "toolkit/near_names.hpp"
+#include "toolkit/samples.hpp"
 
 namespace bgpdt::tool {
 using namespace toolkit;
 namespace {
 
 using Words = std::vector<std::string>;
+using Candidates = std::vector<Candidate>;
+
+Candidates without_words(const Words &words)
+{
+    Candidates candidates;
+    for (const std::string &word : words)
+        candidates.push_back({word});
+    return candidates;
+}
 
 /// What takes the place of a value's name in the help; empty for an option without value.
 std::string value_name(const std::string &option)
@@ -23,13 +34,20 @@ std::string value_name(const std::string &option)
     return found == options.end() ? "" : found->value;
 }
 
-Words values_called(const std::string &name)
+/// Of an option or an argument.
+Candidates values_called(Session &session, const std::string &name, const std::string &option, const Words &arguments)
 {
+    if (name == "FORMAT" && option == "--as-format")
+        return without_words({"plain", "dotted", "as-written"});
+    if (name == "FORMAT" && option == "--from")
+        return without_words({"text", "hex", "json", "binary"});
     if (name == "FORMAT")
-        return {"text", "hex", "json", "binary"};
+        return without_words({"text", "hex", "json", "csv", "tsv", "binary"});
     if (name == "WHEN")
-        return {"auto", "always", "never"};
-    return name == "FILE" || name == "ARG" ? Words{file_candidate} : Words{};
+        return without_words({"auto", "always", "never"});
+    if (name == "NAME" && arguments.size() > 1)
+        return without_words(field_names(session, session.type(arguments[1])));
+    return name == "FILE" || name == "ARG" ? Candidates{{file_candidate}} : Candidates{};
 }
 
 /// The command and its arguments, without options.
@@ -45,16 +63,25 @@ Words arguments_in(std::span<const std::string> words)
     return arguments;
 }
 
-Words type_names(Session &session)
+Candidates type_names(Session &session)
 {
-    Words names;
+    Candidates names;
     for (const SYSDT_Record *type : session.host().types())
-        names.push_back(name_of(*type));
+        names.push_back({name_of(*type), sample_of(type->typeId).about});
+    return names;
+}
+
+Candidates command_names(std::span<const Command> commands)
+{
+    Candidates names;
+    for (const Command &command : commands)
+        names.push_back({std::string(command.name), std::string(command.summary)});
     return names;
 }
 
 /// What the command takes behind the arguments that there are.
-Words next_arguments(Session &session, const Command &command, const Words &arguments)
+Candidates next_arguments(Session &session, std::span<const Command> commands, const Command &command,
+                          const Words &arguments)
 {
     std::istringstream names{std::string(command.arguments)};
     std::string name;
@@ -64,55 +91,54 @@ Words next_arguments(Session &session, const Command &command, const Words &argu
     std::erase_if(name, [](char c) { return c == '[' || c == ']' || c == '.'; });
     if (name == "TYPE")
         return type_names(session);
-    if (name == "KIND") {
-        Words kind_names;
-        std::ranges::transform(kinds(session, session.type(arguments[1])), std::back_inserter(kind_names), &Kind::name);
-        return kind_names;
-    }
-    return values_called(name);
+    if (name == "COMMAND")
+        return command_names(commands);
+    if (name != "KIND")
+        return values_called(session, name, "", arguments);
+    Candidates kind_names;
+    for (const Kind &kind : kinds(session, session.type(arguments[1])))
+        kind_names.push_back({kind.name, kind.about});
+    return kind_names;
 }
 
-Words options_of(const Command *command)
+Candidates options_of(const Command *command)
 {
-    Words names;
+    Candidates names;
     for (const OptionName &option : option_names())
         if (command == nullptr || has_option(*command, option.name))
-            names.push_back(option.name);
+            names.push_back({option.name, option.meaning});
     return names;
 }
 
-Words candidates(Session &session, std::span<const Command> commands, std::span<const std::string> before,
-                 const std::string &word)
+Candidates candidates(Session &session, std::span<const Command> commands, std::span<const std::string> before,
+                      const std::string &word)
 {
+    const Words arguments = arguments_in(before);
     if (!before.empty() && before.back().starts_with('-') && !value_name(before.back()).empty())
-        return values_called(value_name(before.back()));
+        return values_called(session, value_name(before.back()), before.back(), arguments);
     if (const std::size_t equals = word.find('='); word.starts_with("--") && equals != std::string::npos) {
-        Words values = values_called(value_name(word.substr(0, equals)));
-        for (std::string &value : values)
-            if (value != file_candidate)
-                value.insert(0, word, 0, equals + 1);
+        const std::string option = word.substr(0, equals);
+        Candidates values = values_called(session, value_name(option), option, arguments);
+        for (Candidate &value : values)
+            if (value.word != file_candidate)
+                value.word.insert(0, word, 0, equals + 1);
         return values;
     }
-    const Words arguments = arguments_in(before);
     const Command *command = arguments.empty() ? nullptr : &find_command(commands, arguments.front());
     if (word.starts_with('-'))
         return options_of(command);
-    if (command != nullptr)
-        return next_arguments(session, *command, arguments);
-    Words names;
-    std::ranges::transform(commands, std::back_inserter(names), [](const Command &c) { return std::string(c.name); });
-    return names;
+    return command != nullptr ? next_arguments(session, commands, *command, arguments) : command_names(commands);
 }
 
 } // namespace
 
-std::vector<std::string> completions(Session &session, std::span<const Command> commands,
-                                     std::span<const std::string> words)
+std::vector<Candidate> completions(Session &session, std::span<const Command> commands,
+                                   std::span<const std::string> words)
 {
     const std::string word = words.empty() ? "" : words.back();
-    Words found = candidates(session, commands, words.first(words.size() - (words.empty() ? 0 : 1)), word);
-    std::erase_if(found, [begin = lower(word)](const std::string &candidate) {
-        return candidate != file_candidate && !lower(candidate).starts_with(begin);
+    Candidates found = candidates(session, commands, words.first(words.size() - (words.empty() ? 0 : 1)), word);
+    std::erase_if(found, [begin = lower(word)](const Candidate &candidate) {
+        return candidate.word != file_candidate && !lower(candidate.word).starts_with(begin);
     });
     return found;
 }

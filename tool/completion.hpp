@@ -14,8 +14,13 @@ namespace bgpdt::tool {
 /// Stands for the names of files.
 inline constexpr const char *file_candidate = ":file";
 
+struct Candidate {
+    std::string word;
+    std::string about = {}; ///< what it means; empty if it says so itself
+};
+
 /// What the last of the words may become, whatever its case; the others stand in front of it, behind the program.
-std::vector<std::string> completions(toolkit::Session &session, std::span<const Command> commands,
-                                     std::span<const std::string> words);
+std::vector<Candidate> completions(toolkit::Session &session, std::span<const Command> commands,
+                                   std::span<const std::string> words);
 
 } // namespace bgpdt::tool

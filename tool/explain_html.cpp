@@ -16,9 +16,16 @@ table { border-collapse: collapse }
 th, td { border: 1px solid #bbb; padding: .2em .6em; text-align: left; vertical-align: top }
 code, pre { font-family: monospace }
 pre { white-space: pre-wrap; overflow-wrap: anywhere }
-.c0 { background: #fde2e0 } .c1 { background: #dff3df } .c2 { background: #fbf1c9 }
-.c3 { background: #dde8fb } .c4 { background: #f2dff6 } .c5 { background: #d8f3f3 }
+.c0 { background: #fbf1c9 } .c1 { background: #dde8fb } .c2 { background: #fde2e0 } .c3 { background: #d8f3f3 }
 .none { color: #767676 }
+@media (max-width: 50em) {
+  body { margin: 1em }
+  thead { display: none }
+  tr { display: block; margin-bottom: .6em; border: 1px solid #bbb; overflow-wrap: anywhere }
+  td { display: block; border: 0 }
+  td:empty { display: none }
+  td::before { content: attr(data-head) ": "; color: #555 }
+}
 )";
 
 std::string escaped(std::string_view text)
@@ -36,7 +43,11 @@ std::string escaped(std::string_view text)
     return html;
 }
 
-std::string cell(const std::string &html) { return "<td>" + html + "</td>"; }
+/// Where there is no room for columns the head stands in front of the cell.
+std::string cell(const char *head, const std::string &html)
+{
+    return "<td data-head=\"" + std::string(head) + "\">" + html + "</td>";
+}
 
 std::string row(const Explanation &explanation, const Part &part, std::optional<std::size_t> colour)
 {
@@ -44,9 +55,10 @@ std::string row(const Explanation &explanation, const Part &part, std::optional<
     for (const std::string &line : byte_lines(explanation, part, bytes_per_line))
         bytes += (bytes.empty() ? "" : "<br>") + line;
     return "<tr class=\"" + (colour ? "c" + std::to_string(*colour) : "none") + "\">" +
-           cell(std::to_string(part.offset)) + cell(std::to_string(part.size)) + cell("<code>" + bytes + "</code>") +
-           cell(part.name.empty() ? "-" : escaped(part.name)) + cell(escaped(part.meaning)) +
-           cell(escaped(part.shown)) + cell(escaped(part.key)) + "</tr>\n";
+           cell("Offset", std::to_string(part.offset)) + cell("Size", std::to_string(part.size)) +
+           cell("Bytes", "<code>" + bytes + "</code>") + cell("Field", part.name.empty() ? "-" : escaped(part.name)) +
+           cell("Meaning", escaped(part.meaning)) + cell("Value", escaped(part.shown)) +
+           cell("Script field", escaped(part.key)) + "</tr>\n";
 }
 
 } // namespace
@@ -58,12 +70,14 @@ std::string explanation_html(const Explanation &explanation)
     std::string rows;
     for (std::size_t i = 0; i < colours.size(); ++i)
         rows += row(explanation, explanation.parts[i], colours[i]);
-    return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + title +
-           "</title>\n<style>\n" + std::string(style) + "</style>\n</head>\n<body>\n<h1>" + title +
+    return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+           "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>" +
+           title + "</title>\n<style>\n" + std::string(style) + "</style>\n</head>\n<body>\n<h1>" + title +
            "</h1>\n<p>Byte order: " + escaped(order_of(explanation)) +
-           "</p>\n<table>\n<tr><th>Offset</th><th>Size</th><th>Bytes</th><th>Field</th><th>Meaning</th><th>Value</th>"
-           "<th>Script field</th></tr>\n" +
-           rows + "</table>\n<h2>Text</h2>\n<pre>" + escaped(text_of(explanation)) +
+           "</p>\n<table>\n<thead><tr><th>Offset</th><th>Size</th><th>Bytes</th><th>Field</th><th>Meaning</"
+           "th><th>Value</th>"
+           "<th>Script field</th></tr></thead>\n<tbody>\n" +
+           rows + "</tbody>\n</table>\n<h2>Text</h2>\n<pre>" + escaped(text_of(explanation)) +
            "</pre>\n<h2>Script table</h2>\n<pre>" + escaped(table_of(explanation)) + "</pre>\n</body>\n</html>\n";
 }
 

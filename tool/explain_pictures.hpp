@@ -15,7 +15,8 @@ namespace bgpdt::tool {
 /// "4-7": the part's bytes, "4" for one alone.
 std::string range_of(const toolkit::Part &part);
 
-inline constexpr std::size_t part_colours = 6;
+/// Yellow, blue, red, cyan: no two in a row that eyes without red or green see as one.
+inline constexpr std::size_t part_colours = 4;
 /// A colour for each part; none for bytes without a name.
 std::vector<std::optional<std::size_t>> colours_of(const toolkit::Explanation &explanation);
 

@@ -42,7 +42,8 @@ std::string coloured_text(const std::string &text, const Line &line, bool colour
 {
     if (!coloured || text.empty())
         return text;
-    const std::string code = line.colour ? std::to_string(31 + *line.colour) : "2";
+    constexpr const char *codes[part_colours] = {"33", "34", "31", "36"};
+    const std::string code = line.colour ? codes[*line.colour] : "2";
     return "\x1b[" + code + "m" + text + "\x1b[0m";
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -14,12 +15,15 @@
 #include "command_line.hpp"
 #include "commands.hpp"
 #include "errors.hpp"
-#include "host/host.hpp"
+#include "refusals.hpp"
 #include "stream_files.hpp"
+#include "toolkit/json_answers.hpp"
+#include "toolkit/near_names.hpp"
+#include "toolkit/other_types.hpp"
 #include "toolkit/script_table.hpp"
 #include "toolkit/session.hpp"
 #include "toolkit/shown_text.hpp"
-#include "toolkit/words.hpp"
+#include "toolkit/type_aliases.hpp"
 
 namespace {
 
@@ -37,90 +41,43 @@ void deliver(const std::string &text)
         throw UsageError(std::string("the output cannot be written: ") + std::strerror(errno));
 }
 
+/// A type's own name comes before what others are called.
+std::string type_meant(Session &session, const std::string &word)
+{
+    const auto has_name = [&word](const SYSDT_Record *type) { return lower(name_of(*type)) == lower(word); };
+    if (std::ranges::any_of(session.host().types(), has_name))
+        return word;
+    const std::string type = type_of_alias(word);
+    const std::string taken_by = type.empty() ? types_sentence(types_that_take(session, word)) : "";
+    if (!taken_by.empty())
+        throw UsageError("a type must stand in front of " + lua_quoted(word) + ": " + taken_by);
+    return type.empty() ? word : type;
+}
+
 Exit run(int argc, const char *const *argv)
 {
-    const Options options = read_options(argc, argv, commands());
+    Options options = read_options(argc, argv, commands());
     if (!options.page.empty()) {
         deliver(options.page);
         return exit_done;
     }
     const Command &command = find_command(commands(), options);
     Session session(options.settings);
+    if (command.arguments.starts_with("TYPE"))
+        options.arguments[0] = type_meant(session, options.arguments[0]);
     if (streams(command, options))
         return command.stream(session, options);
     const Answer answer = command.run(session, options);
-    deliver(options.json && !answer.json.is_null() ? json_text(answer.json) + "\n" : answer.text);
+    if (options.json && !answer.json.is_null()) {
+        ordered_json json = answer.json;
+        add_notes(json, answer.notes);
+        deliver(json_text(json) + "\n");
+        return exit_done;
+    }
+    deliver(answer.text);
+    for (const std::string &note : answer.notes)
+        std::cerr << "bgpdt: " << shown(note) << '\n';
     return exit_done;
-}
-
-/// No member for what there is not.
-void add(ordered_json &object, const char *member, const std::string &text)
-{
-    if (!text.empty())
-        object[member] = text;
-}
-
-/// What else is known of a refusal.
-ordered_json details(const Refusal &refusal)
-{
-    ordered_json members = ordered_json::object();
-    if (refusal.status() != 0)
-        members["status"] = bgpdt::host::status_name(refusal.status());
-    if (refusal.diagnosis()) {
-        const Diagnosis &diagnosis = *refusal.diagnosis();
-        members["at"] = diagnosis.at;
-        members["length"] = diagnosis.length;
-        members["reason"] = diagnosis.reason;
-        add(members, "repair", diagnosis.repair);
-        add(members, "other", diagnosis.other);
-    }
-    for (const KindForm &form : refusal.forms()) {
-        ordered_json &entry = members["forms"].emplace_back(ordered_json::object());
-        add(entry, "kind", form.kind);
-        add(entry, "form", form.form);
-        add(entry, "example", form.example);
-    }
-    return members;
-}
-
-const char *words_for(Hint hint)
-{
-    switch (hint) {
-    case Hint::types: return "; 'bgpdt types' lists the types";
-    case Hint::plugin: return "--plugin FILE or ";
-    case Hint::bytes: return "; the other commands take its values in hexadecimal";
-    case Hint::display_record: return " (--record)";
-    default: return "";
-    }
-}
-
-/// What went wrong; texts of any content stand in it.
-std::string sentence(const std::exception &error)
-{
-    if (const auto *known = dynamic_cast<const Error *>(&error)) {
-        const std::string words = std::string(known->front()).append(words_for(known->hint())).append(known->rest());
-        const bool of_script = dynamic_cast<const ScriptError *>(&error) != nullptr;
-        return of_script ? shown_lines(words) : shown(words);
-    }
-    return shown(error.what());
-}
-
-/// The place of what is wrong, what is taken instead, and the forms.
-std::string more_lines(const Refusal &refusal)
-{
-    std::string lines;
-    if (refusal.diagnosis()) {
-        const Diagnosis &diagnosis = *refusal.diagnosis();
-        lines += underlined(diagnosis.text, diagnosis.at, diagnosis.length);
-        lines += diagnosis.repair.empty() ? "" : "  accepted: " + shown(diagnosis.repair) + "\n";
-        lines += diagnosis.other.empty() ? "" : "  in another form: " + shown(diagnosis.other) + "\n";
-    }
-    for (const KindForm &form : refusal.forms()) {
-        const bool both = !form.form.empty() && !form.example.empty();
-        lines += padded("  " + form.kind, form.kind.empty() ? 0 : 16) + form.form + (both ? ", such as " : "") +
-                 form.example + "\n";
-    }
-    return lines;
 }
 
 /// Tells what went wrong, in JSON on standard output or as a sentence on standard error.
@@ -129,16 +86,16 @@ int fail(bool json, const std::exception &error, Exit exit)
     const auto *refusal = dynamic_cast<const Refusal *>(&error);
     try {
         if (json) {
-            ordered_json answer = {{"error", sentence(error)}, {"exit", exit}};
-            answer.update(refusal != nullptr ? details(*refusal) : ordered_json::object());
-            deliver(json_text(answer) + "\n");
+            deliver(json_text(refusal_json(sentence(error), exit, error)) + "\n");
             return exit;
         }
     } catch (const UsageError &unwritten) {
         std::cerr << "bgpdt: " << unwritten.what() << '\n';
         exit = exit_usage;
     }
-    std::cerr << "bgpdt: " << sentence(error) << '\n' << (refusal != nullptr ? more_lines(*refusal) : "");
+    std::cerr << "bgpdt: " << sentence(error) << '\n';
+    if (refusal != nullptr)
+        std::cerr << lines_below(*refusal) << form_lines(*refusal);
     return exit;
 }
 

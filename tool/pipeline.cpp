@@ -11,7 +11,11 @@
 #include <thread>
 
 #include "errors.hpp"
+#include "refusals.hpp"
+#include "toolkit/json_answers.hpp"
+#include "toolkit/script_table.hpp"
 #include "toolkit/shown_text.hpp"
+#include "toolkit/words.hpp"
 
 namespace bgpdt::tool {
 using namespace toolkit;
@@ -124,13 +128,14 @@ void Results::clear()
     rejects.clear();
     told.clear();
     refused = 0;
+    warnings = 0;
     lines = 0;
     continues_reject = false;
 }
 
 Report::Report(const Options &options, const Input &input, Output *output, const char *records)
     : input_(input), output_(output), records_(records), limit_(options.quiet ? 0 : options.show.value_or(usual_limit)),
-      summary_(options.summary), quiet_(options.quiet)
+      summary_(options.summary), quiet_(options.quiet), json_(options.json)
 {
     if (!options.rejects.empty())
         rejects_.emplace(options.rejects, "the file of the rejects");
@@ -168,6 +173,19 @@ void Report::reject(const Results &results)
     open_reject_ = !results.rejects.text().ends_with('\n');
 }
 
+void Report::tell(const Results::Told &told)
+{
+    clear_progress();
+    const std::uint64_t line = line_ + told.line + 1;
+    const std::string why = sentence(told.why);
+    if (json_) {
+        say(json_text(refused_line_json(input_.name(file_), line, why, told.why, told.warning)) + "\n");
+        return;
+    }
+    say(shown(input_.name(file_) + ":" + std::to_string(line) + (told.warning ? ": warning: " : ": ")) + why + "\n" +
+        lines_below(told.why));
+}
+
 void Report::take(const Block &block, const Results &results)
 {
     if (block.file != file_) {
@@ -177,14 +195,13 @@ void Report::take(const Block &block, const Results &results)
     if (output_ != nullptr && results.output.size() != 0)
         output_->write(results.output.text());
     reject(results);
-    for (const Results::Refused &refused : results.told) {
-        if (told_ == limit_)
+    for (const Results::Told &told : results.told) {
+        if (left() == 0)
             break;
-        clear_progress();
-        say(shown(input_.name(file_) + ":" + std::to_string(line_ + refused.line + 1) + ": " + refused.sentence) +
-            "\n");
+        tell(told);
         ++told_;
     }
+    warnings_ += results.warnings;
     refused_ += results.refused;
     line_ += results.lines;
     lines_ += results.lines;
@@ -234,10 +251,16 @@ void Report::finish()
                          " would be lost; --rejects FILE keeps them");
     }
     close_files();
-    if (summary_ || (refused_ != 0 && !quiet_)) {
-        const std::string hidden = refused_ > told_ && !quiet_ ? ", " + std::to_string(told_) + " told" : "";
-        say("bgpdt: " + refused + hidden + "\n");
+    if (!summary_ && (refused_ + warnings_ == 0 || quiet_))
+        return;
+    const std::uint64_t told = told_;
+    if (json_) {
+        say(json_text(summary_json(lines_, refused_, told, warnings_)) + "\n");
+        return;
     }
+    const std::string warned = warnings_ != 0 ? ", " + counted(warnings_, "warning") : "";
+    const std::string hidden = refused_ + warnings_ > told && !quiet_ ? ", " + std::to_string(told) + " told" : "";
+    say("bgpdt: " + refused + warned + hidden + "\n");
 }
 
 void run(Input &input, std::vector<std::unique_ptr<Worker>> workers, Report &report)

@@ -4,6 +4,8 @@
 /// of it. No thread waits for another in between, and the order of the input is kept.
 #pragma once
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -16,20 +18,23 @@
 #include "options.hpp"
 #include "stream_files.hpp"
 #include "toolkit/buffer.hpp"
+#include "toolkit/errors.hpp"
 
 namespace bgpdt::tool {
 
 /// What came of a block, or of a part of it.
 struct Results {
-    struct Refused {
+    struct Told {
         std::uint64_t line; ///< from the first of this part, from 0
-        std::string sentence;
+        toolkit::Refusal why;
+        bool warning = false; ///< the line is taken all the same
     };
 
     toolkit::Buffer output;
-    toolkit::Buffer rejects;       ///< the refused lines as they are
-    std::vector<Refused> told;     ///< the first of them
-    std::uint64_t refused = 0;     ///< how many there are
+    toolkit::Buffer rejects;   ///< the refused lines as they are
+    std::vector<Told> told;    ///< the first of them, and of those that are warned of
+    std::uint64_t refused = 0; ///< how many there are
+    std::uint64_t warnings = 0;
     std::uint64_t lines = 0;       ///< that have ended
     bool continues_reject = false; ///< the first of the rejects began in the block before
 
@@ -45,8 +50,8 @@ public:
     Report(const Report &) = delete;
     Report &operator=(const Report &) = delete;
 
-    /// How many refusals are told.
-    std::uint64_t limit() const { return limit_; }
+    /// How many refusals are still told. Other threads may have told some by then.
+    std::uint64_t left() const { return limit_ - std::min<std::uint64_t>(told_, limit_); }
     void take(const Block &block, const Results &results);
     /// The block has ended.
     void pass(const Block &block);
@@ -56,6 +61,7 @@ public:
 
 private:
     void require_own_files();
+    void tell(const Results::Told &told);
     void reject(const Results &results);
     void close_files();
     void show_progress();
@@ -69,6 +75,7 @@ private:
     std::uint64_t limit_;
     bool summary_;
     bool quiet_;
+    bool json_;
     std::optional<Output> rejects_;
     bool in_place_ = false;    ///< the output is one of the inputs
     bool open_reject_ = false; ///< the last of the rejects has no end
@@ -76,7 +83,8 @@ private:
     std::uint64_t line_ = 0; ///< lines of the file
     std::uint64_t lines_ = 0;
     std::uint64_t refused_ = 0;
-    std::uint64_t told_ = 0;
+    std::uint64_t warnings_ = 0;
+    std::atomic<std::uint64_t> told_ = 0;
     std::uint64_t read_ = 0; ///< bytes
     std::optional<std::uint64_t> size_;
     Clock::time_point shown_ = Clock::now();

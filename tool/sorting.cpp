@@ -25,6 +25,7 @@ namespace {
 constexpr std::size_t chunk_size = std::size_t{1} << 20;
 constexpr std::size_t most_runs = 64; ///< that are merged at a time, each with a buffer
 constexpr std::size_t buffer_size = std::size_t{1} << 16;
+constexpr std::uint64_t least_memory = buffer_size; ///< with less, runs would be shorter than what is read of one
 
 using Length = std::uint32_t;
 
@@ -149,13 +150,17 @@ private:
     std::size_t size_ = 0; ///< of the entry
 };
 
-Sorter::Sorter(const SYSDT_Record &type, Settings settings) : order_(type), settings_(settings) {}
+Sorter::Sorter(const SYSDT_Record &type, Settings settings)
+    : order_(type), settings_{std::max(settings.memory, least_memory), settings.unique, settings.reverse}
+{
+}
 
 Sorter::~Sorter() = default;
 
 bool Sorter::less(const std::uint8_t *first, const std::uint8_t *second) const
 {
-    return order_.compare(order_.key(first + sizeof(Length)), order_.key(second + sizeof(Length))) < 0;
+    const int order = order_.compare(order_.key(first + sizeof(Length)), order_.key(second + sizeof(Length)));
+    return settings_.reverse ? order > 0 : order < 0;
 }
 
 const std::uint8_t *Sorter::store(Value value, std::string_view line)

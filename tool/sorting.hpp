@@ -20,6 +20,7 @@ public:
     struct Settings {
         std::uint64_t memory; ///< in bytes; beyond it lines go to temporary files
         bool unique = false;  ///< of equal values the first alone
+        bool reverse = false; ///< the greatest first; equal ones stay in their order
     };
     using Write = std::function<void(std::string_view line)>;
 

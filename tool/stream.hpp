@@ -18,7 +18,8 @@ namespace bgpdt::tool {
 Exit convert_lines(toolkit::Session &session, const Options &options);
 Exit sort_lines(toolkit::Session &session, const Options &options);
 Exit uniq_lines(toolkit::Session &session, const Options &options);
-// The argument is the type; --in names the files.
+// The argument is the type; --in names the files, or standard input is read.
+Exit print_lines(toolkit::Session &session, const Options &options);
 Exit check_lines(toolkit::Session &session, const Options &options);
 Exit canon_lines(toolkit::Session &session, const Options &options);
 

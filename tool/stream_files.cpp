@@ -168,7 +168,8 @@ bool Input::reads(const FileId &file) const
     return std::ranges::any_of(names_, [&](const std::string &name) { return id_of(regular_input(name)) == file; });
 }
 
-Output::Output(const std::string &name, std::string purpose) : purpose_(std::move(purpose))
+Output::Output(const std::string &name, std::string purpose)
+    : purpose_(std::move(purpose)), place_(name == standard ? "" : name + ": ")
 {
     file_ = Descriptor(name == standard ? STDOUT_FILENO : open(name.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
     require(file_.is_open() || errno == ENOENT);
@@ -193,7 +194,8 @@ void Output::replace(const std::string &name)
     file_ = Descriptor();
     replacement_.emplace(path);
     if (replacement_->descriptor() < 0)
-        throw UsageError(purpose_ + " cannot be written: no file can be made in its folder: " + std::strerror(errno));
+        throw UsageError(purpose_ + " cannot be written: " + place_ +
+                         "no file can be made in its folder: " + std::strerror(errno));
 }
 
 void Output::write(std::string_view text) { require(write_all(descriptor(), text)); }
@@ -203,7 +205,7 @@ void Output::close() { require(replacement_ ? replacement_->commit() : file_.clo
 void Output::require(bool done) const
 {
     if (!done)
-        throw UsageError(purpose_ + " cannot be written: " + std::strerror(errno));
+        throw UsageError(purpose_ + " cannot be written: " + place_ + std::strerror(errno));
 }
 
 } // namespace bgpdt::tool

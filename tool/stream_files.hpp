@@ -104,6 +104,7 @@ private:
     void require(bool done) const;
 
     std::string purpose_;
+    std::string place_; ///< its path in front of what is wrong with it
     Descriptor file_;
     std::optional<Replacement> replacement_;
     std::optional<FileId> id_;

@@ -51,6 +51,12 @@ Bytes Asking::try_text(std::string_view text)
     return value_of(text);
 }
 
+bool takes_lists(const Refused &refused)
+{
+    const auto has_blank = [](const std::string &sample) { return sample.find(' ') != std::string::npos; };
+    return std::ranges::any_of(refused.samples(), has_blank);
+}
+
 bool Refused::takes(const std::string &candidate)
 {
     const Bytes value = asking.try_text(candidate);
@@ -97,6 +103,11 @@ std::optional<std::uint64_t> Refused::greatest(const std::string &whole, Range r
 Found Refused::found(const Edit &edit, std::string reason) const
 {
     return Diagnosis{text, edit.at, edit.length, std::move(reason), edited(text, edit)};
+}
+
+Found Refused::told(Range place, std::string reason) const
+{
+    return Diagnosis{text, place.begin, place.size(), std::move(reason)};
 }
 
 } // namespace bgpdt::toolkit

@@ -3,6 +3,7 @@
 /// Whether a type takes a text: it is asked, so often and no more.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -38,6 +39,9 @@ public:
     /// @throws Spent
     Bytes try_text(std::string_view text);
 
+    std::uint16_t type_id() const { return type_.typeId; }
+    /// Whether names may stand for indexes.
+    bool knows_names() const { return !session_.settings().names.empty(); }
     const Sample &sample() const { return sample_; }
     const std::vector<Kind> &kinds() const { return kinds_; }
     /// What separates numbers and words in the samples, and usually.
@@ -53,6 +57,11 @@ private:
     std::size_t tries_left_;
     std::size_t bytes_left_;
 };
+
+struct Refused;
+
+/// Whether the type's texts are lists.
+bool takes_lists(const Refused &refused);
 
 /// A refused text, and what is found out about it.
 struct Refused {
@@ -74,6 +83,16 @@ struct Refused {
     std::optional<std::uint64_t> greatest(const std::string &whole, Range run);
 
     Found found(const Edit &edit, std::string reason) const;
+    /// Without a repair.
+    Found told(Range place, std::string reason) const;
+    /// What the first of the edits that makes a text of the type tells. The reason is told of the piece that is edited
+    /// and of what takes its place.
+    template <class Reason>
+    Found first_taken(const Edits &edits, const Reason &reason)
+    {
+        const auto edit = std::ranges::find_if(edits, [this](const Edit &near) { return takes(near); });
+        return edit == edits.end() ? Found{} : found(*edit, reason(piece(edit->at, edit->length), edit->by));
+    }
 };
 
 } // namespace bgpdt::toolkit

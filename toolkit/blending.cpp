@@ -126,6 +126,7 @@ Found blended(Refused &refused)
         if (blend.lost() < best_lost && blend.first_lost() < blend.pairs.size()) {
             best_lost = blend.lost();
             refused.best = told(refused, blend);
+            refused.best->change = Change::example;
         }
     }
     return refused.best;

@@ -9,7 +9,9 @@
 #include "diagnosis.hpp"
 #include "errors.hpp"
 #include "kinds.hpp"
+#include "notation.hpp"
 #include "operations.hpp"
+#include "other_types.hpp"
 #include "samples.hpp"
 #include "shown_text.hpp"
 #include "words.hpp"
@@ -32,17 +34,17 @@ std::string meaning(std::uint32_t status)
 }
 
 /// "TYPE refuses WHAT: REASON (SYSDT_ERR_X)REST"
-[[noreturn]] void refuse(const SYSDT_Record &type, const std::string &what, std::uint32_t status,
-                         const std::string &reason, const std::string &rest = {}, std::vector<KindForm> forms = {},
-                         std::optional<Diagnosis> diagnosis = {})
+Refusal refusal(const SYSDT_Record &type, const std::string &what, std::uint32_t status, const std::string &reason,
+                const std::string &rest = {}, std::vector<KindForm> forms = {}, std::optional<Diagnosis> diagnosis = {},
+                Hint hint = Hint::none)
 {
     if (status == SYSDT_ERR_NO_MEMORY)
         throw std::bad_alloc(); // which says nothing of the value
     const std::string front = name_of(type) + " refuses " + what + ": " + reason;
     const std::string code = " (" + host::status_name(status) + ")";
     if (status == SYSDT_ERR_MISMATCH)
-        throw Refusal(front + code, Hint::display_record, front.size(), status);
-    throw Refusal(front + code + rest, status, std::move(forms), std::move(diagnosis));
+        return {front + code, Hint::display_record, front.size(), status};
+    return Refusal(front + code + rest, status, std::move(forms), std::move(diagnosis), hint);
 }
 
 template <class Slot>
@@ -62,12 +64,6 @@ std::string in_mode(const Session &session, const SYSDT_Record &type, std::uint8
 std::string lengths(std::size_t is, std::size_t must_be)
 {
     return counted(is, "byte") + ", must be " + std::to_string(must_be);
-}
-
-std::string other_types(Session &session, std::string_view text)
-{
-    const std::vector<std::string> names = takers(session, text);
-    return names.empty() ? "" : "; it is a text of " + joined(names, ", ");
 }
 
 /// What the type takes, behind the sentence about a text that it refuses.
@@ -91,7 +87,7 @@ std::vector<KindForm> forms_of(Session &session, const SYSDT_Record &type, const
     for (const Kind &kind : kinds(session, type)) {
         const bool near = !diagnosis || std::ranges::find(diagnosis->kinds, kind.name) != diagnosis->kinds.end();
         if (kind.takes_text && near) {
-            const std::vector<std::string> texts = sample.texts_of(kind.number);
+            const std::vector<std::string> texts = sample.of_kind(kind.number).texts;
             forms.push_back({kind.name, kind.form, texts.empty() ? "" : texts.front()});
         }
     }
@@ -104,41 +100,31 @@ std::vector<KindForm> forms_of(Session &session, const SYSDT_Record &type, const
     return forms;
 }
 
-[[noreturn]] void refuse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode,
-                              std::uint32_t status)
+} // namespace
+
+Refusal text_refusal(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode,
+                     std::uint32_t status)
 {
     const std::string said_mode = in_mode(session, type, mode);
     const std::string what = lua_quoted(shortened(text)) + said_mode;
     const bool of_text = status == SYSDT_ERR_INVALID_VALUE || status == SYSDT_ERR_PARAM;
     const bool of_mode = status == SYSDT_ERR_FAIL || status == SYSDT_ERR_UNSUPPORTED;
     if (!of_text && !of_mode)
-        refuse(type, what, status, meaning(status));
+        return refusal(type, what, status, meaning(status));
     const Sample sample = sample_of(type.typeId);
     if ((of_mode && sample.texts.empty()) || (!sample.texts.empty() && !takes_samples(session, type, mode)))
-        refuse(type, what, status, "it takes no text in this mode");
+        return refusal(type, what, status, "it takes no text in this mode");
     std::optional<Diagnosis> diagnosis = diagnose(session, type, text, mode);
+    const bool nameless = is_name_index(type.typeId) && session.settings().names.empty();
     std::vector<KindForm> forms = forms_of(session, type, diagnosis);
     const std::string reason = diagnosis ? diagnosis->reason
                                : text.empty()
                                    ? "it is empty"
                                    : "it is no " + (sample.about.empty() ? "text of the type" : sample.about);
-    const std::string rest = diagnosis ? "" : other_types(session, text) + advice(session, type, forms);
-    refuse(type, what, status, reason, rest, std::move(forms), std::move(diagnosis));
-}
-
-} // namespace
-
-std::vector<std::string> takers(Session &session, std::string_view text)
-{
-    std::vector<std::string> names;
-    for (const SYSDT_Record *type : session.host().types()) {
-        const bool structured = type->baseKind == SYSDT_KIND_EXTEND && type->formatIn != nullptr;
-        const host::Converted converted = structured ? session.host().parse(*type, text, session.mode_for(*type))
-                                                     : host::Converted{SYSDT_ERR_FAIL, 0, {}};
-        if (converted.ok() && !converted.data.empty())
-            names.push_back(name_of(*type));
-    }
-    return names;
+    const std::string types = types_sentence(diagnosis ? diagnosis->types : types_that_take(session, text));
+    const std::string rest = (types.empty() ? "" : "; " + types) + (diagnosis ? "" : advice(session, type, forms));
+    return refusal(type, what, status, reason, rest, std::move(forms), std::move(diagnosis),
+                   nameless ? Hint::names : Hint::none);
 }
 
 host::Converted parse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode)
@@ -151,7 +137,7 @@ host::Converted parse_text(Session &session, const SYSDT_Record &type, std::stri
     }
     host::Converted converted = session.host().parse(type, text, mode);
     if (!converted.ok())
-        refuse_text(session, type, text, mode, converted.status);
+        throw text_refusal(session, type, text, mode, converted.status);
     if (converted.data.empty())
         throw Refusal(name_of(type) + " makes no value of text" + in_mode(session, type, mode), Hint::bytes);
     if (type.baseKind == SYSDT_KIND_STRING && converted.data.size() > value_size(type)) {
@@ -165,16 +151,28 @@ host::Converted parse_text(Session &session, const SYSDT_Record &type, std::stri
     return converted;
 }
 
+std::span<const std::uint8_t> in_asked_notation(const Session &session, const SYSDT_Record &type,
+                                                std::span<const std::uint8_t> value, Bytes &room)
+{
+    if (session.settings().notation == Notation::as_written)
+        return value;
+    room.assign(value.begin(), value.end());
+    set_notation(type, room, session.settings().notation);
+    return room;
+}
+
 Printed print_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode,
                     const std::string &nothing)
 {
     require(type.formatOut, type, "prints no text");
-    host::Converted converted = session.host().print(type, value, mode);
+    Bytes room;
+    host::Converted converted = session.host().print(type, in_asked_notation(session, type, value, room), mode);
     const std::string said_mode = in_mode(session, type, mode);
     if (!converted.ok()) {
         const bool cannot = converted.status == SYSDT_ERR_FAIL || converted.status == SYSDT_ERR_INVALID_VALUE;
         const std::string reason = said_mode.empty() ? "it cannot be shown" : "it cannot be shown, or not in this mode";
-        refuse(type, "to print the value" + said_mode, converted.status, cannot ? reason : meaning(converted.status));
+        throw refusal(type, "to print the value" + said_mode, converted.status,
+                      cannot ? reason : meaning(converted.status));
     }
     if (converted.data.empty())
         throw Refusal(name_of(type) + " prints nothing for this value" + said_mode + nothing);
@@ -189,7 +187,8 @@ void check_value(Session &session, const SYSDT_Record &type, std::span<const std
     const std::uint32_t status = session.host().check(type, value);
     if (status != SYSDT_OK) {
         const bool long_enough = value.size() == value_size(type);
-        refuse(type, "the value", status, long_enough ? meaning(status) : lengths(value.size(), value_size(type)));
+        throw refusal(type, "the value", status,
+                      long_enough ? meaning(status) : lengths(value.size(), value_size(type)));
     }
 }
 
@@ -205,7 +204,7 @@ int compare_values(Session &session, const SYSDT_Record &type, std::span<const s
     if (result < -1 || result > 1) {
         const auto status = static_cast<std::uint32_t>(result);
         const bool unordered = status == SYSDT_ERR_FAIL || status == SYSDT_ERR_INVALID_VALUE;
-        refuse(type, "to compare the values", status, unordered ? "it has no order for them" : meaning(status));
+        throw refusal(type, "to compare the values", status, unordered ? "it has no order for them" : meaning(status));
     }
     return result;
 }
@@ -215,7 +214,7 @@ void swap_value(Session &session, const SYSDT_Record &type, std::span<std::uint8
     require(type.endian, type, "swaps no values");
     const std::uint32_t status = session.host().swap(type, value);
     if (status != SYSDT_OK)
-        refuse(type, "to swap the value", status, meaning(status));
+        throw refusal(type, "to swap the value", status, meaning(status));
 }
 
 void push_table(Session &session, lua_State *lua, const SYSDT_Record &type, std::span<const std::uint8_t> value)
@@ -224,7 +223,7 @@ void push_table(Session &session, lua_State *lua, const SYSDT_Record &type, std:
     std::string error;
     const std::uint32_t status = session.host().push_script_value(lua, type, value, error);
     if (status != SYSDT_OK)
-        refuse(type, "to make a script table of the value", status, error.empty() ? meaning(status) : error);
+        throw refusal(type, "to make a script table of the value", status, error.empty() ? meaning(status) : error);
 }
 
 Bytes read_table(Session &session, lua_State *lua, const SYSDT_Record &type)
@@ -237,7 +236,7 @@ Bytes read_table(Session &session, lua_State *lua, const SYSDT_Record &type)
         const char *reason = "a field is missing, of another kind or not allowed";
         const bool of_field =
             status == SYSDT_ERR_PARAM || status == SYSDT_ERR_FAIL || status == SYSDT_ERR_INVALID_VALUE;
-        refuse(type, "the script table", status, !error.empty() ? error : of_field ? reason : meaning(status));
+        throw refusal(type, "the script table", status, !error.empty() ? error : of_field ? reason : meaning(status));
     }
     return value;
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "bytes.hpp"
+#include "errors.hpp"
 #include "session.hpp"
 
 struct lua_State;
@@ -24,9 +25,16 @@ struct Printed {
     Bytes bytes;
 };
 
+/// Why the type answers the status for a text: what parse_text throws.
+/// @throws std::bad_alloc where there was no memory
+Refusal text_refusal(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode,
+                     std::uint32_t status);
+
 host::Converted parse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode);
-/// The names of the types that take the text; not those of any text or number.
-std::vector<std::string> takers(Session &session, std::string_view text);
+/// The value in the notation of AS numbers that is asked for, in the room if that is another than its own.
+std::span<const std::uint8_t> in_asked_notation(const Session &session, const SYSDT_Record &type,
+                                                std::span<const std::uint8_t> value, Bytes &room);
+
 /// @param nothing  goes on with the sentence about a value for which the type prints nothing
 Printed print_value(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode,
                     const std::string &nothing = {});

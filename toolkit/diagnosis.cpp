@@ -5,6 +5,7 @@
 #include <string>
 
 #include "asking.hpp"
+#include "other_types.hpp"
 #include "samples.hpp"
 #include "suspicions.hpp"
 
@@ -17,9 +18,15 @@ std::optional<Diagnosis> diagnose(Session &session, const SYSDT_Record &type, st
     Asking asking(session, type, mode, most_tries);
     Refused refused{asking, std::string(text)};
     suspect(refused);
+    if (!refused.best)
+        return {};
     for (const Kind &kind : asking.kinds())
-        if (refused.best && refused.near_kinds.contains(kind.number))
+        if (refused.near_kinds.contains(kind.number))
             refused.best->kinds.push_back(kind.name);
+    if (refused.best->repair.empty() || refused.best->change != Change::spelling)
+        refused.best->types = types_that_take(session, text);
+    if (refused.best->change == Change::value && !refused.best->types.empty())
+        refused.best->repair.clear(); // what was meant is another type's
     return refused.best;
 }
 

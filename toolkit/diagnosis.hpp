@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Why a type refuses a text. A type answers a status alone; the reason is found by asking it about texts near the
-/// refused one: with a number made smaller, a character replaced, something cut or completed as in the type's samples.
-/// So it can't disagree with the type, and nothing is known here of any type's grammar.
+/// refused one: written as the type writes what others write in another way, with a number made smaller, a character
+/// replaced, something cut or completed as in the type's samples. So it can't disagree with the type.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +18,8 @@ namespace bgpdt::toolkit {
 /// How often a diagnosis asks the type at most; less often about long texts.
 inline constexpr std::size_t most_tries = 5000;
 
-/// The nearest text that the type takes, and what that says of the refused one; none if none is near.
+/// What is wrong with a text, the nearest one that the type takes, and the types that take it as it stands; none if
+/// nothing is known but that it is refused.
 std::optional<Diagnosis> diagnose(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode);
 
 /// Whether the type takes any of its samples in the mode.

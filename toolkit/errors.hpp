@@ -18,9 +18,11 @@ namespace bgpdt::toolkit {
 enum class Hint : std::uint8_t {
     none,
     types,          ///< where the types' names are listed
+    fields,         ///< where a type's fields are listed
     plugin,         ///< in which further way the plug-in is named: "X or "
     bytes,          ///< how a value comes of something else than text
     display_record, ///< how a display record is given
+    names,          ///< how names are given
 };
 
 /// What a session needs is not there, or there is no type of the name.
@@ -49,23 +51,37 @@ struct KindForm {
     std::string example;
 };
 
+/// What a repair makes of the text's value.
+enum class Change : std::uint8_t {
+    spelling, ///< what was meant, written as the type takes it
+    example,  ///< what is missing comes from an example
+    value,    ///< another value
+};
+
+/// A type, and what it is in words.
+struct TypeName {
+    std::string name;
+    std::string about;
+};
+
 /// What is wrong with a text.
 struct Diagnosis {
     std::string text;                    ///< the refused one
     std::size_t at;                      ///< the first byte that is wrong; what is missing belongs in front of it
     std::size_t length;                  ///< in bytes; 0: something is missing
     std::string reason;                  ///< without the text
-    std::string repair;                  ///< the nearest text that is taken
-    std::string other = {};              ///< a text of another form that takes the number at the place; often none
+    std::string repair = {};             ///< the nearest text that would be taken; empty if none is near what was meant
+    Change change = Change::value;       ///< of the repair
     std::vector<std::string> kinds = {}; ///< those near the text; none for a type without kinds
+    std::vector<TypeName> types = {};    ///< that take the text as it stands, the likeliest first
 };
 
 /// A value that is none of the type's, or an operation that the type does not offer.
 class Refusal : public Error {
 public:
     explicit Refusal(const std::string &sentence, std::uint32_t status = 0, std::vector<KindForm> forms = {},
-                     std::optional<Diagnosis> diagnosis = {})
-        : Error(sentence), status_(status), forms_(std::move(forms)), diagnosis_(std::move(diagnosis))
+                     std::optional<Diagnosis> diagnosis = {}, Hint hint = Hint::none)
+        : Error(sentence, hint), status_(status), forms_(std::move(forms)), diagnosis_(std::move(diagnosis))
     {
     }
     Refusal(const std::string &sentence, Hint hint, std::size_t place = std::string::npos, std::uint32_t status = 0)
@@ -76,7 +92,7 @@ public:
     std::uint32_t status() const { return status_; }
     /// What the type would have taken, by kind; none for a type without kinds.
     const std::vector<KindForm> &forms() const { return forms_; }
-    /// Of a text that is refused; none if nothing that the type takes is near it. The sentence holds its reason.
+    /// Of a text that is refused; none if nothing is known but that. The sentence holds its reason.
     const std::optional<Diagnosis> &diagnosis() const { return diagnosis_; }
 
 private:

@@ -13,6 +13,7 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include "bytes.hpp"
+#include "named_value.hpp"
 #include "session.hpp"
 
 namespace bgpdt::toolkit {
@@ -21,12 +22,14 @@ namespace bgpdt::toolkit {
 struct Part {
     std::size_t offset;
     std::size_t size;
-    std::string name;    ///< empty for bytes without a name
-    std::string meaning; ///< what its number stands for, else how it is read
-    std::string shown;   ///< its value; empty where the meaning says it all
-    std::string key;     ///< the script field, "table.field" where it stands in one; empty if scripts do not see it
-    std::vector<std::uint64_t> numbers; ///< of a field that is kept as one or more numbers
-    std::size_t repeats = 1;            ///< of entries that are alike: how many
+    std::string name;       ///< empty for bytes without a name
+    std::string meaning;    ///< what its number stands for, else how it is read
+    std::string shown = {}; ///< its value; empty where the meaning says it all
+    std::string key = {};   ///< the script field, "table.field" where it stands in one; empty if scripts do not see it
+    std::vector<std::uint64_t> numbers = {}; ///< of a field that is kept as one or more numbers
+    bool in_words = false;                   ///< the meaning says what its number stands for
+    std::vector<NamedValue> pieces = {};     ///< what its value is made of, if of more than one
+    std::size_t repeats = 0;                 ///< of entries that are alike: how many; 0 for a field
 };
 
 struct Explanation {
@@ -47,6 +50,9 @@ struct Explanation {
     }
 };
 
+/// The parts alone.
+std::vector<Part> parts_of(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value);
+
 /// @param value  of the type's length, in the machine's order
 Explanation explanation_of(Session &session, const SYSDT_Record &type, const Bytes &value);
 
@@ -59,7 +65,5 @@ std::string title_of(const Explanation &explanation);
 std::string order_of(const Explanation &explanation);
 std::string text_of(const Explanation &explanation);
 std::string table_of(const Explanation &explanation);
-
-nlohmann::ordered_json explanation_json(const Explanation &explanation);
 
 } // namespace bgpdt::toolkit

@@ -9,6 +9,7 @@
 
 #include "bgp_datatype/bgp_datatype.h"
 #include "operations.hpp"
+#include "samples.hpp"
 
 namespace bgpdt::toolkit {
 namespace {
@@ -70,6 +71,7 @@ std::string help_of(Session &session, const SYSDT_Record &type, const SYSDT_Disp
 std::vector<Kind> kinds(Session &session, const SYSDT_Record &type)
 {
     const Tables tables = tables_of(session, type);
+    const Sample sample = sample_of(type.typeId);
     std::vector<Kind> kinds;
     std::set<std::string> told;
     for (const SYSDT_DispatchRow &row : tables.rows) {
@@ -80,6 +82,7 @@ std::vector<Kind> kinds(Session &session, const SYSDT_Record &type)
         const bool first = told.insert(help).second;
         kinds.push_back({.number = row.kind,
                          .name = {row.name, strnlen(row.name, sizeof row.name)},
+                         .about = sample.of_kind(row.kind).about,
                          .takes_text = takes_text,
                          .operations = operations_of(row, read),
                          .form = takes_text && first ? std::move(help) : ""});

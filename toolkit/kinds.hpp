@@ -15,6 +15,7 @@ namespace bgpdt::toolkit {
 struct Kind {
     std::uint32_t number;
     std::string name;
+    std::string about; ///< in words
     bool takes_text;
     /// Those for which the type asks for the kind, by the words that all fronts use for them.
     std::vector<std::string> operations;

@@ -20,13 +20,15 @@ bool is_small(const std::string &addition, const std::string &text)
     return addition.size() <= std::max<std::size_t>(text.size(), 3);
 }
 
-/// Without the blanks between its ends.
+/// Without the blanks between its ends, but for those that keep two numbers or words apart.
 std::string unspaced(const std::string &text)
 {
     const std::size_t first = text.find_first_not_of(blanks);
     const std::size_t behind = text.find_last_not_of(blanks) + 1;
-    std::string inner = text.substr(first, behind - first);
-    std::erase_if(inner, is_blank);
+    std::string inner;
+    for (std::size_t i = first; i < behind; ++i)
+        if (!is_blank(text[i]) || (is_inner(text[i - 1]) && is_inner(text[i + 1])))
+            inner += text[i];
     return text.substr(0, first) + inner + text.substr(behind);
 }
 
@@ -50,16 +52,20 @@ std::vector<Groups> groups_of(const std::string &sample)
 }
 
 /// As many hexadecimal digits from the place on as the groups have, written as they are; nothing is edited where other
-/// characters stand.
+/// characters stand, or different separators.
 Edit regrouped(const std::string &text, std::size_t begin, const Groups &groups)
 {
     std::string digits;
     std::size_t end = begin;
+    char separator = '\0';
     for (; end < text.size() && digits.size() < groups.width * groups.count; ++end) {
-        if (is_hex(text[end]))
-            digits += text[end];
-        else if (text[end] != ':' && text[end] != '.' && text[end] != '-')
+        const char c = text[end];
+        if (is_hex(c))
+            digits += c;
+        else if ((c != ':' && c != '.' && c != '-') || (separator != '\0' && c != separator))
             return {begin, 0, ""};
+        else
+            separator = c;
     }
     const bool enough = digits.size() == groups.width * groups.count && !is_inner_at(text, end);
     return enough ? Edit{begin, end - begin, groups.laid_out(digits)} : Edit{begin, 0, ""};

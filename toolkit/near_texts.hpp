@@ -12,8 +12,6 @@
 
 namespace bgpdt::toolkit {
 
-using Edits = std::vector<Edit>;
-
 /// Whether the places are both inside a number or a word.
 bool joins(const std::string &text, std::size_t before, std::size_t behind);
 /// Whether a blank in the place of the part would have something else on both sides.

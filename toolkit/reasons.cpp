@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reasons.hpp"
-#include "shown_text.hpp"
 
 #include <span>
 
+#include "shown_text.hpp"
 #include "words.hpp"
 
 namespace bgpdt::toolkit {
@@ -14,10 +14,10 @@ std::string named(std::string_view piece)
     return piece.size() <= longest ? lua_quoted(piece) : "what stands here";
 }
 
-std::string any_of(const Texts &words)
+std::string listed(const Texts &words, const std::string &conjunction)
 {
     const std::string front = joined(std::span(words).first(words.size() - 1), ", ");
-    return front + (front.empty() ? "" : " or ") + words.back();
+    return front + (front.empty() ? "" : " " + conjunction + " ") + words.back();
 }
 
 std::string described(const std::string &characters)
@@ -34,7 +34,7 @@ std::string described(const std::string &characters)
     Texts some;
     for (const char c : characters.substr(0, 3))
         some.push_back(lua_quoted(std::string(1, c)));
-    return any_of(some) + (characters.size() > some.size() ? " or the like" : "");
+    return listed(some, "or") + (characters.size() > some.size() ? " or the like" : "");
 }
 
 std::string cannot_stand(std::string_view piece) { return lua_quoted(piece) + " cannot stand here"; }

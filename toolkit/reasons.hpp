@@ -14,7 +14,7 @@ namespace bgpdt::toolkit {
 /// Quoted, or nothing but "what stands here" for a long piece.
 std::string named(std::string_view piece);
 /// "A", "A or B", "A, B or C"
-std::string any_of(const Texts &words);
+std::string listed(const Texts &words, const std::string &conjunction);
 /// What single characters have in common: "a digit".
 std::string described(const std::string &characters);
 

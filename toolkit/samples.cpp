@@ -2,6 +2,8 @@
 #include "samples.hpp"
 
 #include <algorithm>
+#include <iterator>
+#include <ranges>
 #include <string_view>
 
 #include "bgp_datatype/values.h"
@@ -20,11 +22,10 @@ std::vector<std::string> lines_of(std::string_view texts)
     return lines;
 }
 
-/// Those that the dispatch gives to each kind.
-std::vector<KindTexts> kinds_of(std::uint16_t type_id)
+std::vector<KindSample> kinds_of(std::uint16_t type_id)
 {
-#define BGPDT_BOL(kind, name, layout, reader, texts, slots) {SYSDT_BOL_##kind, lines_of(texts)},
-#define BGPDT_BOLRD(kind, name, texts, slots) {SYSDT_BOLRD_##kind, lines_of(texts)},
+#define BGPDT_BOL(kind, name, layout, reader, about, texts, slots) {SYSDT_BOL_##kind, about, lines_of(texts)},
+#define BGPDT_BOLRD(kind, name, about, texts, slots) {SYSDT_BOLRD_##kind, about, lines_of(texts)},
     switch (type_id) {
     case SYSDT_TYPE_BOLPREFIX: return {SYSDT_BOL_ROWS(BGPDT_BOL, )};
     case SYSDT_TYPE_BOLRD: return {SYSDT_BOLRD_ROWS(BGPDT_BOLRD, )};
@@ -73,36 +74,43 @@ std::vector<std::string> words_of(std::uint16_t type_id)
     }
 }
 
-Sample sample(std::uint16_t type_id, const char *about, std::string_view texts)
+Sample sample(std::uint16_t type_id, const char *about, const char *grammar, std::string_view texts)
 {
-    Sample sample{about, lines_of(texts), words_of(type_id), kinds_of(type_id)};
-    for (const KindTexts &of_kind : sample.kinds)
+    Sample sample{about, grammar, lines_of(texts), words_of(type_id), kinds_of(type_id)};
+    for (const KindSample &of_kind : sample.kinds)
         sample.texts.insert(sample.texts.end(), of_kind.texts.begin(), of_kind.texts.end());
     return sample;
 }
 
 } // namespace
 
-std::vector<std::string> Sample::texts_of(std::uint32_t kind) const
+KindSample Sample::of_kind(std::uint32_t kind) const
 {
-    const auto found = std::ranges::find(kinds, kind, &KindTexts::kind);
-    return found == kinds.end() ? std::vector<std::string>() : found->texts;
+    const auto found = std::ranges::find(kinds, kind, &KindSample::kind);
+    return found == kinds.end() ? KindSample{kind, {}, {}} : *found;
+}
+
+bool is_name_index(std::uint16_t type_id)
+{
+#define BGPDT_ID(name, id) id,
+    constexpr std::uint16_t ids[] = {SYSDT_NAME_INDEX_TYPES(BGPDT_ID)};
+#undef BGPDT_ID
+    return std::ranges::find(ids, type_id) != std::end(ids);
 }
 
 Sample sample_of(std::uint16_t type_id)
 {
-#define BGPDT_TYPE(name, id, kind, size, layout, about, texts, slots)                                                  \
+#define BGPDT_TYPE(name, id, kind, size, layout, about, grammar, texts, slots)                                         \
     if (type_id == SYSDT_TYPE_##name)                                                                                  \
-        return sample(type_id, about, texts);
-#define BGPDT_INDEX(name, id)                                                                                          \
-    if (type_id == SYSDT_TYPE_##name)                                                                                  \
-        return sample(type_id, "index, or its name in a names file", "7");
+        return sample(type_id, about, grammar, texts);
 
     SYSDT_EXTEND_TYPES(BGPDT_TYPE, )
-    SYSDT_NAME_INDEX_TYPES(BGPDT_INDEX)
+    if (is_name_index(type_id)) {
+        return sample(type_id, "index, or its name in a names file",
+                      "a number up to 4294967295, or its name in a names file", "7");
+    }
     return {};
 #undef BGPDT_TYPE
-#undef BGPDT_INDEX
 }
 
 } // namespace bgpdt::toolkit

@@ -9,21 +9,26 @@
 
 namespace bgpdt::toolkit {
 
-/// Texts of one kind of a type whose values stand behind a sub-kind word.
-struct KindTexts {
+/// One kind of a type whose values stand behind a sub-kind word.
+struct KindSample {
     std::uint32_t kind;
-    std::vector<std::string> texts;
+    std::string about;
+    std::vector<std::string> texts; ///< one of each form
 };
 
 struct Sample {
     std::string about;
+    std::string grammar;                 ///< which texts there are in mode 2; empty for a type that takes none
     std::vector<std::string> texts;      ///< one of each form in mode 2; none for a type that takes no text
     std::vector<std::string> words = {}; ///< which may stand in its texts
-    std::vector<KindTexts> kinds = {};   ///< the same texts by their kind; none for a type without kinds
+    std::vector<KindSample> kinds = {};  ///< with the same texts; none for a type without kinds
 
-    /// One of each form of the kind.
-    std::vector<std::string> texts_of(std::uint32_t kind) const;
+    /// Empty for a kind that there is not.
+    KindSample of_kind(std::uint32_t kind) const;
 };
+
+/// Whether its values are indexes that have names.
+bool is_name_index(std::uint16_t type_id);
 
 /// Empty for a type of another plug-in.
 Sample sample_of(std::uint16_t type_id);

@@ -12,11 +12,15 @@
 
 namespace bgpdt::toolkit {
 
+/// How AS numbers above 65535 are printed.
+enum class Notation : std::uint8_t { as_written, plain, dotted };
+
 struct Settings {
     std::string plugin = {};               ///< its file; empty: $BGPDT_PLUGIN's, else near this program or module
     std::string names = {};                ///< the file of the names behind the indexes; empty: there are none
     std::optional<std::uint8_t> mode = {}; ///< for all types
-    bool native = false;                   ///< bytes outside are in the machine's order, not in the target's
+    Notation notation = Notation::as_written;
+    bool native = false; ///< bytes outside are in the machine's order, not in the target's
 };
 
 class Session {

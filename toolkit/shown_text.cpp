@@ -2,6 +2,8 @@
 #include "shown_text.hpp"
 
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <vector>
 
 namespace bgpdt::toolkit {
@@ -21,6 +23,25 @@ std::size_t sequence_size(std::uint8_t first)
     return first < 0x80 ? 1 : first < 0xc2 ? 0 : first < 0xe0 ? 2 : first < 0xf0 ? 3 : first < 0xf5 ? 4 : 0;
 }
 
+std::uint32_t code_of(std::string_view character)
+{
+    constexpr std::uint8_t first_bits[] = {0, 0x7f, 0x1f, 0x0f, 0x07};
+    std::uint32_t code = byte_at(character, 0) & first_bits[std::min<std::size_t>(character.size(), 4)];
+    for (std::size_t i = 1; i < character.size(); ++i)
+        code = code << 6 | (byte_at(character, i) & 0x3fU);
+    return code;
+}
+
+bool is_stray(std::string_view character) { return character.size() == 1 && byte_at(character, 0) >= 0x80; }
+
+std::string hex_of(std::uint32_t number, std::string_view digits)
+{
+    std::string hex;
+    for (; number != 0; number >>= 4)
+        hex.insert(hex.begin(), digits[number & 0x0f]);
+    return hex;
+}
+
 bool is_control(std::string_view text, std::size_t at)
 {
     const std::uint8_t first = byte_at(text, at);
@@ -34,6 +55,22 @@ struct Column {
 };
 
 std::size_t width(const Column &column) { return column.shown.front() == '\\' ? column.shown.size() : 1; }
+
+struct Invisible {
+    std::uint32_t first;
+    std::uint32_t last;
+    const char *name;
+};
+
+constexpr Invisible invisible_characters[] = {
+    {0x00a0, 0x00a0, "NO-BREAK SPACE"},        {0x00ad, 0x00ad, "SOFT HYPHEN"},
+    {0x2000, 0x200a, "SPACE OF TYPESETTING"},  {0x200b, 0x200b, "ZERO WIDTH SPACE"},
+    {0x200c, 0x200d, "ZERO WIDTH JOINER"},     {0x200e, 0x200f, "DIRECTION MARK"},
+    {0x2028, 0x2029, "LINE SEPARATOR"},        {0x202a, 0x202e, "DIRECTION MARK"},
+    {0x202f, 0x202f, "NARROW NO-BREAK SPACE"}, {0x2060, 0x2060, "WORD JOINER"},
+    {0x2066, 0x2069, "DIRECTION MARK"},        {0x3000, 0x3000, "IDEOGRAPHIC SPACE"},
+    {0xfeff, 0xfeff, "BYTE ORDER MARK"},
+};
 
 std::vector<Column> columns_of(std::string_view text)
 {
@@ -54,12 +91,28 @@ std::size_t character_size(std::string_view text, std::size_t at)
     return std::max<std::size_t>(size, 1);
 }
 
+const char *invisible_name(std::string_view text, std::size_t at)
+{
+    const std::string_view character = text.substr(at, character_size(text, at));
+    const std::uint32_t code = is_stray(character) ? 0 : code_of(character);
+    const auto *const found = std::ranges::find_if(
+        invisible_characters, [code](const Invisible &row) { return row.first <= code && code <= row.last; });
+    return found == std::end(invisible_characters) ? nullptr : found->name;
+}
+
+std::string code_point(std::string_view text, std::size_t at)
+{
+    const std::string hex = hex_of(code_of(text.substr(at, character_size(text, at))), "0123456789ABCDEF");
+    return "U+" + std::string(4 - std::min<std::size_t>(hex.size(), 4), '0') + hex;
+}
+
 std::string shown_character(std::string_view text, std::size_t at)
 {
     constexpr std::string_view digits = "0123456789abcdef";
     const std::string_view character = text.substr(at, character_size(text, at));
-    const bool stray = character.size() == 1 && byte_at(character, 0) >= 0x80;
-    if (!stray && !is_control(text, at))
+    if (invisible_name(text, at) != nullptr)
+        return "\\u{" + hex_of(code_of(character), digits) + "}";
+    if (!is_stray(character) && !is_control(text, at))
         return std::string(character);
     std::string escaped;
     for (const char c : character) {

@@ -11,7 +11,11 @@ namespace bgpdt::toolkit {
 
 /// The bytes of the character at the place: of its UTF-8 sequence, 1 for a byte that is in none.
 std::size_t character_size(std::string_view text, std::size_t at);
-/// As it stands, or as "\x1b" a byte: control characters and what is no UTF-8.
+/// The name of a character that nobody sees, such as BYTE ORDER MARK; null for any other.
+const char *invisible_name(std::string_view text, std::size_t at);
+/// "U+FEFF"
+std::string code_point(std::string_view text, std::size_t at);
+/// As it stands; control characters and what is no UTF-8 as "\x1b" a byte, invisible ones as "\u{feff}".
 std::string shown_character(std::string_view text, std::size_t at);
 
 std::string shown(std::string_view text);

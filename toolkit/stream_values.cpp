@@ -21,23 +21,6 @@ namespace {
 
 using nlohmann::ordered_json;
 
-/// What of a text is quoted.
-constexpr std::size_t longest_quotation = 60;
-
-std::string quotation(std::string_view text)
-{
-    return text.size() <= longest_quotation ? lua_quoted(text) : lua_quoted(text.substr(0, longest_quotation)) + "...";
-}
-
-/// The two digits of each byte.
-constexpr auto hex_pairs = [] {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::array<std::array<char, 2>, 256> pairs{};
-    for (std::size_t byte = 0; byte < pairs.size(); ++byte)
-        pairs[byte] = {digits[byte >> 4], digits[byte & 0x0f]};
-    return pairs;
-}();
-
 /// The digits' values; 0xff for what is none.
 constexpr auto hex_values = [] {
     std::array<std::uint8_t, 256> values{};
@@ -74,15 +57,6 @@ bool same(const ordered_json &first, const ordered_json &second)
 }
 
 } // namespace
-
-std::string refusal_sentence(const SYSDT_Record &type, std::string_view text, std::uint32_t status)
-{
-    const std::string code = " (" + host::status_name(status) + ")";
-    if (status != SYSDT_ERR_INVALID_VALUE && status != SYSDT_ERR_PARAM)
-        return name_of(type) + " refuses the text " + quotation(text) + code;
-    const std::string about = sample_of(type.typeId).about;
-    return quotation(text) + " is no " + (about.empty() ? "text of " + name_of(type) : about) + code;
-}
 
 Value filled_up(const SYSDT_Record &type, Value value, Bytes &room)
 {
@@ -234,7 +208,7 @@ Bytes ValueReader::value_of(const ordered_json &record)
         const std::string original = text;
         const Value value = read_text(text);
         if (value.data() == nullptr)
-            throw Refusal(refusal(original));
+            throw refusal(original);
         return {value.begin(), value.end()};
     }
     throw Refusal(R"(it has none of the members "hex", "table" and "text")");
@@ -283,86 +257,9 @@ Value ValueReader::read_json(std::string_view text)
     }
 }
 
-std::string ValueReader::refusal(std::string_view line) const
+Refusal ValueReader::refusal(std::string_view line) const
 {
-    return reason_.empty() ? refusal_sentence(type_, line, status_) : reason_;
-}
-
-// ------------------------------------------------------------------------------------------------ writing
-
-ValueWriter::ValueWriter(Session &session, const SYSDT_Record &type, Format format)
-    : session_(session), type_(type), format_(format), converter_(type, session.mode_for(type)),
-      order_(type, session.settings().native)
-{
-    if (format == Format::text && type.formatOut == nullptr)
-        throw Refusal(name_of(type) + " prints no text");
-    if (format == Format::json)
-        lua_ = new_lua_state();
-}
-
-bool ValueWriter::write(Value value, Buffer &out)
-{
-    switch (format_) {
-    case Format::text: return write_text(value, out);
-    case Format::hex: write_hex(value, out); break;
-    case Format::json: write_json(value, out); break;
-    case Format::binary: write_binary(value, out); break;
-    }
-    return true;
-}
-
-bool ValueWriter::write_text(Value value, Buffer &out)
-{
-    const host::Delivery printed = converter_.print(filled_up(type_, value, filled_));
-    status_ = printed.status;
-    const std::string_view text = printed.text();
-    if (!printed.ok() || printed.data.empty() || std::memchr(text.data(), '\n', text.size()) != nullptr)
-        return false;
-    char *const to = out.room(text.size() + 1);
-    std::memcpy(to, text.data(), text.size());
-    to[text.size()] = '\n';
-    out.grown(text.size() + 1);
-    return true;
-}
-
-void ValueWriter::write_hex(Value value, Buffer &out)
-{
-    char *const to = out.room(2 * value.size() + 1);
-    const std::uint16_t *const positions = order_.positions(value);
-    const std::uint8_t *const bytes = value.data();
-#pragma GCC unroll 4
-    for (std::size_t i = 0, size = value.size(); i < size; ++i)
-        std::memcpy(to + 2 * i, hex_pairs[bytes[positions[i]]].data(), 2);
-    to[2 * value.size()] = '\n';
-    out.grown(2 * value.size() + 1);
-}
-
-void ValueWriter::write_binary(Value value, Buffer &out)
-{
-    value = filled_up(type_, value, filled_);
-    char *const to = out.room(value.size());
-    const std::uint16_t *const positions = order_.positions(value);
-    for (std::size_t i = 0; i < value.size(); ++i)
-        to[i] = static_cast<char>(value[positions[i]]);
-    out.grown(value.size());
-}
-
-void ValueWriter::write_json(Value value, Buffer &out)
-{
-    value = filled_up(type_, value, filled_);
-    Buffer hex;
-    write_hex(value, hex);
-    ordered_json record = other_members(session_, converter_, lua_.get(), type_, value);
-    record["hex"] = hex.text().substr(0, hex.size() - 1);
-    out.append(json_text(record));
-    out.append('\n');
-}
-
-std::string ValueWriter::refusal() const
-{
-    if (status_ != SYSDT_OK)
-        return name_of(type_) + " refuses to print the value (" + host::status_name(status_) + ")";
-    return name_of(type_) + " prints nothing for the value, or more than one line";
+    return reason_.empty() ? text_refusal(session_, type_, line, session_.mode_for(type_), status_) : Refusal(reason_);
 }
 
 } // namespace bgpdt::toolkit

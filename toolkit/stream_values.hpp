@@ -16,21 +16,20 @@
 
 #include "buffer.hpp"
 #include "bytes.hpp"
+#include "errors.hpp"
+#include "fields.hpp"
 #include "script_table.hpp"
 #include "session.hpp"
 
 namespace bgpdt::toolkit {
 
-enum class Format : std::uint8_t { text, hex, json, binary };
+enum class Format : std::uint8_t { text, hex, json, binary, csv, tsv };
 
 /// Longer lines are refused: no type has values that long.
 inline constexpr std::size_t longest_line = std::size_t{64} << 10;
 
 /// A value in the machine's byte order; null is none.
 using Value = std::span<const std::uint8_t>;
-
-/// Why a type does not take a text, in a few words: what is said of each of many lines.
-std::string refusal_sentence(const SYSDT_Record &type, std::string_view text, std::uint32_t status);
 
 /// The value's bytes with what is missing at the end of a host's string.
 Value filled_up(const SYSDT_Record &type, Value value, Bytes &room);
@@ -73,8 +72,8 @@ public:
     /// The value of the line, which has a NUL behind it and may be changed; null if it is refused. It stays until the
     /// next call.
     Value read(std::span<char> line) { return format_ == Format::text ? read_text(line) : read_other(line); }
-    /// Why the last line was refused.
-    std::string refusal(std::string_view line) const;
+    /// Why the last line was refused, as one text is.
+    Refusal refusal(std::string_view line) const;
 
 private:
     Value read_text(std::span<char> text);
@@ -98,11 +97,21 @@ private:
     std::string reason_; ///< where the type was not asked
 };
 
+/// The columns of a table, or the fields of a line of JSON: fields by their names, or "text", "hex" and "kind".
+///
+/// @param asked  empty: text and hex, and the fields of a type whose values all have the same
+/// @throws Error if the type has no field of the name
+std::vector<std::string> columns_of(Session &session, const SYSDT_Record &type, std::vector<std::string> asked);
+
 /// Writes values, one thread's own.
 class ValueWriter {
 public:
+    /// @param columns  of a table; of JSON the fields, all of them if empty
     /// @throws Refusal if the type prints no text, and that is the format
-    ValueWriter(Session &session, const SYSDT_Record &type, Format format);
+    ValueWriter(Session &session, const SYSDT_Record &type, Format format, std::vector<std::string> columns = {});
+
+    /// What stands above the values; empty in formats without columns.
+    std::string header() const;
 
     /// Writes the value and the line's end. False, with nothing written, if the type refuses to.
     bool write(Value value, Buffer &out);
@@ -114,6 +123,10 @@ private:
     void write_hex(Value value, Buffer &out);
     void write_binary(Value value, Buffer &out);
     void write_json(Value value, Buffer &out);
+    void write_row(Value value, Buffer &out);
+    std::optional<std::string> text_of(Value value);
+    std::string hex_of(Value value);
+    std::string column(const std::string &name, Value value, std::span<const NamedValue> fields);
 
     Session &session_;
     const SYSDT_Record &type_;
@@ -122,6 +135,8 @@ private:
     ByteOrder order_;
     LuaState lua_{nullptr, nullptr};
     Bytes filled_;
+    Bytes changed_; ///< in another notation
+    std::vector<std::string> columns_;
     std::uint32_t status_ = 0;
 };
 

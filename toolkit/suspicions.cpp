@@ -5,7 +5,10 @@
 #include <utility>
 
 #include "blending.hpp"
+#include "key_mistakes.hpp"
 #include "near_texts.hpp"
+#include "notations.hpp"
+#include "number_mistakes.hpp"
 #include "reasons.hpp"
 #include "shown_text.hpp"
 
@@ -15,15 +18,6 @@ namespace {
 constexpr std::size_t widest_search = 300; ///< bytes of a text in which every character is a suspect
 constexpr std::size_t brief_text = 64;     ///< bytes of a text in which every letter is tried everywhere
 constexpr const char *digits_and_letters = "0123456789abcdefghijklmnopqrstuvwxyz";
-
-/// What the first of the edits that makes a text of the type tells. The reason is told of the piece that is edited.
-template <class Reason>
-Found first_taken(Refused &refused, const Edits &edits, Reason &&reason)
-{
-    const auto edit = std::ranges::find_if(edits, [&refused](const Edit &near) { return refused.takes(near); });
-    return edit == edits.end() ? Found{}
-                               : refused.found(*edit, reason(refused.piece(edit->at, edit->length), edit->by));
-}
 
 std::string other_can(const std::string &piece, const std::string &by) { return cannot_stand(piece, lua_quoted(by)); }
 
@@ -35,70 +29,6 @@ Found whole_text(Refused &refused)
     for (const auto &[rewriting, reason] : rewritings(refused.text))
         if (rewriting != refused.text && refused.takes(rewriting))
             return refused.found(difference(refused.text, rewriting), reason);
-    return {};
-}
-
-/// A number with leading zeros.
-Found leading_zeros(Refused &refused)
-{
-    Edits edits;
-    for (const Range run : last_numbers(refused.text, refused.window)) {
-        const std::size_t zeros = std::min(refused.text.find_first_not_of('0', run.begin), run.end - 1) - run.begin;
-        if (zeros > 0)
-            edits.push_back({run.begin, zeros, ""});
-    }
-    return first_taken(refused, edits, [](const auto &, const auto &) { return "leading zeros cannot stand here"; });
-}
-
-/// A sample of another form that takes the number at its end. It is no try: what is found is not lost for it.
-std::string other_form(const Refused &refused, Range run)
-{
-    const std::string &text = refused.text;
-    if (run.end != text.size() || run.begin == 0)
-        return {};
-    std::string shortest;
-    for (const std::string &sample : refused.samples()) {
-        const std::vector<Range> runs = number_runs(sample, {0, sample.size()});
-        const Range last = runs.empty() ? Range{0, 0} : runs.back();
-        const std::string form = edited(sample, {last.begin, last.size(), text.substr(run.begin)});
-        if (last.end == sample.size() && last.begin > 0 && sample[last.begin - 1] == text[run.begin - 1] &&
-            shape(sample) != shape(text) && (shortest.empty() || form.size() < shortest.size()) &&
-            !refused.asking.value_of(form).empty())
-            shortest = form;
-    }
-    return shortest;
-}
-
-/// A number too large for its place.
-Found too_large(Refused &refused)
-{
-    for (const Range run : last_numbers(refused.text, refused.window)) {
-        if (const std::optional<std::uint64_t> limit = refused.greatest(refused.text, run)) {
-            const std::string number = refused.piece(run.begin, run.size());
-            Found result = refused.found({run.begin, run.size(), std::to_string(*limit)}, exceeds(number, *limit));
-            result->other = other_form(refused, run);
-            return result;
-        }
-    }
-    return {};
-}
-
-/// A 0 where numbers begin with 1.
-Found too_small(Refused &refused)
-{
-    Edits edits;
-    for (const Range run : last_numbers(refused.text, refused.window))
-        if (refused.piece(run.begin, run.size()) == "0")
-            edits.push_back({run.begin, 1, "1"});
-    return first_taken(refused, edits, [](const auto &, const auto &) { return "0 is too small here: at least 1"; });
-}
-
-/// A number that cannot stand in its place.
-Found numbers(Refused &refused)
-{
-    for (Found (*const suspicion)(Refused &) : {leading_zeros, too_large, too_small})
-        if (Found result = suspicion(refused))
-            return result;
     return {};
 }
 
@@ -118,7 +48,7 @@ Found misspelt(Refused &refused, std::size_t at)
         }
     }
     if (result)
-        result->reason = cannot_stand(refused.piece(at, result->length), any_of(taken));
+        result->reason = cannot_stand(refused.piece(at, result->length), listed(taken, "or"));
     return result;
 }
 
@@ -134,18 +64,37 @@ Found words(Refused &refused)
 /// Hexadecimal digits in groups of another width.
 Found regrouped(Refused &refused)
 {
-    return first_taken(refused, regroupings(refused.text, refused.window, refused.samples()),
-                       [](const std::string &piece, const std::string &by) {
-                           return named(piece) + " is written " + lua_quoted(by) + " here";
-                       });
+    return refused.first_taken(regroupings(refused.text, refused.window, refused.samples()),
+                               [](const std::string &piece, const std::string &by) {
+                                   return named(piece) + " is written " + lua_quoted(by) + " here";
+                               });
 }
 
 /// An address without its brackets.
 Found unbracketed(Refused &refused)
 {
-    return first_taken(
-        refused, bracketings(refused.text, refused.samples()),
+    return refused.first_taken(
+        bracketings(refused.text, refused.samples()),
         [](const std::string &piece, const auto &) { return named(piece) + " must stand in brackets here"; });
+}
+
+/// A text as far as a sample's numbers go, but not to its end.
+Found unfinished(Refused &refused)
+{
+    Edits edits;
+    const std::string mine = shape(refused.text);
+    for (const std::string &sample : refused.samples()) {
+        if (sample.starts_with('[')) // what is missing there may be inside
+            continue;
+        std::size_t at = 1;
+        while (at < sample.size() && (shape(sample.substr(0, at)) != mine || is_digit(sample[at])))
+            ++at;
+        if (at < sample.size())
+            edits.push_back({refused.text.size(), 0, sample.substr(at)});
+    }
+    return refused.first_taken(edits, [](const auto &, const std::string &by) {
+        return "something is missing at the end, such as " + lua_quoted(by);
+    });
 }
 
 /// A separator at the end.
@@ -157,21 +106,24 @@ Found dangling(Refused &refused)
         edits = endings(refused.text, refused.samples());
         std::erase_if(edits, [](const Edit &edit) { return !is_inner(edit.by.front()); });
     }
-    return first_taken(refused, edits, [](const auto &, const std::string &by) {
+    return refused.first_taken(edits, [](const auto &, const std::string &by) {
         return "something is missing at the end, such as " + lua_quoted(by);
     });
 }
 
 /// A letter or sign that looks like another, or lies beside it.
-Found lookalike(Refused &refused) { return first_taken(refused, lookalikes(refused.text, refused.window), other_can); }
+Found lookalike(Refused &refused) { return refused.first_taken(lookalikes(refused.text, refused.window), other_can); }
 
-/// One separator for another.
+/// One separator for another; not a dot for a colon between decimal numbers, which makes one number of two.
 Found wrong_separator(Refused &refused)
 {
+    const bool decimal = refused.text.find_first_not_of("0123456789.:") == std::string::npos;
     for (const auto [begin, end] : characters(refused.text, refused.window)) {
         const std::string piece = refused.piece(begin, end - begin);
-        const std::string taken =
-            is_inner(piece[0]) ? "" : refused.accepted(begin, piece.size(), refused.asking.separators());
+        std::string candidates = refused.asking.separators();
+        if (decimal && piece == ":")
+            std::erase(candidates, '.');
+        const std::string taken = is_inner(piece[0]) ? "" : refused.accepted(begin, piece.size(), candidates);
         if (!taken.empty())
             return refused.found({begin, piece.size(), taken.substr(0, 1)}, cannot_stand(piece, described(taken)));
     }
@@ -181,12 +133,14 @@ Found wrong_separator(Refused &refused)
 /// A character too many.
 Found surplus_character(Refused &refused)
 {
-    return first_taken(refused, deletions(refused.text, refused.window, false), nothing_can);
+    return refused.first_taken(deletions(refused.text, refused.window, false), nothing_can);
 }
 
 /// What a digit or letter may stand in the place of.
 Found wrong_character(Refused &refused, Range place)
 {
+    if (place.size() == refused.text.size()) // nothing of the text would be left
+        return {};
     const bool brief = refused.text.size() <= brief_text;
     const auto accepted = [&](const char *candidates) {
         return refused.accepted(place.begin, place.size(), candidates);
@@ -224,12 +178,12 @@ Found wrong_sign(Refused &refused)
 }
 
 /// Two characters in the wrong order.
-Found swapped(Refused &refused) { return first_taken(refused, swaps(refused.text, refused.window), other_can); }
+Found swapped(Refused &refused) { return refused.first_taken(swaps(refused.text, refused.window), other_can); }
 
 /// The end of a sample is missing.
 Found missing_end(Refused &refused)
 {
-    return first_taken(refused, endings(refused.text, refused.samples()), [](const auto &, const std::string &by) {
+    return refused.first_taken(endings(refused.text, refused.samples()), [](const auto &, const std::string &by) {
         return by.size() == 1 ? lua_quoted(by) + " is missing at the end"
                               : "something is missing at the end, such as " + named(by);
     });
@@ -265,29 +219,29 @@ Found missing_character(Refused &refused)
 /// A part that samples have is missing.
 Found missing_part(Refused &refused)
 {
-    return first_taken(
-        refused, insertions(refused.text, refused.window, refused.samples()),
+    return refused.first_taken(
+        insertions(refused.text, refused.window, refused.samples()),
         [](const auto &, const std::string &by) { return "something is missing here, such as " + named(by); });
 }
 
 /// A part too many.
 Found surplus(Refused &refused)
 {
-    return first_taken(refused, removals(refused.text, refused.window),
-                       [](const std::string &piece, const auto &) { return named(piece) + " is too much"; });
+    return refused.first_taken(removals(refused.text, refused.window),
+                               [](const std::string &piece, const auto &) { return named(piece) + " is too much"; });
 }
 
 /// Two numbers or words run into one, or one torn apart.
 Found joined_or_split(Refused &refused)
 {
     const Found joined = missing_separator(refused, true);
-    return joined ? joined : first_taken(refused, deletions(refused.text, refused.window, true), nothing_can);
+    return joined ? joined : refused.first_taken(deletions(refused.text, refused.window, true), nothing_can);
 }
 
 /// The beginning of a sample is missing.
 Found missing_begin(Refused &refused)
 {
-    return first_taken(refused, beginnings(refused.text, refused.samples()), [](const auto &, const std::string &by) {
+    return refused.first_taken(beginnings(refused.text, refused.samples()), [](const auto &, const std::string &by) {
         return "something is missing in front, such as " + named(by);
     });
 }
@@ -296,6 +250,8 @@ Found missing_begin(Refused &refused)
 Found first_entry(Refused &refused)
 {
     const std::string &text = refused.text;
+    if (!takes_lists(refused))
+        return {};
     for (std::size_t at = text.find(' ', refused.window.begin); at != std::string::npos; at = text.find(' ', at + 1)) {
         const std::string front = text.substr(0, at);
         if (at == 0 || is_blank(front.back()) || refused.takes(front))
@@ -314,18 +270,67 @@ Found first_entry(Refused &refused)
 
 struct Suspicion {
     Found (*look)(Refused &);
+    Change change; ///< what its repairs make of the value
     /// Of a type with kinds it is looked into whatever was found: the texts near by that are taken tell which kinds are.
-    bool tells_kinds;
+    bool tells_kinds = false;
 };
 
+constexpr Change spelling = Change::spelling;
+constexpr Change example = Change::example;
+constexpr Change value = Change::value;
+
 constexpr Suspicion suspicions[] = {
-    {whole_text, true},        {numbers, true},           {words, true},
-    {regrouped, true},         {unbracketed, true},       {dangling, true},
-    {lookalike, true},         {wrong_separator, true},   {wrong_letter, true},
-    {surplus_character, true}, {wrong_sign, true},        {swapped, true},
-    {missing_end, true},       {missing_separator, true}, {missing_character, true},
-    {missing_part, false},     {blended, false},          {surplus, false},
-    {joined_or_split, false},  {missing_begin, false},    {first_entry, false},
+    // what other programs and people write, whatever it is close to
+    {invisible_character, spelling},
+    {unknown_name, value},
+    {label, spelling},
+    {number_of_name, spelling},
+    {list_separators, spelling},
+    {too_many_entries, value},
+    {other_brackets, spelling},
+    {hexadecimal_number, spelling},
+    {number_with_exponent, spelling},
+    {grouped_digits, spelling},
+    {zone, spelling},
+    {duration, spelling},
+    {other_separators, spelling},
+    // what is wrong with the parts of keys
+    {refused_segment, value},
+    {length_of_address, spelling},
+    {length_of_mac, spelling},
+    {router_id_groups, example},
+    {missing_groups, example},
+    {long_address, value},
+    {prefix_length, value},
+    {negative_number, value},
+    // what is mistyped
+    {whole_text, spelling, true},
+    {zero_half, spelling},
+    {leading_zeros, spelling, true},
+    {too_large, value, true},
+    {too_small, value, true},
+    {words, spelling, true},
+    {regrouped, spelling, true},
+    {unbracketed, spelling, true},
+    {unfinished, example},
+    {dangling, example, true},
+    {lookalike, spelling, true},
+    {wrong_separator, spelling, true},
+    {wrong_letter, value, true},
+    {surplus_tail, value},
+    {surplus_character, value, true},
+    {wrong_sign, value, true},
+    {swapped, value, true},
+    {missing_end, example, true},
+    {missing_separator, example, true},
+    {missing_character, value, true},
+    {several_too_large, value},
+    {missing_part, example},
+    {blended, example},
+    {surplus, value},
+    {joined_or_split, value},
+    {missing_begin, example},
+    {first_entry, value},
 };
 
 /// Where a long text is suspect: behind the longest beginning that is taken, else at its beginning.
@@ -341,17 +346,26 @@ Range window_of(Refused &refused)
     return {begin, std::min(text.size(), begin + widest_search)};
 }
 
+/// The first that is found counts.
+void keep(Refused &refused, Found found, Change change)
+{
+    if (refused.best || !found)
+        return;
+    refused.best = std::move(found);
+    refused.best->change = change;
+}
+
 } // namespace
 
 void suspect(Refused &refused)
 {
     try {
         refused.window = window_of(refused);
-        for (const auto &[look, tells_kinds] : suspicions) {
-            if (!refused.best || (tells_kinds && !refused.asking.kinds().empty())) {
-                Found next = look(refused);
-                refused.best = refused.best ? refused.best : next;
-            }
+        for (const auto &[look, change, tells_kinds] : suspicions) {
+            if (!refused.best || (tells_kinds && !refused.asking.kinds().empty()))
+                keep(refused, look(refused), change);
+            if (refused.best && refused.best->change == spelling)
+                return;
         }
     } catch (const Spent &) {
         return; // with what is found so far

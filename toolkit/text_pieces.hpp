@@ -30,6 +30,8 @@ struct Edit {
     std::string by;
 };
 
+using Edits = std::vector<Edit>;
+
 inline std::string edited(std::string text, const Edit &edit) { return text.replace(edit.at, edit.length, edit.by); }
 
 /// The edit that turns one text into the other.

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Draws the README's pictures as SVG: `draw house|value PLUGIN`; the bytes of a value come from the plug-in and whose
-/// fields from the layout tables.
-#include <algorithm>
-#include <bit>
+/// Draws the README's pictures as SVG: `draw house|value PLUGIN`; the bytes of a value come from the plug-in and what
+/// is said of its fields from the toolkit.
 #include <cstdint>
 #include <cstdio>
 #include <iostream>
@@ -13,13 +11,12 @@
 #include <string_view>
 #include <vector>
 
-#include "bgp_datatype/fields.hpp"
-#include "host/host.hpp"
+#include "toolkit/explain.hpp"
+#include "toolkit/session.hpp"
 
 namespace {
 
-using bgpdt::Field;
-using bgpdt::Layout;
+namespace toolkit = bgpdt::toolkit;
 
 constexpr const char *type_name = "EVNPREFIX";
 constexpr const char *text = "100:48:0000-5e00-5301:32:192.0.2.1";
@@ -28,7 +25,6 @@ constexpr int width = 760; // all lengths in pixels
 constexpr int margin = 20;
 constexpr const char *colours[] = {"#cfe2f3", "#d9ead3", "#fff2cc", "#f4cccc", "#d9d2e9",
                                    "#fce5cd", "#d0e0e3", "#ead1dc", "#e6e6e6"};
-constexpr const char *padding_colour = "#ffffff";
 
 void open_picture(int height, std::string_view title)
 {
@@ -72,11 +68,11 @@ constexpr int line_height = 20;
 
 int line(std::size_t index) { return line_height * static_cast<int>(index); }
 
-/// Which field the byte is of; the number of fields where it is of none.
-std::size_t field_at(std::span<const Field> fields, std::size_t at)
+/// Which part the byte is of.
+std::size_t part_at(std::span<const toolkit::Part> parts, std::size_t at)
 {
     std::size_t index = 0;
-    while (index < fields.size() && (at < fields[index].offset || at >= fields[index].offset + fields[index].size()))
+    while (at >= parts[index].offset + parts[index].size)
         ++index;
     return index;
 }
@@ -88,52 +84,56 @@ std::string hex(std::uint8_t byte)
     return digits;
 }
 
-void draw_bytes(std::span<const Field> fields, std::span<const std::uint8_t> shown, int top)
+void draw_bytes(std::span<const toolkit::Part> parts, std::span<const std::uint8_t> shown, int top)
 {
     for (std::size_t at = 0; at < shown.size(); ++at) {
         const int x = margin + cell * static_cast<int>(at % cells_in_row);
         const int y = top + cell * static_cast<int>(at / cells_in_row);
-        const std::size_t index = field_at(fields, at);
-        rectangle({x, y, cell, cell}, index < fields.size() ? colours[index % std::size(colours)] : padding_colour);
+        rectangle({x, y, cell, cell}, colours[part_at(parts, at) % std::size(colours)]);
         label(x + 3, y + 11, "font-size=\"9\" fill=\"#777777\"", std::to_string(at));
         label(x + cell / 2, y + 30, octet, hex(shown[at]));
     }
 }
 
-void draw_legend(std::span<const Field> fields, int top)
+/// "route type: 2, MAC/IP advertisement"
+std::string words_for(const toolkit::Part &part)
 {
-    for (std::size_t index = 0; index < fields.size(); ++index) {
-        const Field &field = fields[index];
+    return part.name + ": " + part.shown + (part.in_words ? ", " + part.meaning : "");
+}
+
+void draw_legend(std::span<const toolkit::Part> parts, int top)
+{
+    for (std::size_t index = 0; index < parts.size(); ++index) {
+        const toolkit::Part &part = parts[index];
         const int y = top + line(index);
         rectangle({margin, y, 14, 14}, colours[index % std::size(colours)]);
-        label(margin + 24, y + 12, plain,
-              std::string(field.name) + ": offset " + std::to_string(field.offset) + ", size " +
-                  std::to_string(field.size()) + (field.host_order() ? ", the processor's byte order" : ""));
+        label(margin + 24, y + 12, plain, words_for(part));
+        const std::string first = std::to_string(part.offset);
+        label(margin + 420, y + 12, "fill=\"#777777\"",
+              part.size == 1 ? "byte " + first
+                             : "bytes " + first + " to " + std::to_string(part.offset + part.size - 1));
     }
 }
 
 void draw_value(const char *plugin)
 {
-    bgpdt::host::Host host(plugin);
-    const SYSDT_Record &type = *host.find(type_name);
-    auto value = host.parse(type, text, 2).data;
-    const Layout &layout = bgpdt::layout_of(type.typeId, value, std::endian::native);
-    if (std::endian::native == std::endian::little)
-        bgpdt::reverse_numbers(layout, value); // shown as on the target
-
-    std::size_t used = 0;
-    for (const Field &field : layout.fields)
-        used = std::max(used, field.offset + field.size());
+    toolkit::Session session({.plugin = plugin});
+    const SYSDT_Record &type = session.type(type_name);
+    toolkit::Explanation explanation =
+        toolkit::explanation_of(session, type, session.host().parse(type, text, session.mode_for(type)).data);
+    std::vector<toolkit::Part> &parts = explanation.parts;
+    const std::size_t used = parts.back().name.empty() ? parts.back().offset : explanation.bytes.size();
+    std::erase_if(parts, [](const toolkit::Part &part) { return part.name.empty(); });
     const int rows = static_cast<int>((used + cells_in_row - 1) / cells_in_row);
     constexpr int bytes_top = 50;
     const int legend_top = bytes_top + rows * cell + 15;
-    const int bottom = legend_top + line(layout.fields.size());
+    const int bottom = legend_top + line(parts.size());
     open_picture(bottom + 35, std::string("The bytes of one ") + type_name);
     label(margin, 30, bold, std::string(type_name) + " " + text);
-    draw_bytes(layout.fields, std::span(value).first(used), bytes_top);
-    draw_legend(layout.fields, legend_top);
+    draw_bytes(parts, std::span(explanation.bytes).first(used), bytes_top);
+    draw_legend(parts, legend_top);
     label(margin, bottom + 16, plain,
-          std::to_string(value.size() - used) + " bytes behind them are zero: other route types use them.");
+          std::to_string(explanation.bytes.size() - used) + " bytes behind them are zero: other route types use them.");
     close_picture();
 }
 

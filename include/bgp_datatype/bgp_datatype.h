@@ -40,11 +40,11 @@ extern const SYSDT_Record g_astBgpDataTypeNameIndexDefineTbl[SYSDT_NAME_INDEX_TY
 #define SYSDT_DECLARE_luaGet(name) SYSDT_LuaGet name;
 #define SYSDT_DECLARE_endian(name) SYSDT_Endian name;
 #define SYSDT_DECLARE_SLOT(slot, name) SYSDT_DECLARE_##slot(name)
-#define SYSDT_DECLARE_TYPE(name, id, kind, size, layout, about, texts, slots) slots
-#define SYSDT_DECLARE_ROW(kind, name, layout, reader, texts, slots)                                                    \
+#define SYSDT_DECLARE_TYPE(name, id, kind, size, layout, about, grammar, texts, slots) slots
+#define SYSDT_DECLARE_ROW(kind, name, layout, reader, about, texts, slots)                                             \
     SYSDT_ScriptReader reader;                                                                                         \
     slots
-#define SYSDT_DECLARE_RD_ROW(kind, name, texts, slots) slots
+#define SYSDT_DECLARE_RD_ROW(kind, name, about, texts, slots) slots
 
 SYSDT_EXTEND_TYPES(SYSDT_DECLARE_TYPE, SYSDT_DECLARE_SLOT)
 SYSDT_BOL_ROWS(SYSDT_DECLARE_ROW, SYSDT_DECLARE_SLOT)

@@ -501,7 +501,7 @@ constexpr const Layout &evpn_layout_of(std::span<const std::uint8_t> value)
 /// The layout of a route key, by its sub-kind and what else selects it.
 constexpr const Layout &bol_layout_of(std::uint32_t sub_kind, std::span<const std::uint8_t> value)
 {
-#define BGPDT_LAYOUT(kind, name, layout, reader, texts, slots)                                                         \
+#define BGPDT_LAYOUT(kind, name, layout, reader, about, texts, slots)                                                  \
     case SYSDT_BOL_##kind: return layout;
 
     switch (sub_kind) {
@@ -651,7 +651,7 @@ inline constexpr Layout no_layout{};
 /// @return the layout; without fields when the type is unknown
 inline const Layout &layout_of(std::uint16_t type_id, std::span<const std::uint8_t> value, std::endian order)
 {
-#define BGPDT_LAYOUT(name, id, kind, size, layout, about, texts, slots)                                                \
+#define BGPDT_LAYOUT(name, id, kind, size, layout, about, grammar, texts, slots)                                       \
     case SYSDT_TYPE_##name: return layout;
 
     switch (type_id) {

@@ -18,13 +18,17 @@
  * The tables of the types and of the kinds of route key. What there is of either follows from them: ids and counts here,
  * declarations, records and rows, layouts, and what the tool says of each. A table is given two macros: what becomes of a
  * row, and of each slot that the row fills; a slot that it does not name is no operation. Texts stand one a line: one of
- * each form.
+ * each form. A grammar says which there are, in the mode in which they go both ways.
  */
 
 /* clang-format off */
 
 #define SYSDT_PAIR_TEXTS "64496:1\n65551:1\n1.15:1\n192.0.2.1:1"
 #define SYSDT_ANY_PAIR_TEXTS "64496:*\n65551:*\n1.15:*\n192.0.2.1:*"
+#define SYSDT_PAIR_GRAMMAR                                                                                             \
+    "A:N, H.L:N or IPV4:N. N is up to 4294967295 behind an A up to 65535, else up to 65535; A is up to 4294967295, "   \
+    "H and L are up to 65535"
+#define SYSDT_NONZERO_PAIR_GRAMMAR SYSDT_PAIR_GRAMMAR "; 0:0 and 0.0:0 are refused"
 #define SYSDT_EVPN_TEXTS                                                                                               \
     "0011.2233.4455.6677.8899:100\n"                                                                                   \
     "100:48:0000-5e00-5301:32:192.0.2.1\n"                                                                             \
@@ -73,225 +77,254 @@
     TYPE(PDID2PDNAME, 0x6083)
 
 /*
- * TYPE(name, id, base kind, size that its record declares, layout of a value in an order, what it is, texts, slots), in
- * the order of registration. Where a type names another family's callback, the sharing is meant.
+ * TYPE(name, id, base kind, size that its record declares, layout of a value in an order, what it is, grammar, texts,
+ * slots), in the order of registration. Where a type names another family's callback, the sharing is meant.
  */
 #define SYSDT_EXTEND_TYPES(TYPE, SLOT)                                                                                 \
     TYPE(ASNUM, 0x00FF, EXTEND, sizeof(SYSDT_AsNum), as_number_layout,                                                 \
-         "AS number", "64496\n1.10",                                                                                   \
+         "AS number", "a number from 1 to 4294967295, or H.L, both up to 65535 and H not 0", "64496\n1.10",            \
          SLOT(formatIn, SYSDT_AsNumFormatIn) SLOT(formatOut, SYSDT_AsNumFormatOut) SLOT(check, SYSDT_AsNumCheck)       \
          SLOT(help, SYSDT_AsNumHelp) SLOT(compare, SYSDT_Uint32Compare) SLOT(luaSet, SYSDT_AsNumLuaSet)                \
          SLOT(luaGet, SYSDT_AsNumLuaGet) SLOT(endian, SYSDT_AsNumLuaEndian))                                           \
     TYPE(COMMUNITY, 0x0100, EXTEND, sizeof(SYSDT_Community), community_layout,                                         \
-         "community", "64496:1\n4226809857\nno-export",                                                                \
+         "community",                                                                                                  \
+         "A:N, both up to 65535; a number up to 4294967295; or internet, no-export, no-advertise, "                    \
+         "no-export-subconfed", "64496:1\n4226809857\nno-export",                                                      \
          SLOT(formatIn, SYSDT_CommunityFormatIn) SLOT(formatOut, SYSDT_CommunityFormatOut)                             \
          SLOT(check, SYSDT_CommunityCheck) SLOT(help, SYSDT_CommunityHelp) SLOT(compare, SYSDT_CommunityCompare)       \
          SLOT(luaSet, SYSDT_CommunityLuaSet) SLOT(luaGet, SYSDT_CommunityLuaGet) SLOT(endian, SYSDT_CommunityEndian))  \
     TYPE(LARGECOMMUNITY, 0x0141, EXTEND, sizeof(SYSDT_LargeCommunity), large_community_layout,                         \
-         "large community", "64496:1:2",                                                                               \
+         "large community", "A:N:M, each up to 4294967295", "64496:1:2",                                               \
          SLOT(formatIn, SYSDT_LargeCommunityFormatIn) SLOT(formatOut, SYSDT_LargeCommunityFormatOut)                   \
          SLOT(check, SYSDT_LargeCommunityCheck) SLOT(help, SYSDT_LargeCommunityHelp)                                   \
          SLOT(compare, SYSDT_LargeCommunityCompare) SLOT(luaSet, SYSDT_LargeCommunityLuaSet)                           \
          SLOT(luaGet, SYSDT_LargeCommunityLuaGet) SLOT(endian, SYSDT_LargeCommunityEndian))                            \
     TYPE(EXTCOMMUNITY, 0x0101, EXTEND, sizeof(SYSDT_Octets), extended_community_layout,                                \
-         "extended community", SYSDT_PAIR_TEXTS,                                                                       \
+         "extended community", SYSDT_PAIR_GRAMMAR, SYSDT_PAIR_TEXTS,                                                   \
          SLOT(formatIn, SYSDT_ExtCommunityFormatIn) SLOT(formatOut, SYSDT_ExtCommunityFormatOut)                       \
          SLOT(check, SYSDT_ExtCommunityCheck) SLOT(help, SYSDT_ExtCommunityHelp)                                       \
          SLOT(compare, SYSDT_ExtCommunityCompare) SLOT(luaSet, SYSDT_ExtCommunityLuaSet)                               \
          SLOT(luaGet, SYSDT_ExtCommunityLuaGet) SLOT(endian, SYSDT_EXTCommunityEndian))                                \
     TYPE(BGPLSPREFIX, 0x0513, EXTEND, sizeof(SYSDT_LsPrefix), ls_layout_of(selecting_word(value, order) & 0xFF),       \
-         "BGP-LS route key", SYSDT_LS_TEXTS,                                                                           \
+         "BGP-LS route key",                                                                                           \
+         "groups in brackets: [TYPE][PROTOCOL][IDENTIFIERn][LOCAL[...]], then [REMOTE[...]][LINK[...]], "              \
+         "[PREFIX[...]], [TE[...]] or [SID[...]] as the type has it", SYSDT_LS_TEXTS,                                  \
          SLOT(formatIn, SYSDT_LSPrefixFormatIn) SLOT(formatOut, SYSDT_LSPrefixFormatOut)                               \
          SLOT(check, SYSDT_LSPrefixCheck) SLOT(help, SYSDT_LSPrefixHelp) SLOT(compare, SYSDT_LSPrefixCompare)          \
          SLOT(luaSet, SYSDT_LSPrefixLuaSet) SLOT(luaGet, SYSDT_LSPrefixLuaGet) SLOT(endian, SYSDT_LSPrefixEndian))     \
     TYPE(VRFRT, 0x0102, EXTEND, sizeof(SYSDT_Octets), route_target_layout,                                             \
-         "route target", SYSDT_PAIR_TEXTS,                                                                             \
+         "route target", SYSDT_NONZERO_PAIR_GRAMMAR, SYSDT_PAIR_TEXTS,                                                 \
          SLOT(formatIn, SYSDT_VrfRtFormatIn) SLOT(formatOut, SYSDT_VrfRtFormatOut) SLOT(check, SYSDT_VrfRtCheck)       \
          SLOT(help, SYSDT_VrfRtHelp) SLOT(compare, SYSDT_VrfRtCompare) SLOT(luaSet, SYSDT_VrfRtLuaSet)                 \
          SLOT(luaGet, SYSDT_VrfRtLuaGet) SLOT(endian, SYSDT_VrfRtEndian))                                              \
     TYPE(VRFRD, 0x0103, EXTEND, sizeof(SYSDT_Octets), route_distinguisher_layout,                                      \
-         "route distinguisher", SYSDT_PAIR_TEXTS,                                                                      \
+         "route distinguisher", SYSDT_NONZERO_PAIR_GRAMMAR, SYSDT_PAIR_TEXTS,                                          \
          SLOT(formatIn, SYSDT_VrfRdFormatIn) SLOT(formatOut, SYSDT_VrfRdFormatOut) SLOT(check, SYSDT_VrfRdCheck)       \
          SLOT(help, SYSDT_VrfRdHelp) SLOT(compare, SYSDT_VrfRdCompare) SLOT(luaSet, SYSDT_VrfRdLuaSet)                 \
          SLOT(luaGet, SYSDT_VrfRdLuaGet) SLOT(endian, SYSDT_VrfRdEndian))                                              \
     TYPE(SOO, 0x0104, EXTEND, sizeof(SYSDT_Octets), site_of_origin_layout,                                             \
-         "site of origin", SYSDT_PAIR_TEXTS,                                                                           \
+         "site of origin", SYSDT_NONZERO_PAIR_GRAMMAR, SYSDT_PAIR_TEXTS,                                               \
          SLOT(formatIn, SYSDT_SooFormatIn) SLOT(formatOut, SYSDT_SooFormatOut) SLOT(check, SYSDT_SooCheck)             \
          SLOT(help, SYSDT_SooHelp) SLOT(compare, SYSDT_SooCompare) SLOT(luaSet, SYSDT_SooLuaSet)                       \
          SLOT(luaGet, SYSDT_SooLuaGet) SLOT(endian, SYSDT_SooEndian))                                                  \
     TYPE(BOLPREFIX, 0x0117, EXTEND, sizeof(SYSDT_BolValue), bol_layout_of(selecting_word(value, order), value),        \
-         "route key of any kind", "",                                                                                  \
+         "route key of any kind",                                                                                      \
+         "what its kinds take: IPV4 or IPV6; an EVPN route; a route target; AS numbers and addresses of a multicast "  \
+         "VPN route with \":\" between them, with \"-\" if one is IPv6; TYPE/IPV4/N; TYPE-PORT-SITE-IP; "              \
+         "[N][COLOUR][IP]", "",                                                                                        \
          SLOT(formatIn, SYSDT_BolPrefixFormatIn) SLOT(formatOut, SYSDT_BolPrefixFormatOut)                             \
          SLOT(check, SYSDT_BolPrefixCheck) SLOT(help, SYSDT_BolPrefixHelp) SLOT(compare, SYSDT_BolPrefixCompare)       \
          SLOT(luaSet, SYSDT_BolPrefixLuaSet) SLOT(luaGet, SYSDT_BolPrefixLuaGet))                                      \
     TYPE(BOLRD, 0x0118, EXTEND, sizeof(SYSDT_BolRd), bol_rd_layout,                                                    \
-         "route distinguisher behind its kind", "",                                                                    \
+         "route distinguisher behind its kind", SYSDT_NONZERO_PAIR_GRAMMAR, "",                                        \
          SLOT(formatIn, SYSDT_BolRdFormatIn) SLOT(formatOut, SYSDT_BolRdFormatOut) SLOT(check, SYSDT_BolRdCheck)       \
          SLOT(help, SYSDT_BolRdHelp) SLOT(compare, SYSDT_BolRdCompare) SLOT(luaSet, SYSDT_BolRdLuaSet)                 \
          SLOT(luaGet, SYSDT_BolRdLuaGet))                                                                              \
     TYPE(VPNV4MCPREFIX, 0x0127, EXTEND, sizeof(SYSDT_Vpnv4Mcast), vpnv4_mcast_layout_of(value),                        \
-         "VPNv4 multicast route key", "192.0.2.0/24",                                                                  \
+         "VPNv4 multicast route key", "IPV4/LENGTH, the length up to 32", "192.0.2.0/24",                              \
          SLOT(formatIn, SYSDT_VPNV4MCASTPrefixFormatIn) SLOT(formatOut, SYSDT_VPNV4MCASTPrefixFormatOut)               \
          SLOT(check, SYSDT_VPNV4MCASTPrefixCheck) SLOT(help, SYSDT_VPNV4MCASTPrefixHelp)                               \
          SLOT(compare, SYSDT_VPNV4MCASTPrefixCompare) SLOT(luaSet, SYSDT_VPNV4MCASTPrefixLuaSet)                       \
          SLOT(luaGet, SYSDT_VPNV4MCASTPrefixLuaGet) SLOT(endian, SYSDT_VPNV4MCASTLuaEndian))                           \
     TYPE(MDTPREFIX, 0x0128, EXTEND, sizeof(SYSDT_Mdt), mdt_layout_of(value),                                           \
-         "multicast distribution tree route key", "192.0.2.0/24",                                                      \
+         "multicast distribution tree route key", "IPV4/LENGTH, the length up to 32", "192.0.2.0/24",                  \
          SLOT(formatIn, SYSDT_MdtPrefixFormatIn) SLOT(formatOut, SYSDT_MdtPrefixFormatOut)                             \
          SLOT(check, SYSDT_MdtPrefixCheck) SLOT(help, SYSDT_MdtPrefixHelp) SLOT(compare, SYSDT_MdtPrefixCompare)       \
          SLOT(luaSet, SYSDT_MdtPrefixLuaSet) SLOT(luaGet, SYSDT_MdtPrefixLuaGet) SLOT(endian, SYSDT_MdtLuaEndian))     \
     TYPE(L2VPNPREFIX, 0x0126, EXTEND, 2 * sizeof(uint16_t), bol_l2vpn_layout,                                          \
-         "L2VPN route key", "",                                                                                        \
+         "L2VPN route key", "", "",                                                                                    \
          SLOT(formatIn, SYSDT_L2VPNPrefixFormatIn) SLOT(formatOut, SYSDT_L2VPNPrefixFormatOut)                         \
          SLOT(check, SYSDT_VplsAdPrefixCheck) SLOT(help, SYSDT_VplsAdPrefixHelp)                                       \
          SLOT(compare, SYSDT_VplsAdPrefixCompare) SLOT(luaSet, SYSDT_L2VPNPrefixLuaSet)                                \
          SLOT(luaGet, SYSDT_L2VPNPrefixLuaGet))                                                                        \
     TYPE(TIME_RANGE, 0x011C, BINARY, sizeof(SYSDT_TimeRange), time_range_layout,                                       \
-         "duration", "1d2h3m4s",                                                                                       \
+         "duration", "days, hours, minutes and seconds, all named: up to 10000d23h59m59s, in 8 to 15 characters",      \
+         "1d2h3m4s",                                                                                                   \
          SLOT(formatIn, SYSDT_TimeRangeFormatIn) SLOT(help, SYSDT_TimeRangeHelp) SLOT(luaSet, SYSDT_TimeRangeLuaSet)   \
          SLOT(luaGet, SYSDT_TimeRangeLuaGet))                                                                          \
     TYPE(ASNUMEXT, 0x011D, EXTEND, sizeof(SYSDT_AsNum), as_number_layout,                                              \
-         "AS number or 0", "0\n64496\n1.10",                                                                           \
+         "AS number or 0", "a number from 0 to 4294967295, or H.L, both up to 65535 and H not 0", "0\n64496\n1.10",    \
          SLOT(formatIn, SYSDT_AsNumExtFormatIn) SLOT(formatOut, SYSDT_AsNumExtFormatOut)                               \
          SLOT(check, SYSDT_AsNumExtCheck) SLOT(help, SYSDT_AsNumHelp) SLOT(compare, SYSDT_Uint32Compare)               \
          SLOT(luaSet, SYSDT_AsNumLuaSet) SLOT(luaGet, SYSDT_AsNumLuaGet) SLOT(endian, SYSDT_AsNumLuaEndian))           \
     TYPE(ATTRIDBITMAP, 0x0122, EXTEND, sizeof(SYSDT_AttrIdBitmap), attr_bitmap_layout,                                 \
-         "set of attribute identifiers", "",                                                                           \
+         "set of attribute identifiers", "", "",                                                                       \
          SLOT(formatOut, SYSDT_AttrIdBitmapFormatOut) SLOT(check, SYSDT_AttrIdBitmapCheck)                             \
          SLOT(help, SYSDT_AttrIdBitmapHelp) SLOT(compare, SYSDT_AttrIdBitmapCompare)                                   \
          SLOT(luaSet, SYSDT_AttrIdBitmapLuaSet) SLOT(luaGet, SYSDT_AttrIdBitmapLuaGet)                                 \
          SLOT(endian, SYSDT_AttrIdBitmapEndian))                                                                       \
     TYPE(CVRFNAME, 0x0124, STRING, SYSDT_CVRF_NAME_SIZE, client_vrf_layout_of(value),                                  \
-         "client VRF name", "vpn1",                                                                                    \
+         "client VRF name", "a name of up to 31 characters", "vpn1",                                                   \
          SLOT(formatIn, SYSDT_StringFormatIn) SLOT(formatOut, SYS_DT_APPCVRFNAME_FormatOut)                            \
          SLOT(help, SYSDT_StringHelp) SLOT(compare, SYSDT_StringCompare) SLOT(luaSet, SYSDT_StringLuaSet)              \
          SLOT(luaGet, SYSDT_StringLuaGet))                                                                             \
     TYPE(VPNID, 0x012F, EXTEND, sizeof(SYSDT_VpnId), vpn_id_layout,                                                    \
-         "global VPN identifier in hexadecimal", "5e:1f",                                                              \
+         "global VPN identifier in hexadecimal",                                                                       \
+         "X:X, hexadecimal in small letters, up to ffffff and up to ffffffff; 0:0 is refused", "5e:1f",                \
          SLOT(formatIn, SYSDT_VpnIdFormatIn) SLOT(formatOut, SYSDT_VpnIdFormatOut) SLOT(check, SYSDT_VpnIdCheck)       \
          SLOT(help, SYSDT_VpnIdHelp) SLOT(compare, SYSDT_VpnIdCompare) SLOT(luaSet, SYSDT_VpnIdLuaSet)                 \
          SLOT(luaGet, SYSDT_VpnIdLuaGet) SLOT(endian, SYSDT_VpnIdEndian))                                              \
     TYPE(VRFRTV6, 0x0140, EXTEND, sizeof(SYSDT_VrfRtV6), ipv6_route_target_layout,                                     \
-         "IPv6 route target", "2001:db8::1.1",                                                                         \
+         "IPv6 route target", "IPV6.N, N being 0 or 1", "2001:db8::1.1",                                               \
          SLOT(formatIn, SYSDT_VrfRtV6FormatIn) SLOT(formatOut, SYSDT_VrfRtV6FormatOut) SLOT(check, SYSDT_VrfRtV6Check) \
          SLOT(help, SYSDT_VrfRtV6Help) SLOT(compare, SYSDT_VrfRtV6Compare) SLOT(luaSet, SYSDT_VrfRtV6LuaSet)           \
          SLOT(luaGet, SYSDT_VrfRtV6LuaGet) SLOT(endian, SYSDT_VrfRtV6Endian))                                          \
     TYPE(ASNUM_ENHANCE, 0x0145, EXTEND, sizeof(SYSDT_AsNumList), as_list_layout,                                       \
-         "list of up to 256 AS numbers", "64496 1.10",                                                                 \
+         "list of up to 256 AS numbers", "1 to 256 AS numbers as ASNUM takes them, blanks between them", "64496 1.10", \
          SLOT(formatIn, SYSDT_AsNumEnhanceFormatIn) SLOT(formatOut, SYSDT_AsNumEnhanceFormatOut)                       \
          SLOT(check, SYSDT_AsNumEnhanceCheck) SLOT(help, SYSDT_AsNumEnhanceHelp) SLOT(compare, SYSDT_BlockCompare)     \
          SLOT(luaSet, SYSDT_AsNumEnLuaSet) SLOT(luaGet, SYSDT_AsNumEnLuaGet)                                           \
          SLOT(endian, SYSDT_AsNumEnhanceLuaEndian))                                                                    \
     TYPE(CMNTY_ENHANCE, 0x0146, EXTEND, sizeof(SYSDT_CommunityList), community_list_layout,                            \
-         "list of up to 32 communities", "64496:1 4226809857 no-export",                                               \
+         "list of up to 32 communities", "1 to 32 communities as COMMUNITY takes them, blanks between them",           \
+         "64496:1 4226809857 no-export",                                                                               \
          SLOT(formatIn, SYSDT_CMNTYEnhanceFormatIn) SLOT(formatOut, SYSDT_CMNTYEnhanceFormatOut)                       \
          SLOT(check, SYSDT_CMNTYEnhanceCheck) SLOT(help, SYSDT_CMNTYEnhanceHelp) SLOT(compare, SYSDT_BlockCompare)     \
          SLOT(luaSet, SYSDT_CmntyEnLuaSet) SLOT(luaGet, SYSDT_CmntyEnLuaGet)                                           \
          SLOT(endian, SYSDT_CmntyEnhanceLuaEndian))                                                                    \
     TYPE(RTPRD, 0x0116, EXTEND, sizeof(SYSDT_RtpRd), rtp_rd_layout,                                                    \
-         "route distinguisher, any number of it", SYSDT_PAIR_TEXTS "\n" SYSDT_ANY_PAIR_TEXTS,                          \
+         "route distinguisher, any number of it", SYSDT_PAIR_GRAMMAR "; * for N is any number",                        \
+         SYSDT_PAIR_TEXTS "\n" SYSDT_ANY_PAIR_TEXTS,                                                                   \
          SLOT(formatIn, SYSDT_RtpRdFormatIn) SLOT(formatOut, SYSDT_RtpRdFormatOut) SLOT(check, SYSDT_RtpRdCheck)       \
          SLOT(help, SYSDT_RtpRdHelp) SLOT(compare, SYSDT_RtpRdCompare) SLOT(luaSet, SYSDT_RtpRdLuaSet)                 \
          SLOT(luaGet, SYSDT_RtpRdLuaGet))                                                                              \
     TYPE(SID_STRUCTURE, 0x0148, EXTEND, sizeof(SYSDT_SidStructure), sid_structure_layout,                              \
-         "structure of an SRv6 SID", "",                                                                               \
+         "structure of an SRv6 SID", "", "",                                                                           \
          SLOT(formatOut, SYSDT_PrefixSidStructureFormatOut) SLOT(luaSet, SYSDT_PrefixSidStructureLuaSet))              \
     TYPE(EVNPREFIX, 0x0119, EXTEND, sizeof(SYSDT_EvpnKey), evpn_layout_of(value),                                      \
-         "EVPN route key", SYSDT_EVPN_TEXTS,                                                                           \
+         "EVPN route key",                                                                                             \
+         "the parts of a route, colons between them: ESI:TAG; TAG:LENGTH:MAC:LENGTH:IP; TAG:LENGTH:IP; "               \
+         "ESI:LENGTH:IP; ESI; TAG:IP:LENGTH; the three addresses of a multicast route, a LENGTH in front of each. "    \
+         "IPv6 addresses stand in brackets, an ESI is five groups of hexadecimal digits, a MAC three",                 \
+         SYSDT_EVPN_TEXTS,                                                                                             \
          SLOT(formatIn, SYSDT_EVNPrefixFormatIn) SLOT(formatOut, SYSDT_EVNPrefixFormatOut)                             \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_EVNPrefixLuaSet) SLOT(luaGet, SYSDT_EVNPrefixLuaGet))                                      \
     TYPE(EXTCOMMUNITY_BW, 0x0149, EXTEND, sizeof(SYSDT_ExtCommunityBw), bandwidth_community_layout,                    \
-         "link bandwidth community", "",                                                                               \
+         "link bandwidth community", "", "",                                                                           \
          SLOT(formatOut, SYSDT_ExtCommunityBwFormatOut) SLOT(check, SYSDT_ExtCommunityBwCheck)                         \
          SLOT(help, SYSDT_ExtCommunityBwHelp) SLOT(compare, SYSDT_ExtCommunityBwCompare)                               \
          SLOT(luaSet, SYSDT_ExtCommunityBwLuaSet) SLOT(luaGet, SYSDT_ExtCommunityBwLuaGet)                             \
          SLOT(endian, SYSDT_EXTCommunityBwEndian))
 
 /*
- * ROW(kind, name, layout of a value, reader of its script table, texts, slots): what stands behind a route key's sub-kind
- * word, which is the number of its row.
+ * ROW(kind, name, layout of a value, reader of its script table, what it is, texts, slots): what stands behind a route
+ * key's sub-kind word, which is the number of its row. RFC 6514 has the route types of multicast VPNs.
  */
 #define SYSDT_BOL_ROWS(ROW, SLOT)                                                                                      \
-    ROW(IPV4, "IPV4", bol_ipv4_layout, SYSDT_VplsAdPrefixNewLuaGet, "192.0.2.1",                                       \
+    ROW(IPV4, "IPV4", bol_ipv4_layout, SYSDT_VplsAdPrefixNewLuaGet,                                                    \
+         "originating router by its IPv4 address: VPLS auto-discovery, multicast VPN type 1", "192.0.2.1",             \
          SLOT(formatIn, SYSDT_VplsAdPrefixFormatIn) SLOT(formatOut, SYSDT_VplsAdPrefixFormatOut)                       \
          SLOT(check, SYSDT_VplsAdPrefixCheck) SLOT(help, SYSDT_VplsAdPrefixHelp)                                       \
          SLOT(compare, SYSDT_VplsAdPrefixCompare) SLOT(luaSet, SYSDT_VplsAdPrefixLuaSet)                               \
          SLOT(luaGet, SYSDT_VplsAdPrefixLuaGet))                                                                       \
-    ROW(EVN, "EVN", evpn_layout_of(value), SYSDT_EVNPrefixNewLuaGet, SYSDT_EVPN_TEXTS,                                 \
+    ROW(EVN, "EVN", evpn_layout_of(value), SYSDT_EVNPrefixNewLuaGet,                                                   \
+         "EVPN route", SYSDT_EVPN_TEXTS,                                                                               \
          SLOT(formatIn, SYSDT_EVNPrefixFormatIn) SLOT(formatOut, SYSDT_EVNPrefixFormatOut)                             \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_EVNPrefixLuaSet) SLOT(luaGet, SYSDT_EVNPrefixLuaGet))                                      \
-    ROW(NG_TYPE_2, "NG_TYPE_2", bol_ng2_layout, SYSDT_NGPrefix2NewLuaGet, "64496\n1.10",                               \
+    ROW(NG_TYPE_2, "NG_TYPE_2", bol_ng2_layout, SYSDT_NGPrefix2NewLuaGet,                                              \
+         "multicast VPN type 2, inter-AS: AS number", "64496\n1.10",                                                   \
          SLOT(formatIn, SYSDT_NGPrefixFormatIn) SLOT(formatOut, SYSDT_NGPrefixFormatOut)                               \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_NGPrefix2LuaSet) SLOT(luaGet, SYSDT_EVNPrefixLuaGet))                                      \
     ROW(NG_TYPE_3, "NG_TYPE_3", bol_ng3_layout, SYSDT_NGPrefix3NewLuaGet,                                              \
+         "multicast VPN type 3, selective tunnel: source, group, originator",                                          \
          "192.0.2.1:233.252.0.1:192.0.2.9\n2001:db8::1-ff0e::db8:0:1-2001:db8::9",                                     \
          SLOT(formatIn, SYSDT_NGPrefixFormatIn) SLOT(formatOut, SYSDT_NGPrefixFormatOut)                               \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_NGPrefix3LuaSet) SLOT(luaGet, SYSDT_EVNPrefixLuaGet))                                      \
-    ROW(NG_TYPE_4_2, "NG_TYPE_4_2", bol_ng42_layout, SYSDT_NGPrefix42NewLuaGet, "64496:192.0.2.1\n64496-2001:db8::1",  \
+    ROW(NG_TYPE_4_2, "NG_TYPE_4_2", bol_ng42_layout, SYSDT_NGPrefix42NewLuaGet,                                        \
+         "multicast VPN type 4, leaf of a type 2: AS number, originator", "64496:192.0.2.1\n64496-2001:db8::1",        \
          SLOT(formatIn, SYSDT_NGPrefixFormatIn) SLOT(formatOut, SYSDT_NGPrefixFormatOut)                               \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_NGPrefix42LuaSet) SLOT(luaGet, SYSDT_EVNPrefixLuaGet))                                     \
     ROW(NG_TYPE_4_3, "NG_TYPE_4-3", bol_ng43_layout, SYSDT_NGPrefix43NewLuaGet,                                        \
+         "multicast VPN type 4, leaf of a type 3: source, group, originators",                                         \
          "192.0.2.1:233.252.0.1:192.0.2.9:192.0.2.10\n2001:db8::1-ff0e::db8:0:1-2001:db8::9-2001:db8::a",              \
          SLOT(formatIn, SYSDT_NGPrefixFormatIn) SLOT(formatOut, SYSDT_NGPrefixFormatOut)                               \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_NGPrefix43LuaSet) SLOT(luaGet, SYSDT_EVNPrefixLuaGet))                                     \
     ROW(NG_TYPE_5, "NG_TYPE_5", bol_ng5_layout, SYSDT_NGPrefix5NewLuaGet,                                              \
-         "192.0.2.1:233.252.0.1\n2001:db8::1-ff0e::db8:0:1",                                                           \
+         "multicast VPN type 5, active source: source, group", "192.0.2.1:233.252.0.1\n2001:db8::1-ff0e::db8:0:1",     \
          SLOT(formatIn, SYSDT_NGPrefixFormatIn) SLOT(formatOut, SYSDT_NGPrefixFormatOut)                               \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_NGPrefix5LuaSet) SLOT(luaGet, SYSDT_EVNPrefixLuaGet))                                      \
     ROW(NG_TYPE_6, "NG_TYPE_6", bol_ng6_layout, SYSDT_NGPrefix6NewLuaGet,                                              \
+         "multicast VPN types 6 and 7, join of a shared or source tree: AS number, source, group",                     \
          "64496:192.0.2.1:233.252.0.1\n64496-2001:db8::1-ff0e::db8:0:1",                                               \
          SLOT(formatIn, SYSDT_NGPrefixFormatIn) SLOT(formatOut, SYSDT_NGPrefixFormatOut)                               \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_NGPrefix6LuaSet) SLOT(luaGet, SYSDT_EVNPrefixLuaGet))                                      \
-    ROW(VRFRTEXT, "VRFRTEXT", bol_route_target_layout, SSYSDT_VrfRtExtNewLuaGet, SYSDT_PAIR_TEXTS "\naabb-ccdd-eeff",  \
+    ROW(VRFRTEXT, "VRFRTEXT", bol_route_target_layout, SSYSDT_VrfRtExtNewLuaGet,                                       \
+         "route target", SYSDT_PAIR_TEXTS "\naabb-ccdd-eeff",                                                          \
          SLOT(formatIn, SYSDT_VrfRtExtFormatIn) SLOT(formatOut, SYSDT_VrfRtExtFormatOut)                               \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_VrfRtHelp) SLOT(compare, SYSDT_VrfRtCompare)               \
          SLOT(luaSet, SYSDT_VrfRtExtLuaSet) SLOT(luaGet, SYSDT_VrfRtExtLuaGet))                                        \
-    ROW(L2VPN, "L2VPN", bol_l2vpn_layout, SYSDT_L2VPNPrefixNewLuaGet, "",                                              \
+    ROW(L2VPN, "L2VPN", bol_l2vpn_layout, SYSDT_L2VPNPrefixNewLuaGet,                                                  \
+         "L2VPN route: site, label offset", "",                                                                        \
          SLOT(formatOut, SYSDT_L2VPNPrefixFormatOut) SLOT(check, SYSDT_VplsAdPrefixCheck)                              \
          SLOT(help, SYSDT_VplsAdPrefixHelp) SLOT(compare, SYSDT_VplsAdPrefixCompare)                                   \
          SLOT(luaSet, SYSDT_L2VPNPrefixLuaSet) SLOT(luaGet, SYSDT_L2VPNPrefixLuaGet))                                  \
-    ROW(VPNV4MCAST, "VPNV4MCAST", bol_vpnv4_mcast_layout, SYSDT_VPNV4MCASTPrefixNewLuaGet, "",                         \
+    ROW(VPNV4MCAST, "VPNV4MCAST", bol_vpnv4_mcast_layout, SYSDT_VPNV4MCASTPrefixNewLuaGet,                             \
+         "VPNv4 multicast route: prefix", "",                                                                          \
          SLOT(formatOut, SYSDT_VPNV4MCASTPrefixFormatOut) SLOT(check, SYSDT_VPNV4MCASTPrefixCheck)                     \
          SLOT(help, SYSDT_VPNV4MCASTPrefixHelp) SLOT(compare, SYSDT_VPNV4MCASTPrefixCompare)                           \
          SLOT(luaSet, SYSDT_VPNV4MCASTPrefixLuaSet) SLOT(luaGet, SYSDT_VPNV4MCASTPrefixLuaGet))                        \
-    ROW(MDT, "MDT", bol_mdt_layout, SYSDT_MdtPrefixNewLuaGet, "",                                                      \
+    ROW(MDT, "MDT", bol_mdt_layout, SYSDT_MdtPrefixNewLuaGet,                                                          \
+         "multicast distribution tree: prefix, group", "",                                                             \
          SLOT(formatOut, SYSDT_MdtPrefixFormatOut) SLOT(check, SYSDT_MdtPrefixCheck) SLOT(help, SYSDT_MdtPrefixHelp)   \
          SLOT(compare, SYSDT_MdtPrefixCompare) SLOT(luaSet, SYSDT_MdtPrefixLuaSet)                                     \
          SLOT(luaGet, SYSDT_MdtPrefixLuaGet))                                                                          \
-    ROW(RPD, "RPD", bol_rpd_layout, SYSDT_RpdPrefixNewLuaGet, "1/192.0.2.1/100",                                       \
+    ROW(RPD, "RPD", bol_rpd_layout, SYSDT_RpdPrefixNewLuaGet,                                                          \
+         "route policy distribution: policy type, peer, distinguisher", "1/192.0.2.1/100",                             \
          SLOT(formatIn, SYSDT_RpdPrefixFormatIn) SLOT(formatOut, SYSDT_RpdPrefixFormatOut)                             \
          SLOT(check, SYSDT_RpdPrefixCheck) SLOT(help, SYSDT_RpdPrefixHelp) SLOT(compare, SYSDT_RpdPrefixCompare)       \
          SLOT(luaSet, SYSDT_RpdPrefixLuaSet) SLOT(luaGet, SYSDT_RpdPrefixLuaGet))                                      \
     ROW(NG_TYPE_4_1, "NG_TYPE_4-1", bol_ng41_layout, SYSDT_NGPrefix41NewLuaGet,                                        \
-         "192.0.2.1:192.0.2.2\n2001:db8::1-2001:db8::2",                                                               \
+         "multicast VPN type 4, leaf of a type 1: originators", "192.0.2.1:192.0.2.2\n2001:db8::1-2001:db8::2",        \
          SLOT(formatIn, SYSDT_NGPrefixFormatIn) SLOT(formatOut, SYSDT_NGPrefixFormatOut)                               \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_NGPrefix41LuaSet) SLOT(luaGet, SYSDT_EVNPrefixLuaGet))                                     \
     ROW(SRPOLICY, "SRPOLICY", bol_sr_policy_layout, SYSDT_SrPolicyPrefixNewLuaGet,                                     \
-         "[1][2][192.0.2.1]\n[1][2][2001:db8::1]",                                                                     \
+         "SR policy: distinguisher, colour, endpoint", "[1][2][192.0.2.1]\n[1][2][2001:db8::1]",                       \
          SLOT(formatIn, SYSDT_SrPolicyPrefixFormatIn) SLOT(formatOut, SYSDT_SrPolicyPrefixFormatOut)                   \
          SLOT(check, SYSDT_SrPolicyPrefixCheck) SLOT(help, SYSDT_SrPolicyPrefixHelp)                                   \
          SLOT(compare, SYSDT_SrPolicyPrefixCompare) SLOT(luaSet, SYSDT_SrPolicyPrefixLuaSet))                          \
-    ROW(IPV6, "IPV6", bol_ipv6_layout, SYSDT_Ipv6BolPrefixNewLuaGet, "2001:db8::1",                                    \
+    ROW(IPV6, "IPV6", bol_ipv6_layout, SYSDT_Ipv6BolPrefixNewLuaGet,                                                   \
+         "originating router by its IPv6 address: multicast VPN type 1", "2001:db8::1",                                \
          SLOT(formatIn, SYSDT_Ipv6BolPrefixFormatIn) SLOT(formatOut, SYSDT_Ipv6BolPrefixFormatOut)                     \
          SLOT(check, SYSDT_EVNPrefixCheck) SLOT(help, SYSDT_EVNPrefixHelp) SLOT(compare, SYSDT_EVNPrefixCompare)       \
          SLOT(luaSet, SYSDT_Ipv6BolPrefixLuaSet))                                                                      \
-    ROW(SDWAN, "SD-WAN", bol_sdwan_layout, SYSDT_SdwanPrefixNewLuaGet, "1-2-3-192.0.2.1\n1-2-3-2001:db8::1",           \
+    ROW(SDWAN, "SD-WAN", bol_sdwan_layout, SYSDT_SdwanPrefixNewLuaGet,                                                 \
+         "SD-WAN route: route type, port, site, node", "1-2-3-192.0.2.1\n1-2-3-2001:db8::1",                           \
          SLOT(formatIn, SYSDT_SdwanPrefixFormatIn) SLOT(formatOut, SYSDT_SdwanPrefixFormatOut)                         \
          SLOT(check, SYSDT_SdwanPrefixCheck) SLOT(help, SYSDT_SdwanPrefixHelp) SLOT(compare, SYSDT_SdwanPrefixCompare) \
          SLOT(luaSet, SYSDT_SdwanPrefixLuaSet))
 
-/* ROW(kind, name, texts, slots): what stands behind BOLRD's, likewise. */
+/* ROW(kind, name, what it is, texts, slots): what stands behind BOLRD's, likewise. */
 #define SYSDT_BOLRD_ROWS(ROW, SLOT)                                                                                    \
-    ROW(RT, "RT", SYSDT_PAIR_TEXTS,                                                                                    \
+    ROW(RT, "RT", "VPLS route distinguisher", SYSDT_PAIR_TEXTS,                                                        \
          SLOT(formatIn, SYSDT_VplsRDFormatIn) SLOT(formatOut, SYSDT_VplsRDFormatOut) SLOT(check, SYSDT_VplsRDCheck)    \
          SLOT(help, SYSDT_VplsRDHelp) SLOT(compare, SYSDT_VplsRDCompare) SLOT(luaSet, SYSDT_VplsRDLuaSet)              \
          SLOT(luaGet, SYSDT_VplsRDLuaGet))

@@ -36,6 +36,7 @@ struct lua_State;
 enum {
     BGPDT_OK = 0,            /**< Done. */
     BGPDT_BYTES = 1,         /**< Done, but what was printed is bytes and no text; only in modes that do so. */
+    BGPDT_NUMBER = 2,        /**< Done, and the text is a decimal number. */
     BGPDT_REFUSED = -1,      /**< The type refuses the text, the value or the table. */
     BGPDT_NO_TEXT = -2,      /**< The type makes no value of text. */
     BGPDT_NO_OPERATION = -3, /**< The type has no such operation. */
@@ -44,7 +45,15 @@ enum {
     BGPDT_NO_ROOM = -6,      /**< A buffer is too small. */
     BGPDT_NO_MEMORY = -7,    /**< Memory is out. */
     BGPDT_NO_SENSE = -8,     /**< An argument is null or makes no sense. */
-    BGPDT_FAILED = -9        /**< Something else went wrong. */
+    BGPDT_FAILED = -9,       /**< Something else went wrong. */
+    BGPDT_NO_FIELD = -10     /**< No value of the type has a field of the name. */
+};
+
+/** What a repair makes of the value that a refused text seems to mean. */
+enum {
+    BGPDT_SPELLING = 0, /**< The same, written as the type takes it. */
+    BGPDT_EXAMPLE = 1,  /**< What is missing comes from an example. */
+    BGPDT_VALUE = 2     /**< Another value. */
 };
 
 /** A text: characters with a NUL behind them that the size does not count. */
@@ -72,9 +81,8 @@ typedef struct bgpdt_error {
     size_t at_character;           /**< The same place in characters of UTF-8; a byte that is in none counts as one. */
     size_t characters;             /**< The same length in characters. */
     bgpdt_text repair;             /**< The nearest text that is taken; often empty. */
-    int32_t repair_keeps;          /**< 1 if every number and word of the text stands in the repair, else 0. */
-    bgpdt_text other_form;         /**< A text of another form that takes what is wrong here; often empty. */
-    const bgpdt_text *other_types; /**< The names of the types that take the text; asked if nothing near it is taken. */
+    int32_t change;                /**< What the repair is: BGPDT_SPELLING and its like. */
+    const bgpdt_text *other_types; /**< The names of the types that take the text, the likeliest first. */
     size_t other_type_count;
     const bgpdt_form *forms; /**< What the type takes, of types whose forms differ much. */
     size_t form_count;
@@ -124,7 +132,8 @@ typedef struct bgpdt_kind {
     size_t struct_size;
     uint32_t number; /**< The sub-kind word. */
     bgpdt_text name;
-    bgpdt_text form; /**< What its help says of its text; empty for one that takes none or shares another's help. */
+    bgpdt_text about; /**< What it is, in a few words; empty for a kind of another plug-in. */
+    bgpdt_text form;  /**< What its help says of its text; empty for one that takes none or shares another's help. */
     uint32_t takes_text;
 } bgpdt_kind;
 
@@ -138,6 +147,7 @@ typedef struct bgpdt_info {
     uint32_t mode;             /**< The mode in which text is converted. */
     size_t value_size;         /**< The size of its values in bytes. */
     uint32_t operations;       /**< BGPDT_PARSE and its like. */
+    bgpdt_text grammar;        /**< Which texts it takes, in a sentence; empty for one that takes none. */
     const bgpdt_text *samples; /**< Texts that it takes, one of each form. */
     size_t sample_count;
     const bgpdt_text *help; /**< What its help says of its input. */
@@ -250,6 +260,18 @@ BGPDT_API int bgpdt_order(const bgpdt_type *type, const uint8_t *first, size_t f
  */
 BGPDT_API int bgpdt_explain(const bgpdt_type *type, const uint8_t *value, size_t value_size, char **json,
                             size_t *json_size, bgpdt_error **error);
+
+/**
+ * A field of the value by its name, as people ask for it: an address of either family is one field, and what a type code
+ * splits is told in its pieces.
+ *
+ * @param text       receives what the field says, with a NUL behind it, to be released with bgpdt_free; null if other
+ *                   values of the type have such a field, but this one has not
+ * @param text_size  receives its size; may be null
+ * @return BGPDT_NUMBER for a field that is a number and stands for nothing else
+ */
+BGPDT_API int bgpdt_field(const bgpdt_type *type, const uint8_t *value, size_t value_size, const char *name,
+                          size_t name_size, char **text, size_t *text_size, bgpdt_error **error);
 
 /** Bytes in hexadecimal to a value: "0x" may stand in front, blanks, ':', '_' and '-' between bytes. */
 BGPDT_API int bgpdt_from_hex(const bgpdt_type *type, const char *hex, size_t hex_size, uint8_t *value,

@@ -45,10 +45,10 @@ public:
     /// Of a text: where, in bytes.
     std::size_t at() const { return error_->at; }
     std::size_t length() const { return error_->length; }
-    /// Of a text: the nearest one that is taken, and whether it has all that stands in the text.
+    /// Of a text: the nearest one that is taken, and what it makes of the value that was meant, BGPDT_SPELLING or its like.
     std::string_view repair() const { return view(error_->repair); }
-    bool repair_keeps() const { return error_->repair_keeps != 0; }
-    std::string_view other_form() const { return view(error_->other_form); }
+    int change() const { return error_->change; }
+    /// Of a text: the types that take it, the likeliest first.
     std::vector<std::string_view> other_types() const
     {
         std::vector<std::string_view> names;
@@ -154,6 +154,12 @@ private:
 
 class Value;
 
+/// What a field of a value says.
+struct Field {
+    std::string text;
+    bool is_number; ///< and stands for nothing else
+};
+
 /// A type, in a mode of conversion. It is used no longer than the library is open.
 class Type {
 public:
@@ -227,6 +233,19 @@ public:
     result<std::string> explain() const { return json(bgpdt_explain); }
     /// Its script table as JSON.
     result<std::string> table() const { return json(bgpdt_table); }
+    /// Its field of the name; nothing if other values of the type have one, but this has not.
+    result<std::optional<Field>> field(std::string_view name) const
+    {
+        detail::Error error;
+        char *text = nullptr;
+        std::size_t size = 0;
+        const int code =
+            bgpdt_field(type_.get(), bytes_.data(), bytes_.size(), name.data(), name.size(), &text, &size, error.out());
+        if (code < BGPDT_OK)
+            return error.refusal();
+        const std::unique_ptr<char, void (*)(char *)> owner(text, bgpdt_free);
+        return text == nullptr ? std::nullopt : std::optional(Field{std::string(text, size), code == BGPDT_NUMBER});
+    }
 
     /// Nothing, or why the router's Check does not allow it.
     std::optional<Refusal> check() const

@@ -33,9 +33,9 @@ using namespace bgpdt;
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers" // the slots that a row does not name are null
 
 // NOLINTBEGIN(bugprone-macro-parentheses): no part of an initializer can stand in any
-#define BGPDT_ROW(row, text, layout, reader, texts, slots) {.kind = SYSDT_BOL_##row, .name = text, slots},
+#define BGPDT_ROW(row, text, layout, reader, about, texts, slots) {.kind = SYSDT_BOL_##row, .name = text, slots},
 #define BGPDT_SLOT(slot, callback) .slot = callback,
-#define BGPDT_READER(row, text, layout, reader, texts, slots) {SYSDT_BOL_##row, reader},
+#define BGPDT_READER(row, text, layout, reader, about, texts, slots) {SYSDT_BOL_##row, reader},
 // NOLINTEND(bugprone-macro-parentheses)
 
 constexpr SYSDT_DispatchRow g_astBOL_PREFIX_ProcTable[SYSDT_BOL_KINDS] = {SYSDT_BOL_ROWS(BGPDT_ROW, BGPDT_SLOT)};

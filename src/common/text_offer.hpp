@@ -63,7 +63,7 @@ struct TextOffer {
 template <SYSDT_FormatIn *format_in>
 u32 ask(const TextOffer &offer);
 
-#define BGPDT_ROW(kind, name, layout, reader, texts, slots) slots
+#define BGPDT_ROW(kind, name, layout, reader, about, texts, slots) slots
 #define BGPDT_SLOT(slot, callback) BGPDT_ASK_##slot(callback)
 #define BGPDT_ASK_formatIn(callback)                                                                                   \
     template <>                                                                                                        \

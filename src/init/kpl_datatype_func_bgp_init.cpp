@@ -51,7 +51,7 @@ constinit const SYSDT_Record g_astBgpDataTypeNameIndexDefineTbl[SYSDT_NAME_INDEX
 #undef BGPDT_RECORD
 
 // NOLINTBEGIN(bugprone-macro-parentheses): no part of an initializer can stand in any
-#define BGPDT_RECORD(type, id, kind, size, layout, about, texts, slots)                                                \
+#define BGPDT_RECORD(type, id, kind, size, layout, about, grammar, texts, slots)                                       \
     {.typeId = SYSDT_TYPE_##type, .dataLength = size, .baseKind = SYSDT_KIND_##kind, .name = #type, slots},
 #define BGPDT_SLOT(slot, callback) .slot = callback,
 // NOLINTEND(bugprone-macro-parentheses)

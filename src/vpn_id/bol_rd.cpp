@@ -104,7 +104,7 @@ u32 SYSDT_VplsRDLuaGet(void *state, i32 table, const char *name, u32, u32 length
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers" // the slots that a row does not name are null
 
 // NOLINTBEGIN(bugprone-macro-parentheses): no part of an initializer can stand in any
-#define BGPDT_ROW(row, text, texts, slots) {.kind = SYSDT_BOLRD_##row, .name = text, slots},
+#define BGPDT_ROW(row, text, about, texts, slots) {.kind = SYSDT_BOLRD_##row, .name = text, slots},
 #define BGPDT_SLOT(slot, callback) .slot = callback,
 // NOLINTEND(bugprone-macro-parentheses)
 

@@ -102,6 +102,11 @@ TEST_F(Arguments, Tables)
     expect_no_sense(bgpdt_explain(nullptr, value_.data(), 12, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_explain(type_, nullptr, 12, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_explain(type_, value_.data(), 12, nullptr, &size_, error_.out()));
+    expect_no_sense(bgpdt_field(nullptr, value_.data(), 12, "", 0, &json_, &size_, error_.out()));
+    expect_no_sense(bgpdt_field(type_, nullptr, 12, "", 0, &json_, &size_, error_.out()));
+    expect_no_sense(bgpdt_field(type_, value_.data(), 12, nullptr, 1, &json_, &size_, error_.out()));
+    expect_no_sense(bgpdt_field(type_, value_.data(), 12, "", 0, nullptr, &size_, error_.out()));
+    EXPECT_EQ(bgpdt_field(type_, value_.data(), 12, nullptr, 0, &json_, nullptr, nullptr), BGPDT_NO_FIELD);
     expect_no_sense(bgpdt_table(nullptr, value_.data(), 12, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_table(type_, nullptr, 12, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_table(type_, value_.data(), 12, nullptr, &size_, error_.out()));
@@ -118,9 +123,10 @@ TEST_F(Arguments, Tables)
 
 TEST_F(Arguments, Codes)
 {
-    for (int code = BGPDT_BYTES; code >= BGPDT_FAILED; --code)
+    for (int code = BGPDT_NUMBER; code >= BGPDT_NO_FIELD; --code)
         EXPECT_NE(bgpdt_code_text(code), nullptr) << code;
-    for (const int code : {2, BGPDT_FAILED - 1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
+    for (const int code :
+         {BGPDT_NUMBER + 1, BGPDT_NO_FIELD - 1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
         EXPECT_EQ(bgpdt_code_text(code), nullptr) << code;
     EXPECT_STREQ(bgpdt_version(), BGPDT_PROJECT_VERSION);
 }

@@ -59,9 +59,19 @@ TEST_F(Interface, ARefusalHasItsReason)
     EXPECT_EQ(error_->at, 10U);
     EXPECT_EQ(error_->length, 5U);
     EXPECT_EQ(parsed(rd_, string_of(error_->repair)).size(), value.size());
-    EXPECT_EQ(error_->repair_keeps, 0);
     EXPECT_EQ(error_->repair.data[error_->repair.size], '\0');
-    EXPECT_EQ(parsed(rd_, string_of(error_->other_form)).size(), value.size());
+}
+
+TEST_F(Interface, WhatARepairMakesOfTheValue)
+{
+    const auto change = [this](std::string_view type, std::string_view text) {
+        EXPECT_EQ(bgpdt_why(library_.type(type), text.data(), text.size(), error_.out()), BGPDT_REFUSED);
+        EXPECT_FALSE(parsed(library_.type(type), string_of(error_->repair)).empty());
+        return error_->change;
+    };
+    EXPECT_EQ(change("COMMUNITY", "blackhole"), BGPDT_SPELLING); // 65535:666 (RFC 7999)
+    EXPECT_EQ(change("MDTPREFIX", "192.0.2.0"), BGPDT_EXAMPLE);
+    EXPECT_EQ(change("VRFRD", "192.0.2.1:70000"), BGPDT_VALUE);
 }
 
 TEST_F(Interface, PlacesInBytesAndInCharacters)
@@ -74,7 +84,6 @@ TEST_F(Interface, PlacesInBytesAndInCharacters)
     EXPECT_EQ(error_->at_character, 0U);
     EXPECT_EQ(error_->characters, 1U);
     EXPECT_EQ(string_of(error_->repair), "64496:1");
-    EXPECT_EQ(error_->repair_keeps, 1);
     const std::string behind = "64496:1\u00e9\u00e9";
     EXPECT_EQ(bgpdt_why(rd_, behind.data(), behind.size(), error_.out()), BGPDT_REFUSED);
     EXPECT_EQ(error_->at, error_->at_character);
@@ -248,6 +257,31 @@ TEST_F(Interface, FieldsAsJson)
     EXPECT_NE(text.find(R"("value":"192.0.2.1, 7")"), std::string::npos) << text;
 }
 
+TEST_F(Interface, FieldsByTheirNames)
+{
+    /// "no such field" where the value has not, but others of its type have.
+    const auto field = [this](const bgpdt_type *type, const Bytes &value, std::string_view name, int code) {
+        char *text = nullptr;
+        std::size_t size = 0;
+        EXPECT_EQ(bgpdt_field(type, value.data(), value.size(), name.data(), name.size(), &text, &size, error_.out()),
+                  code)
+            << name;
+        const auto owner = owned(text);
+        return text == nullptr ? "no such field" : std::string(text, size);
+    };
+    EXPECT_EQ(field(rd_, rd_value, "administrator", BGPDT_OK), "192.0.2.1");
+    EXPECT_EQ(field(rd_, parsed(rd_, "64496:7"), "administrator", BGPDT_NUMBER), "64496");
+    EXPECT_EQ(field(rd_, rd_value, "assigned number", BGPDT_NUMBER), "7");
+    EXPECT_EQ(field(rd_, rd_value, "text form", BGPDT_OK), "IPv4 address and number"); // its number stands for that
+    const bgpdt_type *const evpn = library_.type("EVNPREFIX");
+    const Bytes key = parsed(evpn, "100:32:192.0.2.1");
+    EXPECT_EQ(field(evpn, key, "originator", BGPDT_OK), "192.0.2.1");
+    EXPECT_EQ(field(evpn, key, "ESI", BGPDT_OK), "no such field");
+    EXPECT_EQ(field(rd_, rd_value, "admin", BGPDT_NO_FIELD), "no such field");
+    EXPECT_EQ(string_of(error_->message), "VRFRD has no field admin (did you mean administrator?)");
+    EXPECT_EQ(field(rd_, Bytes(11), "administrator", BGPDT_REFUSED), "no such field");
+}
+
 TEST_F(Interface, WhatIsKnownOfTypes)
 {
     EXPECT_EQ(bgpdt_type_count(library_.get()), 33U);
@@ -258,6 +292,7 @@ TEST_F(Interface, WhatIsKnownOfTypes)
     EXPECT_EQ(info.struct_size, sizeof info);
     EXPECT_EQ(string_of(info.name), "VRFRD");
     EXPECT_EQ(string_of(info.about), "route distinguisher");
+    EXPECT_EQ(string_of(info.grammar).substr(0, 23), "A:N, H.L:N or IPV4:N. N");
     EXPECT_EQ(info.id, 0x0103);
     EXPECT_EQ(info.base_kind, 0x1A);
     EXPECT_EQ(info.value_size, 12U);
@@ -282,6 +317,7 @@ TEST_F(Interface, KindsOfRouteKeys)
         EXPECT_EQ(info.kinds[i]->number, i);
         EXPECT_EQ(info.kinds[i]->struct_size, sizeof(bgpdt_kind));
         EXPECT_GT(info.kinds[i]->name.size, 0U);
+        EXPECT_GT(info.kinds[i]->about.size, 0U);
     }
 }
 

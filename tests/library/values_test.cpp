@@ -46,6 +46,11 @@ TEST_F(Values, GoToTextAndBack)
     EXPECT_EQ(rd, rd.type().from_hex("0x" + rd.hex()).value());
     EXPECT_EQ(rd, rd.type().from_table(rd.table().value()).value());
     EXPECT_NE(rd.explain().value().find("IPv4 address"), std::string::npos);
+    EXPECT_EQ(rd.field("assigned number").value()->text, "7");
+    EXPECT_TRUE(rd.field("assigned number").value()->is_number);
+    EXPECT_FALSE(rd.field("administrator").value()->is_number);
+    EXPECT_EQ(rd.field("no name").error().code(), BGPDT_NO_FIELD);
+    EXPECT_FALSE(value("EVNPREFIX", "100:32:192.0.2.1").field("ESI").value());
     EXPECT_FALSE(rd.check());
     EXPECT_TRUE(value("ASNUM", "1").type().from_bytes(std::vector<std::uint8_t>(8)).check());
     EXPECT_THROW(static_cast<void>(rd.type().from_bytes(std::vector<std::uint8_t>(8))), std::invalid_argument);
@@ -65,9 +70,8 @@ TEST_F(Values, RefusalsAreData)
     EXPECT_EQ(refusal.reason(), "70000 is too large here: at most 65535");
     EXPECT_EQ(refusal.at(), 10U);
     EXPECT_EQ(refusal.length(), 5U);
-    EXPECT_FALSE(refusal.repair_keeps());
+    EXPECT_EQ(refusal.change(), BGPDT_VALUE);
     EXPECT_TRUE(type("VRFRD").parse(refusal.repair()));
-    EXPECT_TRUE(type("VRFRD").parse(refusal.other_form()));
     EXPECT_FALSE(type("VRFRD").try_parse("192.0.2.1:70000"));
     EXPECT_THROW(static_cast<void>(wrong.value()), BadResult);
     const Refusal other = type("VRFRD").parse("64496:1:1").error();

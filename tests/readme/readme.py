@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""readme.py README BGPDT PLUGIN SOURCE: what the README shows is what happens.
+"""readme.py BGPDT PLUGIN SOURCE PAGE...: what the README and other pages show is what happens.
 
-Every block of console lines is run, block behind block in one folder: a line behind "$ " is a command, the lines behind
-it are what it answers, standard error included. The C++ that it shows stands word by word in SOURCE, which is compiled.
+Every block of console lines is run, block behind block in one folder for each page: a line behind "$ " is a command, the lines behind
+it are what it answers, standard error included. The C++ that they show stands word by word in SOURCE, which is compiled.
 """
 import os
 import pathlib
@@ -20,12 +20,10 @@ def transcripts(text):
             yield command, answer
 
 
-def main():
-    readme, bgpdt, plugin, source = (pathlib.Path(name).resolve() for name in sys.argv[1:])
-    text = readme.read_text()
+def wrong_commands(page, bgpdt, plugin):
+    """How many commands there are, and how many of them answer something else."""
     failures = 0
-    commands = list(transcripts(text))
-    snippets = re.findall(r"^```cpp\n(.*?)^```$", text, re.MULTILINE | re.DOTALL)
+    commands = list(transcripts(page.read_text()))
     with tempfile.TemporaryDirectory() as folder:
         pathlib.Path(folder, "bgpdt").symlink_to(bgpdt)
         environment = os.environ | {"BGPDT_PLUGIN": str(plugin), "PATH": f"{folder}:{os.environ['PATH']}"}
@@ -34,13 +32,23 @@ def main():
                                   stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
             if done.stdout != answer:
                 failures += 1
-                print(f"$ {command}\n{done.stdout}--- the README says:\n{answer}")
+                print(f"$ {command}\n{done.stdout}--- {page.name} says:\n{answer}")
+    return len(commands), failures
+
+
+def main():
+    bgpdt, plugin, source, *pages = (pathlib.Path(name).resolve() for name in sys.argv[1:])
+    commands, failures, snippets = 0, 0, []
+    for page in pages:
+        run, failed = wrong_commands(page, bgpdt, plugin)
+        commands, failures = commands + run, failures + failed
+        snippets += re.findall(r"^```cpp\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL)
     for snippet in snippets:
         if snippet not in source.read_text():
             failures += 1
             print(f"not in {source.name}:\n{snippet}")
     if not commands or not snippets:
-        sys.exit(f"{readme} shows no commands or no C++")
+        sys.exit("the pages show no commands or no C++")
     sys.exit(1 if failures else 0)
 
 

@@ -34,6 +34,11 @@ SELECT bgp_text('ASNUM', x'0001000a00000001'), bgp_text('VRFRT', bgp_value('VRFR
 SELECT bgp_valid('VRFRD', '64496:1'), bgp_valid('VRFRD', '64496:1x'), bgp_valid('VRFRD', '64496:1' || char(0));
 SELECT bgp_why('VRFRD', '64496:1') IS NULL, bgp_why('VRFRD', '64496:1x') LIKE 'VRFRD refuses "64496:1x"%';
 SELECT bgp_why('L2VPNPREFIX', '1');
+SELECT bgp_canon('VRFRD', '01:1'), bgp_canon('COMMUNITY', '4294967041'), bgp_canon('ASNUM', NULL) IS NULL;
+SELECT bgp_field('VRFRD', v, 'administrator') + 1, typeof(bgp_field('VRFRD', v, 'assigned number')),
+    bgp_field('VRFRD', v, 'text form') FROM (SELECT bgp_value('VRFRD', '64496:7') v);
+SELECT bgp_field('EVNPREFIX', bgp_value('EVNPREFIX', '100:32:192.0.2.1'), 'originator'),
+    bgp_field('EVNPREFIX', bgp_value('EVNPREFIX', '100:32:192.0.2.1'), 'ESI') IS NULL;
 SELECT bgp_json('ASNUM', x'0001000a00000001'),
     json_extract(bgp_json('VRFRT', bgp_value('VRFRT', '64496:1')), '$.RtValue[3]');
 SELECT json_object('key', bgp_json('ASNUM', bgp_value('ASNUM', 7)));
@@ -49,6 +54,9 @@ SELECT name, type, flags & 0x200800 = 0x200800 FROM pragma_function_list WHERE n
 1|0|0
 1|1
 L2VPNPREFIX makes no value of text; its values are blobs
+1:1|no-export|1
+64497|integer|2-octet AS and number
+192.0.2.1|1
 {"asNumValue":65546,"asType":1}|240
 {"key":{"asNumValue":7,"asType":0}}
 1|1|1
@@ -56,6 +64,8 @@ abc|0
 Attribute ID: 1 to 3 5
 89|1
 33
+bgp_canon|s|1
+bgp_field|s|1
 bgp_json|s|1
 bgp_text|s|1
 bgp_valid|s|1
@@ -63,6 +73,8 @@ bgp_value|s|1
 bgp_why|s|1
 END
 
+refuses "SELECT bgp_field('VRFRD', bgp_value('VRFRD', '1:1'), 'admin');" 'VRFRD has no field admin (did you mean administrator?)'
+refuses "SELECT bgp_why('COMMUNITY', '1:2:3'), bgp_canon('COMMUNITY', '1:2:3');" 'it is a text of LARGECOMMUNITY (large community)'
 refuses "SELECT bgp_value('VRFRD', '64496:1x');" 'VRFRD refuses "64496:1x"'
 refuses "SELECT bgp_value('VRFRX', '1');" 'did you mean VRFRT'
 refuses "SELECT bgp_valid('NONE', '1');" 'there is no type NONE; the table bgp_types lists the types'

@@ -15,6 +15,8 @@ import time
 # What is typed, and what must be there before the line is ended. A tab lists what there is when pressed twice.
 cases = [
     ("bgpdt expl\t", "bgpdt explain "),
+    ("bgpdt describe BOLRD \t", "bgpdt describe BOLRD RT "),
+    ("bgpdt convert VRFRD --as-format \t\t", "plain", "dotted", "as-written"),
     ("bgpdt describe largec\t", "bgpdt describe LARGECOMMUNITY "),
     ("bgpdt describe BOLPREFIX srp\t", "bgpdt describe BOLPREFIX SRPOLICY "),
     ("bgpdt describe BOLPREFIX NG_TYPE_4\t\t", "NG_TYPE_4_2", "NG_TYPE_4-3", "NG_TYPE_4-1"),

@@ -15,6 +15,7 @@
 #include "tool/explain_pictures.hpp"
 #include "toolkit/conversions.hpp"
 #include "toolkit/explain.hpp"
+#include "toolkit/json_answers.hpp"
 #include "toolkit/kinds.hpp"
 #include "toolkit/samples.hpp"
 #include "vector_values.hpp"
@@ -90,6 +91,8 @@ void expect_tiled(const Explanation &explanation)
 void expect_fields(const SYSDT_Record &type, const Bytes &value, const Explanation &explanation)
 {
     const Layout &layout = layout_of(type.typeId, value, std::endian::native);
+    if (explanation.parts.front().repeats > 0) // an empty list
+        return;
     for (const Field &field : layout.fields) {
         const auto names_it = [&field](const Part &part) {
             return part.offset == field.offset && part.size == field.size() && part.name.starts_with(field.name);
@@ -105,7 +108,7 @@ void expect_same_json(const Explanation &explanation)
     const std::string line = explanation_json(explanation).dump(-1, ' ', false, ordered_json::error_handler_t::replace);
     const ordered_json json = ordered_json::parse(line, nullptr, false);
     ASSERT_FALSE(json.is_discarded()) << line;
-    EXPECT_EQ(json["schema"], 1);
+    EXPECT_EQ(json["schema"], json_schema);
     EXPECT_EQ(json["hex"], to_hex(explanation.bytes));
     std::string hex;
     for (const ordered_json &part : json["parts"]) {
@@ -206,7 +209,7 @@ TEST(ExplainedKinds, SamplesAreOfTheKindThatTheyAreToldOf)
 {
     for (const SYSDT_Record *type : session().host().types()) {
         std::vector<std::string> told;
-        for (const KindTexts &of_kind : sample_of(type->typeId).kinds) {
+        for (const KindSample &of_kind : sample_of(type->typeId).kinds) {
             for (const std::string &text : of_kind.texts) {
                 const Bytes value = parse_text(session(), *type, text, session().mode_for(*type)).data;
                 EXPECT_EQ(kind_of(value), of_kind.kind) << name_of(*type) << " " << text;

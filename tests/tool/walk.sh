@@ -23,7 +23,7 @@ case $value in
     ;;
 esac
 run print "$type" "$hex" "$@" | tr -d '\r'
-run check "$type" "$hex" "$@"
+run check "$type" "0x${hex#0x}" "$@"
 run compare "$type" "$value" "0x${hex#0x}" "$@"
 run table "$type" "$value" "$@" | sed -n 1,4p
 run swap "$type" "$hex" "$@" | counted

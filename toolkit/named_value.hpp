@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// What has a name in a value.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace bgpdt::toolkit {
+
+/// A field, or what is split off one, by its name.
+struct NamedValue {
+    std::string name;
+    std::string text;
+    std::optional<std::uint64_t> number =
+        {}; ///< of a field that is one and stands for nothing else; the text is it in decimal
+};
+
+} // namespace bgpdt::toolkit

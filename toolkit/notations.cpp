@@ -1,0 +1,405 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "notations.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <map>
+#include <span>
+
+#include "bgp_datatype/values.h"
+#include "near_names.hpp"
+#include "near_texts.hpp"
+#include "reasons.hpp"
+#include "shown_text.hpp"
+#include "words.hpp"
+
+namespace bgpdt::toolkit {
+namespace {
+
+/// A name, and how what it stands for is written here.
+struct Alias {
+    std::string_view name; ///< in small letters, "-" between its words
+    const char *written;
+};
+
+/// RFC 8326, 7611, 9494, 7999, 3765 and those that are registered without one; the last is what some call it.
+constexpr Alias communities[] = {
+    {"graceful-shutdown", "65535:0"}, {"gshut", "65535:0"},      {"accept-own", "65535:1"},
+    {"llgr-stale", "65535:6"},        {"no-llgr", "65535:7"},    {"accept-own-nexthop", "65535:8"},
+    {"blackhole", "65535:666"},       {"nopeer", "65535:65284"}, {"no-peer", "65535:65284"},
+    {"local-as", "65535:65283"},
+};
+constexpr Alias ls_words[] = {
+    {"isis-l1", "ISIS-LEVEL-1"}, {"isis-l2", "ISIS-LEVEL-2"}, {"isis-1", "ISIS-LEVEL-1"}, {"isis-2", "ISIS-LEVEL-2"}};
+
+std::span<const Alias> aliases_of(std::uint16_t type_id)
+{
+    switch (type_id) {
+    case SYSDT_TYPE_COMMUNITY:
+    case SYSDT_TYPE_CMNTY_ENHANCE: return communities;
+    case SYSDT_TYPE_BGPLSPREFIX: return ls_words;
+    default: return {};
+    }
+}
+
+std::size_t word_end(const std::string &text, std::size_t at)
+{
+    while (at < text.size() && (is_inner(text[at]) || text[at] == '-' || text[at] == '_'))
+        ++at;
+    return at;
+}
+
+/// What the rewritten text tells, with what differs marked.
+Found rewritten(Refused &refused, const std::string &by, const std::string &reason)
+{
+    if (by == refused.text || !refused.takes(by))
+        return {};
+    return refused.found(difference(refused.text, by), reason);
+}
+
+struct Entries {
+    std::vector<Range> places;
+
+    explicit Entries(const std::string &text)
+    {
+        for (std::size_t at = text.find_first_not_of(' '); at < text.size(); at = text.find_first_not_of(' ', at)) {
+            const std::size_t end = std::min(text.find(' ', at), text.size());
+            places.push_back({at, end});
+            at = end;
+        }
+    }
+};
+
+/// A number as it is written elsewhere, and its value.
+struct Number {
+    Range place;
+    std::uint64_t value;
+};
+
+template <class Value>
+std::optional<Value> read_number(std::string_view text, int base = 10)
+{
+    Value value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
+
+/// Numbers that the reading knows, in the place of the digits and letters that stand together.
+template <class Reading>
+std::vector<Number> numbers_written(const std::string &text, Range window, const char *inside, Reading &&reading)
+{
+    std::vector<Number> numbers;
+    for (std::size_t at = window.begin; at < window.end; ++at) {
+        if (!is_digit(text[at]) || (at > 0 && is_inner(text[at - 1])))
+            continue;
+        const std::size_t end = std::min(text.find_first_not_of(inside, at), text.size());
+        if (const std::optional<std::uint64_t> value = reading(std::string_view(text).substr(at, end - at)))
+            numbers.push_back({{at, end}, *value});
+        at = std::max(at, end - 1);
+    }
+    return numbers;
+}
+
+/// All of the numbers written in decimal; of what is marked the first tells.
+Found in_decimal(Refused &refused, const std::vector<Number> &numbers, const std::string &reason)
+{
+    if (numbers.empty())
+        return {};
+    std::string text = refused.text;
+    std::for_each(numbers.rbegin(), numbers.rend(), [&text](const Number &number) {
+        text = edited(text, {number.place.begin, number.place.size(), std::to_string(number.value)});
+    });
+    if (!refused.takes(text))
+        return {};
+    const auto &[place, value] = numbers.front();
+    Found found =
+        refused.told(place, reason + ": " + refused.piece(place.begin, place.size()) + " is " + std::to_string(value));
+    found->repair = text;
+    return found;
+}
+
+} // namespace
+
+Found invisible_character(Refused &refused)
+{
+    const std::string &text = refused.text;
+    std::string without;
+    std::string blank;
+    std::optional<Range> first;
+    for (const auto [begin, end] : characters(text, {0, text.size()})) {
+        const bool invisible = invisible_name(text, begin) != nullptr;
+        without += invisible ? "" : text.substr(begin, end - begin);
+        blank += invisible ? " " : text.substr(begin, end - begin);
+        if (invisible && !first)
+            first = {begin, end};
+    }
+    if (!first)
+        return {};
+    Found found =
+        refused.told(*first, "an invisible character stands here, " + std::string(invisible_name(text, first->begin)) +
+                                 " (" + code_point(text, first->begin) + ")");
+    found->repair = refused.takes(without) ? without : refused.takes(blank) ? blank : "";
+    return found;
+}
+
+Found unknown_name(Refused &refused)
+{
+    const bool named = std::ranges::any_of(refused.text, is_letter);
+    if (!named || !is_name_index(refused.asking.type_id()) || refused.asking.knows_names())
+        return {};
+    return refused.told({0, refused.text.size()}, "it is a name, and no names are known");
+}
+
+Found label(Refused &refused)
+{
+    constexpr std::string_view labels[] = {"as",     "asn",          "rt",        "rd",    "soo",
+                                           "target", "route-target", "community", "large", "ext"};
+    const std::size_t end = word_end(refused.text, 0);
+    const std::size_t letters = std::min(refused.text.find_first_of(digits), end);
+    const std::size_t behind = refused.text.find_first_not_of(": ", letters);
+    const std::string word = lower(refused.text.substr(0, letters));
+    if (std::ranges::find(labels, word) == std::end(labels) || behind == std::string::npos)
+        return {};
+    return refused.first_taken({{0, behind, ""}},
+                               [](const std::string &piece, const auto &) { return named(piece) + " is too much"; });
+}
+
+Found number_of_name(Refused &refused)
+{
+    const std::span<const Alias> aliases = aliases_of(refused.asking.type_id());
+    if (aliases.empty())
+        return {};
+    for (const std::size_t at : word_beginnings(refused.text, refused.window)) {
+        const std::string word = refused.piece(at, word_end(refused.text, at) - at);
+        std::string plain = lower(word);
+        std::ranges::replace(plain, '_', '-');
+        const auto alias = std::ranges::find(aliases, plain, &Alias::name);
+        if (alias == aliases.end() || !refused.takes(Edit{at, word.size(), alias->written}))
+            continue;
+        const bool number = is_digit(alias->written[0]);
+        return refused.found({at, word.size(), alias->written},
+                             number ? lua_quoted(word) + " is none of the names here, which are " +
+                                          listed(refused.asking.sample().words, "and") + "; its number is " +
+                                          alias->written
+                                    : cannot_stand(word, lua_quoted(alias->written)));
+    }
+    return {};
+}
+
+Found list_separators(Refused &refused)
+{
+    if (!takes_lists(refused))
+        return {};
+    std::string text = refused.text;
+    std::ranges::replace_if(
+        text, [](char c) { return std::string_view(",;|{}[]()\t").find(c) != std::string_view::npos; }, ' ');
+    std::string entries;
+    for (const auto &[begin, end] : Entries(text).places)
+        entries.append(entries.empty() ? "" : " ").append(text, begin, end - begin);
+    return rewritten(refused, entries, "blanks alone separate the entries of a list");
+}
+
+Found too_many_entries(Refused &refused)
+{
+    const std::vector<Range> entries = takes_lists(refused) ? Entries(refused.text).places : std::vector<Range>{};
+    if (entries.size() < 2)
+        return {};
+    const auto beyond = std::partition_point(entries.begin(), entries.end(), [&refused](const Range &entry) {
+        return refused.takes(refused.text.substr(0, entry.end));
+    });
+    const auto taken = static_cast<std::size_t>(beyond - entries.begin());
+    if (beyond == entries.end() || taken < 2 || !refused.takes(refused.piece(beyond->begin, beyond->size())))
+        return {};
+    return refused.told(*beyond,
+                        std::to_string(entries.size()) + " entries are too many: at most " + std::to_string(taken));
+}
+
+Found other_brackets(Refused &refused)
+{
+    std::string text = refused.text;
+    for (char &c : text) {
+        const bool opens = c == '(' || c == '{' || c == '<';
+        const bool closes = c == ')' || c == '}' || c == '>';
+        c = opens ? '[' : closes ? ']' : c;
+    }
+    return rewritten(refused, text, "brackets are square here");
+}
+
+Found hexadecimal_number(Refused &refused)
+{
+    const auto reading = [](std::string_view word) -> std::optional<std::uint64_t> {
+        const bool marked = word.starts_with("0x") || word.starts_with("0X");
+        return marked ? read_number<std::uint64_t>(word.substr(2), 16) : std::nullopt;
+    };
+    return in_decimal(refused, numbers_written(refused.text, refused.window, "0123456789abcdefABCDEFxX", reading),
+                      "numbers are decimal here");
+}
+
+Found number_with_exponent(Refused &refused)
+{
+    const auto reading = [](std::string_view word) -> std::optional<std::uint64_t> {
+        const std::size_t e = word.find_first_of("eE");
+        if (e == std::string_view::npos)
+            return {};
+        std::optional<std::uint64_t> number = read_number<std::uint64_t>(word.substr(0, e));
+        const std::optional<unsigned> exponent = read_number<unsigned>(word.substr(e + 1));
+        if (!number || !exponent || *number > 9999 || *exponent > 15)
+            return {};
+        for (unsigned i = 0; i < *exponent; ++i)
+            *number *= 10;
+        return number;
+    };
+    return in_decimal(refused, numbers_written(refused.text, refused.window, "0123456789eE", reading),
+                      "numbers are written out here");
+}
+
+Found grouped_digits(Refused &refused)
+{
+    const auto reading = [](std::string_view text) -> std::optional<std::uint64_t> {
+        std::string plain;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const bool separates = (text.size() - i) % 4 == 0;
+            if (is_digit(text[i]) == separates)
+                return {};
+            plain += separates ? "" : std::string(1, text[i]);
+        }
+        return plain.size() == text.size() ? std::nullopt : read_number<std::uint64_t>(plain);
+    };
+    return in_decimal(refused, numbers_written(refused.text, refused.window, "0123456789,_'", reading),
+                      "digits are not grouped here");
+}
+
+Found zone(Refused &refused)
+{
+    const std::size_t at = refused.text.find('%');
+    Edits edits;
+    const std::vector<std::size_t> edges = boundaries(refused.text);
+    for (auto edge = edges.rbegin(); at != std::string::npos && *edge > at + 1; ++edge)
+        edits.push_back({at, *edge - at, ""});
+    return refused.first_taken(edits, [](const auto &, const auto &) { return "an address has no zone here"; });
+}
+
+namespace {
+
+struct Unit {
+    const char *name; ///< which its first letters stand for
+    std::uint64_t seconds;
+    std::uint64_t most; ///< that is written of it
+};
+
+constexpr Unit units[] = {
+    {"weeks", 604800, 0}, {"days", 86400, 10000}, {"hours", 3600, 23}, {"minutes", 60, 59}, {"seconds", 1, 59}};
+
+/// What a text says of a duration.
+struct Spans {
+    std::map<char, Range> numbers = {}; ///< by unit
+    std::uint64_t seconds = 0;
+};
+
+/// Numbers with a unit each, or one of seconds; nothing for what is none.
+std::optional<Spans> spans_of(const std::string &text)
+{
+    Spans spans;
+    for (std::size_t at = text.find_first_not_of(' '); at < text.size(); at = text.find_first_not_of(' ', at)) {
+        const std::size_t end = std::min(text.find_first_not_of(digits, at), text.size());
+        const std::string number = text.substr(at, end - at);
+        const bool bare = spans.numbers.empty() && end == text.size();
+        const std::size_t begin = std::min(text.find_first_not_of(' ', end), text.size());
+        const std::size_t behind = bare ? end : std::min(text.find_first_of(" 0123456789", begin), text.size());
+        const std::string word = bare ? "s" : lower(text.substr(begin, behind - begin));
+        const auto *const unit = std::ranges::find_if(
+            units, [&word](const Unit &row) { return !word.empty() && std::string_view(row.name).starts_with(word); });
+        constexpr std::size_t most_digits = 10;
+        if (number.empty() || number.size() > most_digits || unit == std::end(units) ||
+            !spans.numbers.insert({unit->name[0], {at, end}}).second)
+            return {};
+        spans.seconds += *read_number<std::uint64_t>(number) * unit->seconds;
+        at = behind;
+    }
+    return spans;
+}
+
+std::string written(std::uint64_t seconds)
+{
+    std::string text;
+    for (const Unit &unit : std::span(units).subspan(1)) {
+        text += std::to_string(seconds / unit.seconds) + unit.name[0];
+        seconds %= unit.seconds;
+    }
+    return text;
+}
+
+} // namespace
+
+Found duration(Refused &refused)
+{
+    const std::optional<Spans> spans =
+        refused.asking.type_id() == SYSDT_TYPE_TIME_RANGE ? spans_of(refused.text) : std::nullopt;
+    const std::string text = spans ? written(spans->seconds) : "";
+    if (!spans || !refused.takes(text))
+        return {};
+    const Range whole{0, refused.text.size()};
+    Found found = refused.told(whole, "days, hours, minutes and seconds are all named here: " + text);
+    for (const Unit &unit : std::span(units).subspan(1)) {
+        const auto place = spans->numbers.size() == 4 ? spans->numbers.find(unit.name[0]) : spans->numbers.end();
+        if (place == spans->numbers.end())
+            continue;
+        const std::string number = refused.piece(place->second.begin, place->second.size());
+        if (*read_number<std::uint64_t>(number) > unit.most) {
+            found = refused.told(place->second, exceeds(number, unit.most));
+            break;
+        }
+    }
+    found->repair = text;
+    return found;
+}
+
+namespace {
+
+std::vector<std::size_t> places_of(const std::string &text, char c)
+{
+    std::vector<std::size_t> places;
+    for (std::size_t at = text.find(c); at != std::string::npos; at = text.find(c, at + 1))
+        places.push_back(at);
+    return places;
+}
+
+/// The first ones replaced, as many as the type takes it for.
+Found replaced(Refused &refused, const std::vector<std::size_t> &places, char from, char to)
+{
+    std::string text = refused.text;
+    for (const std::size_t at : places) {
+        text[at] = to;
+        if (from == to || !refused.takes(text))
+            continue;
+        const std::string can = lua_quoted(std::string(1, to)) + " can";
+        return refused.found(difference(refused.text, text),
+                             lua_quoted(std::string(1, from)) + " cannot separate the parts here, " + can);
+    }
+    return {};
+}
+
+} // namespace
+
+Found other_separators(Refused &refused)
+{
+    constexpr std::size_t most_places = 12;
+    const auto has_shape = [mine = shape(refused.text)](const std::string &sample) { return shape(sample) == mine; };
+    if (std::ranges::any_of(refused.samples(), has_shape)) // they are right
+        return {};
+    const bool dots = joined(refused.samples(), "").find('.') != std::string::npos;
+    for (const char from : {':', '-', '/', ',', ';', '_', '.'}) {
+        if (from == '.' && dots) // they do not separate parts
+            continue;
+        const std::vector<std::size_t> places = places_of(refused.text, from);
+        if (places.size() < 2 || places.size() > most_places)
+            continue;
+        for (const char to : {'/', '-', ':'})
+            if (Found found = replaced(refused, places, from, to))
+                return found;
+    }
+    return {};
+}
+
+} // namespace bgpdt::toolkit
