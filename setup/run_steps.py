@@ -44,7 +44,8 @@ STEPS = (
     Step("fuzz", "half a minute of fuzzing"),
     Step("sweeps", "every case that other steps thin out", ("release", "ppc")),
     Step("coverage", "what the suite reaches of the plug-in", ("release", "coverage")),
-    Step("tsan", "every vector line from eight threads at once, under TSan", ("tsan bgpdt_threads_test",)),
+    Step("tsan", "every vector line from eight threads at once, under TSan", ("tsan bgpdt_threads_test", "tsan bgpdt_library_threads_test")),
+    Step("abi", "libbgpdt's binary interface is the released one, or more"),
     Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
     Step("size", "(only when named) prints the footprint on the target", ("ppc",)),
 )

@@ -14,7 +14,7 @@ bench_packages="$build_packages libbenchmark-dev valgrind python3"
 fuzz_packages="$build_packages clang libclang-rt-dev llvm"
 target_packages="g++-powerpc-linux-gnu qemu-user dpkg-dev"
 test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googletest clang-format clang-tidy
-    g++-i686-linux-gnu valgrind gcovr python3 lua5.4 libsqlite3-dev sqlite3 zsh"
+    g++-i686-linux-gnu abigail-tools valgrind gcovr python3 lua5.4 libsqlite3-dev sqlite3 zsh"
 
 # Installs the Debian packages that are missing.
 need_packages() {

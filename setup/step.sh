@@ -48,7 +48,8 @@ style) "$top/setup/check_style.sh" ;;
 tidy) "$top/setup/check_tidy.sh" "$top/build/release" ;;
 release | asan | i686 | ppc) run_tests "$step" -E '^valgrind' ;;
 sanitize) run_tests asan -R '^vectors$' ;;
-tsan) run_tests tsan -R '^threads$' ;;
+tsan) run_tests tsan -R '^(library\.)?threads$' ;;
+abi) "$top/tests/library/abi.sh" ;;
 valgrind) run_tests release -R '^valgrind' ;;
 sweeps)
     export BGPDT_TEST_SHARE=1

@@ -133,7 +133,7 @@ std::vector<std::string> takers(Session &session, std::string_view text)
     std::vector<std::string> names;
     for (const SYSDT_Record *type : session.host().types()) {
         const bool structured = type->baseKind == SYSDT_KIND_EXTEND && type->formatIn != nullptr;
-        const host::Converted converted = structured ? session.host().parse(*type, text, session.mode_for(*type))
+        const host::Converted converted = structured ? session.parse(*type, text, session.mode_for(*type))
                                                      : host::Converted{SYSDT_ERR_FAIL, 0, {}};
         if (converted.ok() && !converted.data.empty())
             names.push_back(name_of(*type));
@@ -149,7 +149,7 @@ host::Converted parse_text(Session &session, const SYSDT_Record &type, std::stri
         throw Refusal(name_of(type) + " refuses " + lua_quoted(shortened(text)) + ": " + reason, 0, {},
                       Diagnosis{std::string(text), end, 1, reason, {}});
     }
-    host::Converted converted = session.host().parse(type, text, mode);
+    host::Converted converted = session.parse(type, text, mode);
     if (!converted.ok())
         refuse_text(session, type, text, mode, converted.status);
     if (converted.data.empty())
