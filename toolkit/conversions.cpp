@@ -133,8 +133,8 @@ std::vector<std::string> takers(Session &session, std::string_view text)
     std::vector<std::string> names;
     for (const SYSDT_Record *type : session.host().types()) {
         const bool structured = type->baseKind == SYSDT_KIND_EXTEND && type->formatIn != nullptr;
-        const host::Converted converted = structured ? session.parse(*type, text, session.mode_for(*type))
-                                                     : host::Converted{SYSDT_ERR_FAIL, 0, {}};
+        const host::Converted converted =
+            structured ? session.parse(*type, text, session.mode_for(*type)) : host::Converted{SYSDT_ERR_FAIL, 0, {}};
         if (converted.ok() && !converted.data.empty())
             names.push_back(name_of(*type));
     }
