@@ -11,8 +11,8 @@
 #include <memory>
 #include <utility>
 
-#include "host/lent_block.hpp"
 #include "host/registry.hpp"
+#include "host/thread_memory.hpp"
 
 namespace bgpdt::host {
 namespace {
@@ -54,6 +54,17 @@ private:
 };
 
 std::uint32_t length_of(std::span<const std::uint8_t> value) { return static_cast<std::uint32_t>(value.size()); }
+
+/// Sees that a type that asked for memory in vain fails for that, whatever it makes of it.
+class MemoryWatch {
+public:
+    MemoryWatch() { thread_memory.refused = false; }
+    std::uint32_t status(std::uint32_t answered, bool delivered = true) const
+    {
+        const bool failed = answered != SYSDT_OK || !delivered;
+        return failed && thread_memory.refused ? SYSDT_ERR_NO_MEMORY : answered;
+    }
+};
 
 /// What a conversion callback writes to.
 struct Outputs {
@@ -120,7 +131,9 @@ std::uint32_t run(lua_State *lua, lua_CFunction function, ScriptCall &call, int 
     lua_insert(lua, -1 - arguments);
     lua_pushlightuserdata(lua, &call);
     lua_insert(lua, -1 - arguments);
+    const MemoryWatch memory;
     const int outcome = lua_pcall(lua, arguments + 1, results, 0);
+    call.status = memory.status(call.status);
     if (outcome == LUA_OK)
         return SYSDT_OK;
     error = lua_type(lua, -1) == LUA_TSTRING ? lua_tostring(lua, -1)
@@ -166,8 +179,8 @@ std::string_view text_of(std::span<const std::uint8_t> data)
 /// Lends the block while it lives.
 class Loan {
 public:
-    explicit Loan(LentBlock &block) : before_(std::exchange(lent_block, &block)) {}
-    ~Loan() { lent_block = before_; }
+    explicit Loan(LentBlock &block) : before_(std::exchange(thread_memory.lent, &block)) {}
+    ~Loan() { thread_memory.lent = before_; }
     Loan(const Loan &) = delete;
     Loan &operator=(const Loan &) = delete;
 
@@ -284,9 +297,10 @@ Converted Host::parse(const SYSDT_Record &type, std::string_view text, std::uint
     std::string copy(text);
     SYSDT_Context context = context_of(mode);
     Outputs out;
+    const MemoryWatch memory;
     const auto length = static_cast<std::uint32_t>(copy.size() + 1);
     const std::uint32_t status = type.formatIn(&context, 0, length, copy.data(), &out.kind, &out.length, &out.data);
-    return out.take(status);
+    return out.take(memory.status(status, out.data != nullptr));
 }
 
 Converted Host::print(const SYSDT_Record &type, std::span<const std::uint8_t> value, std::uint8_t mode)
@@ -294,9 +308,10 @@ Converted Host::print(const SYSDT_Record &type, std::span<const std::uint8_t> va
     const Readable readable(type, value);
     SYSDT_Context context = context_of(mode);
     Outputs out;
+    const MemoryWatch memory;
     const std::uint32_t status =
         type.formatOut(&context, type.typeId, length_of(value), readable.data(), &out.kind, &out.length, &out.data);
-    return out.take(status);
+    return out.take(memory.status(status, out.data != nullptr));
 }
 
 std::uint32_t Host::check(const SYSDT_Record &type, std::span<const std::uint8_t> value)
@@ -327,7 +342,9 @@ std::vector<std::string> Host::help(const SYSDT_Record &type, std::uint8_t mode,
     SYSDT_Context context = context_of(mode);
     const SYSDT_HelpRequest request{1, 1};
     SYSDT_HelpInfo info{};
+    const MemoryWatch memory;
     status = type.help(&context, 0, 0, &request, &request, &info);
+    status = memory.status(status, info.entries != nullptr);
     const std::unique_ptr<SYSDT_HelpInfo, HelpRelease> release(&info);
     std::vector<std::string> texts;
     for (std::uint32_t i = 0; status == SYSDT_OK && i < info.count; ++i)
@@ -383,7 +400,9 @@ Delivery Converter::convert(Call call)
     const Loan loan(lent_);
     release();
     Outputs out;
-    const std::uint32_t status = call(out);
+    const MemoryWatch memory;
+    const std::uint32_t answered = call(out);
+    const std::uint32_t status = memory.status(answered, out.data != nullptr);
     delivered_ = out.data;
     const auto *const bytes = static_cast<const std::uint8_t *>(out.data);
     const bool complete = status == SYSDT_OK && bytes != nullptr;

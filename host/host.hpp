@@ -76,7 +76,8 @@ public:
     /// An exported symbol of the plug-in, or null.
     void *symbol(const char *name) const;
 
-    // The slot behind an operation must not be null. Values shorter than the type's binary form are handed over with
+    // The slot behind an operation must not be null. Where a type fails for want of memory, the status is
+    // SYSDT_ERR_NO_MEMORY, whatever the type makes of it. Values shorter than the type's binary form are handed over with
     // their own length, but padded with zeros in memory, since types may read the whole form whatever the length says.
 
     /// The text is handed over as given (a copy; trimming does not reach the caller).

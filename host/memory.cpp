@@ -6,23 +6,26 @@
 #include <cstdlib>
 
 #include "host/host.hpp"
-#include "host/lent_block.hpp"
 #include "host/services.hpp"
+#include "host/thread_memory.hpp"
 
 namespace bgpdt::host {
 
 // The model is told again: g++ does not take it from the declaration.
-[[gnu::tls_model("initial-exec")]] constinit thread_local LentBlock *lent_block = nullptr;
+[[gnu::tls_model("initial-exec")]] constinit thread_local ThreadMemory thread_memory;
 
 namespace {
 
 void *take(size_t size)
 {
-    if (LentBlock *const lent = lent_block; lent != nullptr && !lent->taken && size <= LentBlock::size) {
+    if (LentBlock *const lent = thread_memory.lent; lent != nullptr && !lent->taken && size <= LentBlock::size) {
         lent->taken = true;
         return lent->bytes;
     }
-    return std::malloc(std::max<size_t>(size, 1));
+    void *const block = std::malloc(std::max<size_t>(size, 1));
+    if (block == nullptr)
+        thread_memory.refused = true;
+    return block;
 }
 
 } // namespace
@@ -34,7 +37,7 @@ void *SYS_DataTypeMalloc(uint32_t size) { return bgpdt::host::take(size); }
 
 void SYS_DataTypeFree(void *block)
 {
-    if (auto *const lent = bgpdt::host::lent_block; lent != nullptr && block == lent->bytes) {
+    if (auto *const lent = bgpdt::host::thread_memory.lent; lent != nullptr && block == lent->bytes) {
         lent->taken = false;
         return;
     }

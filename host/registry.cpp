@@ -18,6 +18,7 @@ std::uint32_t admit(const SYSDT_Record &record)
             registry->records.push_back(&record);
         return status;
     } catch (const std::bad_alloc &) {
+        registry->failure = std::current_exception();
         return SYSDT_ERR_NO_MEMORY;
     } catch (...) {
         registry->failure = std::current_exception();

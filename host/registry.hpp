@@ -16,7 +16,7 @@ struct Registry {
     static constexpr std::uint32_t handle = 0xB69D7001;
 
     Admission admission;
-    std::exception_ptr failure; ///< thrown by the admission; the plug-in's frames must not be unwound
+    std::exception_ptr failure; ///< to take a record; the plug-in's frames must not be unwound
     std::vector<const SYSDT_Record *> records;
     std::vector<Diagnostic> diagnostics;
     Names names;

@@ -111,7 +111,8 @@ int parse_rows(const bgpdt_type &type, const bgpdt_column &column, std::uint8_t 
     std::vector<char> room(longest_text<Offset>(column) + 1);
     Parser parser(type);
     for (std::size_t row = 0; row < column.count; ++row, values += type.size) {
-        const std::string_view text(column.bytes + offsets[row], offsets[row + 1] - offsets[row]);
+        const auto begin = static_cast<std::size_t>(offsets[row]);
+        const std::string_view text(column.bytes + begin, static_cast<std::size_t>(offsets[row + 1]) - begin);
         int code = BGPDT_REFUSED;
         const bool there = has_bit(column.validity, row);
         if (there && !holds_nul(text))
@@ -134,8 +135,7 @@ template <class Offset>
 class Writer {
 public:
     explicit Writer(const bgpdt_column_room &room)
-        : offsets_(static_cast<Offset *>(room.offsets)), bytes_(room.bytes),
-          room_(std::min<std::size_t>(room.bytes_room, std::numeric_limits<Offset>::max()))
+        : offsets_(static_cast<Offset *>(room.offsets)), bytes_(room.bytes), room_(most(room.bytes_room))
     {
         offsets_[0] = 0;
     }
@@ -152,6 +152,12 @@ public:
     }
 
 private:
+    /// Of the room as much as offsets reach.
+    static std::size_t most(std::uint64_t room)
+    {
+        return static_cast<std::size_t>(std::min<std::uint64_t>(room, std::numeric_limits<Offset>::max()));
+    }
+
     Offset *offsets_; ///< the last that is written
     char *bytes_;
     std::size_t size_ = 0;

@@ -54,7 +54,8 @@ i686)
     ;;
 sanitize) run_tests asan -R '^vectors$' ;;
 msan) run_tests msan -R '^vectors$' ;;
-tsan) run_tests tsan -R '^threads$' ;;
+tsan) run_tests tsan -R '^(library\.)?threads$' ;;
+abi) "$top/tests/library/abi.sh" ;;
 valgrind) run_tests release -R '^valgrind' ;;
 sweeps)
     export BGPDT_TEST_SHARE=1

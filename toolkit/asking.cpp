@@ -38,7 +38,7 @@ Asking::Asking(Session &session, const SYSDT_Record &type, std::uint8_t mode, st
 
 Bytes Asking::value_of(std::string_view text) const
 {
-    host::Converted converted = session_.host().parse(type_, text, mode_);
+    host::Converted converted = session_.parse(type_, text, mode_);
     return converted.ok() ? std::move(converted.data) : Bytes();
 }
 

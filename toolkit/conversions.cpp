@@ -135,7 +135,7 @@ host::Converted parse_text(Session &session, const SYSDT_Record &type, std::stri
         throw Refusal(name_of(type) + " refuses " + lua_quoted(shortened(text)) + ": " + reason, 0, {},
                       Diagnosis{std::string(text), end, 1, reason, {}});
     }
-    host::Converted converted = session.host().parse(type, text, mode);
+    host::Converted converted = session.parse(type, text, mode);
     if (!converted.ok())
         throw text_refusal(session, type, text, mode, converted.status);
     if (converted.data.empty())

@@ -32,7 +32,7 @@ std::optional<Diagnosis> diagnose(Session &session, const SYSDT_Record &type, st
 
 bool takes_samples(Session &session, const SYSDT_Record &type, std::uint8_t mode)
 {
-    const auto takes = [&](const std::string &text) { return session.host().parse(type, text, mode).ok(); };
+    const auto takes = [&](const std::string &text) { return session.parse(type, text, mode).ok(); };
     return std::ranges::any_of(sample_of(type.typeId).texts,
                                [&takes](const std::string &text) { return takes(text) || takes('"' + text + '"'); });
 }

@@ -95,7 +95,7 @@ std::vector<std::string> field_names(Session &session, const SYSDT_Record &type)
 {
     std::vector<Bytes> known{Bytes(value_size(type))};
     for (const std::string &text : sample_of(type.typeId).texts) {
-        const host::Converted converted = session.host().parse(type, text, session.mode_for(type));
+        const host::Converted converted = session.parse(type, text, session.mode_for(type));
         if (converted.ok() && converted.data.size() == value_size(type))
             known.push_back(converted.data);
     }

@@ -2,14 +2,20 @@
 #include "operations.hpp"
 
 #include <iterator>
+#include <new>
 
 namespace bgpdt::toolkit {
 
 std::vector<std::string> help_texts(Session &session, const SYSDT_Record &type)
 {
     constexpr std::uint8_t help_mode = 1; // the one mode in which every type that has help gives it
+    if (type.help == nullptr)
+        return {};
     std::uint32_t status = SYSDT_OK;
-    return type.help == nullptr ? std::vector<std::string>{} : session.host().help(type, help_mode, status);
+    std::vector<std::string> texts = session.host().help(type, help_mode, status);
+    if (status == SYSDT_ERR_NO_MEMORY)
+        throw std::bad_alloc(); // which says nothing of the type
+    return texts;
 }
 
 std::span<const char *const> operation_words()

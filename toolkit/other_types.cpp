@@ -39,7 +39,7 @@ std::vector<TypeName> types_that_take(Session &session, std::string_view text)
         const auto type = std::ranges::find(all, id, &SYSDT_Record::typeId);
         if (type == all.end() || is_unlikely(id, text))
             continue;
-        const host::Converted converted = session.host().parse(**type, text, session.mode_for(**type));
+        const host::Converted converted = session.parse(**type, text, session.mode_for(**type));
         if (converted.ok() && !converted.data.empty())
             types.push_back({name_of(**type), sample_of(id).about});
     }

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -82,6 +83,14 @@ const SYSDT_Record &Session::type(std::string_view name) const
     std::vector<std::string> names;
     std::ranges::transform(types, std::back_inserter(names), [](const auto *type) { return name_of(*type); });
     throw Error("there is no type " + std::string(name) + did_you_mean(name, names), Hint::types);
+}
+
+host::Converted Session::parse(const SYSDT_Record &type, std::string_view text, std::uint8_t mode)
+{
+    host::Converted converted = host_.parse(type, text, mode);
+    if (converted.status == SYSDT_ERR_NO_MEMORY)
+        throw std::bad_alloc();
+    return converted;
 }
 
 std::uint8_t Session::mode_for(const SYSDT_Record &type) const

@@ -38,6 +38,9 @@ public:
     /// The record of that name, in any case.
     /// @throws Error with names like it
     const SYSDT_Record &type(std::string_view name) const;
+    /// What the type makes of the text.
+    /// @throws std::bad_alloc where there was no memory, which says nothing of the text
+    host::Converted parse(const SYSDT_Record &type, std::string_view text, std::uint8_t mode);
     /// The mode asked for, else the one in which the type's text goes both ways: 2; but 1 for what is only printed,
     /// and for the host's own strings, whose mode 2 is a structured form.
     std::uint8_t mode_for(const SYSDT_Record &type) const;

@@ -121,6 +121,13 @@ TEST_F(Arguments, Tables)
     bgpdt_error_free(nullptr);
 }
 
+// Released numbers stay what they are.
+static_assert(BGPDT_OK == 0 && BGPDT_BYTES == 1 && BGPDT_REFUSED == -1 && BGPDT_NO_TEXT == -2 &&
+              BGPDT_NO_OPERATION == -3 && BGPDT_NO_TYPE == -4 && BGPDT_NO_PLUGIN == -5 && BGPDT_NO_ROOM == -6 &&
+              BGPDT_NO_MEMORY == -7 && BGPDT_NO_SENSE == -8 && BGPDT_FAILED == -9);
+static_assert(BGPDT_PARSE == 1 && BGPDT_PRINT == 2 && BGPDT_CHECK == 4 && BGPDT_HELP == 8 && BGPDT_COMPARE == 16 &&
+              BGPDT_TABLE == 32 && BGPDT_READ_TABLE == 64 && BGPDT_SWAP == 128);
+
 TEST_F(Arguments, Codes)
 {
     for (int code = BGPDT_NUMBER; code >= BGPDT_NO_FIELD; --code)

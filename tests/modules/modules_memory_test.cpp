@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -17,114 +16,16 @@
 #include <lua.hpp>
 #include <sqlite3.h>
 
-// glibc's own, behind the functions that stand in front of it here.
-// NOLINTBEGIN(bugprone-reserved-identifier)
-extern "C" {
-void *__libc_malloc(std::size_t size);
-void *__libc_calloc(std::size_t count, std::size_t size);
-void *__libc_realloc(void *block, std::size_t size);
-void *__libc_memalign(std::size_t alignment, std::size_t size);
-void __libc_free(void *block);
-}
-// NOLINTEND(bugprone-reserved-identifier)
+#include "support/lacking_memory.hpp"
+
+using bgpdt::test::Fault;
+using bgpdt::test::Memory;
+using bgpdt::test::refuse_in_turn;
 
 namespace {
 
-/// Which requests are refused: the one of that number, from 1, alone or with all after it.
-struct Fault {
-    int number;
-    bool alone;
-};
-
-/// Memory that can be refused.
-class Memory {
-public:
-    void refuse(Fault fault)
-    {
-        fault_ = fault;
-        requests_ = 0;
-        refused_ = 0;
-    }
-    /// Whether anything was refused, which is over.
-    bool relent()
-    {
-        fault_ = {};
-        return refused_ != 0;
-    }
-
-    bool grants()
-    {
-        ++requests_;
-        const bool refuses =
-            fault_.alone ? requests_ == fault_.number : fault_.number != 0 && requests_ >= fault_.number;
-        refused_ += refuses ? 1 : 0;
-        return !refuses;
-    }
-
-    long blocks = 0; ///< taken and not given back
-
-private:
-    Fault fault_{};
-    int requests_ = 0;
-    int refused_ = 0;
-};
-
-Memory modules; // what malloc and the like give
-Memory engine;  // what Lua asks for
-
-void *counted(void *block)
-{
-    modules.blocks += block != nullptr ? 1 : 0;
-    return block;
-}
-
-} // namespace
-
-extern "C" {
-
-void *malloc(std::size_t size) { return modules.grants() ? counted(__libc_malloc(size)) : nullptr; }
-
-void *calloc(std::size_t count, std::size_t size)
-{
-    return modules.grants() ? counted(__libc_calloc(count, size)) : nullptr;
-}
-
-void *realloc(void *block, std::size_t size)
-{
-    if (!modules.grants())
-        return nullptr;
-    return block == nullptr ? counted(__libc_realloc(block, size)) : __libc_realloc(block, size);
-}
-
-void *aligned_alloc(std::size_t alignment, std::size_t size)
-{
-    return modules.grants() ? counted(__libc_memalign(alignment, size)) : nullptr;
-}
-
-void free(void *block)
-{
-    modules.blocks -= block != nullptr ? 1 : 0;
-    __libc_free(block);
-}
-}
-
-namespace {
-
-/// Tries with the first request refused, the second, ... until there is none of that number. Returns how many were.
-int refuse_in_turn(const std::function<bool(Fault fault)> &meets)
-{
-    int met = 0;
-    for (const bool alone : {true, false}) {
-        for (int number = 1; meets({number, alone}); ++number) {
-            ++met;
-            if (testing::Test::HasFailure()) {
-                ADD_FAILURE() << "with request " << number << (alone ? " refused" : " and all after it refused");
-                return met;
-            }
-        }
-    }
-    return met;
-}
+Memory &modules = bgpdt::test::program_memory;
+Memory engine; // what Lua asks for
 
 // ------------------------------------------------------------------------------------------------ SQLite
 
