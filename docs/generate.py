@@ -260,8 +260,8 @@ def proofs(name):
 
 
 def grammar_section(description):
-    name = description["name"]
-    named = [name] + [f"{name} {kind['name']}" for kind in description.get("kinds", [])]
+    name = description["type"]
+    named = [name] + [f"{name} {kind['kind']}" for kind in description.get("kinds", [])]
     parts = []
     for subject in named:
         written = grammar(subject)
@@ -417,7 +417,7 @@ def texts_manual(descriptions):
             text += ".PP\n.RS\n.EX\n" + "".join(roff(line) + "\n" for line in description["examples"]) + ".EE\n.RE\n"
         else:
             text += "It takes no text.\n"
-        if written := grammar(description["name"]):
+        if written := grammar(description["type"]):
             text += ".PP\n.RS\n.EX\n" + "".join(roff(line) + "\n" for line in written.splitlines()) + ".EE\n.RE\n"
         for kind in description.get("kinds", []):
             told = f"Kind {kind['kind_number']}, {kind['about']}."
