@@ -41,7 +41,7 @@ struct Address {
     bool cut(std::uint64_t length)
     {
         bool any = false;
-        for (std::size_t i = length; i < 8 * size; ++i) {
+        for (auto i = length; i < 8 * size; ++i) {
             const auto bit = static_cast<std::uint8_t>(0x80 >> i % 8);
             any = any || (octets[i / 8] & bit) != 0;
             octets[i / 8] = static_cast<std::uint8_t>(octets[i / 8] & ~bit);
