@@ -37,7 +37,7 @@ TEST_F(Interface, TextToValueAndBack)
 
 TEST_F(Interface, TextsOfAnyLength)
 {
-    for (const std::size_t blanks : {1, 500, 501, 502, 65525, 65526, 65527, 1000000}) {
+    for (const std::size_t blanks : {1U, 500U, 501U, 502U, 65525U, 65526U, 65527U, 1000000U}) {
         const std::string text = std::string(blanks, ' ') + "192.0.2.1:7";
         EXPECT_EQ(parsed(rd_, text), rd_value) << blanks;
         EXPECT_EQ(parsed(rd_, text + "x"), Bytes()) << blanks;
