@@ -62,12 +62,14 @@ void Net::close(Positions &positions) const
     std::vector<bool> in(positions_.size());
     for (const State position : positions)
         in[position] = true;
-    for (std::size_t i = 0; i < positions.size(); ++i)
-        for (const State to : positions_[positions[i]].free)
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+        for (const State to : positions_[positions[i]].free) {
             if (!in[to]) {
                 in[to] = true;
                 positions.push_back(to);
             }
+        }
+    }
     // Positions that only lead on without a byte tell nothing.
     std::erase_if(positions, [&](State p) { return positions_[p].edges.empty() && !positions_[p].free.empty(); });
     std::ranges::sort(positions);
@@ -77,7 +79,7 @@ void Net::close(Positions &positions) const
 std::vector<ByteSet> Net::classes() const
 {
     std::vector<ByteSet> classes{~ByteSet()};
-    for (const Position &position : positions_)
+    for (const Position &position : positions_) {
         for (const Edge &edge : position.edges) {
             const std::size_t count = classes.size();
             for (std::size_t i = 0; i < count; ++i) {
@@ -88,6 +90,7 @@ std::vector<ByteSet> Net::classes() const
                 classes.push_back(inside);
             }
         }
+    }
     return classes;
 }
 
@@ -98,10 +101,11 @@ Automaton Net::determined(State first, State last) const
     const std::vector<ByteSet> classes = this->classes();
     Automaton made;
     made.classes = classes.size();
-    for (std::size_t c = 0; c < classes.size(); ++c)
+    for (std::size_t c = 0; c < classes.size(); ++c) {
         for (std::size_t byte = 0; byte < 256; ++byte)
             if (classes[c][byte])
                 made.class_of[byte] = static_cast<std::uint8_t>(c);
+    }
     std::unordered_map<Positions, State, HashPositions> known;
     std::deque<const Positions *> left;
     const auto state_of = [&](Positions positions) {
@@ -117,10 +121,11 @@ Automaton Net::determined(State first, State last) const
     for (; !left.empty(); left.pop_front()) {
         for (const ByteSet &set : classes) {
             Positions reached;
-            for (const State position : *left.front())
+            for (const State position : *left.front()) {
                 for (const Edge &edge : positions_[position].edges)
                     if (edge.bytes[first_of(set)])
                         reached.push_back(edge.to);
+            }
             std::ranges::sort(reached);
             reached.erase(std::unique(reached.begin(), reached.end()), reached.end());
             made.next.push_back(state_of(std::move(reached)));
@@ -493,11 +498,12 @@ std::vector<bool> alive(const Automaton &automaton)
     while (!left.empty()) {
         const State state = left.back();
         left.pop_back();
-        for (const State before : from[state])
+        for (const State before : from[state]) {
             if (!found[before]) {
                 found[before] = true;
                 left.push_back(before);
             }
+        }
     }
     return found;
 }
@@ -513,10 +519,11 @@ std::vector<std::string> shortest(const Automaton &automaton, std::size_t count)
         for (const auto &[state, texts] : level) {
             if (automaton.accepting[state])
                 ending.insert(ending.end(), texts.begin(), texts.end());
-            for (unsigned byte = 1; byte < 256; ++byte)
+            for (unsigned byte = 1; byte < 256; ++byte) {
                 if (const State next = automaton.step(state, static_cast<unsigned char>(byte)); leads_on[next])
                     for (const std::string &text : texts)
                         behind[next].push_back(text + static_cast<char>(byte));
+            }
         }
         for (auto &[state, texts] : behind) { // more of one state would not be among the first in the end either
             std::ranges::sort(texts);
@@ -546,12 +553,13 @@ std::optional<std::vector<State>> topological(const Automaton &automaton)
     std::vector<State> order;
     if (before[automaton.start] == 0 && leads_on[automaton.start])
         order.push_back(automaton.start);
-    for (std::size_t i = 0; i < order.size(); ++i)
+    for (std::size_t i = 0; i < order.size(); ++i) {
         for (std::size_t c = 0; c < automaton.classes; ++c) {
             const State next = automaton.next[order[i] * automaton.classes + c];
             if (--before[next] == 0 && leads_on[next])
                 order.push_back(next);
         }
+    }
     if (order.size() != wanted)
         return std::nullopt;
     return order;

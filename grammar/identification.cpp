@@ -18,13 +18,15 @@ std::vector<std::string> access_of(const Automaton &automaton, const std::vector
     std::vector<bool> met(automaton.states());
     std::vector<State> order{automaton.start};
     met[automaton.start] = true;
-    for (std::size_t i = 0; i < order.size(); ++i)
-        for (const unsigned char byte : samples)
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        for (const unsigned char byte : samples) {
             if (const State next = automaton.step(order[i], byte); !met[next]) {
                 met[next] = true;
                 access[next] = access[order[i]] + static_cast<char>(byte);
                 order.push_back(next);
             }
+        }
+    }
     return access;
 }
 

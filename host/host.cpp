@@ -347,7 +347,8 @@ std::vector<std::string> Host::help(const SYSDT_Record &type, std::uint8_t mode,
     status = memory.status(status, info.entries != nullptr);
     const std::unique_ptr<SYSDT_HelpInfo, HelpRelease> release(&info);
     std::vector<std::string> texts;
-    for (std::uint32_t i = 0; status == SYSDT_OK && i < info.count; ++i)
+    const std::uint32_t count = status == SYSDT_OK && info.entries != nullptr ? info.count : 0;
+    for (std::uint32_t i = 0; i < count; ++i)
         if (info.entries[i] != nullptr)
             texts.emplace_back(info.entries[i]);
     return texts;
