@@ -29,9 +29,9 @@ std::string hex(std::size_t byte)
     return text;
 }
 
-class Printer {
+class AbnfPrinter {
 public:
-    explicit Printer(const Grammar &grammar) : grammar_(grammar)
+    explicit AbnfPrinter(const Grammar &grammar) : grammar_(grammar)
     {
         define("text", grammar.part("text"));
         for (const Number &number : numbers_)
@@ -224,6 +224,6 @@ private:
 
 } // namespace
 
-std::string abnf(const Grammar &grammar) { return "; " + grammar.about + "\n" + Printer(grammar).text(); }
+std::string abnf(const Grammar &grammar) { return "; " + grammar.about + "\n" + AbnfPrinter(grammar).text(); }
 
 } // namespace bgpdt::grammar

@@ -15,7 +15,7 @@ constexpr int row_gap = 12;  // between choices
 constexpr int part_gap = 16; // between parts of a row
 constexpr int bend = 10;     // of a line that turns off
 constexpr int half_box = 13;
-constexpr int letter = 8;
+constexpr int letter_width = 8;
 constexpr int left_margin = 20;
 
 std::string escaped(const std::string &text)
@@ -69,7 +69,7 @@ enum class Style { literal, number, name };
 Drawing box(const std::string &text, Style style)
 {
     Drawing made;
-    made.width = static_cast<int>(text.size()) * letter + 16;
+    made.width = static_cast<int>(text.size()) * letter_width + 16;
     made.above = made.below = half_box;
     const char *const fill = style == Style::literal ? "#d9ead3" : style == Style::number ? "#fff2cc" : "#cfe2f3";
     made.svg = R"(<rect y="-13" width=")" + std::to_string(made.width) + R"(" height="26" rx=")" +

@@ -25,9 +25,9 @@ std::string braces(Times times)
     return text + "}";
 }
 
-class Printer {
+class RegexPrinter {
 public:
-    Printer(const Grammar &grammar, Dialect dialect) : grammar_(grammar), dialect_(dialect) {}
+    RegexPrinter(const Grammar &grammar, Dialect dialect) : grammar_(grammar), dialect_(dialect) {}
 
     std::string choices(const Expression &expression)
     {
@@ -166,7 +166,7 @@ Anchors anchors(Dialect dialect)
     }
 }
 
-std::string lengths(Times length)
+std::string shown_lengths(Times length)
 {
     return std::to_string(length.least) +
            (length.most == length.least ? ""
@@ -180,7 +180,7 @@ bool has_limits(Times length) { return length.least != 0 || length.most != Times
 Regex regex_of(const Grammar &grammar, Dialect dialect)
 {
     const Form form = form_of(grammar);
-    Printer printer(grammar, dialect);
+    RegexPrinter printer(grammar, dialect);
     Regex made{form.length, {}, {}};
     for (const Alternative &alternative : form.alternatives) {
         RegexRow &row = made.rows.emplace_back();
@@ -217,7 +217,7 @@ std::string single_regex(const Grammar &grammar, Dialect dialect)
 std::string portable_regex(const Grammar &grammar)
 {
     const Regex regex = regex_of(grammar, Dialect::portable);
-    std::string text = has_limits(regex.length) ? "length " + lengths(regex.length) + "\n" : "";
+    std::string text = has_limits(regex.length) ? "length " + shown_lengths(regex.length) + "\n" : "";
     for (const RegexRow &row : regex.rows) {
         text += &row == &regex.rows.front() ? "" : "or\n";
         for (const std::string &condition : row.must)
@@ -242,7 +242,7 @@ std::string yang_string(const RegexRow &row, Times length, const std::string &in
 {
     std::string text = indent + "type string {\n";
     if (has_limits(length))
-        text += indent + "  length \"" + lengths(length) + (length.most == Times::unlimited ? "max" : "") + "\";\n";
+        text += indent + "  length \"" + shown_lengths(length) + (length.most == Times::unlimited ? "max" : "") + "\";\n";
     for (const std::string &condition : row.must)
         text.append(indent).append("  pattern '").append(condition).append("';\n");
     for (const std::string &condition : row.must_not) {

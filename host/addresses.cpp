@@ -248,8 +248,6 @@ bool read_digits(const char *&at, uint32_t &group)
     return true;
 }
 
-int32_t order(int difference) { return (difference > 0) - (difference < 0); }
-
 /// The 21 bytes of an address field: IPv4 as a number in the processor's order, IPv6, family.
 struct AddressField {
     static constexpr size_t ipv6_offset = 4;

@@ -14,6 +14,7 @@
 #include "host/services.hpp"
 
 using bgpdt::host::Names;
+using bgpdt::host::order;
 using bgpdt::host::registry;
 
 namespace {
@@ -110,8 +111,6 @@ uint32_t read_index(const char *text, uint32_t &index)
     }
     return SMP_StrToUint32(text, &index) == SYSDT_OK ? SYSDT_OK : SYSDT_ERR_INVALID_VALUE;
 }
-
-int32_t order(int difference) { return (difference > 0) - (difference < 0); }
 
 constexpr auto null_pointer = static_cast<int32_t>(SYSDT_ERR_NULL_PTR);
 

@@ -6,3 +6,10 @@
 #pragma GCC visibility push(default)
 #include "bgp_datatype/host.h"
 #pragma GCC visibility pop
+
+namespace bgpdt::host {
+
+/// What a service that compares answers.
+constexpr int32_t order(int difference) { return (difference > 0) - (difference < 0); }
+
+} // namespace bgpdt::host

@@ -15,10 +15,10 @@ namespace bgpdt::tool {
 using namespace toolkit;
 namespace {
 
-using Words = std::vector<std::string>;
+using Arguments = std::vector<std::string>;
 using Candidates = std::vector<Candidate>;
 
-Candidates without_words(const Words &words)
+Candidates without_words(const Arguments &words)
 {
     Candidates candidates;
     for (const std::string &word : words)
@@ -35,7 +35,7 @@ std::string value_name(const std::string &option)
 }
 
 /// Of an option or an argument.
-Candidates values_called(Session &session, const std::string &name, const std::string &option, const Words &arguments)
+Candidates values_called(Session &session, const std::string &name, const std::string &option, const Arguments &arguments)
 {
     if (name == "FORMAT" && option == "--as-format")
         return without_words({"plain", "dotted", "as-written"});
@@ -51,9 +51,9 @@ Candidates values_called(Session &session, const std::string &name, const std::s
 }
 
 /// The command and its arguments, without options.
-Words arguments_in(std::span<const std::string> words)
+Arguments arguments_in(std::span<const std::string> words)
 {
-    Words arguments;
+    Arguments arguments;
     for (std::size_t i = 0; i < words.size(); ++i) {
         if (!words[i].starts_with('-'))
             arguments.push_back(words[i]);
@@ -81,7 +81,7 @@ Candidates command_names(std::span<const Command> commands)
 
 /// What the command takes behind the arguments that there are.
 Candidates next_arguments(Session &session, std::span<const Command> commands, const Command &command,
-                          const Words &arguments)
+                          const Arguments &arguments)
 {
     std::istringstream names{std::string(command.arguments)};
     std::string name;
@@ -113,7 +113,7 @@ Candidates options_of(const Command *command)
 Candidates candidates(Session &session, std::span<const Command> commands, std::span<const std::string> before,
                       const std::string &word)
 {
-    const Words arguments = arguments_in(before);
+    const Arguments arguments = arguments_in(before);
     if (!before.empty() && before.back().starts_with('-') && !value_name(before.back()).empty())
         return values_called(session, value_name(before.back()), before.back(), arguments);
     if (const std::size_t equals = word.find('='); word.starts_with("--") && equals != std::string::npos) {

@@ -9,7 +9,7 @@ namespace bgpdt::tool {
 using namespace toolkit;
 namespace {
 
-constexpr std::size_t bytes_per_line = 16;
+constexpr std::size_t bytes_per_row = 16;
 
 constexpr std::string_view style = R"(body { font-family: sans-serif; margin: 2em; color: #222; background: #fff }
 table { border-collapse: collapse }
@@ -52,7 +52,7 @@ std::string cell(const char *head, const std::string &html)
 std::string row(const Explanation &explanation, const Part &part, std::optional<std::size_t> colour)
 {
     std::string bytes;
-    for (const std::string &line : byte_lines(explanation, part, bytes_per_line))
+    for (const std::string &line : byte_lines(explanation, part, bytes_per_row))
         bytes += (bytes.empty() ? "" : "<br>") + line;
     return "<tr class=\"" + (colour ? "c" + std::to_string(*colour) : "none") + "\">" +
            cell("Offset", std::to_string(part.offset)) + cell("Size", std::to_string(part.size)) +

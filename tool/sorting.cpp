@@ -27,11 +27,11 @@ constexpr std::size_t most_runs = 64; ///< that are merged at a time, each with 
 constexpr std::size_t buffer_size = std::size_t{1} << 16;
 constexpr std::uint64_t least_memory = buffer_size; ///< with less, runs would be shorter than what is read of one
 
-using Length = std::uint32_t;
+using LineLength = std::uint32_t;
 
-Length load_length(const std::uint8_t *entry)
+LineLength load_length(const std::uint8_t *entry)
 {
-    Length length = 0;
+    LineLength length = 0;
     std::memcpy(&length, entry, sizeof length);
     return length;
 }
@@ -111,7 +111,7 @@ public:
     bool next()
     {
         at_ += size_;
-        size_ = sizeof(Length) + key_size_;
+        size_ = sizeof(LineLength) + key_size_;
         if (at_ == filled_ && left_.begin == left_.end)
             return false;
         require(size_);
@@ -159,20 +159,20 @@ Sorter::~Sorter() = default;
 
 bool Sorter::less(const std::uint8_t *first, const std::uint8_t *second) const
 {
-    const int order = order_.compare(order_.key(first + sizeof(Length)), order_.key(second + sizeof(Length)));
+    const int order = order_.compare(order_.key(first + sizeof(LineLength)), order_.key(second + sizeof(LineLength)));
     return settings_.reverse ? order > 0 : order < 0;
 }
 
 const std::uint8_t *Sorter::store(Value value, std::string_view line)
 {
-    const std::size_t size = sizeof(Length) + order_.key_size() + line.size();
+    const std::size_t size = sizeof(LineLength) + order_.key_size() + line.size();
     if (size > chunk_left_) {
         chunk_left_ = std::max(size, chunk_size);
         chunks_.emplace_back(new std::uint8_t[chunk_left_]);
     }
     // A chunk is filled from its end.
     std::uint8_t *const entry = chunks_.back().get() + (chunk_left_ -= size);
-    const auto length = static_cast<Length>(line.size());
+    const auto length = static_cast<LineLength>(line.size());
     std::memcpy(entry, &length, sizeof length);
     order_.make_key(value, entry + sizeof length);
     std::ranges::copy(line, entry + sizeof length + order_.key_size());
@@ -196,7 +196,7 @@ void Sorter::sort()
 
 std::string_view Sorter::bytes(const std::uint8_t *entry) const
 {
-    return {reinterpret_cast<const char *>(entry), sizeof(Length) + order_.key_size() + load_length(entry)};
+    return {reinterpret_cast<const char *>(entry), sizeof(LineLength) + order_.key_size() + load_length(entry)};
 }
 
 void Sorter::spill()
@@ -270,7 +270,7 @@ void Sorter::finish(const Write &write)
     Bytes last;
     const std::size_t key_size = order_.key_size();
     each_in_order([&](const std::uint8_t *entry) {
-        const std::uint8_t *const key = entry + sizeof(Length);
+        const std::uint8_t *const key = entry + sizeof(LineLength);
         if (settings_.unique) {
             if (!last.empty() && order_.same(order_.key(last.data()), order_.key(key)))
                 return;

@@ -11,11 +11,12 @@
 namespace bgpdt::toolkit {
 namespace {
 
+constexpr std::string_view hex_digits = "0123456789abcdef";
+
 int digit_value(char c)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
     const char small = c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c;
-    const std::size_t value = digits.find(small);
+    const std::size_t value = hex_digits.find(small);
     return value == std::string_view::npos ? -1 : static_cast<int>(value);
 }
 
@@ -71,12 +72,11 @@ Bytes from_hex(std::string_view text)
 
 std::string to_hex(std::span<const std::uint8_t> bytes)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
     std::string text;
     text.reserve(2 * bytes.size());
     for (const std::uint8_t byte : bytes) {
-        text += digits[byte >> 4];
-        text += digits[byte & 0x0f];
+        text += hex_digits[byte >> 4];
+        text += hex_digits[byte & 0x0f];
     }
     return text;
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t longest_template = 299;
 constexpr std::size_t longest_text = 298; ///< that a placeholder shows to its end
 constexpr std::size_t count_offset = 24;
-constexpr std::size_t first_entry = 44;
+constexpr std::size_t record_head = 44;
 
 template <class Number>
 Bytes in_memory(Number number)
@@ -25,7 +25,7 @@ Bytes in_memory(Number number)
 
 /// Nothing if the text is no value of the kind.
 template <class Number>
-Bytes read_number(const std::string &text)
+Bytes number_bytes(const std::string &text)
 {
     Number number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -66,10 +66,10 @@ Bytes read_address(const std::string &text)
     return bytes;
 }
 
-constexpr DisplayKind kinds[] = {
-    {2, "u8", "a number from 0 to 255", read_number<std::uint8_t>},
-    {4, "u16", "a number from 0 to 65535", read_number<std::uint16_t>},
-    {6, "u32", "a number from 0 to 4294967295", read_number<std::uint32_t>},
+constexpr DisplayKind value_kinds[] = {
+    {2, "u8", "a number from 0 to 255", number_bytes<std::uint8_t>},
+    {4, "u16", "a number from 0 to 65535", number_bytes<std::uint16_t>},
+    {6, "u32", "a number from 0 to 4294967295", number_bytes<std::uint32_t>},
     {21, "ipv4", "an IPv4 address", read_ipv4},
     {22, "ipv6", "an IPv6 address", read_ipv6},
     {25, "text", "a text of at most 298 characters", read_text},
@@ -90,7 +90,7 @@ void append_entry(Bytes &record, std::uint16_t kind, std::span<const std::uint8_
 
 } // namespace
 
-std::span<const DisplayKind> display_kinds() { return kinds; }
+std::span<const DisplayKind> display_kinds() { return value_kinds; }
 
 Bytes bitmap_record(std::span<const std::uint8_t> bitmap, std::string_view line_template,
                     std::span<const DisplayValue> values)
@@ -103,7 +103,7 @@ Bytes bitmap_record(std::span<const std::uint8_t> bitmap, std::string_view line_
     if (values.size() > most_values)
         throw Refusal("a display record holds at most " + std::to_string(most_values) + " values");
     const auto count = static_cast<std::uint16_t>(2 + values.size());
-    Bytes record(first_entry);
+    Bytes record(record_head);
     std::memcpy(record.data() + count_offset, &count, sizeof count);
     append_entry(record, SYSDT_KIND_STRING, terminated(line_template));
     append_entry(record, SYSDT_TYPE_ATTRIDBITMAP, bitmap);

@@ -18,27 +18,27 @@ namespace bgpdt::toolkit {
 namespace {
 
 /// A name, and how what it stands for is written here.
-struct Alias {
+struct Written {
     std::string_view name; ///< in small letters, "-" between its words
     const char *written;
 };
 
 /// RFC 8326, 7611, 9494, 7999, 3765 and those that are registered without one; the last is what some call it.
-constexpr Alias communities[] = {
+constexpr Written communities[] = {
     {"graceful-shutdown", "65535:0"}, {"gshut", "65535:0"},      {"accept-own", "65535:1"},
     {"llgr-stale", "65535:6"},        {"no-llgr", "65535:7"},    {"accept-own-nexthop", "65535:8"},
     {"blackhole", "65535:666"},       {"nopeer", "65535:65284"}, {"no-peer", "65535:65284"},
     {"local-as", "65535:65283"},
 };
-constexpr Alias ls_words[] = {
+constexpr Written protocols[] = {
     {"isis-l1", "ISIS-LEVEL-1"}, {"isis-l2", "ISIS-LEVEL-2"}, {"isis-1", "ISIS-LEVEL-1"}, {"isis-2", "ISIS-LEVEL-2"}};
 
-std::span<const Alias> aliases_of(std::uint16_t type_id)
+std::span<const Written> names_written(std::uint16_t type_id)
 {
     switch (type_id) {
     case SYSDT_TYPE_COMMUNITY:
     case SYSDT_TYPE_CMNTY_ENHANCE: return communities;
-    case SYSDT_TYPE_BGPLSPREFIX: return ls_words;
+    case SYSDT_TYPE_BGPLSPREFIX: return protocols;
     default: return {};
     }
 }
@@ -167,14 +167,14 @@ Found label(Refused &refused)
 
 Found number_of_name(Refused &refused)
 {
-    const std::span<const Alias> aliases = aliases_of(refused.asking.type_id());
+    const std::span<const Written> aliases = names_written(refused.asking.type_id());
     if (aliases.empty())
         return {};
     for (const std::size_t at : word_beginnings(refused.text, refused.window)) {
         const std::string word = refused.piece(at, word_end(refused.text, at) - at);
         std::string plain = lower(word);
         std::ranges::replace(plain, '_', '-');
-        const auto alias = std::ranges::find(aliases, plain, &Alias::name);
+        const auto alias = std::ranges::find(aliases, plain, &Written::name);
         if (alias == aliases.end() || !refused.takes(Edit{at, word.size(), alias->written}))
             continue;
         const bool number = is_digit(alias->written[0]);

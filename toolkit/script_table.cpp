@@ -16,7 +16,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr std::size_t line_width = 100;
+constexpr std::size_t table_width = 100;
 
 /// The number of entries if the keys are 1 to n, else 0.
 lua_Integer array_length(lua_State *lua, int table)
@@ -88,7 +88,7 @@ std::string text_at(const ordered_json &value, std::size_t indent)
         return value.dump();
     const std::vector<std::string> entries = entry_texts(value, indent + 4);
     const std::string line = joined(entries, ", ");
-    if (indent + line.size() > line_width || line.find('\n') != std::string::npos) {
+    if (indent + line.size() > table_width || line.find('\n') != std::string::npos) {
         const std::string margin(indent, ' ');
         return "{\n    " + margin + joined(entries, ",\n    " + margin) + "\n" + margin + "}";
     }
@@ -123,19 +123,19 @@ void push_script_key(lua_State *lua, const std::string &key)
 
 void push_script_json(lua_State *lua, const ordered_json &value)
 {
-    using Kind = ordered_json::value_t;
+    using JsonKind = ordered_json::value_t;
     switch (value.type()) {
-    case Kind::boolean: lua_pushboolean(lua, value.get<bool>() ? 1 : 0); return;
-    case Kind::number_integer:
-    case Kind::number_unsigned: lua_pushinteger(lua, value.get<lua_Integer>()); return;
-    case Kind::number_float: lua_pushnumber(lua, value.get<lua_Number>()); return;
-    case Kind::string: {
+    case JsonKind::boolean: lua_pushboolean(lua, value.get<bool>() ? 1 : 0); return;
+    case JsonKind::number_integer:
+    case JsonKind::number_unsigned: lua_pushinteger(lua, value.get<lua_Integer>()); return;
+    case JsonKind::number_float: lua_pushnumber(lua, value.get<lua_Number>()); return;
+    case JsonKind::string: {
         const auto &text = value.get_ref<const std::string &>();
         lua_pushlstring(lua, text.data(), text.size());
         return;
     }
-    case Kind::array:
-    case Kind::object: push_table_json(lua, value); return;
+    case JsonKind::array:
+    case JsonKind::object: push_table_json(lua, value); return;
     default: lua_pushnil(lua);
     }
 }

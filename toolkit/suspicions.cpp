@@ -277,16 +277,16 @@ struct Suspicion {
 
 constexpr Change spelling = Change::spelling;
 constexpr Change example = Change::example;
-constexpr Change value = Change::value;
+constexpr Change new_value = Change::value;
 
 constexpr Suspicion suspicions[] = {
     // what other programs and people write, whatever it is close to
     {invisible_character, spelling},
-    {unknown_name, value},
+    {unknown_name, new_value},
     {label, spelling},
     {number_of_name, spelling},
     {list_separators, spelling},
-    {too_many_entries, value},
+    {too_many_entries, new_value},
     {other_brackets, spelling},
     {hexadecimal_number, spelling},
     {number_with_exponent, spelling},
@@ -295,20 +295,20 @@ constexpr Suspicion suspicions[] = {
     {duration, spelling},
     {other_separators, spelling},
     // what is wrong with the parts of keys
-    {refused_segment, value},
+    {refused_segment, new_value},
     {length_of_address, spelling},
     {length_of_mac, spelling},
     {router_id_groups, example},
     {missing_groups, example},
-    {long_address, value},
-    {prefix_length, value},
-    {negative_number, value},
+    {long_address, new_value},
+    {prefix_length, new_value},
+    {negative_number, new_value},
     // what is mistyped
     {whole_text, spelling, true},
     {zero_half, spelling},
     {leading_zeros, spelling, true},
-    {too_large, value, true},
-    {too_small, value, true},
+    {too_large, new_value, true},
+    {too_small, new_value, true},
     {words, spelling, true},
     {regrouped, spelling, true},
     {unbracketed, spelling, true},
@@ -316,21 +316,21 @@ constexpr Suspicion suspicions[] = {
     {dangling, example, true},
     {lookalike, spelling, true},
     {wrong_separator, spelling, true},
-    {wrong_letter, value, true},
-    {surplus_tail, value},
-    {surplus_character, value, true},
-    {wrong_sign, value, true},
-    {swapped, value, true},
+    {wrong_letter, new_value, true},
+    {surplus_tail, new_value},
+    {surplus_character, new_value, true},
+    {wrong_sign, new_value, true},
+    {swapped, new_value, true},
     {missing_end, example, true},
     {missing_separator, example, true},
-    {missing_character, value, true},
-    {several_too_large, value},
+    {missing_character, new_value, true},
+    {several_too_large, new_value},
     {missing_part, example},
     {blended, example},
-    {surplus, value},
-    {joined_or_split, value},
+    {surplus, new_value},
+    {joined_or_split, new_value},
     {missing_begin, example},
-    {first_entry, value},
+    {first_entry, new_value},
 };
 
 /// Where a long text is suspect: behind the longest beginning that is taken, else at its beginning.

@@ -100,14 +100,14 @@ Layout layout(const Form &form, Bytes value, std::endian order)
     return layout_of(form.kind, value, order);
 }
 
-constexpr bool same_order = std::endian::native == std::endian::big;
+constexpr bool is_big_endian = std::endian::native == std::endian::big;
 
 } // namespace
 
 Bytes to_native(const Form &form, const Bytes &value)
 {
     Bytes turned = value;
-    if (!same_order)
+    if (!is_big_endian)
         reverse_numbers(layout(form, value, std::endian::big), turned);
     return turned;
 }
@@ -115,7 +115,7 @@ Bytes to_native(const Form &form, const Bytes &value)
 Bytes to_target(const Form &form, const Bytes &value)
 {
     Bytes turned = value;
-    if (!same_order)
+    if (!is_big_endian)
         reverse_numbers(layout(form, value, std::endian::native), turned);
     return turned;
 }
@@ -123,7 +123,7 @@ Bytes to_target(const Form &form, const Bytes &value)
 Bytes turned_like(const Form &form, const Bytes &first, const Bytes &second, const Bytes &value)
 {
     Bytes turned = value;
-    if (!same_order) {
+    if (!is_big_endian) {
         const Layout own = layout(form, first, std::endian::big);
         reverse_numbers(own.fields.empty() ? layout(form, second, std::endian::big) : own, turned);
     }
@@ -133,7 +133,7 @@ Bytes turned_like(const Form &form, const Bytes &first, const Bytes &second, con
 Bytes shown_to_native(const Form &form, const Bytes &data)
 {
     Bytes turned = data;
-    if (same_order || (form.kind != attribute_bitmap && form.kind != client_vrf_name))
+    if (is_big_endian || (form.kind != attribute_bitmap && form.kind != client_vrf_name))
         return to_native(form, data);
     if (form.kind == attribute_bitmap)
         turn_display_record(turned);
@@ -144,14 +144,14 @@ Bytes shown_to_native(const Form &form, const Bytes &data)
 
 Bytes copy_to_native(const Form &form, const Bytes &copy)
 {
-    if (same_order || form.kind != client_vrf_name)
+    if (is_big_endian || form.kind != client_vrf_name)
         return to_native(form, copy);
     return turned_items(copy, std::endian::big);
 }
 
 Bytes copy_to_target(const Form &form, const Bytes &copy)
 {
-    if (same_order || form.kind != client_vrf_name)
+    if (is_big_endian || form.kind != client_vrf_name)
         return to_target(form, copy);
     return turned_items(copy, std::endian::native);
 }

@@ -76,9 +76,6 @@ constexpr Named<Writing> writings[] = {{"decimal", Writing::decimal},
                                        {"last_section", Writing::last_section},
                                        {"groups", Writing::groups}};
 
-constexpr Named<Fate> fates[] = {
-    {"back", Fate::back}, {"freed", Fate::freed}, {"released", Fate::released}, {"none", Fate::none}};
-
 template <class Value, std::size_t Count>
 const Value *find(const Named<Value> (&rows)[Count], std::string_view name)
 {
@@ -255,7 +252,7 @@ void Contracts::fails(std::istream &words)
     std::string why;
     words >> status >> fate >> std::ws;
     std::getline(words, why);
-    const PrintFailure failure{{subject_}, Words(status).status(), named(test::fates, fate), kept(why)};
+    const PrintFailure failure{{subject_}, Words(status).status(), fate_named(fate), kept(why)};
     const auto same = std::ranges::find_if(failures_, [&](const PrintFailure &row) {
         return row.status == failure.status && row.fate == failure.fate && row.why == failure.why;
     });

@@ -39,8 +39,6 @@ constexpr std::array<Form, 18> forms{{{"in", Verb::in, "tb", true, "reprint"},
                                       {"nohelp", Verb::nohelp, "", true, ""},
                                       {"fn", Verb::fn, "ntso", false, ""}}};
 
-constexpr std::array<std::string_view, 4> fates{"back", "freed", "released", "none"};
-
 /// One line as it counts: without comment, with what follows on further lines.
 struct Logical {
     std::string text;
@@ -196,14 +194,19 @@ void Reader::word(char kind, Words &words, Line &line)
     case 'n': line.function = words.name(); return;
     default: break;
     }
-    const std::string name = words.name();
-    const auto fate = std::find(fates.begin(), fates.end(), name);
-    if (fate == fates.end())
-        throw WordError("unknown fate '" + name + "'");
-    line.fate = static_cast<Fate>(fate - fates.begin());
+    line.fate = fate_named(words.name());
 }
 
 } // namespace
+
+Fate fate_named(std::string_view name)
+{
+    constexpr std::array<std::string_view, 4> fates{"back", "freed", "released", "none"};
+    const auto *const fate = std::find(fates.begin(), fates.end(), name);
+    if (fate == fates.end())
+        throw WordError("unknown fate '" + std::string(name) + "'");
+    return static_cast<Fate>(fate - fates.begin());
+}
 
 void read_vectors(Vectors &vectors, std::string_view content, const std::string &file)
 {

@@ -38,6 +38,8 @@ enum class Verb {
 
 /// What becomes of the block of a FormatOut that fails.
 enum class Fate { back, freed, released, none };
+/// Throws WordError if it is the name of none.
+Fate fate_named(std::string_view name);
 
 /// What FormatIn reports.
 struct Reported {
