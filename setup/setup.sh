@@ -10,7 +10,7 @@ fail() {
 
 build_packages="g++ cmake ninja-build pkg-config liblua5.4-dev"
 tool_packages="$build_packages libcli11-dev nlohmann-json3-dev"
-bench_packages="$build_packages libbenchmark-dev valgrind python3"
+bench_packages="$build_packages nlohmann-json3-dev libbenchmark-dev valgrind python3"
 fuzz_packages="$build_packages nlohmann-json3-dev clang libclang-rt-dev llvm"
 target_packages="g++-powerpc-linux-gnu qemu-user dpkg-dev"
 test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googletest clang-format clang-tidy

@@ -223,18 +223,18 @@ public:
     /// As the type prints it.
     result<std::string> text() const
     {
-        Error error;
+        char room[BGPDT_TEXT_ROOM];
         std::size_t size = 0;
-        std::string text(BGPDT_TEXT_ROOM, '\0');
-        int code = print(text, size, nullptr);
-        if (code == BGPDT_NO_ROOM)
-            text.resize(size + 1);
-        if (code < BGPDT_OK)
-            code = print(text, size, error.out());
+        int code = print(room, size, nullptr);
+        if (code >= BGPDT_OK)
+            return std::string(room, size);
+        Error error;
+        std::string longer(code == BGPDT_NO_ROOM ? size + 1 : 0, '\0');
+        code = print(longer, size, error.out());
         if (code < BGPDT_OK)
             return error.refusal();
-        text.resize(size);
-        return text;
+        longer.resize(size);
+        return longer;
     }
     /// Its fields as JSON.
     result<std::string> explain() const { return json(bgpdt_explain); }
@@ -315,9 +315,9 @@ private:
         return type_;
     }
 
-    int print(std::string &text, std::size_t &size, bgpdt_error **error) const
+    int print(std::span<char> room, std::size_t &size, bgpdt_error **error) const
     {
-        return bgpdt_print(type_.get(), bytes_.data(), bytes_.size(), text.data(), text.size(), &size, error);
+        return bgpdt_print(type_.get(), bytes_.data(), bytes_.size(), room.data(), room.size(), &size, error);
     }
 
     template <class Function>
