@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """Writes docs/types, a page for each type, from what the tool tells of it and from the vectors, docs/man, the manual
-pages, from what the tool tells of itself, docs/pictures/grammar, the grammars as pictures, and docs/yang, as a module.
+pages, from what the tool and bgpdt.h tell of themselves, docs/pictures/grammar, the grammars as pictures, and docs/yang, as a module.
 
     docs/generate.py BGPDT           writes them
     docs/generate.py BGPDT --check   fails where a page is not what it would write
@@ -14,6 +14,9 @@ import subprocess
 import sys
 from concurrent.futures import ThreadPoolExecutor
 from itertools import groupby
+
+from library_manual import library_manuals
+from roff import item, manual_head, roff, shown
 
 top = pathlib.Path(__file__).resolve().parent.parent
 tool = ""
@@ -351,16 +354,6 @@ def file_of_type(file, names):
     return max((name for name in names if re.match(re.escape(name) + r"(_[a-z]|$)", stem)), key=len, default=dispatching)
 
 
-def roff(text):
-    """A line of text: nothing in it is taken for a request."""
-    text = text.replace("\\", "\\e").replace("-", "\\-").replace("'", "\\(aq")
-    return "\\&" + text if text.startswith(".") else text
-
-
-def item(head, text):
-    return f".TP\n.B {roff(head)}\n{roff(text)}\n"
-
-
 def shown_call(call, meaning):
     return f".TP\n.B {roff('$ ' + call)}\n{roff(meaning)}\n"
 
@@ -374,8 +367,8 @@ def rows_of(page, head):
     return [(row[1] or row[3], row[2] or row[4]) for row in rows]
 
 
-def manual_head(title, section, name):
-    return f".TH {title} {section} \"\" \"{ask_text('--version').strip()}\" \"BGP data types\"\n.SH NAME\n{name}\n"
+def version():
+    return ask_text("--version").strip()
 
 
 def tool_manual():
@@ -384,7 +377,7 @@ def tool_manual():
     helps = {call: ask_text(call.split()[0], "--help") for call, _ in commands}
     special = {call: [option for option, _ in rows_of(text, "Options")] for call, text in helps.items()}
     common = [option for option, _ in options if all(option in known for known in special.values())]
-    text = manual_head("BGPDT", 1, "bgpdt \\- convert, check and explain the values of BGP data types")
+    text = manual_head("BGPDT", 1, version(), "bgpdt \\- convert, check and explain the values of BGP data types")
     text += ".SH SYNOPSIS\n.B bgpdt\n.I COMMAND\n[\\fIARGUMENTS\\fR] [\\fIOPTIONS\\fR]\n.SH COMMANDS\n"
     for call, summary in commands:
         own = [option for option in special[call] if option not in common]
@@ -405,7 +398,7 @@ def tool_manual():
 
 
 def texts_manual(descriptions):
-    text = manual_head("BGPDT-TEXTS", 7, "bgpdt\\-texts \\- the text forms of BGP data types")
+    text = manual_head("BGPDT-TEXTS", 7, version(), "bgpdt\\-texts \\- the text forms of BGP data types")
     text += ".SH DESCRIPTION\nWhat the types of\n.BR bgpdt (1)\ntake as text, with a text of each form.\n.SH TYPES\n"
     for description in descriptions:
         text += f".SS {description['type']}\n{roff(description['about'])}, {description['size']} bytes.\n"
@@ -414,11 +407,11 @@ def texts_manual(descriptions):
         if description["takes"]:
             text += "Its help says: " + roff(" or ".join(description["takes"])) + ".\n"
         if description["examples"]:
-            text += ".PP\n.RS\n.EX\n" + "".join(roff(line) + "\n" for line in description["examples"]) + ".EE\n.RE\n"
+            text += shown(description["examples"])
         else:
             text += "It takes no text.\n"
         if written := grammar(description["type"]):
-            text += ".PP\n.RS\n.EX\n" + "".join(roff(line) + "\n" for line in written.splitlines()) + ".EE\n.RE\n"
+            text += shown(written.splitlines())
         for kind in description.get("kinds", []):
             told = f"Kind {kind['kind_number']}, {kind['about']}."
             text += item(kind["kind"], told + (f" Its help says: {kind['form']}." if kind.get("form") else ""))
@@ -438,7 +431,7 @@ def pages():
     drawn = {f"pictures/grammar/{name.replace(' ', '.')}.svg": picture for name in subjects
              if (picture := grammar(name, "svg"))}
     return {**drawn, "yang/bgpdt-texts.yang": yang_module(subjects), "types/README.md": index, **{f"types/{name}.md": text for name, text in zip(names, texts)},
-            "man/bgpdt.1": tool_manual(), "man/bgpdt-texts.7": texts_manual(descriptions)}
+            "man/bgpdt.1": tool_manual(), "man/bgpdt-texts.7": texts_manual(descriptions), **library_manuals(version())}
 
 
 def main():

@@ -2,7 +2,7 @@
 /// @file
 /// make_seeds FOLDER: writes the fuzzers' seeds and their dictionary, made of the tests' vectors.
 ///
-/// The folder gets records/ and display_record/, a file a seed, and the dictionary records.dict.
+/// The folder gets records/, display_record/ and library/, a file a seed, and the dictionary records.dict.
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
@@ -12,7 +12,6 @@
 #include <fstream>
 #include <functional>
 #include <map>
-#include <set>
 #include <stdexcept>
 #include <string>
 
@@ -20,6 +19,7 @@
 #include "host/host.hpp"
 #include "input.hpp"
 #include "script.hpp"
+#include "seeds.hpp"
 #include "subjects.hpp"
 #include "support/setting.hpp"
 
@@ -126,37 +126,11 @@ Bytes in_bytes(const std::string &text) { return {text.begin(), text.end()}; }
 
 // ------------------------------------------------------------------------------------------------ seeds
 
-/// A folder of seeds, each under a name of what it holds.
-class Seeds {
-public:
-    explicit Seeds(std::filesystem::path folder) : folder_(std::move(folder))
-    {
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directories(folder_);
-    }
-
-    void add(const Bytes &seed)
-    {
-        const std::string content(seed.begin(), seed.end());
-        if (seed.size() > most_bytes || !known_.insert(content).second)
-            return;
-        std::ofstream file(folder_ / std::to_string(known_.size()), std::ios::binary);
-        file << content;
-        if (!file.flush())
-            throw std::runtime_error("cannot write to " + folder_.string());
-    }
-    std::size_t count() const { return known_.size(); }
-
-private:
-    std::filesystem::path folder_;
-    std::set<std::string> known_;
-};
-
 class SeedMaker {
 public:
     SeedMaker(const host::Host &host, const std::filesystem::path &folder)
-        : subjects_(all_subjects(host)), parsers_(all_parsers(host)), records_(folder / "records"),
-          display_(folder / "display_record")
+        : subjects_(all_subjects(host)), parsers_(all_parsers(host)), types_(host.types().size()),
+          records_(folder / "records"), display_(folder / "display_record"), library_(folder / "library")
     {
     }
 
@@ -164,7 +138,7 @@ public:
     std::string summary() const
     {
         return std::to_string(records_.count()) + " seeds of records, " + std::to_string(display_.count()) +
-               " of display records";
+               " of display records, " + std::to_string(library_.count()) + " of the library";
     }
 
 private:
@@ -188,8 +162,10 @@ private:
 
     std::vector<Subject> subjects_;
     std::vector<Parser> parsers_;
+    std::size_t types_; ///< of the subjects, which come first
     Seeds records_;
     Seeds display_;
+    Seeds library_;
 };
 
 void SeedMaker::value_seeds(const Line &line, const Bytes &value)
@@ -219,6 +195,8 @@ void SeedMaker::add(const Line &line)
     const std::size_t number = subject(line);
     if (number == subjects_.size())
         throw std::runtime_error(line.place() + ": no subject " + line.subject);
+    if (number < types_)
+        add_library_seeds(library_, number, line);
     const test::Form form = subjects_[number].form();
     switch (line.verb) {
     case Verb::in:

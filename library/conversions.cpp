@@ -5,8 +5,6 @@
 #include <new>
 #include <string>
 
-#include <nlohmann/json.hpp>
-
 #include "answer.hpp"
 #include "json_table.hpp"
 #include "toolkit/explain.hpp"
@@ -202,7 +200,7 @@ int bgpdt_explain(const bgpdt_type *type, const uint8_t *value, size_t value_siz
     return on_value({type, 0, error}, json != nullptr, value, value_size, [&](Value native) {
         const toolkit::Bytes bytes(native.begin(), native.end());
         const auto explanation = toolkit::explanation_of(type->session(), type->record, bytes);
-        hand_over(toolkit::json_text(toolkit::explanation_json(explanation)), json, json_size);
+        hand_over(toolkit::explanation_json(explanation).text(), json, json_size);
     });
 }
 
@@ -260,7 +258,7 @@ int bgpdt_table(const bgpdt_type *type, const uint8_t *value, size_t value_size,
     return on_value({type, BGPDT_TABLE, error}, json != nullptr, value, value_size, [&](Value native) {
         const toolkit::LuaState lua = toolkit::new_lua_state();
         toolkit::push_table(type->session(), lua.get(), type->record, native);
-        hand_over(toolkit::script_json_text(lua.get(), -1), json, json_size);
+        hand_over(toolkit::script_json(lua.get(), -1).text, json, json_size);
     });
 }
 

@@ -178,7 +178,7 @@ void write_type(std::ostream &out, Session &session, lua_State *lua, const SYSDT
     for (const Bytes &value : values_of(session, type)) {
         std::string error;
         if (type.luaSet != nullptr && session.host().push_script_value(lua, type, value, error) == SYSDT_OK) {
-            shape.add(script_json(lua, -1));
+            shape.add(ordered_json::parse(script_json(lua, -1).text));
             describe(type, value, descriptions);
             lua_pop(lua, 1);
         }

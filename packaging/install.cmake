@@ -16,6 +16,7 @@ if(BGPDT_TOOL)
     install(TARGETS bgpdt RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
     install(FILES docs/man/bgpdt.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
     install(FILES docs/man/bgpdt-texts.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7 COMPONENT tool)
+    install(FILES docs/bgpdt.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/bgpdt COMPONENT tool)
     install(FILES completions/bgpdt.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
         COMPONENT tool)
     install(FILES completions/bgpdt.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME bgpdt
@@ -28,6 +29,7 @@ if(BGPDT_LIBRARY)
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT dev)
     install(FILES include/bgpdt/bgpdt.h include/bgpdt/bgpdt.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/bgpdt
         COMPONENT dev)
+    install(DIRECTORY docs/man/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man3 COMPONENT dev FILES_MATCHING PATTERN *.3)
 endif()
 
 install(TARGETS ${bgp_datatype_targets} EXPORT bgp_datatype

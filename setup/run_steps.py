@@ -47,6 +47,7 @@ STEPS = (
     Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage")),
     Step("tsan", "every vector line and libbgpdt's functions from eight threads at once, under TSan",
          ("tsan bgpdt_threads_test", "tsan bgpdt_library_threads_test")),
+    Step("packages", "programs in C and C++ with what the Debian packages hold, without installing them", ("package",)),
     Step("abi", "libbgpdt's binary interface is the released one, or more"),
     Step("recipes", "(only when named) the suite with an invented type and an invented kind of route key"),
     Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),

@@ -10,12 +10,12 @@ fail() {
 
 build_packages="g++ cmake ninja-build pkg-config liblua5.4-dev"
 tool_packages="$build_packages libcli11-dev nlohmann-json3-dev"
-bench_packages="$build_packages libbenchmark-dev valgrind python3"
-fuzz_packages="$build_packages clang libclang-rt-dev llvm"
+bench_packages="$build_packages nlohmann-json3-dev libbenchmark-dev valgrind python3"
+fuzz_packages="$build_packages nlohmann-json3-dev clang libclang-rt-dev llvm"
 target_packages="g++-powerpc-linux-gnu qemu-user dpkg-dev"
 test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googletest clang-format clang-tidy
     g++-i686-linux-gnu abigail-tools valgrind clang-19 libclang-rt-19-dev llvm-19 python3 libyang-tools lua5.4
-    libsqlite3-dev sqlite3 zsh"
+    libsqlite3-dev sqlite3 zsh fish mandoc groff-base dpkg-dev file"
 
 # Installs the Debian packages that are missing.
 need_packages() {

@@ -70,6 +70,10 @@ answers)
     same_answers ppc
     echo "proved: $(wc -l <"$top/build/release/answers.txt") answers are the same on all three processors"
     ;;
+packages)
+    (cd "$top/build/package" && cpack --config CPackConfig.cmake -B "$top/build/packages" >/dev/null)
+    "$top/tests/install/packages.sh" "$top/build/packages" "$top/build/package/tried"
+    ;;
 recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;
 coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
 fuzz)

@@ -10,14 +10,11 @@
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <vector>
 
 const sqlite3_api_routines *sqlite3_api = nullptr;
 
 namespace bgpdt::sqlite {
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
 
 /// The text or blob of an argument, until it is asked for in another form.
 std::string_view content(sqlite3_value *argument)
@@ -26,11 +23,6 @@ std::string_view content(sqlite3_value *argument)
     const auto *bytes = blob ? static_cast<const char *>(sqlite3_value_blob(argument))
                              : reinterpret_cast<const char *>(sqlite3_value_text(argument));
     return {bytes, bytes == nullptr ? 0 : static_cast<std::size_t>(sqlite3_value_bytes(argument))};
-}
-
-void give(sqlite3_context *context, std::string_view text)
-{
-    sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
 void give_error(sqlite3_context *context, const std::string &sentence)
@@ -48,98 +40,78 @@ const char *hint_for(int code)
     }
 }
 
-/// Why a function of the library did nothing.
-class Error {
-public:
-    Error() = default;
-    ~Error() { bgpdt_error_free(error_); }
-    Error(const Error &) = delete;
-    Error &operator=(const Error &) = delete;
-
-    bgpdt_error **out() { return &error_; }
-    /// @throws std::bad_alloc if that is the reason
-    std::string sentence() const
-    {
-        if (error_->code == BGPDT_NO_MEMORY)
-            throw std::bad_alloc();
-        return std::string(view(error_->message)).append(hint_for(error_->code));
-    }
-
-private:
-    bgpdt_error *error_ = nullptr;
-};
-
 /// Thrown with a sentence.
-class Refusal : public std::runtime_error {
+class Refused : public std::runtime_error {
+public:
     using std::runtime_error::runtime_error;
+    explicit Refused(const Refusal &refusal)
+        : std::runtime_error(std::string(refusal.message()).append(hint_for(refusal.code())))
+    {
+    }
 };
 
-Bytes parsed(const bgpdt_type *type, sqlite3_value *argument)
+Value parsed(Type type, sqlite3_value *argument)
 {
     const std::string_view text = content(argument);
     if (text.size() > longest_text) {
-        throw Refusal(std::string(view(bgpdt_about(type)->name)) +
-                      " refuses the text: it is longer than any value's, more than " + std::to_string(longest_text) +
-                      " characters");
+        throw Refused(std::string(type.name()) + " refuses the text: it is longer than any value's, more than " +
+                      std::to_string(longest_text) + " characters");
     }
-    Bytes value(bgpdt_about(type)->value_size);
-    Error error;
-    if (bgpdt_parse(type, text.data(), text.size(), value.data(), value.size(), error.out()) != BGPDT_OK)
-        throw Refusal(error.sentence());
-    return value;
+    result<Value> value = type.parse(text);
+    return value ? *std::move(value) : throw Refused(value.error());
 }
 
 /// The bytes of a blob. Of another size the library refuses them.
-std::span<const std::uint8_t> blob_at(const bgpdt_type *type, sqlite3_value *argument)
+std::span<const std::uint8_t> blob_at(Type type, sqlite3_value *argument)
 {
-    if (sqlite3_value_type(argument) != SQLITE_BLOB) {
-        throw Refusal("the value of " + std::string(view(bgpdt_about(type)->name)) +
-                      " must be a blob, as bgp_value() gives it");
-    }
+    if (sqlite3_value_type(argument) != SQLITE_BLOB)
+        throw Refused("the value of " + std::string(type.name()) + " must be a blob, as bgp_value() gives it");
     const std::string_view blob = content(argument);
     return {reinterpret_cast<const std::uint8_t *>(blob.data()), blob.size()};
 }
 
 /// @param arguments  behind the type
-using Function = void(sqlite3_context *, const bgpdt_type *, sqlite3_value **arguments);
+using Function = void(sqlite3_context *, Type, sqlite3_value **arguments);
 
-void value(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+void value(sqlite3_context *context, Type type, sqlite3_value **arguments)
 {
-    const Bytes bytes = parsed(type, arguments[0]);
+    const Value parsed_value = parsed(type, arguments[0]);
+    const std::span<const std::uint8_t> bytes = parsed_value.bytes();
     sqlite3_result_blob64(context, bytes.data(), bytes.size(), SQLITE_TRANSIENT);
 }
 
-void give_printed(sqlite3_context *context, const bgpdt_type *type, std::span<const std::uint8_t> value)
+void give_printed(sqlite3_context *context, Type type, std::span<const std::uint8_t> value)
 {
     char text[BGPDT_TEXT_ROOM];
     std::size_t size = 0;
     Error error;
-    if (bgpdt_print(type, value.data(), value.size(), text, sizeof text, &size, error.out()) < BGPDT_OK)
-        throw Refusal(error.sentence());
+    if (bgpdt_print(type.get(), value.data(), value.size(), text, sizeof text, &size, error.out()) < BGPDT_OK)
+        throw Refused(error.refusal());
     give(context, {text, size});
 }
 
-void text(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+void text(sqlite3_context *context, Type type, sqlite3_value **arguments)
 {
     give_printed(context, type, blob_at(type, arguments[0]));
 }
 
-void canon(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+void canon(sqlite3_context *context, Type type, sqlite3_value **arguments)
 {
-    give_printed(context, type, parsed(type, arguments[0]));
+    give_printed(context, type, parsed(type, arguments[0]).bytes());
 }
 
 /// Null for a field that the value has not, but others of the type have.
-void field(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+void field(sqlite3_context *context, Type type, sqlite3_value **arguments)
 {
     const auto value = blob_at(type, arguments[0]);
     const std::string_view name = content(arguments[1]);
     char *text = nullptr;
     std::size_t size = 0;
     Error error;
-    const int code = bgpdt_field(type, value.data(), value.size(), name.data(), name.size(), &text, &size, error.out());
+    const int code =
+        bgpdt_field(type.get(), value.data(), value.size(), name.data(), name.size(), &text, &size, error.out());
     if (code < BGPDT_OK)
-        throw Refusal(error.sentence());
+        throw Refused(error.refusal());
     sqlite3_int64 number = 0;
     if (code == BGPDT_NUMBER && std::from_chars(text, text + size, number).ec == std::errc())
         sqlite3_result_int64(context, number);
@@ -148,66 +120,67 @@ void field(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arg
     bgpdt_free(text);
 }
 
-void valid(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+void valid(sqlite3_context *context, Type type, sqlite3_value **arguments)
 {
     const std::string_view text = content(arguments[0]);
-    Bytes value(bgpdt_about(type)->value_size);
-    const bool taken = text.size() <= longest_text &&
-                       bgpdt_parse(type, text.data(), text.size(), value.data(), value.size(), nullptr) == BGPDT_OK;
+    const bool taken = text.size() <= longest_text && type.try_parse(text).has_value();
     sqlite3_result_int(context, taken ? 1 : 0);
 }
 
 /// Null for a text that is valid.
-void why(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+void why(sqlite3_context *context, Type type, sqlite3_value **arguments)
 {
     try {
         static_cast<void>(parsed(type, arguments[0]));
-    } catch (const Refusal &refusal) {
-        give(context, refusal.what());
+    } catch (const Refused &refused) {
+        give(context, refused.what());
     }
 }
 
-void json(sqlite3_context *context, const bgpdt_type *type, sqlite3_value **arguments)
+void json(sqlite3_context *context, Type type, sqlite3_value **arguments)
 {
     const auto value = blob_at(type, arguments[0]);
     char *json = nullptr;
     std::size_t size = 0;
     Error error;
-    if (bgpdt_table(type, value.data(), value.size(), &json, &size, error.out()) != BGPDT_OK)
-        throw Refusal(error.sentence());
+    if (bgpdt_table(type.get(), value.data(), value.size(), &json, &size, error.out()) != BGPDT_OK)
+        throw Refused(error.refusal());
     give(context, {json, size});
     bgpdt_free(json);
     sqlite3_result_subtype(context, 'J'); // SQLite's own JSON functions take it as JSON, not as a string
 }
 
-/// An error with the sentence for what is refused.
-template <Function *function>
-void answer(sqlite3_context *context, sqlite3_value **arguments)
+/// @throws Refused if there is no type of the name
+Type type_named(const bgpdt_library *library, std::string_view name)
 {
-    const auto *library = static_cast<const bgpdt_library *>(sqlite3_user_data(context));
-    const std::string_view name = content(arguments[0]);
     const bgpdt_type *type = nullptr;
     Error error;
-    if (bgpdt_find(library, name.data(), name.size(), &type, error.out()) == BGPDT_OK)
-        function(context, type, arguments + 1);
-    else
-        give_error(context, error.sentence());
+    if (bgpdt_find(library, name.data(), name.size(), &type, error.out()) != BGPDT_OK)
+        throw Refused(error.refusal());
+    return Type(type);
 }
 
-/// A function of SQL: NULL for NULL.
-template <Function *function>
-void entry(sqlite3_context *context, int count, sqlite3_value **arguments)
+/// NULL for NULL, and an error with the sentence for what is refused.
+void answer(Function *function, sqlite3_context *context, std::span<sqlite3_value *> arguments)
 {
     const auto is_null = [](sqlite3_value *argument) { return sqlite3_value_type(argument) == SQLITE_NULL; };
-    if (std::any_of(arguments, arguments + count, is_null))
+    if (std::ranges::any_of(arguments, is_null))
         return;
     try {
-        answer<function>(context, arguments);
+        const auto *library = static_cast<const bgpdt_library *>(sqlite3_user_data(context));
+        function(context, type_named(library, content(arguments[0])), &arguments[1]);
     } catch (const std::bad_alloc &) {
         sqlite3_result_error_nomem(context);
     } catch (const std::exception &error) {
         give_error(context, error.what());
     }
+}
+
+/// A function of SQL.
+template <Function *function>
+void entry(sqlite3_context *context, int count, sqlite3_value **arguments)
+{
+    answer(function, context, {arguments, static_cast<std::size_t>(count)});
 }
 
 struct Named {
@@ -249,13 +222,13 @@ int add_all(sqlite3 *database, bgpdt_library *library)
 }
 
 /// Open until the process is gone, whatever still runs at the exit.
-/// @throws Refusal, std::bad_alloc; the next call tries again
+/// @throws Refused, std::bad_alloc; the next call tries again
 bgpdt_library *opened()
 {
     static bgpdt_library *library = [] {
         bgpdt_library *fresh = nullptr;
         Error error;
-        return bgpdt_open(nullptr, &fresh, error.out()) == BGPDT_OK ? fresh : throw Refusal(error.sentence());
+        return bgpdt_open(nullptr, &fresh, error.out()) == BGPDT_OK ? fresh : throw Refused(error.refusal());
     }();
     return library;
 }

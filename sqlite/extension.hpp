@@ -4,11 +4,11 @@
 /// target's byte order, so that a database is the same on every machine.
 #pragma once
 
-#include <string_view>
+#include <cstddef>
 
 #include <sqlite3ext.h>
 
-#include "bgpdt/bgpdt.h"
+#include "bgpdt/bgpdt.hpp"
 
 extern "C" const sqlite3_api_routines *sqlite3_api; // what the header calls SQLite through
 
@@ -18,7 +18,11 @@ namespace bgpdt::sqlite {
 /// would not look at what makes it long.
 inline constexpr std::size_t longest_text = std::size_t{64} << 10;
 
-constexpr std::string_view view(bgpdt_text text) { return {text.data, text.size}; }
+/// As the result of a function or a column.
+inline void give(sqlite3_context *context, std::string_view text)
+{
+    sqlite3_result_text64(context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
 
 /// Adds the collation "bgp_TYPE" of every type that takes text: texts in the order of their values. Texts of one value
 /// are equal, however they are written; behind all of them stand the texts that the type refuses, by their bytes.

@@ -72,11 +72,6 @@ int next(sqlite3_vtab_cursor *cursor)
 
 int at_end(sqlite3_vtab_cursor *cursor) { return row(cursor) >= bgpdt_type_count(library_of(cursor)) ? 1 : 0; }
 
-void give(sqlite3_context *context, std::string_view text)
-{
-    sqlite3_result_text(context, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
-}
-
 /// A blank between two.
 std::string words_for(unsigned operations)
 {

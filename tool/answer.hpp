@@ -6,14 +6,14 @@
 #include <string>
 #include <vector>
 
-#include <nlohmann/json.hpp>
+#include "toolkit/json_text.hpp"
 
 namespace bgpdt::tool {
 
 /// Lines for people and pipes, and the same in JSON.
 struct Answer {
     std::string text;
-    nlohmann::ordered_json json;
+    toolkit::JsonObject json;
     std::vector<std::string> notes = {}; ///< sentences beside it
 };
 

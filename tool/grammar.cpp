@@ -73,8 +73,10 @@ Answer grammar_answer(Session &session, const Options &options)
         throw Refusal(texts.name + " takes no text");
     if (texts.loose && language.is_exact)
         throw Refusal("the groups of " + texts.name + " stand in any order: no expression tells what it takes");
-    std::string written = language.write(texts);
-    return {written, {{"name", texts.name}, {"about", texts.about}, {"as", language.name}, {"grammar", written}}};
+    const std::string written = language.write(texts);
+    JsonObject json;
+    json.add("name", texts.name).add("about", texts.about).add("as", language.name).add("grammar", written);
+    return {written, json};
 }
 
 } // namespace bgpdt::tool

@@ -9,8 +9,6 @@
 #include <string>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
 #include "answer.hpp"
 #include "command_line.hpp"
 #include "commands.hpp"
@@ -20,7 +18,6 @@
 #include "toolkit/json_answers.hpp"
 #include "toolkit/near_names.hpp"
 #include "toolkit/other_types.hpp"
-#include "toolkit/script_table.hpp"
 #include "toolkit/session.hpp"
 #include "toolkit/shown_text.hpp"
 #include "toolkit/type_aliases.hpp"
@@ -29,7 +26,6 @@ namespace {
 
 using namespace bgpdt::tool;
 using namespace bgpdt::toolkit;
-using nlohmann::ordered_json;
 
 /// Writes, and makes sure that everything written so far has arrived.
 void deliver(const std::string &text)
@@ -68,10 +64,10 @@ Exit run(int argc, const char *const *argv)
     if (streams(command, options))
         return command.stream(session, options);
     const Answer answer = command.run(session, options);
-    if (options.json && !answer.json.is_null()) {
-        ordered_json json = answer.json;
+    if (options.json && !answer.json.empty()) {
+        JsonObject json = answer.json;
         add_notes(json, answer.notes);
-        deliver(json_text(json) + "\n");
+        deliver(json.text() + "\n");
         return exit_done;
     }
     deliver(answer.text);
@@ -86,7 +82,7 @@ int fail(bool json, const std::exception &error, Exit exit)
     const auto *refusal = dynamic_cast<const Refusal *>(&error);
     try {
         if (json) {
-            deliver(json_text(refusal_json(sentence(error), exit, error)) + "\n");
+            deliver(refusal_json(sentence(error), exit, error).text() + "\n");
             return exit;
         }
     } catch (const UsageError &unwritten) {

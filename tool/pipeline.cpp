@@ -13,7 +13,6 @@
 #include "errors.hpp"
 #include "refusals.hpp"
 #include "toolkit/json_answers.hpp"
-#include "toolkit/script_table.hpp"
 #include "toolkit/shown_text.hpp"
 #include "toolkit/words.hpp"
 
@@ -179,7 +178,7 @@ void Report::tell(const Results::Told &told)
     const std::uint64_t line = line_ + told.line + 1;
     const std::string why = sentence(told.why);
     if (json_) {
-        say(json_text(refused_line_json(input_.name(file_), line, why, told.why, told.warning)) + "\n");
+        say(refused_line_json(input_.name(file_), line, why, told.why, told.warning).text() + "\n");
         return;
     }
     say(shown(input_.name(file_) + ":" + std::to_string(line) + (told.warning ? ": warning: " : ": ")) + why + "\n" +
@@ -255,7 +254,7 @@ void Report::finish()
         return;
     const std::uint64_t told = told_;
     if (json_) {
-        say(json_text(summary_json(lines_, refused_, told, warnings_)) + "\n");
+        say(summary_json(lines_, refused_, told, warnings_).text() + "\n");
         return;
     }
     const std::string warned = warnings_ != 0 ? ", " + counted(warnings_, "warning") : "";

@@ -26,10 +26,8 @@ namespace bgpdt::tool {
 using namespace toolkit;
 namespace {
 
-using nlohmann::ordered_json;
-
 /// With the notes of how the arguments were taken.
-Answer answer_of(std::string text, ordered_json json, std::initializer_list<const Given *> arguments)
+Answer answer_of(std::string text, JsonObject json, std::initializer_list<const Given *> arguments)
 {
     Answer answer{std::move(text), std::move(json)};
     for (const Given *given : arguments)
@@ -183,8 +181,7 @@ Answer table(Session &session, const Options &options)
     const Given given = read_given(session, type, options.arguments[1]);
     const LuaState lua = new_lua_state();
     push_table(session, lua.get(), type, given.value);
-    const ordered_json json = script_json(lua.get(), -1);
-    return answer_of(script_text(json) + "\n", table_json(type, json), {&given});
+    return answer_of(script_text(lua.get(), -1) + "\n", table_json(type, script_json(lua.get(), -1)), {&given});
 }
 
 Answer explain(Session &session, const Options &options)

@@ -5,11 +5,8 @@
 #include <array>
 #include <bit>
 #include <cstring>
-#include <memory>
 #include <string_view>
 #include <utility>
-
-#include <nlohmann/json.hpp>
 
 #include "conversions.hpp"
 #include "display_record.hpp"
@@ -24,7 +21,6 @@
 namespace bgpdt::toolkit {
 namespace {
 
-using nlohmann::ordered_json;
 using Value = std::span<const std::uint8_t>;
 
 // ------------------------------------------------------------------------------------------------ parts
@@ -144,13 +140,8 @@ Part whole_value(const SYSDT_Record &type, Value value)
 std::string kind_name(Session &session, const SYSDT_Record &type, Value value)
 {
     const Layout &layout = layout_of(type.typeId, value, std::endian::native);
-    if (std::ranges::find(layout.fields, Words::sub_kind, &Field::words) == layout.fields.end())
-        return {};
-    std::vector<Kind> all = kinds(session, type);
-    if (const SYSDT_Record *keys = session.host().find("BOLPREFIX"); all.empty() && keys != nullptr)
-        all = kinds(session, *keys); // the types of one kind of route key each have its sub-kind word
-    const auto found = std::ranges::find(all, kind_of(value), &Kind::number);
-    return found == all.end() ? "" : found->name;
+    const bool has_kinds = std::ranges::find(layout.fields, Words::sub_kind, &Field::words) != layout.fields.end();
+    return has_kinds ? kind_name(session, type, kind_of(value)) : "";
 }
 
 std::vector<Part> parts_of(const SYSDT_Record &type, Value value, const std::string &kind)
@@ -181,7 +172,7 @@ void add_table(Session &session, const SYSDT_Record &type, const Bytes &value, E
     try {
         const LuaState lua = new_lua_state();
         push_table(session, lua.get(), type, value);
-        explanation.table = std::make_shared<const ordered_json>(script_json(lua.get(), -1));
+        explanation.table = ScriptTable{script_json(lua.get(), -1), script_text(lua.get(), -1)};
     } catch (const Refusal &refusal) {
         explanation.no_table = refusal.what();
     }
@@ -254,7 +245,7 @@ std::string text_of(const Explanation &explanation)
 
 std::string table_of(const Explanation &explanation)
 {
-    return explanation.table ? script_text(*explanation.table) : "none: " + explanation.no_table;
+    return explanation.table ? explanation.table->text : "none: " + explanation.no_table;
 }
 
 } // namespace bgpdt::toolkit

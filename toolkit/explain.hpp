@@ -4,15 +4,13 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "bytes.hpp"
+#include "json_text.hpp"
 #include "named_value.hpp"
 #include "session.hpp"
 
@@ -32,6 +30,12 @@ struct Part {
     std::size_t repeats = 0;                 ///< of entries that are alike: how many; 0 for a field
 };
 
+/// A script table, written.
+struct ScriptTable {
+    JsonText json;
+    std::string text; ///< as Lua reads it
+};
+
 struct Explanation {
     std::string type;
     std::string about;
@@ -40,9 +44,9 @@ struct Explanation {
     Bytes bytes;
     std::vector<Part> parts = {}; ///< by offset, without gaps
     std::optional<std::string> text = {};
-    std::string no_text = {};                                 ///< why there is none
-    std::shared_ptr<const nlohmann::ordered_json> table = {}; ///< null: there is none
-    std::string no_table = {};                                ///< why
+    std::string no_text = {}; ///< why there is none
+    std::optional<ScriptTable> table = {};
+    std::string no_table = {}; ///< why there is none
 
     std::span<const std::uint8_t> bytes_of(const Part &part) const
     {

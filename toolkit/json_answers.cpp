@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json_answers.hpp"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -9,16 +10,7 @@
 
 namespace bgpdt::toolkit {
 
-using nlohmann::ordered_json;
-
 namespace {
-
-/// No member for what there is not.
-void add(ordered_json &object, const char *member, const std::string &text)
-{
-    if (!text.empty())
-        object[member] = text;
-}
 
 const char *word_for(Change change)
 {
@@ -26,64 +18,59 @@ const char *word_for(Change change)
     return words[static_cast<std::size_t>(change)];
 }
 
-ordered_json layout_json(std::span<const Part> layout)
+std::vector<JsonObject> layout_json(std::span<const Part> layout)
 {
-    ordered_json rows = ordered_json::array();
+    std::vector<JsonObject> rows;
     for (const Part &part : layout) {
-        ordered_json &row =
-            rows.emplace_back(ordered_json{{"offset", part.offset}, {"size", part.size}, {"name", part.name}});
-        add(row, "key", part.key);
+        JsonObject &row = rows.emplace_back();
+        row.add("offset", part.offset).add("size", part.size).add("name", part.name).add_some("key", part.key);
     }
     return rows;
 }
 
-ordered_json part_json(const Explanation &explanation, const Part &part)
+JsonObject part_json(const Explanation &explanation, const Part &part)
 {
-    ordered_json json = {{"offset", part.offset},
-                         {"size", part.size},
-                         {"hex", to_hex(explanation.bytes_of(part))},
-                         {"meaning", part.meaning}};
-    add(json, "name", part.name);
-    add(json, "value", part.shown);
-    add(json, "key", part.key);
+    JsonObject json;
+    json.add("offset", part.offset).add("size", part.size).add("hex", to_hex(explanation.bytes_of(part)));
+    json.add("meaning", part.meaning);
+    json.add_some("name", part.name).add_some("value", part.shown).add_some("key", part.key);
     if (part.numbers.size() == 1)
-        json["number"] = part.numbers.front();
+        json.add("number", part.numbers.front());
     else if (!part.numbers.empty())
-        json["number"] = part.numbers;
+        json.add("number", part.numbers);
     if (!part.pieces.empty())
-        json["fields"] = fields_json(part.pieces);
+        json.add("fields", fields_json(part.pieces));
     return json;
 }
 
-void add_diagnosis(ordered_json &json, const Diagnosis &diagnosis)
+void add_diagnosis(JsonObject &json, const Diagnosis &diagnosis)
 {
-    json["at"] = diagnosis.at;
-    json["length"] = diagnosis.length;
-    json["reason"] = diagnosis.reason;
-    if (!diagnosis.repair.empty()) {
-        json["repair"] = diagnosis.repair;
-        json["change"] = word_for(diagnosis.change);
-    }
-    for (const TypeName &type : diagnosis.types)
-        json["other_types"].push_back(type.name);
+    json.add("at", diagnosis.at).add("length", diagnosis.length).add("reason", diagnosis.reason);
+    if (!diagnosis.repair.empty())
+        json.add("repair", diagnosis.repair).add("change", word_for(diagnosis.change));
+    std::vector<std::string> types;
+    std::ranges::transform(diagnosis.types, std::back_inserter(types), &TypeName::name);
+    if (!types.empty())
+        json.add("other_types", types);
 }
 
 /// What is known of an error beside its sentence.
-void add_details(ordered_json &json, const std::exception &error)
+void add_details(JsonObject &json, const std::exception &error)
 {
     const auto *refusal = dynamic_cast<const Refusal *>(&error);
     if (refusal == nullptr)
         return;
     if (refusal->status() != 0)
-        json["status"] = host::status_name(refusal->status());
+        json.add("status", host::status_name(refusal->status()));
     if (refusal->diagnosis())
         add_diagnosis(json, *refusal->diagnosis());
+    std::vector<JsonObject> forms;
     for (const KindForm &form : refusal->forms()) {
-        ordered_json &entry = json["forms"].emplace_back(ordered_json::object());
-        add(entry, "kind", form.kind);
-        add(entry, "form", form.form);
-        add(entry, "example", form.example);
+        JsonObject &entry = forms.emplace_back();
+        entry.add_some("kind", form.kind).add_some("form", form.form).add_some("example", form.example);
     }
+    if (!forms.empty())
+        json.add("forms", forms);
 }
 
 } // namespace
@@ -97,207 +84,162 @@ const char *storage_of(const SYSDT_Record &type)
     }
 }
 
-ordered_json json_answer() { return {{"schema", json_schema}}; }
+JsonObject json_answer() { return JsonObject().add("schema", json_schema); }
 
-ordered_json json_answer(const SYSDT_Record &type) { return {{"schema", json_schema}, {"type", name_of(type)}}; }
+JsonObject json_answer(const SYSDT_Record &type) { return json_answer().add("type", name_of(type)); }
 
-ordered_json types_json(Session &session)
+JsonObject types_json(Session &session)
 {
-    ordered_json answer = json_answer();
-    ordered_json &types = answer["types"] = ordered_json::array();
+    std::vector<JsonObject> types;
     for (const SYSDT_Record *type : session.host().types()) {
-        types.push_back({{"type", name_of(*type)},
-                         {"about", sample_of(type->typeId).about},
-                         {"id", type->typeId},
-                         {"size", value_size(*type)},
-                         {"operations", operations(*type)}});
+        JsonObject &entry = types.emplace_back();
+        entry.add("type", name_of(*type)).add("about", sample_of(type->typeId).about).add("id", type->typeId);
+        entry.add("size", value_size(*type)).add("operations", operations(*type));
     }
-    return answer;
+    return json_answer().add("types", types);
 }
 
-ordered_json type_json(const SYSDT_Record &type, const Sample &sample, const std::vector<std::string> &takes,
-                       std::span<const Part> layout, const std::vector<Kind> &kinds)
+JsonObject type_json(const SYSDT_Record &type, const Sample &sample, const std::vector<std::string> &takes,
+                     std::span<const Part> layout, const std::vector<Kind> &kinds)
 {
-    ordered_json answer = json_answer(type);
-    answer.update({{"about", sample.about},
-                   {"id", type.typeId},
-                   {"storage", storage_of(type)},
-                   {"size", value_size(type)},
-                   {"takes", takes},
-                   {"grammar", sample.grammar},
-                   {"examples", sample.texts},
-                   {"operations", operations(type)}});
+    JsonObject answer = json_answer(type);
+    answer.add("about", sample.about).add("id", type.typeId).add("storage", storage_of(type));
+    answer.add("size", value_size(type)).add("takes", takes).add("grammar", sample.grammar);
+    answer.add("examples", sample.texts).add("operations", operations(type));
     if (!layout.empty())
-        answer["layout"] = layout_json(layout);
+        answer.add("layout", layout_json(layout));
+    std::vector<JsonObject> entries;
     for (const Kind &kind : kinds) {
-        ordered_json &entry = answer["kinds"].emplace_back(ordered_json{
-            {"kind", kind.name}, {"about", kind.about}, {"kind_number", kind.number}, {"operations", kind.operations}});
-        add(entry, "form", kind.form);
+        JsonObject &entry = entries.emplace_back();
+        entry.add("kind", kind.name).add("about", kind.about).add("kind_number", kind.number);
+        entry.add("operations", kind.operations).add_some("form", kind.form);
     }
+    if (!entries.empty())
+        answer.add("kinds", entries);
     return answer;
 }
 
-ordered_json kind_json(const SYSDT_Record &type, const Kind &kind, const std::vector<std::string> &examples,
-                       std::span<const Part> layout)
+JsonObject kind_json(const SYSDT_Record &type, const Kind &kind, const std::vector<std::string> &examples,
+                     std::span<const Part> layout)
 {
-    ordered_json answer = json_answer(type);
-    answer.update({{"kind", kind.name},
-                   {"about", kind.about},
-                   {"kind_number", kind.number},
-                   {"size", value_size(type)},
-                   {"examples", examples},
-                   {"operations", kind.operations},
-                   {"layout", layout_json(layout)}});
-    add(answer, "form", kind.form);
-    return answer;
+    JsonObject answer = json_answer(type);
+    answer.add("kind", kind.name).add("about", kind.about).add("kind_number", kind.number);
+    answer.add("size", value_size(type)).add("examples", examples).add("operations", kind.operations);
+    return answer.add("layout", layout_json(layout)).add_some("form", kind.form);
 }
 
-ordered_json parsed_json(const SYSDT_Record &type, std::uint8_t mode, const std::string &text,
-                         std::uint16_t reported_kind, std::size_t size, const std::string &hex)
+JsonObject parsed_json(const SYSDT_Record &type, std::uint8_t mode, const std::string &text,
+                       std::uint16_t reported_kind, std::size_t size, const std::string &hex)
 {
-    ordered_json answer = json_answer(type);
-    answer.update({{"mode", mode}, {"text", text}, {"reported_kind", reported_kind}, {"size", size}, {"hex", hex}});
-    return answer;
+    JsonObject answer = json_answer(type);
+    answer.add("mode", mode).add("text", text).add("reported_kind", reported_kind);
+    return answer.add("size", size).add("hex", hex);
 }
 
-ordered_json printed_json(const SYSDT_Record &type, std::uint8_t mode, std::uint16_t reported_kind,
-                          const std::string *text, const std::string &hex)
+JsonObject printed_json(const SYSDT_Record &type, std::uint8_t mode, std::uint16_t reported_kind,
+                        const std::string *text, const std::string &hex)
 {
-    ordered_json answer = json_answer(type);
-    answer.update({{"mode", mode}, {"reported_kind", reported_kind}});
-    if (text != nullptr)
-        answer["text"] = *text;
-    else
-        answer["hex"] = hex;
-    return answer;
+    JsonObject answer = json_answer(type);
+    answer.add("mode", mode).add("reported_kind", reported_kind);
+    return text != nullptr ? answer.add("text", *text) : answer.add("hex", hex);
 }
 
-ordered_json text_json(const SYSDT_Record &type, const std::string &text)
+JsonObject text_json(const SYSDT_Record &type, const std::string &text) { return json_answer(type).add("text", text); }
+
+JsonObject hex_json(const SYSDT_Record &type, const std::string &hex) { return json_answer(type).add("hex", hex); }
+
+JsonObject table_json(const SYSDT_Record &type, const JsonText &table) { return json_answer(type).add("table", table); }
+
+JsonObject checked_json(const SYSDT_Record &type) { return json_answer(type).add("ok", true); }
+
+JsonObject order_json(const SYSDT_Record &type, int order) { return json_answer(type).add("order", order); }
+
+JsonObject differences_json(const SYSDT_Record &type, std::span<const Difference> differences)
 {
-    ordered_json answer = json_answer(type);
-    answer["text"] = text;
-    return answer;
+    std::vector<JsonObject> rows;
+    for (const auto &[name, first, second] : differences)
+        rows.emplace_back().add("name", name).add_some("first", first).add_some("second", second);
+    return json_answer(type).add("same", differences.empty()).add("differences", rows);
 }
 
-ordered_json hex_json(const SYSDT_Record &type, const std::string &hex)
+JsonObject explanation_json(const Explanation &explanation)
 {
-    ordered_json answer = json_answer(type);
-    answer["hex"] = hex;
-    return answer;
-}
-
-ordered_json table_json(const SYSDT_Record &type, const ordered_json &table)
-{
-    ordered_json answer = json_answer(type);
-    answer["table"] = table;
-    return answer;
-}
-
-ordered_json checked_json(const SYSDT_Record &type)
-{
-    ordered_json answer = json_answer(type);
-    answer["ok"] = true;
-    return answer;
-}
-
-ordered_json order_json(const SYSDT_Record &type, int order)
-{
-    ordered_json answer = json_answer(type);
-    answer["order"] = order;
-    return answer;
-}
-
-ordered_json differences_json(const SYSDT_Record &type, std::span<const Difference> differences)
-{
-    ordered_json answer = json_answer(type);
-    answer["same"] = differences.empty();
-    ordered_json &rows = answer["differences"] = ordered_json::array();
-    for (const auto &[name, first, second] : differences) {
-        ordered_json &row = rows.emplace_back(ordered_json{{"name", name}});
-        add(row, "first", first);
-        add(row, "second", second);
-    }
-    return answer;
-}
-
-ordered_json explanation_json(const Explanation &explanation)
-{
-    ordered_json json = json_answer();
-    json.update({{"type", explanation.type},
-                 {"about", explanation.about},
-                 {"byte_order", explanation.native ? "native" : "target"},
-                 {"size", explanation.bytes.size()},
-                 {"hex", to_hex(explanation.bytes)}});
-    add(json, "kind", explanation.kind);
-    ordered_json &parts = json["parts"] = ordered_json::array();
+    JsonObject json = json_answer();
+    json.add("type", explanation.type).add("about", explanation.about);
+    json.add("byte_order", explanation.native ? "native" : "target");
+    json.add("size", explanation.bytes.size()).add("hex", to_hex(explanation.bytes)).add_some("kind", explanation.kind);
+    std::vector<JsonObject> parts;
     for (const Part &part : explanation.parts)
         parts.push_back(part_json(explanation, part));
-    json["text"] = explanation.text ? ordered_json(*explanation.text) : ordered_json();
-    json["table"] = explanation.table ? *explanation.table : ordered_json();
+    json.add("parts", parts);
+    if (explanation.text)
+        json.add("text", *explanation.text);
+    else
+        json.add("text", JsonText());
+    json.add("table", explanation.table ? explanation.table->json : JsonText());
     if (!explanation.text)
-        json["no_text"] = explanation.no_text;
+        json.add("no_text", explanation.no_text);
     if (!explanation.table)
-        json["no_table"] = explanation.no_table;
+        json.add("no_table", explanation.no_table);
     return json;
 }
 
-ordered_json candidates_json(const std::vector<std::string> &candidates)
+JsonObject candidates_json(const std::vector<std::string> &candidates)
 {
-    ordered_json answer = json_answer();
-    answer["candidates"] = candidates;
-    return answer;
+    return json_answer().add("candidates", candidates);
 }
 
-void add_notes(ordered_json &answer, const std::vector<std::string> &notes)
+void add_notes(JsonObject &answer, const std::vector<std::string> &notes)
 {
     if (!notes.empty())
-        answer["notes"] = notes;
+        answer.add("notes", notes);
 }
 
-ordered_json fields_json(std::span<const NamedValue> fields)
+JsonObject fields_json(std::span<const NamedValue> fields)
 {
-    ordered_json object = ordered_json::object();
-    for (const NamedValue &field : fields)
-        object[field.name] = field.number ? ordered_json(*field.number) : ordered_json(field.text);
+    JsonObject object;
+    for (const NamedValue &field : fields) {
+        if (field.number)
+            object.add(field.name, *field.number);
+        else
+            object.add(field.name, field.text);
+    }
     return object;
 }
 
-ordered_json line_json(const std::string *text, const ordered_json *table, std::span<const NamedValue> fields,
-                       const std::string &hex)
+JsonObject line_json(const std::optional<std::string> &text, const std::optional<JsonText> &table,
+                     std::span<const NamedValue> fields, const std::string &hex)
 {
-    ordered_json line = json_answer();
-    if (text != nullptr)
-        line["text"] = *text;
-    if (table != nullptr)
-        line["table"] = *table;
+    JsonObject line = json_answer();
+    if (text)
+        line.add("text", *text);
+    if (table)
+        line.add("table", *table);
     if (!fields.empty())
-        line["fields"] = fields_json(fields);
-    line["hex"] = hex;
-    return line;
+        line.add("fields", fields_json(fields));
+    return line.add("hex", hex);
 }
 
-ordered_json refusal_json(const std::string &sentence, int exit, const std::exception &error)
+JsonObject refusal_json(const std::string &sentence, int exit, const std::exception &error)
 {
-    ordered_json answer = json_answer();
-    answer.update({{"error", sentence}, {"exit", exit}});
+    JsonObject answer = json_answer().add("error", sentence).add("exit", exit);
     add_details(answer, error);
     return answer;
 }
 
-ordered_json refused_line_json(const std::string &file, std::uint64_t line, const std::string &sentence,
-                               const std::exception &error, bool warning)
+JsonObject refused_line_json(const std::string &file, std::uint64_t line, const std::string &sentence,
+                             const std::exception &error, bool warning)
 {
-    ordered_json answer = json_answer();
-    answer.update({{"file", file}, {"line", line}, {warning ? "warning" : "error", sentence}});
+    JsonObject answer = json_answer().add("file", file).add("line", line);
+    answer.add(warning ? "warning" : "error", sentence);
     add_details(answer, error);
     return answer;
 }
 
-ordered_json summary_json(std::uint64_t lines, std::uint64_t refused, std::uint64_t told, std::uint64_t warnings)
+JsonObject summary_json(std::uint64_t lines, std::uint64_t refused, std::uint64_t told, std::uint64_t warnings)
 {
-    ordered_json answer = json_answer();
-    answer.update({{"lines", lines}, {"refused", refused}, {"told", told}, {"warnings", warnings}});
-    return answer;
+    JsonObject answer = json_answer().add("lines", lines).add("refused", refused);
+    return answer.add("told", told).add("warnings", warnings);
 }
 
 } // namespace bgpdt::toolkit

@@ -43,6 +43,8 @@ Tables tables_of(Session &session, const SYSDT_Record &type)
 
 #undef BGPDT_EXPORTED
 
+std::string name_of(const SYSDT_DispatchRow &row) { return {row.name, strnlen(row.name, sizeof row.name)}; }
+
 /// Check, Help and Compare do not ask for the kind.
 std::vector<std::string> operations_of(const SYSDT_DispatchRow &row, bool read_from_scripts)
 {
@@ -81,13 +83,22 @@ std::vector<Kind> kinds(Session &session, const SYSDT_Record &type)
         std::string help = help_of(session, type, row);
         const bool first = told.insert(help).second;
         kinds.push_back({.number = row.kind,
-                         .name = {row.name, strnlen(row.name, sizeof row.name)},
+                         .name = name_of(row),
                          .about = sample.of_kind(row.kind).about,
                          .takes_text = takes_text,
                          .operations = operations_of(row, read),
                          .form = takes_text && first ? std::move(help) : ""});
     }
     return kinds;
+}
+
+std::string kind_name(Session &session, const SYSDT_Record &type, std::uint32_t number)
+{
+    std::span<const SYSDT_DispatchRow> rows = tables_of(session, type).rows;
+    if (const SYSDT_Record *keys = session.host().find("BOLPREFIX"); rows.empty() && keys != nullptr)
+        rows = tables_of(session, *keys).rows;
+    const auto found = std::ranges::find(rows, number, &SYSDT_DispatchRow::kind);
+    return found == rows.end() ? "" : name_of(*found);
 }
 
 std::uint32_t kind_of(std::span<const std::uint8_t> value)

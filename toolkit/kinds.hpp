@@ -27,6 +27,10 @@ struct Kind {
 /// In the order of the type's dispatch table; none for a type without.
 std::vector<Kind> kinds(Session &session, const SYSDT_Record &type);
 
+/// The name of one of them alone; empty if there is none of the number. The types of one kind of route key have its
+/// sub-kind word too, and the names of all.
+std::string kind_name(Session &session, const SYSDT_Record &type, std::uint32_t number);
+
 /// The number of the kind that the value of a type with kinds is of, in the machine's order.
 std::uint32_t kind_of(std::span<const std::uint8_t> value);
 

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "script_table.hpp"
 
-#include <map>
+#include <algorithm>
 #include <new>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <lua.hpp>
@@ -18,6 +20,17 @@ using nlohmann::ordered_json;
 
 constexpr std::size_t table_width = 100;
 
+/// An entry of a table, written.
+struct Entry {
+    std::string key; ///< empty in an array
+    std::string value;
+};
+
+struct Entries {
+    bool is_array;
+    std::vector<Entry> all;
+};
+
 /// The number of entries if the keys are 1 to n, else 0.
 lua_Integer array_length(lua_State *lua, int table)
 {
@@ -28,33 +41,48 @@ lua_Integer array_length(lua_State *lua, int table)
     return keys == length ? length : 0;
 }
 
-ordered_json array_json(lua_State *lua, int table, lua_Integer length)
+/// The entries in their order, each value as `form` writes what is on top of the stack.
+template <class Form>
+Entries entries_of(lua_State *lua, int table, const Form &form)
 {
-    ordered_json array = ordered_json::array();
+    const lua_Integer length = array_length(lua, table);
+    Entries entries{length > 0, {}};
     for (lua_Integer i = 1; i <= length; ++i) {
         lua_rawgeti(lua, table, i);
-        array.push_back(script_json(lua, -1));
+        entries.all.push_back({"", form()});
         lua_pop(lua, 1);
     }
-    return array;
-}
-
-/// The fields by name, each as `form` makes it of the value on top of the stack.
-template <class Form>
-auto fields_of(lua_State *lua, int table, Form form)
-{
-    std::map<std::string, decltype(form(lua, -1))> fields;
+    if (entries.is_array)
+        return entries;
     for (lua_pushnil(lua); lua_next(lua, table) != 0; lua_pop(lua, 1)) {
         const bool named = lua_type(lua, -2) == LUA_TSTRING;
-        fields.emplace(named ? lua_tostring(lua, -2) : std::to_string(lua_tointeger(lua, -2)), form(lua, -1));
+        entries.all.push_back({named ? lua_tostring(lua, -2) : std::to_string(lua_tointeger(lua, -2)), form()});
     }
-    return fields;
+    std::ranges::sort(entries.all, {}, &Entry::key);
+    return entries;
 }
 
-ordered_json object_json(lua_State *lua, int table)
+std::string_view string_at(lua_State *lua, int index)
 {
-    const auto fields = fields_of(lua, table, script_json);
-    return fields.empty() ? ordered_json::object() : ordered_json(fields);
+    std::size_t length = 0;
+    const char *text = lua_tolstring(lua, index, &length);
+    return {text, length};
+}
+
+void append_table(std::string &out, lua_State *lua, int table)
+{
+    const Entries entries = entries_of(lua, table, [lua] { return script_json(lua, -1).text; });
+    const char *const brackets = entries.is_array ? "[]" : "{}";
+    out += brackets[0];
+    for (const Entry &entry : entries.all) {
+        out += &entry == entries.all.data() ? "" : ",";
+        if (!entries.is_array) {
+            append_json(out, entry.key);
+            out += ':';
+        }
+        out += entry.value;
+    }
+    out += brackets[1];
 }
 
 /// A name as it stands, an index or any other text in brackets.
@@ -68,31 +96,30 @@ std::string key_text(const std::string &key)
     return name && !key.empty() ? key : "[" + lua_quoted(key) + "]";
 }
 
-std::string text_at(const ordered_json &value, std::size_t indent);
+std::string text_at(lua_State *lua, int index, std::size_t indent);
 
-std::vector<std::string> entry_texts(const ordered_json &table, std::size_t indent)
+std::string table_text(lua_State *lua, int table, std::size_t indent)
 {
-    std::vector<std::string> entries;
-    for (const auto &[key, entry] : table.items())
-        entries.push_back((table.is_object() ? key_text(key) + " = " : "") + text_at(entry, indent));
-    return entries;
-}
-
-std::string text_at(const ordered_json &value, std::size_t indent)
-{
-    if (value.is_null())
-        return "nil";
-    if (value.is_string())
-        return lua_quoted(value.get_ref<const std::string &>());
-    if (!value.is_structured())
-        return value.dump();
-    const std::vector<std::string> entries = entry_texts(value, indent + 4);
-    const std::string line = joined(entries, ", ");
+    const Entries entries = entries_of(lua, table, [lua, indent] { return text_at(lua, -1, indent + 4); });
+    std::vector<std::string> texts;
+    for (const Entry &entry : entries.all)
+        texts.push_back((entries.is_array ? "" : key_text(entry.key) + " = ") + entry.value);
+    const std::string line = joined(texts, ", ");
     if (indent + line.size() > table_width || line.find('\n') != std::string::npos) {
         const std::string margin(indent, ' ');
-        return "{\n    " + margin + joined(entries, ",\n    " + margin) + "\n" + margin + "}";
+        return "{\n    " + margin + joined(texts, ",\n    " + margin) + "\n" + margin + "}";
     }
-    return value.is_object() && !entries.empty() ? "{ " + line + " }" : "{" + line + "}";
+    return entries.is_array || texts.empty() ? "{" + line + "}" : "{ " + line + " }";
+}
+
+std::string text_at(lua_State *lua, int index, std::size_t indent)
+{
+    switch (lua_type(lua, index)) {
+    case LUA_TNIL: return "nil";
+    case LUA_TSTRING: return lua_quoted(string_at(lua, index));
+    case LUA_TTABLE: return table_text(lua, lua_absindex(lua, index), indent);
+    default: return script_json(lua, index).text;
+    }
 }
 
 void push_table_json(lua_State *lua, const ordered_json &table)
@@ -148,51 +175,19 @@ LuaState new_lua_state()
     return lua;
 }
 
-ordered_json script_json(lua_State *lua, int index)
+JsonText script_json(lua_State *lua, int index)
 {
+    std::string text;
     switch (lua_type(lua, index)) {
-    case LUA_TBOOLEAN: return lua_toboolean(lua, index) != 0;
-    case LUA_TNUMBER:
-        return lua_isinteger(lua, index) ? ordered_json(lua_tointeger(lua, index))
-                                         : ordered_json(lua_tonumber(lua, index));
-    case LUA_TSTRING: {
-        std::size_t length = 0;
-        const char *text = lua_tolstring(lua, index, &length);
-        return std::string(text, length);
+    case LUA_TBOOLEAN: append_json(text, lua_toboolean(lua, index) != 0); break;
+    case LUA_TNUMBER: append_json(text, lua_tointeger(lua, index)); break;
+    case LUA_TSTRING: append_json(text, string_at(lua, index)); break;
+    case LUA_TTABLE: append_table(text, lua, lua_absindex(lua, index)); break;
+    default: return {};
     }
-    case LUA_TTABLE: {
-        const int table = lua_absindex(lua, index);
-        const lua_Integer length = array_length(lua, table);
-        return length > 0 ? array_json(lua, table, length) : object_json(lua, table);
-    }
-    default: return nullptr;
-    }
+    return {std::move(text)};
 }
 
-std::string json_text(const ordered_json &value)
-{
-    return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
-}
-
-std::string script_json_text(lua_State *lua, int index)
-{
-    if (!lua_istable(lua, index))
-        return json_text(script_json(lua, index));
-    const int table = lua_absindex(lua, index);
-    const lua_Integer length = array_length(lua, table);
-    std::vector<std::string> entries;
-    for (lua_Integer i = 1; i <= length; ++i) {
-        lua_rawgeti(lua, table, i);
-        entries.push_back(script_json_text(lua, -1));
-        lua_pop(lua, 1);
-    }
-    if (length > 0)
-        return "[" + joined(entries, ",") + "]";
-    for (const auto &[name, text] : fields_of(lua, table, script_json_text))
-        entries.push_back(json_text(name) + ":" + text);
-    return "{" + joined(entries, ",") + "}";
-}
-
-std::string script_text(const ordered_json &value) { return text_at(value, 0); }
+std::string script_text(lua_State *lua, int index) { return text_at(lua, index, 0); }
 
 } // namespace bgpdt::toolkit

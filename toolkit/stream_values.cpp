@@ -33,18 +33,18 @@ constexpr auto hex_values = [] {
 }();
 
 /// The members that say the value in another way than by its bytes, as far as the type has them.
-ordered_json other_members(Session &session, host::Converter &printer, lua_State *lua, const SYSDT_Record &type,
-                           Value value)
+JsonObject other_members(Session &session, host::Converter &printer, lua_State *lua, const SYSDT_Record &type,
+                         Value value)
 {
-    ordered_json members = ordered_json::object();
+    JsonObject members;
     if (type.formatOut != nullptr) {
         const host::Delivery printed = printer.print(value);
         if (printed.ok() && printed.kind == SYSDT_KIND_STRING)
-            members["text"] = printed.text();
+            members.add("text", printed.text());
     }
     std::string error;
     if (type.luaSet != nullptr && session.host().push_script_value(lua, type, value, error) == SYSDT_OK) {
-        members["table"] = script_json(lua, -1);
+        members.add("table", script_json(lua, -1));
         lua_pop(lua, 1);
     }
     return members;
@@ -217,10 +217,9 @@ Bytes ValueReader::value_of(const ordered_json &record)
 /// The members beside the one that the value was taken from must not say another.
 void ValueReader::require_agreement(const ordered_json &given, Value value)
 {
-    const ordered_json own = other_members(session_, converter_, lua_.get(), type_, value);
+    const ordered_json own = ordered_json::parse(other_members(session_, converter_, lua_.get(), type_, value).text());
     for (const auto &[member, says] : own.items()) {
-        if (!given.contains(member) || same(given[member], says) ||
-            same(given[member], ordered_json::parse(json_text(says))))
+        if (!given.contains(member) || same(given[member], says))
             continue;
         if (member == "text" && given[member].is_string() && type_.formatIn != nullptr) { // written in another way
             std::string text = given[member].get<std::string>();

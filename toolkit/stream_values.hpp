@@ -125,6 +125,7 @@ private:
     void write_json(Value value, Buffer &out);
     void write_row(Value value, Buffer &out);
     std::optional<std::string> text_of(Value value);
+    std::optional<JsonText> table_of(Value value);
     std::string hex_of(Value value);
     std::string column(const std::string &name, Value value, std::span<const NamedValue> fields);
 

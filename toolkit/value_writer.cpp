@@ -8,7 +8,6 @@
 #include <utility>
 
 #include <lua.hpp>
-#include <nlohmann/json.hpp>
 
 #include "conversions.hpp"
 #include "json_answers.hpp"
@@ -17,8 +16,6 @@
 
 namespace bgpdt::toolkit {
 namespace {
-
-using nlohmann::ordered_json;
 
 /// The two digits of each byte.
 constexpr auto hex_pairs = [] {
@@ -165,24 +162,27 @@ std::string ValueWriter::hex_of(Value value)
     return std::string(hex.text().substr(0, hex.size() - 1));
 }
 
+std::optional<JsonText> ValueWriter::table_of(Value value)
+{
+    std::string error;
+    if (type_.luaSet == nullptr || session_.host().push_script_value(lua_.get(), type_, value, error) != SYSDT_OK)
+        return {};
+    std::optional<JsonText> table = script_json(lua_.get(), -1);
+    lua_pop(lua_.get(), 1);
+    return table;
+}
+
 void ValueWriter::write_json(Value value, Buffer &out)
 {
     value = filled_up(type_, value, filled_);
     const std::optional<std::string> text = text_of(value);
-    std::string error;
-    ordered_json table;
-    const bool has_table =
-        type_.luaSet != nullptr && session_.host().push_script_value(lua_.get(), type_, value, error) == SYSDT_OK;
-    if (has_table) {
-        table = script_json(lua_.get(), -1);
-        lua_pop(lua_.get(), 1);
-    }
+    const std::optional<JsonText> table = table_of(value);
     std::vector<NamedValue> fields = named_values(session_, type_, value);
     const auto is_asked = [this](const NamedValue &field) {
         return columns_.empty() || std::ranges::find(columns_, field.name) != columns_.end();
     };
     std::erase_if(fields, std::not_fn(is_asked));
-    out.append(json_text(line_json(text ? &*text : nullptr, has_table ? &table : nullptr, fields, hex_of(value))));
+    out.append(line_json(text, table, fields, hex_of(value)).text());
     out.append('\n');
 }
 

@@ -71,7 +71,7 @@ typedef struct bgpdt_form {
 
 /** Why something was refused or could not be done. */
 typedef struct bgpdt_error {
-    size_t struct_size;
+    size_t struct_size;            /**< sizeof(bgpdt_error), as the library knows it. */
     int32_t code;                  /**< What the function answered. */
     uint32_t status;               /**< The router's own answer, SYSDT_ERR_...; 0 where the type was not asked. */
     bgpdt_text message;            /**< The whole in a sentence. */
@@ -83,9 +83,9 @@ typedef struct bgpdt_error {
     bgpdt_text repair;             /**< The nearest text that is taken; often empty. */
     int32_t change;                /**< What the repair is: BGPDT_SPELLING and its like. */
     const bgpdt_text *other_types; /**< The names of the types that take the text, the likeliest first. */
-    size_t other_type_count;
-    const bgpdt_form *forms; /**< What the type takes, of types whose forms differ much. */
-    size_t form_count;
+    size_t other_type_count;       /**< How many they are. */
+    const bgpdt_form *forms;       /**< What the type takes, of types whose forms differ much. */
+    size_t form_count;             /**< How many they are. */
 } bgpdt_error;
 
 /** Releases an error. Null is none. */
@@ -117,43 +117,43 @@ typedef struct bgpdt_options {
 
 /** What types do: bits of bgpdt_info::operations. */
 enum {
-    BGPDT_PARSE = 1 << 0,
-    BGPDT_PRINT = 1 << 1,
-    BGPDT_CHECK = 1 << 2,
-    BGPDT_HELP = 1 << 3,
-    BGPDT_COMPARE = 1 << 4,
-    BGPDT_TABLE = 1 << 5,
-    BGPDT_READ_TABLE = 1 << 6,
-    BGPDT_SWAP = 1 << 7
+    BGPDT_PARSE = 1 << 0,      /**< Text to a value. */
+    BGPDT_PRINT = 1 << 1,      /**< A value to text. */
+    BGPDT_CHECK = 1 << 2,      /**< Whether a value is allowed. */
+    BGPDT_HELP = 1 << 3,       /**< What its input looks like. */
+    BGPDT_COMPARE = 1 << 4,    /**< The order of two values. */
+    BGPDT_TABLE = 1 << 5,      /**< A value to a script table. */
+    BGPDT_READ_TABLE = 1 << 6, /**< A script table to a value. */
+    BGPDT_SWAP = 1 << 7        /**< A value's numbers in the other byte order. */
 };
 
 /** A kind of value, of the types whose values begin with a sub-kind word. */
 typedef struct bgpdt_kind {
-    size_t struct_size;
-    uint32_t number; /**< The sub-kind word. */
-    bgpdt_text name;
-    bgpdt_text about; /**< What it is, in a few words; empty for a kind of another plug-in. */
-    bgpdt_text form;  /**< What its help says of its text; empty for one that takes none or shares another's help. */
-    uint32_t takes_text;
+    size_t struct_size;  /**< sizeof(bgpdt_kind), as the library knows it. */
+    uint32_t number;     /**< The sub-kind word. */
+    bgpdt_text name;     /**< "EVN" */
+    bgpdt_text about;    /**< What it is, in a few words; empty for a kind of another plug-in. */
+    bgpdt_text form;     /**< What its help says of its text; empty for one that takes none or shares another's help. */
+    uint32_t takes_text; /**< Whether there are texts of it: 1 or 0. */
 } bgpdt_kind;
 
 /** What is known of a type. */
 typedef struct bgpdt_info {
-    size_t struct_size;
-    bgpdt_text name;
-    bgpdt_text about;          /**< What it is, in a few words; empty for a type of another plug-in. */
-    uint16_t id;               /**< The router's number of it. */
-    uint16_t base_kind;        /**< The router's storage kind, SYSDT_KIND_... */
-    uint32_t mode;             /**< The mode in which text is converted. */
-    size_t value_size;         /**< The size of its values in bytes. */
-    uint32_t operations;       /**< BGPDT_PARSE and its like. */
-    bgpdt_text grammar;        /**< Which texts it takes, in a sentence; empty for one that takes none. */
-    const bgpdt_text *samples; /**< Texts that it takes, one of each form. */
-    size_t sample_count;
-    const bgpdt_text *help; /**< What its help says of its input. */
-    size_t help_count;
-    const bgpdt_kind *const *kinds;
-    size_t kind_count;
+    size_t struct_size;             /**< sizeof(bgpdt_info), as the library knows it. */
+    bgpdt_text name;                /**< "VRFRD" */
+    bgpdt_text about;               /**< What it is, in a few words; empty for a type of another plug-in. */
+    uint16_t id;                    /**< The router's number of it. */
+    uint16_t base_kind;             /**< The router's storage kind, SYSDT_KIND_... */
+    uint32_t mode;                  /**< The mode in which text is converted. */
+    size_t value_size;              /**< The size of its values in bytes. */
+    uint32_t operations;            /**< BGPDT_PARSE and its like. */
+    bgpdt_text grammar;             /**< Which texts it takes, in a sentence; empty for one that takes none. */
+    const bgpdt_text *samples;      /**< Texts that it takes, one of each form. */
+    size_t sample_count;            /**< How many they are. */
+    const bgpdt_text *help;         /**< What its help says of its input. */
+    size_t help_count;              /**< How many texts that are. */
+    const bgpdt_kind *const *kinds; /**< The kinds of its values, of types that have such. */
+    size_t kind_count;              /**< How many they are. */
 } bgpdt_info;
 
 /** Room for any text that the router's types print. */
@@ -347,11 +347,11 @@ BGPDT_API int bgpdt_parse_many(const bgpdt_type *type, const bgpdt_column *colum
 
 /** Where a column of texts is written. */
 typedef struct bgpdt_column_room {
-    size_t struct_size; /**< sizeof(bgpdt_column_room) */
-    void *offsets;      /**< Receives one offset more than there are rows. */
-    size_t offset_size; /**< 4 or 8. */
-    char *bytes;        /**< Receives the bytes of all texts. */
-    size_t bytes_room;
+    size_t struct_size;   /**< sizeof(bgpdt_column_room) */
+    void *offsets;        /**< Receives one offset more than there are rows. */
+    size_t offset_size;   /**< 4 or 8. */
+    char *bytes;          /**< Receives the bytes of all texts. */
+    size_t bytes_room;    /**< For how many. */
     uint8_t *validity;    /**< Receives the bits of the rows that have a text; may be null. */
     size_t validity_room; /**< A byte for eight rows, or more. */
 } bgpdt_column_room;

@@ -105,9 +105,7 @@ private:
     std::variant<T, Refusal> content_;
 };
 
-namespace detail {
-
-/// An error that a function may give.
+/// The error that a function of bgpdt.h may give, for whoever calls one.
 class Error {
 public:
     Error() = default;
@@ -115,8 +113,15 @@ public:
     Error(const Error &) = delete;
     Error &operator=(const Error &) = delete;
 
-    bgpdt_error **out() { return &error_; }
-    /// As a refusal, if it is one.
+    /// Where the function puts it; what was there is released.
+    bgpdt_error **out()
+    {
+        bgpdt_error_free(std::exchange(error_, nullptr));
+        return &error_;
+    }
+    bool none() const { return error_ == nullptr; }
+    const bgpdt_error *operator->() const { return error_; }
+    /// As a refusal, if it is one; then it is none here.
     Refusal refusal()
     {
         if (error_->code == BGPDT_NO_MEMORY)
@@ -129,6 +134,8 @@ public:
 private:
     bgpdt_error *error_ = nullptr;
 };
+
+namespace detail {
 
 /// The bytes of a value, which never change. The short ones, most of them, are kept in place.
 class Bytes {
@@ -216,18 +223,18 @@ public:
     /// As the type prints it.
     result<std::string> text() const
     {
-        detail::Error error;
+        char room[BGPDT_TEXT_ROOM];
         std::size_t size = 0;
-        std::string text(BGPDT_TEXT_ROOM, '\0');
-        int code = print(text, size, nullptr);
-        if (code == BGPDT_NO_ROOM)
-            text.resize(size + 1);
-        if (code < BGPDT_OK)
-            code = print(text, size, error.out());
+        int code = print(room, size, nullptr);
+        if (code >= BGPDT_OK)
+            return std::string(room, size);
+        Error error;
+        std::string longer(code == BGPDT_NO_ROOM ? size + 1 : 0, '\0');
+        code = print(longer, size, error.out());
         if (code < BGPDT_OK)
             return error.refusal();
-        text.resize(size);
-        return text;
+        longer.resize(size);
+        return longer;
     }
     /// Its fields as JSON.
     result<std::string> explain() const { return json(bgpdt_explain); }
@@ -236,7 +243,7 @@ public:
     /// Its field of the name; nothing if other values of the type have one, but this has not.
     result<std::optional<Field>> field(std::string_view name) const
     {
-        detail::Error error;
+        Error error;
         char *text = nullptr;
         std::size_t size = 0;
         const int code =
@@ -250,7 +257,7 @@ public:
     /// Nothing, or why the router's Check does not allow it.
     std::optional<Refusal> check() const
     {
-        detail::Error error;
+        Error error;
         if (bgpdt_check(type_.get(), bytes_.data(), bytes_.size(), error.out()) == BGPDT_OK)
             return {};
         return error.refusal();
@@ -308,15 +315,15 @@ private:
         return type_;
     }
 
-    int print(std::string &text, std::size_t &size, bgpdt_error **error) const
+    int print(std::span<char> room, std::size_t &size, bgpdt_error **error) const
     {
-        return bgpdt_print(type_.get(), bytes_.data(), bytes_.size(), text.data(), text.size(), &size, error);
+        return bgpdt_print(type_.get(), bytes_.data(), bytes_.size(), room.data(), room.size(), &size, error);
     }
 
     template <class Function>
     result<std::string> json(Function *function) const
     {
-        detail::Error error;
+        Error error;
         char *json = nullptr;
         std::size_t size = 0;
         if (function(type_.get(), bytes_.data(), bytes_.size(), &json, &size, error.out()) != BGPDT_OK)
@@ -341,7 +348,7 @@ inline Type Type::in_mode(unsigned mode) const
 template <class Make>
 result<Value> Type::made(const Make &make) const
 {
-    detail::Error error;
+    Error error;
     int code = BGPDT_OK;
     const std::size_t size = value_size();
     detail::Bytes bytes(size, [&](std::uint8_t *value) { code = make(value, size, error.out()); });
@@ -396,7 +403,7 @@ public:
     {
         const bgpdt_options options{sizeof options, {plugin.data(), plugin.size()}, {names.data(), names.size()}};
         bgpdt_library *library = nullptr;
-        detail::Error error;
+        Error error;
         if (bgpdt_open(&options, &library, error.out()) != BGPDT_OK)
             return error.refusal();
         return Library(library);
@@ -406,7 +413,7 @@ public:
     result<Type> type(std::string_view name) const
     {
         const bgpdt_type *type = nullptr;
-        detail::Error error;
+        Error error;
         if (bgpdt_find(library_.get(), name.data(), name.size(), &type, error.out()) != BGPDT_OK)
             return error.refusal();
         return Type(type);

@@ -14,7 +14,8 @@ unset BGPDT_PLUGIN LD_LIBRARY_PATH
 pc=$(find "$work/moved" -name bgpdt_host.pc)
 for way in cmake pkg-config; do
     echo "found by $way"
-    PKG_CONFIG_PATH=${pc%/*} cmake -S "$sources" -B "$work/$way" -DFOUND_BY=$way -DCMAKE_CXX_COMPILER="$compiler" \
+    PKG_CONFIG_PATH=${pc%/*} cmake -S "$sources" -B "$work/$way" -DFOUND_BY=$way \
+        -DEXAMPLES="$sources/../../library/examples" -DCMAKE_CXX_COMPILER="$compiler" \
         -DCMAKE_PREFIX_PATH="$([ $way = pkg-config ] || echo "$work/moved")"
     cmake --build "$work/$way"
     ctest --test-dir "$work/$way" --output-on-failure --no-tests=error

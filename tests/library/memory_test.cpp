@@ -4,6 +4,7 @@
 #include <cstring>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -17,7 +18,7 @@ namespace {
 struct Answer {
     int code = BGPDT_OK;
     std::size_t size = 0;
-    char text[4096] = {};
+    char text[16384] = {};
 
     void keep(const void *data, std::size_t length)
     {
@@ -116,6 +117,21 @@ protected:
         };
     }
 
+    Call field(const char *name, const Bytes &value, const std::string &field) const
+    {
+        return [value, field, type = library_.type(name)](Answer &answer) {
+            char *text = nullptr;
+            std::size_t size = 0;
+            bgpdt_error *error = nullptr;
+            const int code =
+                bgpdt_field(type, value.data(), value.size(), field.data(), field.size(), &text, &size, &error);
+            answer.keep(code, error);
+            if (text != nullptr)
+                answer.keep(text, size);
+            bgpdt_free(text);
+        };
+    }
+
     Bytes value(const char *name, const char *text) const { return parsed(library_.type(name), text); }
 
     const Library library_;
@@ -153,6 +169,65 @@ TEST_F(LibraryWithoutMemory, Tables)
     met += refuse_in(read("ASNUM", "{"));
     met += refuse_in(read("CMNTY_ENHANCE", R"({"stCmnty":[{"community":1,"type":0},{"community":2,"type":0}]})"));
     EXPECT_GT(met, 100);
+}
+
+TEST_F(LibraryWithoutMemory, Explanations)
+{
+    int met = 0;
+    for (const char *name : {"VRFRD", "CMNTY_ENHANCE", "EVNPREFIX", "BOLPREFIX", "BGPLSPREFIX"}) {
+        const bgpdt_type *type = library_.type(name);
+        met += refuse_in(json(bgpdt_explain, type, parsed(type, string_of(bgpdt_about(type)->samples[0]))));
+    }
+    EXPECT_GT(met, 1000);
+    // What is no text, no table, or neither.
+    EXPECT_GT(refuse_in(json(bgpdt_explain, library_.type("BOLPREFIX"), Bytes(89, 0xff))), 100);
+    EXPECT_GT(refuse_in(json(bgpdt_explain, library_.type("ATTRIDBITMAP"), Bytes(32))), 30);
+    EXPECT_GT(refuse_in(json(bgpdt_explain, library_.type("ATTRIDBITMAP"), Bytes(32, 0x11))), 30);
+    EXPECT_GT(refuse_in(json(bgpdt_explain, library_.type("SID_STRUCTURE"), Bytes(7))), 30);
+    EXPECT_GT(refuse_in(json(bgpdt_explain, library_.type("VRFRD"), Bytes(11))), 3);
+}
+
+TEST_F(LibraryWithoutMemory, Fields)
+{
+    const Bytes rd = value("VRFRD", "192.0.2.1:7");
+    const Bytes key = value("EVNPREFIX", "100:32:192.0.2.1");
+    int met = 0;
+    met += refuse_in(field("VRFRD", rd, "administrator"));
+    met += refuse_in(field("VRFRD", rd, "assigned number"));
+    met += refuse_in(field("VRFRD", rd, "no such name"));
+    met += refuse_in(field("EVNPREFIX", key, "originator"));
+    met += refuse_in(field("VRFRD", Bytes(12, 0xff), "administrator")); // which other values have
+    EXPECT_GT(met, 300);
+}
+
+TEST_F(LibraryWithoutMemory, Bytes)
+{
+    const auto from_hex = [type = library_.type("VRFRD")](std::string_view hex) {
+        return [type, hex](Answer &answer) {
+            std::uint8_t bytes[12];
+            bgpdt_error *error = nullptr;
+            const int code = bgpdt_from_hex(type, hex.data(), hex.size(), bytes, sizeof bytes, &error);
+            answer.keep(code, error);
+            if (code == BGPDT_OK)
+                answer.keep(bytes, sizeof bytes);
+        };
+    };
+    const auto on_value = [](auto function, const bgpdt_type *type, std::size_t size) {
+        return [=](Answer &answer) {
+            std::uint8_t bytes[BGPDT_VALUE_ROOM] = {};
+            bgpdt_error *error = nullptr;
+            const int code = function(type, bytes, size, &error);
+            answer.keep(code, error);
+            if (code == BGPDT_OK)
+                answer.keep(bytes, size);
+        };
+    };
+    EXPECT_GT(refuse_in(from_hex("0001c0000201000700000000")), 0);
+    EXPECT_GT(refuse_in(from_hex("0001")), 3);
+    EXPECT_GT(refuse_in(from_hex("no digits")), 3);
+    EXPECT_GT(refuse_in(on_value(bgpdt_check, library_.type("ASNUM"), 8)), 3);
+    EXPECT_GT(refuse_in(on_value(bgpdt_check, library_.type("SID_STRUCTURE"), 7)), 3);
+    EXPECT_GT(refuse_in(on_value(bgpdt_swap, library_.type("ASNUM"), 7)), 3);
 }
 
 TEST_F(LibraryWithoutMemory, FindingTypes)

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "bgpdt/bgpdt.h"
+#include "bgpdt/bgpdt.hpp"
 
 namespace bgpdt::test {
 
@@ -17,34 +17,12 @@ using Bytes = std::vector<std::uint8_t>;
 
 inline std::string string_of(bgpdt_text text) { return {text.data, text.size}; }
 
-/// An error, or none.
-class Error {
-public:
-    Error() = default;
-    ~Error() { bgpdt_error_free(error_); }
-    Error(const Error &) = delete;
-    Error &operator=(const Error &) = delete;
-
-    bgpdt_error **out()
-    {
-        bgpdt_error_free(error_);
-        error_ = nullptr;
-        return &error_;
-    }
-    const bgpdt_error *operator->() const { return error_; }
-    bool none() const { return error_ == nullptr; }
-
-private:
-    bgpdt_error *error_ = nullptr;
-};
-
 /// The opened library.
 class Library {
 public:
     Library()
     {
-        const bgpdt_options options{sizeof(bgpdt_options), {BGPDT_BUILT_PLUGIN, sizeof BGPDT_BUILT_PLUGIN - 1}, {}};
-        if (bgpdt_open(&options, &library_, nullptr) != BGPDT_OK)
+        if (bgpdt_open(nullptr, &library_, nullptr) != BGPDT_OK)
             throw std::runtime_error("the library cannot be opened");
     }
     ~Library() { bgpdt_close(library_); }

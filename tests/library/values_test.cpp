@@ -34,7 +34,7 @@ protected:
         return values;
     }
 
-    const Library library_ = Library::open(BGPDT_BUILT_PLUGIN).value();
+    const Library library_ = Library::open().value();
 };
 
 TEST_F(Values, GoToTextAndBack)

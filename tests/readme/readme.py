@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""readme.py BGPDT PLUGIN SOURCE PAGE...: what the README and other pages show is what happens.
+"""readme.py BGPDT PLUGIN EXAMPLES PAGE...: what the README and other pages show is what happens.
 
 Every block of console lines is run, block behind block in one folder for each page: a line behind "$ " is a command, the lines behind
-it are what it answers, standard error included. The C++ that they show stands word by word in SOURCE, which is compiled.
+it are what it answers, standard error included. The C and C++ that they show stands word by word in a source of the folder EXAMPLES, which other tests build and run.
 """
 import os
 import pathlib
@@ -37,18 +37,19 @@ def wrong_commands(page, bgpdt, plugin):
 
 
 def main():
-    bgpdt, plugin, source, *pages = (pathlib.Path(name).resolve() for name in sys.argv[1:])
+    bgpdt, plugin, examples, *pages = (pathlib.Path(name).resolve() for name in sys.argv[1:])
+    sources = [path.read_text() for path in examples.iterdir() if path.suffix in (".c", ".cpp")]
     commands, failures, snippets = 0, 0, []
     for page in pages:
         run, failed = wrong_commands(page, bgpdt, plugin)
         commands, failures = commands + run, failures + failed
-        snippets += re.findall(r"^```cpp\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL)
+        snippets += re.findall(r"^```c(?:pp)?\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL)
     for snippet in snippets:
-        if snippet not in source.read_text():
+        if not any(source.endswith(snippet) for source in sources):
             failures += 1
-            print(f"not in {source.name}:\n{snippet}")
+            print(f"no whole example:\n{snippet}")
     if not commands or not snippets:
-        sys.exit("the pages show no commands or no C++")
+        sys.exit("the pages show no commands or no programs")
     sys.exit(1 if failures else 0)
 
 

@@ -105,7 +105,7 @@ void expect_fields(const SYSDT_Record &type, const Bytes &value, const Explanati
 
 void expect_same_json(const Explanation &explanation)
 {
-    const std::string line = explanation_json(explanation).dump(-1, ' ', false, ordered_json::error_handler_t::replace);
+    const std::string line = explanation_json(explanation).text();
     const ordered_json json = ordered_json::parse(line, nullptr, false);
     ASSERT_FALSE(json.is_discarded()) << line;
     EXPECT_EQ(json["schema"], json_schema);

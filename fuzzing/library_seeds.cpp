@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "library_input.hpp"
+#include "seeds.hpp"
+#include "toolkit/json_text.hpp"
+
+namespace bgpdt::fuzzing {
+
+namespace {
+
+using test::Bytes;
+using test::ScriptField;
+using test::ScriptTable;
+using test::ScriptValue;
+
+Bytes bytes_of(std::string_view text) { return {text.begin(), text.end()}; }
+
+Bytes joined(std::initializer_list<Bytes> parts)
+{
+    Bytes all;
+    for (const Bytes &part : parts)
+        all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+std::string hex_of(const Bytes &bytes)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string hex;
+    for (const std::uint8_t byte : bytes)
+        hex += {digits[byte >> 4], digits[byte & 0x0f]};
+    return hex;
+}
+
+toolkit::JsonText json_of(const ScriptValue &value);
+
+toolkit::JsonText table_json(const ScriptTable &table)
+{
+    std::string text;
+    if (!table.empty() && table.front().name.empty()) {
+        std::vector<toolkit::JsonText> entries;
+        for (const ScriptField &field : table)
+            entries.push_back(json_of(field.value));
+        toolkit::append_json(text, entries);
+    } else {
+        toolkit::JsonObject object;
+        for (const ScriptField &field : table)
+            object.add(field.name, json_of(field.value));
+        text = object.text();
+    }
+    return {text};
+}
+
+toolkit::JsonText json_of(const ScriptValue &value)
+{
+    if (const auto *table = std::get_if<ScriptTable>(&value.value))
+        return table_json(*table);
+    std::string text;
+    if (const auto *string = std::get_if<std::string>(&value.value))
+        toolkit::append_json(text, *string);
+    else if (const auto *number = std::get_if<std::int64_t>(&value.value))
+        toolkit::append_json(text, *number);
+    else
+        return {};
+    return {text};
+}
+
+/// A column of the one text, as library_columns.cpp reads it.
+Bytes column_of(const std::string &text)
+{
+    const auto size = static_cast<std::uint8_t>(std::min<std::size_t>(text.size(), UINT8_MAX));
+    return joined({Bytes{1, 1, 0, size}, Bytes(8), bytes_of(text)});
+}
+
+} // namespace
+
+void add_library_seeds(Seeds &seeds, std::size_t type, const test::Line &line)
+{
+    const auto seed = [&](Function function, const Bytes &payload) {
+        constexpr std::uint8_t usual_mode = UINT8_MAX;
+        seeds.add(joined(
+            {Bytes{static_cast<std::uint8_t>(type), static_cast<std::uint8_t>(function), usual_mode, 0}, payload}));
+    };
+    if (line.verb == test::Verb::in || line.verb == test::Verb::bad) {
+        seed(Function::parse, bytes_of(line.text));
+        seed(Function::parse_many, column_of(line.text));
+    }
+    if (line.verb == test::Verb::bad)
+        seed(Function::why, bytes_of(line.text));
+    if (!line.bytes.empty()) {
+        for (const Function function : {Function::print, Function::explain, Function::change, Function::table})
+            seed(function, line.bytes);
+        seed(Function::compare, joined({line.bytes, line.bytes}));
+        seed(Function::field, joined({Bytes{13}, bytes_of("administrator"), line.bytes}));
+        seed(Function::print_many, joined({Bytes{0, 16}, line.bytes, line.bytes}));
+        seed(Function::from_hex, bytes_of(hex_of(line.bytes)));
+    }
+    if (line.script.is_table())
+        seed(Function::read_table, bytes_of(json_of(line.script).text));
+    seed(Function::open, bytes_of(line.subject));
+}
+
+} // namespace bgpdt::fuzzing
