@@ -46,7 +46,7 @@ build)
     build "$preset" "$@"
     ;;
 style) "$top/setup/check_style.sh" ;;
-tidy) "$top/setup/check_tidy.sh" "$top/build/release" ;;
+tidy) "$top/setup/check_tidy.py" "$top/build/release" ;;
 release | asan | ppc) run_tests "$step" -E '^valgrind' ;;
 i686)
     # What is freed and kept apart would fill 32 bits of addresses; the loader, run as a program, leaks its own lists.

@@ -5,13 +5,12 @@
 #include <bit>
 
 #include "bgp_datatype/fields.hpp"
+#include "digits.hpp"
 #include "errors.hpp"
 #include "shown_text.hpp"
 
 namespace bgpdt::toolkit {
 namespace {
-
-constexpr std::string_view hex_digits = "0123456789abcdef";
 
 int digit_value(char c)
 {

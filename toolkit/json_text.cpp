@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "digits.hpp"
+
 namespace bgpdt::toolkit {
 namespace {
 
@@ -39,14 +41,13 @@ Character character_in(std::string_view text)
 
 void append_escape(std::string &out, std::uint8_t code)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
     constexpr std::string_view named = "\b\t\n\f\r\"\\";
     constexpr std::string_view letters = "btnfr\"\\";
     const std::size_t name = named.find(static_cast<char>(code));
     if (name != std::string_view::npos)
         out += {'\\', letters[name]};
     else
-        out += {'\\', 'u', '0', '0', digits[code >> 4], digits[code & 0x0f]};
+        out += {'\\', 'u', '0', '0', hex_digits[code >> 4], hex_digits[code & 0x0f]};
 }
 
 void append_character(std::string &out, std::string_view character, bool whole)

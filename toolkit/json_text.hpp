@@ -31,8 +31,8 @@ void append_json(std::string &out, Number number)
     if constexpr (std::same_as<Number, bool>) {
         out += number ? "true" : "false";
     } else {
-        char digits[24];
-        out.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+        char written[24];
+        out.append(written, std::to_chars(written, written + sizeof written, number).ptr);
     }
 }
 

@@ -22,8 +22,8 @@ std::string listed(const Texts &words, const std::string &conjunction)
 
 std::string described(const std::string &characters)
 {
-    const auto has_all = [&characters](const char *set) {
-        return std::string_view(set).find_first_not_of(characters) == std::string_view::npos;
+    const auto has_all = [&characters](std::string_view set) {
+        return set.find_first_not_of(characters) == std::string_view::npos;
     };
     if (has_all(hex_digits))
         return "a hexadecimal digit";

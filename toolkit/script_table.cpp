@@ -10,6 +10,7 @@
 #include <lua.hpp>
 #include <nlohmann/json.hpp>
 
+#include "digits.hpp"
 #include "shown_text.hpp"
 #include "words.hpp"
 
@@ -88,7 +89,6 @@ void append_table(std::string &out, lua_State *lua, int table)
 /// A name as it stands, an index or any other text in brackets.
 std::string key_text(const std::string &key)
 {
-    constexpr std::string_view digits = "0123456789";
     constexpr std::string_view letters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ_abcdefghijklmnopqrstuvwxyz";
     if (key.find_first_not_of(digits) == std::string::npos && !key.empty())
         return "[" + key + "]";

@@ -6,6 +6,8 @@
 #include <iterator>
 #include <vector>
 
+#include "digits.hpp"
+
 namespace bgpdt::toolkit {
 namespace {
 
@@ -34,11 +36,11 @@ std::uint32_t code_of(std::string_view character)
 
 bool is_stray(std::string_view character) { return character.size() == 1 && byte_at(character, 0) >= 0x80; }
 
-std::string hex_of(std::uint32_t number, std::string_view digits)
+std::string hex_of(std::uint32_t number, std::string_view alphabet)
 {
     std::string hex;
     for (; number != 0; number >>= 4)
-        hex.insert(hex.begin(), digits[number & 0x0f]);
+        hex.insert(hex.begin(), alphabet[number & 0x0f]);
     return hex;
 }
 
@@ -108,16 +110,15 @@ std::string code_point(std::string_view text, std::size_t at)
 
 std::string shown_character(std::string_view text, std::size_t at)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
     const std::string_view character = text.substr(at, character_size(text, at));
     if (invisible_name(text, at) != nullptr)
-        return "\\u{" + hex_of(code_of(character), digits) + "}";
+        return "\\u{" + hex_of(code_of(character), hex_digits) + "}";
     if (!is_stray(character) && !is_control(text, at))
         return std::string(character);
     std::string escaped;
     for (const char c : character) {
         const auto byte = static_cast<std::uint8_t>(c);
-        escaped += {'\\', 'x', digits[byte >> 4], digits[byte & 0x0f]};
+        escaped += {'\\', 'x', hex_digits[byte >> 4], hex_digits[byte & 0x0f]};
     }
     return escaped;
 }

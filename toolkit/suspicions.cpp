@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t widest_search = 300; ///< bytes of a text in which every character is a suspect
 constexpr std::size_t brief_text = 64;     ///< bytes of a text in which every letter is tried everywhere
-constexpr const char *digits_and_letters = "0123456789abcdefghijklmnopqrstuvwxyz";
+constexpr std::string_view digits_and_letters = "0123456789abcdefghijklmnopqrstuvwxyz";
 
 std::string other_can(const std::string &piece, const std::string &by) { return cannot_stand(piece, lua_quoted(by)); }
 
@@ -142,7 +142,7 @@ Found wrong_character(Refused &refused, Range place)
     if (place.size() == refused.text.size()) // nothing of the text would be left
         return {};
     const bool brief = refused.text.size() <= brief_text;
-    const auto accepted = [&](const char *candidates) {
+    const auto accepted = [&](std::string_view candidates) {
         return refused.accepted(place.begin, place.size(), candidates);
     };
     if (!brief && accepted("1a").empty())

@@ -8,12 +8,12 @@
 #include <string_view>
 #include <vector>
 
+#include "digits.hpp"
+
 namespace bgpdt::toolkit {
 
 using Texts = std::vector<std::string>;
 
-inline constexpr const char *digits = "0123456789";
-inline constexpr const char *hex_digits = "0123456789abcdef";
 inline constexpr const char *blanks = " \t\n\v\f\r";
 
 inline bool is_digit(char c) { return c >= '0' && c <= '9'; }

@@ -10,6 +10,7 @@
 #include <lua.hpp>
 
 #include "conversions.hpp"
+#include "digits.hpp"
 #include "json_answers.hpp"
 #include "kinds.hpp"
 #include "near_names.hpp"
@@ -19,10 +20,9 @@ namespace {
 
 /// The two digits of each byte.
 constexpr auto hex_pairs = [] {
-    constexpr std::string_view digits = "0123456789abcdef";
     std::array<std::array<char, 2>, 256> pairs{};
     for (std::size_t byte = 0; byte < pairs.size(); ++byte)
-        pairs[byte] = {digits[byte >> 4], digits[byte & 0x0f]};
+        pairs[byte] = {hex_digits[byte >> 4], hex_digits[byte & 0x0f]};
     return pairs;
 }();
 
