@@ -315,10 +315,11 @@ Found network_mask(Refused &refused)
     const std::string is_mask = lua_quoted(mask) + " is a network mask";
     const std::string samples = joined(refused.samples(), " ");
     Edits edits;
-    for (const char separator : {'/', ':'})
+    for (const char separator : {'/', ':'}) {
         if (samples.find(std::string(".0") + separator) != std::string::npos) // a prefix and its length
             edits.push_back(text[at - 1] == separator ? Edit{at, mask.size(), by}
                                                       : Edit{at - 1, mask.size() + 1, separator + by});
+    }
     if (edits.empty() && text[at - 1] == '/')
         return refused.told({at, at + mask.size()}, is_mask + ", and no prefix stands here");
     return refused.first_taken(
