@@ -62,14 +62,14 @@ function bgp.check(value) end
 function bgp.compare(first, second) end
 
 ---@alias bgp.TypeName
----| '"VRFID2VRFNAME"' index, or its name in a names file
----| '"BGPPEERGROUPID"' index, or its name in a names file
----| '"FLOWROUTEID"' index, or its name in a names file
----| '"VRFID2CVRFNAME"' index, or its name in a names file
----| '"BGPID2BGPNAME"' index, or its name in a names file
----| '"ALIASID2NAME"' index, or its name in a names file
----| '"SETID2SETNAME"' index, or its name in a names file
----| '"PDID2PDNAME"' index, or its name in a names file
+---| '"VRFID2VRFNAME"' index or name of a VRF
+---| '"BGPPEERGROUPID"' index or name of a BGP peer group
+---| '"FLOWROUTEID"' index or name of a flow route
+---| '"VRFID2CVRFNAME"' index or name of a client VRF
+---| '"BGPID2BGPNAME"' index or name of a BGP instance
+---| '"ALIASID2NAME"' index or name of an alias
+---| '"SETID2SETNAME"' index or name of a set
+---| '"PDID2PDNAME"' index or name of a PD
 ---| '"ASNUM"' AS number
 ---| '"COMMUNITY"' community
 ---| '"LARGECOMMUNITY"' large community

@@ -10,6 +10,12 @@
 
 namespace bgpdt::tool {
 
+bool has_arrived(int descriptor)
+{
+    const int copy = dup(descriptor);
+    return copy < 0 || ::close(copy) == 0;
+}
+
 Descriptor::Descriptor(Descriptor &&other) noexcept : number_(std::exchange(other.number_, -1)) {}
 
 Descriptor &Descriptor::operator=(Descriptor &&other) noexcept
@@ -21,7 +27,9 @@ Descriptor &Descriptor::operator=(Descriptor &&other) noexcept
 bool Descriptor::close()
 {
     const int number = std::exchange(number_, -1);
-    return number <= STDERR_FILENO || ::close(number) == 0;
+    if (number > STDERR_FILENO)
+        return ::close(number) == 0;
+    return number <= STDIN_FILENO || has_arrived(number);
 }
 
 void guard_standard_descriptors()

@@ -7,6 +7,9 @@
 
 namespace bgpdt::tool {
 
+/// Whether what was written to a descriptor, which stays open, is known to have arrived: some systems tell at a close.
+bool has_arrived(int descriptor);
+
 /// A file descriptor, closed with it but for the standard ones.
 class Descriptor {
 public:

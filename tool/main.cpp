@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -12,6 +14,7 @@
 #include "answer.hpp"
 #include "command_line.hpp"
 #include "commands.hpp"
+#include "descriptor.hpp"
 #include "errors.hpp"
 #include "refusals.hpp"
 #include "stream_files.hpp"
@@ -33,7 +36,7 @@ void deliver(const std::string &text)
     // A reader that has gone is a write error like any other; but it ends a script that goes on writing.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (!written || std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+    if (!written || std::fflush(stdout) != 0 || std::ferror(stdout) != 0 || !has_arrived(STDOUT_FILENO))
         throw UsageError(std::string("the output cannot be written: ") + std::strerror(errno));
 }
 

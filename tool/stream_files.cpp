@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "errors.hpp"
+#include "toolkit/shown_text.hpp"
 
 namespace bgpdt::tool {
 namespace {
@@ -198,7 +199,10 @@ void Output::replace(const std::string &name)
                          "no file can be made in its folder: " + std::strerror(errno));
 }
 
-void Output::write(std::string_view text) { require(write_all(descriptor(), text)); }
+void Output::write(std::string_view text)
+{
+    require(write_all(descriptor(), isatty(descriptor()) == 1 ? toolkit::shown_lines(text) : text));
+}
 
 void Output::close() { require(replacement_ ? replacement_->commit() : file_.close()); }
 

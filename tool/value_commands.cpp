@@ -19,6 +19,7 @@
 #include "toolkit/fields.hpp"
 #include "toolkit/json_answers.hpp"
 #include "toolkit/script_table.hpp"
+#include "toolkit/shown_text.hpp"
 #include "toolkit/words.hpp"
 #include "values_given.hpp"
 
@@ -76,6 +77,9 @@ bool is_coloured(const Options &options)
     return variable("NO_COLOR").empty() && variable("TERM") != "dumb" && isatty(STDOUT_FILENO) == 1;
 }
 
+/// A terminal is not to obey what a text holds.
+std::string for_reader(const std::string &text) { return isatty(STDOUT_FILENO) == 1 ? shown_lines(text) : text; }
+
 /// In columns, "-" for a field that one of the values has not.
 std::string differences_text(const std::vector<Difference> &all)
 {
@@ -113,7 +117,7 @@ Answer print(Session &session, const Options &options)
     const bool copy = printed.bytes == value;
     const std::string hex = copy ? hex_of(session, type, printed.bytes) : to_hex(printed.bytes);
     const std::string &line = printed.text ? *printed.text : hex;
-    return {line + (line.ends_with('\n') ? "" : "\n"),
+    return {for_reader(line) + (line.ends_with('\n') ? "" : "\n"),
             printed_json(type, mode, printed.kind, printed.text ? &*printed.text : nullptr, hex)};
 }
 
@@ -137,7 +141,7 @@ Answer canon(Session &session, const Options &options)
     const Given given = read_given(session, type, options.arguments[1]);
     const Printed printed = print_value(session, type, given.value, session.mode_for(type));
     const std::string text = printed.text ? *printed.text : to_hex(printed.bytes);
-    return answer_of(text + "\n", text_json(type, text), {&given});
+    return answer_of(for_reader(text) + "\n", text_json(type, text), {&given});
 }
 
 Answer compare(Session &session, const Options &options)

@@ -26,7 +26,7 @@ Character character_in(std::string_view text)
 {
     const auto byte = [text](std::size_t at) { return static_cast<std::uint8_t>(at < text.size() ? text[at] : 0); };
     const std::uint8_t first = byte(0);
-    if (first < 0x80 || first < 0xc2 || first > 0xf4)
+    if (first < 0xc2 || first > 0xf4)
         return {1, first < 0x80};
     const std::size_t size = first < 0xe0 ? 2 : first < 0xf0 ? 3 : 4;
     const std::uint8_t least = first == 0xe0 ? 0xa0 : first == 0xf0 ? 0x90 : 0x80;

@@ -2,6 +2,7 @@
 #include "notations.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <iterator>
 #include <map>
@@ -282,6 +283,63 @@ Found zone(Refused &refused)
 
 namespace {
 
+/// How many ones the mask begins with; none for what is no mask of whole octets in front.
+std::optional<int> mask_length(std::string_view text)
+{
+    std::uint32_t mask = 0;
+    for (int octet = 0; octet < 4; ++octet) {
+        const std::size_t end = std::min(text.find('.'), text.size());
+        const std::optional<std::uint8_t> number = read_number<std::uint8_t>(text.substr(0, end));
+        if (!number || (end == text.size()) != (octet == 3))
+            return {};
+        mask = mask << 8 | *number;
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    const int ones = std::countl_one(mask);
+    return ones >= 8 && ones + std::countr_zero(mask) >= 32 ? std::optional(ones) : std::nullopt;
+}
+
+} // namespace
+
+Found network_mask(Refused &refused)
+{
+    const std::string &text = refused.text;
+    const std::size_t at = text.find("255.");
+    if (at == 0 || at == std::string::npos || is_inner(text[at - 1]) || text[at - 1] == '.')
+        return {};
+    const std::string mask = text.substr(at, text.find_first_not_of("0123456789.", at) - at);
+    const std::optional<int> length = mask_length(mask);
+    if (!length)
+        return {};
+    const std::string by = std::to_string(*length);
+    const std::string is_mask = lua_quoted(mask) + " is a network mask";
+    const std::string samples = joined(refused.samples(), " ");
+    Edits edits;
+    for (const char separator : {'/', ':'}) {
+        if (samples.find(std::string(".0") + separator) != std::string::npos) // a prefix and its length
+            edits.push_back(text[at - 1] == separator ? Edit{at, mask.size(), by}
+                                                      : Edit{at - 1, mask.size() + 1, separator + by});
+    }
+    if (edits.empty() && text[at - 1] == '/')
+        return refused.told({at, at + mask.size()}, is_mask + ", and no prefix stands here");
+    return refused.first_taken(
+        edits, [&](const auto &, const auto &) { return is_mask + ", the length of the prefix stands here: " + by; });
+}
+
+Found octets(Refused &refused)
+{
+    const std::string &text = refused.text;
+    const Groups groups = groups_at(text, 0);
+    const std::size_t least = std::ranges::any_of(text, is_letter) ? 3 : 5; // fewer may be numbers
+    const bool whole = groups.width == 2 && groups.count >= least && 3 * groups.count - 1 == text.size();
+    const auto is_taken = [&refused](const Edit &edit) { return refused.takes(edit); };
+    if (!whole || std::ranges::any_of(regroupings(text, {0, text.size()}, refused.samples()), is_taken))
+        return {};
+    return refused.told({0, text.size()}, "it is " + counted(groups.count, "byte") + " in hexadecimal, and no text");
+}
+
+namespace {
+
 struct Unit {
     const char *name; ///< which its first letters stand for
     std::uint64_t seconds;
@@ -320,6 +378,22 @@ std::optional<Spans> spans_of(const std::string &text)
     return spans;
 }
 
+/// Hours, minutes and seconds as clocks show them.
+std::optional<Spans> clock_of(const std::string &text)
+{
+    Spans spans;
+    unsigned parts = 0;
+    for (std::size_t at = 0; at <= text.size(); ++parts) {
+        const std::size_t end = std::min(text.find(':', at), text.size());
+        const std::optional<std::uint8_t> number = read_number<std::uint8_t>(text.substr(at, end - at));
+        if (!number || (parts != 0 && *number > 59))
+            return {};
+        spans.seconds = spans.seconds * 60 + *number;
+        at = end + 1;
+    }
+    return parts == 3 ? std::optional(spans) : std::nullopt;
+}
+
 std::string written(std::uint64_t seconds)
 {
     std::string text;
@@ -334,8 +408,10 @@ std::string written(std::uint64_t seconds)
 
 Found duration(Refused &refused)
 {
-    const std::optional<Spans> spans =
-        refused.asking.type_id() == SYSDT_TYPE_TIME_RANGE ? spans_of(refused.text) : std::nullopt;
+    if (refused.asking.type_id() != SYSDT_TYPE_TIME_RANGE)
+        return {};
+    const std::optional<Spans> clock = clock_of(refused.text);
+    const std::optional<Spans> spans = clock ? clock : spans_of(refused.text);
     const std::string text = spans ? written(spans->seconds) : "";
     if (!spans || !refused.takes(text))
         return {};

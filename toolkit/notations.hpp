@@ -27,7 +27,11 @@ Found number_with_exponent(Refused &refused);
 Found grouped_digits(Refused &refused);
 /// "%eth0" behind an address.
 Found zone(Refused &refused);
-/// A duration in other units than all four.
+/// "255.255.255.0" for the length of a prefix.
+Found network_mask(Refused &refused);
+/// "00:02:fb:f0": bytes, where a text is wanted.
+Found octets(Refused &refused);
+/// A duration in other units than all four, or as clocks show it.
 Found duration(Refused &refused);
 /// One separator in the place of another, more than once or where it could separate other parts.
 Found other_separators(Refused &refused);

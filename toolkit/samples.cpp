@@ -92,7 +92,7 @@ KindSample Sample::of_kind(std::uint32_t kind) const
 
 bool is_name_index(std::uint16_t type_id)
 {
-#define BGPDT_ID(name, id) id,
+#define BGPDT_ID(name, id, about) id,
     constexpr std::uint16_t ids[] = {SYSDT_NAME_INDEX_TYPES(BGPDT_ID)};
 #undef BGPDT_ID
     return std::ranges::find(ids, type_id) != std::end(ids);
@@ -105,12 +105,14 @@ Sample sample_of(std::uint16_t type_id)
         return sample(type_id, about, grammar, texts);
 
     SYSDT_EXTEND_TYPES(BGPDT_TYPE, )
-    if (is_name_index(type_id)) {
-        return sample(type_id, "index, or its name in a names file",
-                      "a number up to 4294967295, or its name in a names file", "7");
-    }
+#define BGPDT_INDEX(name, id, about)                                                                                   \
+    if (type_id == SYSDT_TYPE_##name)                                                                                  \
+        return sample(type_id, about, "a number up to 4294967295, or its name in a names file", "7");
+
+    SYSDT_NAME_INDEX_TYPES(BGPDT_INDEX)
     return {};
 #undef BGPDT_TYPE
+#undef BGPDT_INDEX
 }
 
 } // namespace bgpdt::toolkit

@@ -292,6 +292,8 @@ constexpr Suspicion suspicions[] = {
     {number_with_exponent, spelling},
     {grouped_digits, spelling},
     {zone, spelling},
+    {network_mask, spelling},
+    {octets, value},
     {duration, spelling},
     {other_separators, spelling},
     // what is wrong with the parts of keys

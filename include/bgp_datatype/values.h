@@ -65,16 +65,16 @@
     "[SRV6-SID][ISIS-LEVEL-2][IDENTIFIER0][LOCAL" SYSDT_LS_NODE_TEXT                                                   \
     "[igp-router-id0000.0000.0001.00]][SID[mt-id2][sid2001:db8::1]]"
 
-/* TYPE(name, id): a 32-bit index that the host maps to a name. */
+/* TYPE(name, id, what it is): a 32-bit index that the host maps to a name. */
 #define SYSDT_NAME_INDEX_TYPES(TYPE)                                                                                   \
-    TYPE(VRFID2VRFNAME, 0x6003)                                                                                        \
-    TYPE(BGPPEERGROUPID, 0x600E)                                                                                       \
-    TYPE(FLOWROUTEID, 0x601B)                                                                                          \
-    TYPE(VRFID2CVRFNAME, 0x6052)                                                                                       \
-    TYPE(BGPID2BGPNAME, 0x605C)                                                                                        \
-    TYPE(ALIASID2NAME, 0x606A)                                                                                         \
-    TYPE(SETID2SETNAME, 0x6077)                                                                                        \
-    TYPE(PDID2PDNAME, 0x6083)
+    TYPE(VRFID2VRFNAME, 0x6003, "index or name of a VRF")                                                              \
+    TYPE(BGPPEERGROUPID, 0x600E, "index or name of a BGP peer group")                                                  \
+    TYPE(FLOWROUTEID, 0x601B, "index or name of a flow route")                                                         \
+    TYPE(VRFID2CVRFNAME, 0x6052, "index or name of a client VRF")                                                      \
+    TYPE(BGPID2BGPNAME, 0x605C, "index or name of a BGP instance")                                                     \
+    TYPE(ALIASID2NAME, 0x606A, "index or name of an alias")                                                            \
+    TYPE(SETID2SETNAME, 0x6077, "index or name of a set")                                                              \
+    TYPE(PDID2PDNAME, 0x6083, "index or name of a PD")
 
 /*
  * TYPE(name, id, base kind, size that its record declares, layout of a value in an order, what it is, grammar, texts,

@@ -294,7 +294,7 @@ public:
         const std::strong_ordering types = first.type_.id() <=> second.type_.id();
         const auto mine = first.bytes();
         const auto theirs = second.bytes();
-        return types != 0
+        return std::is_neq(types)
                    ? types
                    : std::lexicographical_compare_three_way(mine.begin(), mine.end(), theirs.begin(), theirs.end());
     }

@@ -34,7 +34,7 @@ void register_types(u32 handle, std::span<const SYSDT_Record> records, u32 line)
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers" // the slots that a row does not name are null
 
 // A 32-bit index that the host maps to a name: every callback is the host's.
-#define BGPDT_RECORD(type, id)                                                                                         \
+#define BGPDT_RECORD(type, id, about)                                                                                  \
     {.typeId = SYSDT_TYPE_##type,                                                                                      \
      .dataLength = sizeof(u32),                                                                                        \
      .baseKind = SYSDT_KIND_BINARY,                                                                                    \

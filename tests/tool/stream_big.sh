@@ -86,8 +86,31 @@ if [ "${WITHOUT_UNNAMED:-}" != "" ]; then
     [ "$(ls -A temporary outputs | tr '\n' ' ')" = "outputs: out  temporary: " ] || fail "named temporary files are left"
 fi
 
-# The bar is for terminals and files alone.
+# What is lost when the output is closed is told, whatever wrote it.
+if [ "${FULL_AT_CLOSE:-}" != "" ]; then
+    printf 'print("one")\n' >one.lua
+    for command in "types" "--help" "parse ASNUM 1" "parse ASNUM 1 --json" "convert ASNUM -" "sort ASNUM -" "lua one.lua"; do
+        status=0
+        # shellcheck disable=SC2086 # a list of words
+        echo 1 | LD_PRELOAD=$FULL_AT_CLOSE "$bgpdt" $command >out 2>told || status=$?
+        [ "$status" -eq 2 ] || fail "'$command' ends with $status on a disk that is full at the close"
+        grep -q '^bgpdt: the output cannot be written: No space left on device$' told || fail "'$command' does not say so"
+    done
+fi
+
+# A terminal is shown what would control it.
 on_terminal() { script -qec "$1" /dev/null </dev/null; }
+name=72656420411b5b33316d7fc29b
+for command in "print CVRFNAME $name" "canon CVRFNAME 0x$name" "convert CVRFNAME --from hex --to text names.hex"; do
+    echo "$name" >names.hex
+    on_terminal "$bgpdt $command" | tr -d '\r' >out
+    printf '%s\n' 'red A\x1b[31m\x7f\xc2\x9b' | cmp - out || fail "$command: a terminal gets control characters"
+    "$bgpdt" $command >out
+    printf 'red A\033[31m\177\302\233\n' | cmp - out || fail "$command: a file does not get what there is"
+done
+"$bgpdt" explain CVRFNAME 0x$name --json | grep -qF 'red A\u001b[31m\u007f\u009b' || fail "JSON holds control characters"
+
+# The bar is for terminals and files alone.
 head -n 300000 numbers >part
 on_terminal "$bgpdt convert ASNUM part -o out --to json" | grep -q ' %' || fail "no progress bar for a file"
 on_terminal "cat part | $bgpdt convert ASNUM -o out --to json" | grep -q ' %' && fail "a progress bar for a pipe"
