@@ -38,13 +38,6 @@ void read(const Type &type, std::span<const std::uint8_t> value, Fields &fields)
         error.raise(type.state);
 }
 
-void read_known(const Type &type, Fields &fields)
-{
-    Error error;
-    if (bgpdt_known_fields(type.type, fields.out(), error.out()) != BGPDT_OK)
-        error.raise(type.state);
-}
-
 /// "AS number" as an attribute is called: as_number. What is a word of Python's has a '_' behind it.
 std::string attribute_name(std::string_view field)
 {
@@ -77,21 +70,21 @@ Ref json_module_function(const char *name)
     return given(PyObject_GetAttrString(json.get(), name));
 }
 
-/// Whether the value, too, has all of those fields and no other.
-bool has_exactly(const Type &type, std::span<const std::uint8_t> value, const Fields &known)
+/// Whether the value has all fields of the type.
+bool has_all(const Type &type, std::span<const std::uint8_t> value)
 {
     Fields fields;
     read(type, value, fields);
     return std::ranges::equal(
-        fields.rows(), known.rows(), {}, [](const auto &field) { return view(field.name); },
-        [](const auto &field) { return view(field.name); });
+        fields.rows(), type.attributes, {}, [](const auto &field) { return view(field.name); },
+        [](const Attribute &attribute) { return std::string_view(attribute.field); });
 }
 
-bool sample_has_exactly(const Type &type, bgpdt_text text, const Fields &known)
+bool sample_has_all(const Type &type, bgpdt_text text)
 {
     std::vector<std::uint8_t> value(type.size);
     const int code = bgpdt_parse(type.type, text.data, text.size, value.data(), value.size(), nullptr);
-    return code == BGPDT_OK && has_exactly(type, value, known);
+    return code != BGPDT_OK || has_all(type, value);
 }
 
 } // namespace
@@ -163,7 +156,9 @@ Ref field_named(Value &value, PyObject *name)
 void add_attributes(Type &type)
 {
     Fields known;
-    read_known(type, known);
+    Error error;
+    if (bgpdt_known_fields(type.type, known.out(), error.out()) != BGPDT_OK)
+        error.raise(type.state);
     for (const bgpdt_named_field &field : known.rows()) {
         Attribute &added =
             type.attributes.emplace_back(Attribute{std::string(view(field.name)), attribute_name(view(field.name))});
@@ -174,14 +169,11 @@ void add_attributes(Type &type)
 
 Ref match_arguments(const Type &type)
 {
-    Fields known;
-    read_known(type, known);
     const bgpdt_info &info = type.info();
-    const bool all_have = has_exactly(type, std::vector<std::uint8_t>(type.size), known) &&
-                          std::all_of(info.samples, info.samples + info.sample_count, [&](bgpdt_text sample) {
-                              return (info.operations & BGPDT_PARSE) == 0 || sample_has_exactly(type, sample, known);
-                          });
-    const std::size_t count = all_have ? type.attributes.size() : 0;
+    const bool all = has_all(type, std::vector<std::uint8_t>(type.size)) &&
+                     std::all_of(info.samples, info.samples + info.sample_count,
+                                 [&type](bgpdt_text sample) { return sample_has_all(type, sample); });
+    const std::size_t count = all ? type.attributes.size() : 0;
     Ref names = given(PyTuple_New(static_cast<Py_ssize_t>(count)));
     for (std::size_t i = 0; i < count; ++i)
         put(names.get(), i, text_of(type.attributes[i].name));

@@ -75,14 +75,16 @@ std::vector<Bytes> known_values(Session &session, const SYSDT_Record &type)
     return known;
 }
 
-/// The same values with other numbers: what stands in front, which decides of the rest, stays.
+/// The same values with other numbers. What decides of a key's fields stays in some: its sub-kind word, and the route
+/// type behind that.
 std::vector<Bytes> varied(const SYSDT_Record &type, const std::vector<Bytes> &values)
 {
     std::vector<Bytes> all;
     for (const Bytes &value : values) {
-        for (std::size_t kept = 0; kept < std::min<std::size_t>(value_size(type), 10); ++kept) {
-            all.push_back(value);
-            std::fill(all.back().begin() + static_cast<std::ptrdiff_t>(kept), all.back().end(), std::uint8_t{0xff});
+        for (const std::size_t kept : {std::size_t{0}, std::size_t{4}, std::size_t{5}}) {
+            Bytes &other = all.emplace_back(value);
+            std::fill(other.begin() + static_cast<std::ptrdiff_t>(std::min(kept, value_size(type))), other.end(),
+                      std::uint8_t{0xff});
         }
     }
     return all;
@@ -126,27 +128,27 @@ std::vector<NamedValue> named_values(Session &session, const SYSDT_Record &type,
     return values;
 }
 
+std::vector<std::string> field_names(Session &session, const SYSDT_Record &type)
+{
+    std::vector<std::string> names;
+    for (const Bytes &value : known_values(session, type)) {
+        for (const NamedValue &field : named_values(session, type, value))
+            if (std::ranges::find(names, field.name) == names.end())
+                names.push_back(field.name);
+    }
+    return names;
+}
+
 std::vector<KnownField> known_fields(Session &session, const SYSDT_Record &type)
 {
-    const std::vector<Bytes> values = known_values(session, type);
     std::vector<KnownField> known;
-    for (const Bytes &value : values) {
-        for (const NamedValue &field : named_values(session, type, value))
-            if (std::ranges::find(known, field.name, &KnownField::name) == known.end())
-                known.push_back({field.name, true});
-    }
+    for (const std::string &name : field_names(session, type))
+        known.push_back({name, true});
+    const std::vector<Bytes> values = known_values(session, type);
     for (const std::vector<Bytes> &some : {values, varied(type, values)})
         for (const Bytes &value : some)
             note_texts(known, named_values(session, type, value));
     return known;
-}
-
-std::vector<std::string> field_names(Session &session, const SYSDT_Record &type)
-{
-    std::vector<std::string> names;
-    for (const KnownField &field : known_fields(session, type))
-        names.push_back(field.name);
-    return names;
 }
 
 void require_field(const SYSDT_Record &type, const std::string &name, std::span<const std::string> known)

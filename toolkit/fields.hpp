@@ -20,17 +20,16 @@ namespace bgpdt::toolkit {
 /// @param value  of the type's length, in the machine's order
 std::vector<NamedValue> named_values(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value);
 
-/// A field that values of a type may have.
+/// Those that values of the type may have, of whatever kind.
+std::vector<std::string> field_names(Session &session, const SYSDT_Record &type);
+
 struct KnownField {
     std::string name;
     bool number; ///< in every value that has it
 };
 
-/// Those that values of the type may have, of whatever kind.
+/// The same, and which of them are numbers.
 std::vector<KnownField> known_fields(Session &session, const SYSDT_Record &type);
-
-/// Their names.
-std::vector<std::string> field_names(Session &session, const SYSDT_Record &type);
 
 /// @throws Error if the name is not among the known ones of the type
 void require_field(const SYSDT_Record &type, const std::string &name, std::span<const std::string> known);
