@@ -5,8 +5,9 @@
 #include <stdexcept>
 
 #include "column.hpp"
-#include "refusal.hpp"
+#include "errors.hpp"
 #include "rows.hpp"
+#include "types.hpp"
 #include "value.hpp"
 
 namespace bgpdt::python {

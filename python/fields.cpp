@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "refusal.hpp"
+#include "errors.hpp"
 
 namespace bgpdt::python {
 namespace {

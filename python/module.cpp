@@ -8,7 +8,9 @@
 #include "about.hpp"
 #include "column.hpp"
 #include "refusal.hpp"
+#include "types.hpp"
 #include "value.hpp"
+#include "value_class.hpp"
 
 namespace bgpdt::python {
 namespace {

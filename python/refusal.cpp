@@ -3,25 +3,12 @@
 
 #include <string>
 
+#include "types.hpp"
+
 namespace bgpdt::python {
 namespace {
 
 constexpr const char *details_key = "_details"; ///< in the exception's dictionary, once they are known
-
-PyObject *exception_for(const State &state, int code)
-{
-    switch (code) {
-    case BGPDT_REFUSED: return state.refusal.get();
-    case BGPDT_NO_TEXT:
-    case BGPDT_NO_OPERATION: return PyExc_TypeError;
-    case BGPDT_NO_TYPE:
-    case BGPDT_NO_FIELD: return PyExc_KeyError;
-    case BGPDT_NO_PLUGIN: return PyExc_OSError;
-    case BGPDT_NO_MEMORY: return PyExc_MemoryError;
-    case BGPDT_NO_SENSE: return PyExc_ValueError;
-    default: return PyExc_RuntimeError;
-    }
-}
 
 // ------------------------------------------------------------------------------------------------ what is known
 
@@ -207,13 +194,6 @@ PyGetSetDef getter(const char *name, const char *about)
 }
 
 } // namespace
-
-void Error::raise(const State &state) const
-{
-    PyObject *const exception = exception_for(state, error_->code);
-    PyErr_SetObject(exception, text_of(error_->message).get());
-    throw Raised();
-}
 
 Ref refusal_of(const Type &type, PyObject *text, PyObject *mode)
 {

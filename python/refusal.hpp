@@ -6,26 +6,9 @@
 /// takes a millisecond, when somebody wants to know it; that of anything else has a sentence.
 #pragma once
 
-#include "state.hpp"
+#include "errors.hpp"
 
 namespace bgpdt::python {
-
-/// An error that a function of the library may give.
-class Error {
-public:
-    Error() = default;
-    ~Error() { bgpdt_error_free(error_); }
-    Error(const Error &) = delete;
-    Error &operator=(const Error &) = delete;
-
-    bgpdt_error **out() { return &error_; }
-    const bgpdt_error *operator->() const { return error_; }
-    /// As an exception, Refusal if it is one.
-    [[noreturn]] void raise(const State &state) const;
-
-private:
-    bgpdt_error *error_ = nullptr;
-};
 
 /// A Refusal of the text.
 Ref refusal_of(const Type &type, PyObject *text, PyObject *mode);

@@ -60,13 +60,6 @@ struct State {
 State &state_of_module(PyObject *module);
 State &state_of_class(PyTypeObject *cls);
 
-/// The type of a class, or of a name in any case.
-/// @throws Raised: TypeError, or KeyError with names like it
-Type &type_of(State &state, PyObject *object);
-
-/// The type in the mode that an argument tells; null or None is the usual one.
-const bgpdt_type *in_mode(const Type &type, PyObject *mode);
-
 /// Lets other threads run while the library works, which keeps its names meanwhile.
 class Working {
 public:

@@ -28,11 +28,10 @@ Ref parsed(Type &type, PyObject *text, PyObject *mode);
 Ref from_bytes(const Type &type, PyObject *bytes, PyObject *byte_order);
 /// The value of bytes that a column holds.
 Ref value_of(const Type &type, const std::uint8_t *bytes);
+/// Whether an argument asks for numbers in the machine's order; null is "big", the target's.
+/// @throws Raised: ValueError for an order that is neither
+bool is_native(PyObject *byte_order);
 /// As the type prints it, text or bytes; none, without an error, if it refuses to.
 Ref printed(Value &value, const bgpdt_type *type);
-
-/// Makes the class of all values, and that of a type.
-Ref new_value_class(PyObject *module);
-Ref new_class(PyObject *module, Type &type);
 
 } // namespace bgpdt::python

@@ -70,6 +70,8 @@ answers)
     same_answers ppc
     echo "proved: $(wc -l <"$top/build/release/answers.txt") answers are the same on all three processors"
     ;;
+python) "$top/tests/python/run.sh" core ;;
+python-columns | python-everywhere) "$top/tests/python/run.sh" "${step#python-}" ;;
 recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;
 coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
 fuzz)
