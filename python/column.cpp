@@ -249,6 +249,7 @@ Ref new_column_class(PyObject *module)
         {Py_tp_doc, const_cast<char *>("Values, texts or fields of many rows: a sequence, and an array of Arrow's.")},
         {Py_tp_dealloc, reinterpret_cast<void *>(destroy)},
         {Py_tp_repr, reinterpret_cast<void *>(represent)},
+        {Py_tp_iter, reinterpret_cast<void *>(PySeqIter_New)},
         {Py_sq_length, reinterpret_cast<void *>(length)},
         {Py_sq_item, reinterpret_cast<void *>(item)},
         {Py_tp_methods, methods},
