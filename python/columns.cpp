@@ -103,17 +103,48 @@ struct Texts {
     std::vector<std::uint8_t> valid;
 };
 
+/// The size of the UTF-8 sequence that the text begins with; 0 for what is none (RFC 3629).
+std::size_t sequence_size(std::string_view text)
+{
+    const auto byte = [text](std::size_t i) { return i < text.size() ? static_cast<std::uint8_t>(text[i]) : 0U; };
+    const auto continues = [&byte](std::size_t i) { return byte(i) >> 6 == 2; };
+    if (byte(0) < 0x80)
+        return 1;
+    if (byte(0) >= 0xC2 && byte(0) < 0xE0 && continues(1))
+        return 2;
+    const unsigned front = byte(0) << 8 | byte(1);
+    const bool three = front >= 0xE0A0 && front < 0xF000 && (front < 0xEDA0 || front >= 0xEE00);
+    if (three && continues(1) && continues(2))
+        return 3;
+    const bool four = front >= 0xF090 && front < 0xF490;
+    return four && continues(1) && continues(2) && continues(3) ? 4 : 0;
+}
+
+/// As columns of texts have to be.
+bool is_utf8(std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t size = sequence_size(text.substr(at));
+        if (size == 0)
+            return false;
+        at += size;
+    }
+    return true;
+}
+
+/// The rows whose text is none, as that of a name of any bytes may be, are refused.
 void print_chunk(const Type &type, const bgpdt_type *in_mode, const Chunk &chunk, Content &content)
 {
     const Values values(type, chunk);
     const Texts texts(type, in_mode, values, chunk.count());
     for (std::size_t row = 0; row < chunk.count(); ++row) {
-        const bool there = (texts.valid[row / 8] >> row % 8 & 1) != 0;
+        const std::string_view text(texts.bytes.data() + texts.offsets[row],
+                                    static_cast<std::size_t>(texts.offsets[row + 1] - texts.offsets[row]));
+        const bool there = (texts.valid[row / 8] >> row % 8 & 1) != 0 && is_utf8(text);
         if (!there && chunk.has(row))
             content.refused.rows.push_back(content.rows.count);
         if (there)
-            content.rows.add_text({texts.bytes.data() + texts.offsets[row],
-                                   static_cast<std::size_t>(texts.offsets[row + 1] - texts.offsets[row])});
+            content.rows.add_text(text);
         else
             content.rows.add_no_text();
     }

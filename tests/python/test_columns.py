@@ -139,3 +139,19 @@ def test_names_stay_while_columns_are_converted(tmp_path):
         assert bgpdt.parse_many("PDID2PDNAME", texts).refused == []
     thread.join()
     assert all("other threads convert columns" in sentence for sentence in refused)
+
+
+def test_printed_texts_are_utf8():
+    """A name of bytes that are no UTF-8 is a str, as Python has names of files, but no row of a column of texts."""
+    names = [b"red", b"\xff", b"\xc3\xa9", b"\xed\xa0\x80", b"\xc0\x80", b"\xf0\x9f\x98\x80", b"\xf4\x90\x80\x80", b"\xe4\xb8"]
+    values = [bgpdt.CVRFNAME.from_bytes(name.ljust(32, b"\0")) for name in names]
+
+    def decoded(name):
+        try:
+            return name.decode()
+        except UnicodeDecodeError:
+            return None
+
+    assert list(bgpdt.print_many("CVRFNAME", values)) == [decoded(name) for name in names]
+    assert [str(value).encode("utf-8", "surrogateescape") for value in values] == names
+    assert bgpdt.print_many("CVRFNAME", values).refused == [row for row, name in enumerate(names) if not decoded(name)]
