@@ -3,66 +3,53 @@
 
 A refused row is no error: it has no value, and its reason.
 """
-from collections.abc import Callable, Iterator, Sequence
-from typing import TYPE_CHECKING, Any
-
 import pyarrow
 
 import bgpdt
 
-if TYPE_CHECKING:
-    from pyspark.sql import Column, DataFrame
-
-_ARROW_TYPES = {pyarrow.uint64(): "decimal(20,0)"}  # Spark has no numbers without a sign
+_NUMBER = pyarrow.decimal128(20)  # Spark has no 64 bits without a sign
+_SPARK_NAMES = {pyarrow.string(): "string", _NUMBER: "decimal(20,0)"}
 
 
-def _spark_type(kind: pyarrow.DataType) -> str:
-    return _ARROW_TYPES.get(kind, "string")
+def _kind_of(field):
+    """The kind that a field has in Spark."""
+    return _NUMBER if field.type == pyarrow.uint64() else pyarrow.string()
 
 
-def _fields_column(name: str, values: Any, fields: Sequence[str]) -> pyarrow.StructArray:
-    """The fields in the order asked for, of kinds that Spark has."""
+def _fields(name, values, fields):
+    """Columns of the fields, in the order asked for."""
     explained = pyarrow.array(bgpdt.explain_many(name, values, fields))
-    kinds = [pyarrow.decimal128(20) if explained.type.field(field).type == pyarrow.uint64() else pyarrow.string()
-             for field in fields]
-    return [explained.field(field).cast(kind) for field, kind in zip(fields, kinds)]
+    return [explained.field(field).cast(_kind_of(explained.type.field(field))) for field in fields]
 
 
-def _columns(name: str, texts: Any, mode: int | None, fields: Sequence[str]) -> list[Any]:
+def _columns(name, texts, mode):
+    """The values, as bgpdt has them, and the columns of values and reasons."""
     parsed = bgpdt.parse_many(name, texts, mode)
-    return [pyarrow.array(parsed).cast(pyarrow.binary()), pyarrow.array(parsed.reasons()).cast(pyarrow.string()),
-            *(_fields_column(name, parsed, fields) if fields else [])]
+    return parsed, [pyarrow.array(parsed).cast(pyarrow.binary()), pyarrow.array(parsed.reasons()).cast(pyarrow.string())]
 
 
-def _kinds(name: str, fields: Sequence[str]) -> list[str]:
-    if not fields:
-        return []
-    explained = pyarrow.array(bgpdt.explain_many(name, [], fields)).type
-    return [_spark_type(explained.field(field).type) for field in fields]
-
-
-def with_values(frame: "DataFrame", column: str, type: str, *, value: str = "value", reason: str = "reason",
-                fields: Sequence[str] = (), mode: int | None = None) -> "DataFrame":
+def with_values(frame, column, type, *, value="value", reason="reason", fields=(), mode=None):
     """The frame with the values of a column of texts, the reasons of those that are refused, and fields by their names."""
+    from pyspark.sql.types import StructType
+
     names = [value, reason, *fields]
+    kinds = ["binary", "string", *(_SPARK_NAMES[column.type] for column in _fields(type, [], fields))]
 
-    def convert(batches: Iterator[pyarrow.RecordBatch]) -> Iterator[pyarrow.RecordBatch]:
+    def convert(batches):
         for batch in batches:
-            added = _columns(type, batch.column(column), mode, fields)
-            yield pyarrow.RecordBatch.from_arrays([*batch.columns, *added], [*batch.schema.names, *names])
+            parsed, added = _columns(type, batch.column(column), mode)
+            columns = [*batch.columns, *added, *_fields(type, parsed, fields)]
+            yield pyarrow.RecordBatch.from_arrays(columns, [*batch.schema.names, *names])
 
-    from pyspark.sql.types import StructType, _parse_datatype_string
-
-    added = StructType.fromDDL(", ".join(f"`{name}` {kind}" for name, kind in
-                                         zip(names, ["binary", "string", *_kinds(type, fields)])))
+    added = StructType.fromDDL(", ".join(f"`{name}` {kind}" for name, kind in zip(names, kinds)))
     return frame.mapInArrow(convert, StructType([*frame.schema.fields, *added.fields]))
 
 
-def value_of(type: str, mode: int | None = None) -> "Callable[[Column], Column]":
+def value_of(type, mode=None):
     """A function of columns: a text to a struct of its value and, if it is refused, the reason."""
     from pyspark.sql.functions import arrow_udf
 
-    def convert(texts: pyarrow.Array) -> pyarrow.Array:
-        return pyarrow.StructArray.from_arrays(_columns(type, texts, mode, ()), ["value", "reason"])
+    def convert(texts):
+        return pyarrow.StructArray.from_arrays(_columns(type, texts, mode)[1], ["value", "reason"])
 
     return arrow_udf(convert, "value binary, reason string")
