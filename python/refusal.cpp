@@ -129,12 +129,21 @@ Ref new_details(PyObject *self)
                  PyTuple_GetItem(arguments.get(), 1), count > 2 ? PyTuple_GetItem(arguments.get(), 2) : nullptr);
 }
 
+/// None if there is none of the name.
+Ref item(const Ref &dictionary, const char *name)
+{
+    PyObject *const found = PyDict_GetItemWithError(dictionary.get(), text_of(name).get());
+    if (found != nullptr)
+        return another(found);
+    return PyErr_Occurred() == nullptr ? Ref() : throw Raised();
+}
+
 /// All that is known, by name; asked for once.
 Ref details(PyObject *self)
 {
     const Ref dictionary = given(PyObject_GetAttrString(self, "__dict__"));
-    if (PyObject *known = PyDict_GetItemString(dictionary.get(), details_key))
-        return another(known);
+    if (Ref known = item(dictionary, details_key))
+        return known;
     Ref details = new_details(self);
     done(PyDict_SetItemString(dictionary.get(), details_key, details.get()));
     return details;
@@ -142,8 +151,10 @@ Ref details(PyObject *self)
 
 Ref detail(const Ref &details, const char *name)
 {
-    PyObject *found = PyDict_GetItemString(details.get(), name);
-    return found != nullptr ? another(found) : throw Raised();
+    Ref found = item(details, name);
+    if (!found)
+        raise(PyExc_AttributeError, "%s", name);
+    return found;
 }
 
 PyObject *get_detail(PyObject *self, void *name)
