@@ -21,6 +21,7 @@ cmake_dependent_option(BGPDT_LUA_MODULE "Build the module for stock Lua 5.4 (nee
     "BGPDT_HOST;NOT BGPDT_SANITIZE" OFF)
 cmake_dependent_option(BGPDT_SQLITE "Build the extension for SQLite (needs its header, nlohmann-json)" OFF
     "BGPDT_HOST;NOT BGPDT_SANITIZE" OFF)
+cmake_dependent_option(BGPDT_PYTHON "Build the package for Python (needs nlohmann-json)" OFF BGPDT_HOST OFF)
 
 if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release)

@@ -36,7 +36,8 @@ constexpr bgpdt_error plain(int code, std::string_view message)
             .other_types = nullptr,
             .other_type_count = 0,
             .forms = nullptr,
-            .form_count = 0};
+            .form_count = 0,
+            .picture = no_text};
 }
 
 /// By code, from BGPDT_REFUSED on. They stand in for errors for which there is no memory, too.
@@ -72,6 +73,7 @@ struct Told : bgpdt_error {
 
     std::string message_text;
     toolkit::Diagnosis found = {};
+    std::string picture_text = {};
     std::vector<toolkit::KindForm> known_forms = {};
     std::vector<bgpdt_form> form_rows = {};
     std::vector<toolkit::TypeName> known_types = {};
@@ -105,6 +107,8 @@ void Told::diagnose(const toolkit::Diagnosis &diagnosis)
     characters = characters_in(found.text, at, at + length);
     repair = view(found.repair);
     change = change_of(found.change);
+    picture_text = toolkit::underlined(found.text, at, length);
+    picture = view(picture_text);
 }
 
 void Told::add_forms(const std::vector<toolkit::KindForm> &known)

@@ -65,6 +65,14 @@ int bgpdt_open(const bgpdt_options *options, bgpdt_library **library, bgpdt_erro
     });
 }
 
+int bgpdt_load_names(bgpdt_library *library, const char *file, size_t file_size, bgpdt_error **error)
+{
+    return answer({.error = error}, library != nullptr && file != nullptr, [&] {
+        library->session.load_names(std::string(file, file_size));
+        return BGPDT_OK;
+    });
+}
+
 void bgpdt_close(bgpdt_library *library)
 {
     const std::lock_guard lock(opening);

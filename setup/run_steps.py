@@ -49,12 +49,16 @@ STEPS = (
          ("tsan bgpdt_threads_test", "tsan bgpdt_library_threads_test")),
     Step("packages", "programs in C and C++ with what the Debian packages hold, without installing them", ("package",)),
     Step("abi", "libbgpdt's binary interface is the released one, or more"),
+    Step("python", "the package for Python, installed in a clean environment"),
+    Step("python-columns", "(only when named) its columns in pyarrow, polars, DuckDB, pandas and Spark, its types in checkers"),
+    Step("python-everywhere", "(only when named) its wheel on every Python that is there, its sdist, and under ASan"),
     Step("recipes", "(only when named) the suite with an invented type and an invented kind of route key"),
     Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
     Step("size", "(only when named) prints the footprint on the target", ("ppc",)),
 )
 QUICK = ("style", "release", "ppc", "sanitize")
-APART = ("sanitize", "msan", "recipes", "size")  # asan has sanitize's vectors; msan and recipes build for minutes
+# asan has sanitize's vectors; msan, recipes and the last two build or install for minutes
+APART = ("sanitize", "msan", "recipes", "size", "python-columns", "python-everywhere")
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 

@@ -15,7 +15,9 @@ fuzz_packages="$build_packages nlohmann-json3-dev clang libclang-rt-dev llvm"
 target_packages="g++-powerpc-linux-gnu qemu-user dpkg-dev"
 test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googletest clang-format clang-tidy
     g++-i686-linux-gnu abigail-tools valgrind clang-19 libclang-rt-19-dev llvm-19 python3 libyang-tools lua5.4
-    libsqlite3-dev sqlite3 zsh fish mandoc groff-base dpkg-dev file"
+    libsqlite3-dev sqlite3 zsh fish mandoc groff-base dpkg-dev file python3-dev python3-venv"
+
+python_packages="default-jre-headless"
 
 # Installs the Debian packages that are missing.
 need_packages() {

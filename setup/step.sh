@@ -74,6 +74,8 @@ packages)
     (cd "$top/build/package" && cpack --config CPackConfig.cmake -B "$top/build/packages" >/dev/null)
     "$top/tests/install/packages.sh" "$top/build/packages" "$top/build/package/tried"
     ;;
+python) "$top/tests/python/run.sh" core ;;
+python-columns | python-everywhere) "$top/tests/python/run.sh" "${step#python-}" ;;
 recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;
 coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
 fuzz)

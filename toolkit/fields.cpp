@@ -61,6 +61,43 @@ Bytes bare_value(const SYSDT_Record &type, std::uint32_t kind)
     return value;
 }
 
+/// Values that together have all fields.
+std::vector<Bytes> known_values(Session &session, const SYSDT_Record &type)
+{
+    std::vector<Bytes> known{Bytes(value_size(type))};
+    for (const std::string &text : sample_of(type.typeId).texts) {
+        const host::Converted converted = session.parse(type, text, session.mode_for(type));
+        if (converted.ok() && converted.data.size() == value_size(type))
+            known.push_back(converted.data);
+    }
+    for (const Kind &kind : kinds(session, type))
+        known.push_back(bare_value(type, kind.number));
+    return known;
+}
+
+/// The same values with other numbers. What decides of a key's fields stays in some: its sub-kind word, and the route
+/// type behind that.
+std::vector<Bytes> varied(const SYSDT_Record &type, const std::vector<Bytes> &values)
+{
+    std::vector<Bytes> all;
+    for (const Bytes &value : values) {
+        for (const std::size_t kept : {std::size_t{0}, std::size_t{4}, std::size_t{5}}) {
+            Bytes &other = all.emplace_back(value);
+            std::fill(other.begin() + static_cast<std::ptrdiff_t>(std::min(kept, value_size(type))), other.end(),
+                      std::uint8_t{0xff});
+        }
+    }
+    return all;
+}
+
+/// Those that are no number in this value are none in every value.
+void note_texts(std::vector<KnownField> &known, std::span<const NamedValue> values)
+{
+    for (const NamedValue &value : values)
+        if (const auto found = std::ranges::find(known, value.name, &KnownField::name); found != known.end())
+            found->number = found->number && value.number.has_value();
+}
+
 std::string text_in(std::span<const NamedValue> values, const std::string &name)
 {
     const auto found = std::ranges::find(values, name, &NamedValue::name);
@@ -93,21 +130,25 @@ std::vector<NamedValue> named_values(Session &session, const SYSDT_Record &type,
 
 std::vector<std::string> field_names(Session &session, const SYSDT_Record &type)
 {
-    std::vector<Bytes> known{Bytes(value_size(type))};
-    for (const std::string &text : sample_of(type.typeId).texts) {
-        const host::Converted converted = session.parse(type, text, session.mode_for(type));
-        if (converted.ok() && converted.data.size() == value_size(type))
-            known.push_back(converted.data);
-    }
-    for (const Kind &kind : kinds(session, type))
-        known.push_back(bare_value(type, kind.number));
     std::vector<std::string> names;
-    for (const Bytes &value : known) {
+    for (const Bytes &value : known_values(session, type)) {
         for (const NamedValue &field : named_values(session, type, value))
             if (std::ranges::find(names, field.name) == names.end())
                 names.push_back(field.name);
     }
     return names;
+}
+
+std::vector<KnownField> known_fields(Session &session, const SYSDT_Record &type)
+{
+    std::vector<KnownField> known;
+    for (const std::string &name : field_names(session, type))
+        known.push_back({name, true});
+    const std::vector<Bytes> values = known_values(session, type);
+    for (const std::vector<Bytes> &some : {values, varied(type, values)})
+        for (const Bytes &value : some)
+            note_texts(known, named_values(session, type, value));
+    return known;
 }
 
 void require_field(const SYSDT_Record &type, const std::string &name, std::span<const std::string> known)

@@ -23,6 +23,14 @@ std::vector<NamedValue> named_values(Session &session, const SYSDT_Record &type,
 /// Those that values of the type may have, of whatever kind.
 std::vector<std::string> field_names(Session &session, const SYSDT_Record &type);
 
+struct KnownField {
+    std::string name;
+    bool number; ///< in every value that has it
+};
+
+/// The same, and which of them are numbers.
+std::vector<KnownField> known_fields(Session &session, const SYSDT_Record &type);
+
 /// @throws Error if the name is not among the known ones of the type
 void require_field(const SYSDT_Record &type, const std::string &name, std::span<const std::string> known);
 

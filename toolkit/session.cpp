@@ -58,18 +58,21 @@ Settings with_plugin(Settings settings)
 
 Session::Session(Settings settings) : settings_(with_plugin(std::move(settings))), host_(settings_.plugin)
 {
-    load_names();
+    if (!settings_.names.empty())
+        host_.load_names(settings_.names);
 }
 
 Session::Session(Settings settings, const host::LinkedPlugin &plugin) : settings_(std::move(settings)), host_(plugin)
 {
-    load_names();
-}
-
-void Session::load_names()
-{
     if (!settings_.names.empty())
         host_.load_names(settings_.names);
+}
+
+void Session::load_names(const std::string &file)
+{
+    std::string loaded = file;
+    host_.load_names(file);
+    settings_.names = std::move(loaded);
 }
 
 const SYSDT_Record &Session::type(std::string_view name) const

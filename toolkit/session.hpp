@@ -35,6 +35,10 @@ public:
     /// As they were given, but for the plug-in's file, which is the one that was loaded.
     const Settings &settings() const { return settings_; }
 
+    /// Other names in place of those there were; no conversion meanwhile.
+    /// @throws host::HostError; the names are then those from before
+    void load_names(const std::string &file);
+
     /// The record of that name, in any case.
     /// @throws Error with names like it
     const SYSDT_Record &type(std::string_view name) const;
@@ -46,9 +50,7 @@ public:
     std::uint8_t mode_for(const SYSDT_Record &type) const;
 
 private:
-    void load_names();
-
-    const Settings settings_;
+    Settings settings_;
     host::Host host_;
 };
 

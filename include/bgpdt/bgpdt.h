@@ -86,6 +86,8 @@ typedef struct bgpdt_error {
     size_t other_type_count;       /**< How many they are. */
     const bgpdt_form *forms;       /**< What the type takes, of types whose forms differ much. */
     size_t form_count;             /**< How many they are. */
+    /** Of a refused text: two lines, the text or its part around the place, and "^~~" below that. */
+    bgpdt_text picture;
 } bgpdt_error;
 
 /** Releases an error. Null is none. */
@@ -171,6 +173,14 @@ typedef struct bgpdt_info {
  * @param error    receives why not; may be null
  */
 BGPDT_API int bgpdt_open(const bgpdt_options *options, bgpdt_library **library, bgpdt_error **error);
+
+/**
+ * Loads other names for the name-index types in place of those there are. No other function of the library may run
+ * meanwhile.
+ *
+ * @param error  receives what is wrong with the file; the names are then those from before; may be null
+ */
+BGPDT_API int bgpdt_load_names(bgpdt_library *library, const char *file, size_t file_size, bgpdt_error **error);
 
 /** Closes the library as often as it was opened. Its types are gone with the last time. Null is none. */
 BGPDT_API void bgpdt_close(bgpdt_library *library);
@@ -272,6 +282,39 @@ BGPDT_API int bgpdt_explain(const bgpdt_type *type, const uint8_t *value, size_t
  */
 BGPDT_API int bgpdt_field(const bgpdt_type *type, const uint8_t *value, size_t value_size, const char *name,
                           size_t name_size, char **text, size_t *text_size, bgpdt_error **error);
+
+/** A field by its name. */
+typedef struct bgpdt_named_field {
+    bgpdt_text name;
+    bgpdt_text text; /**< What it says. */
+    int32_t code;    /**< BGPDT_NUMBER for a field that is a number and stands for nothing else, else BGPDT_OK. */
+} bgpdt_named_field;
+
+/** Fields in the order of their bytes. */
+typedef struct bgpdt_fields {
+    size_t struct_size;
+    const bgpdt_named_field *rows;
+    size_t count;
+} bgpdt_fields;
+
+/** Releases fields. Null is none. */
+BGPDT_API void bgpdt_fields_free(bgpdt_fields *fields);
+
+/**
+ * All fields of the value, as bgpdt_field gives them one by one; unused entries of a list are left out.
+ *
+ * @param fields  receives them, to be released with bgpdt_fields_free
+ */
+BGPDT_API int bgpdt_fields_of(const bgpdt_type *type, const uint8_t *value, size_t value_size, bgpdt_fields **fields,
+                              bgpdt_error **error);
+
+/**
+ * The fields that values of the type may have, of whatever kind: without texts, and of a list for as many entries as the
+ * type's samples have. One has the code BGPDT_NUMBER that is such a number in every value that has it.
+ *
+ * @param fields  receives them, to be released with bgpdt_fields_free
+ */
+BGPDT_API int bgpdt_known_fields(const bgpdt_type *type, bgpdt_fields **fields, bgpdt_error **error);
 
 /** Bytes in hexadecimal to a value: "0x" may stand in front, blanks, ':', '_' and '-' between bytes. */
 BGPDT_API int bgpdt_from_hex(const bgpdt_type *type, const char *hex, size_t hex_size, uint8_t *value,

@@ -50,6 +50,8 @@ TEST_F(Arguments, Opening)
     expect_no_sense(bgpdt_find(library_.get(), nullptr, 5, &found, error_.out()));
     expect_no_sense(bgpdt_find(library_.get(), "VRFRD", 5, nullptr, error_.out()));
     EXPECT_EQ(bgpdt_find(library_.get(), nullptr, 0, &found, error_.out()), BGPDT_NO_TYPE);
+    expect_no_sense(bgpdt_load_names(nullptr, "x", 1, error_.out()));
+    expect_no_sense(bgpdt_load_names(library_.get(), nullptr, 1, error_.out()));
     EXPECT_EQ(bgpdt_in_mode(nullptr, 0, &found), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_in_mode(type_, 0, nullptr), BGPDT_NO_SENSE);
 }
@@ -107,6 +109,13 @@ TEST_F(Arguments, Tables)
     expect_no_sense(bgpdt_field(type_, value_.data(), 12, nullptr, 1, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_field(type_, value_.data(), 12, "", 0, nullptr, &size_, error_.out()));
     EXPECT_EQ(bgpdt_field(type_, value_.data(), 12, nullptr, 0, &json_, nullptr, nullptr), BGPDT_NO_FIELD);
+    bgpdt_fields *fields = nullptr;
+    expect_no_sense(bgpdt_fields_of(nullptr, value_.data(), 12, &fields, error_.out()));
+    expect_no_sense(bgpdt_fields_of(type_, nullptr, 12, &fields, error_.out()));
+    expect_no_sense(bgpdt_fields_of(type_, value_.data(), 12, nullptr, error_.out()));
+    expect_no_sense(bgpdt_known_fields(nullptr, &fields, error_.out()));
+    expect_no_sense(bgpdt_known_fields(type_, nullptr, error_.out()));
+    bgpdt_fields_free(nullptr);
     expect_no_sense(bgpdt_table(nullptr, value_.data(), 12, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_table(type_, nullptr, 12, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_table(type_, value_.data(), 12, nullptr, &size_, error_.out()));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <random>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -60,6 +61,7 @@ TEST_F(Interface, ARefusalHasItsReason)
     EXPECT_EQ(error_->length, 5U);
     EXPECT_EQ(parsed(rd_, string_of(error_->repair)).size(), value.size());
     EXPECT_EQ(error_->repair.data[error_->repair.size], '\0');
+    EXPECT_EQ(string_of(error_->picture), "  192.0.2.1:70000\n            ^~~~~\n");
 }
 
 TEST_F(Interface, WhatARepairMakesOfTheValue)
@@ -280,6 +282,76 @@ TEST_F(Interface, FieldsByTheirNames)
     EXPECT_EQ(field(rd_, rd_value, "admin", BGPDT_NO_FIELD), "no such field");
     EXPECT_EQ(string_of(error_->message), "VRFRD has no field admin (did you mean administrator?)");
     EXPECT_EQ(field(rd_, Bytes(11), "administrator", BGPDT_REFUSED), "no such field");
+}
+
+/// A field's name, and what it says; a number behind "= ".
+std::string words_for(const bgpdt_named_field &field)
+{
+    return string_of(field.name) + (field.code == BGPDT_NUMBER ? "= " : ": ") + string_of(field.text);
+}
+
+struct Fields {
+    ~Fields() { bgpdt_fields_free(fields); }
+    std::vector<std::string> words() const
+    {
+        std::vector<std::string> words;
+        for (std::size_t i = 0; i < fields->count; ++i)
+            words.push_back(words_for(fields->rows[i]));
+        return words;
+    }
+    bgpdt_fields *fields = nullptr;
+};
+
+TEST_F(Interface, AllFieldsAtOnce)
+{
+    Fields all;
+    ASSERT_EQ(bgpdt_fields_of(rd_, rd_value.data(), rd_value.size(), &all.fields, error_.out()), BGPDT_OK);
+    EXPECT_EQ(all.fields->struct_size, sizeof(bgpdt_fields));
+    EXPECT_EQ(all.words(), (std::vector<std::string>{"type code: 0x0001", "administrator: 192.0.2.1",
+                                                     "assigned number= 7", "text form: IPv4 address and number"}));
+    Fields none;
+    EXPECT_EQ(bgpdt_fields_of(rd_, rd_value.data(), 11, &none.fields, error_.out()), BGPDT_REFUSED);
+    EXPECT_EQ(none.fields, nullptr);
+}
+
+TEST_F(Interface, FieldsThatValuesMayHave)
+{
+    Fields known;
+    ASSERT_EQ(bgpdt_known_fields(rd_, &known.fields, error_.out()), BGPDT_OK);
+    EXPECT_EQ(known.words(),
+              (std::vector<std::string>{"type code: ", "administrator: ", "assigned number= ", "text form: "}));
+}
+
+/// Which fields are numbers holds for values of any bytes.
+TEST_F(Interface, AFieldThatIsANumberIsOneInEveryValue)
+{
+    std::mt19937 random(1);
+    std::size_t numbers = 0;
+    for (std::size_t i = 0; i < bgpdt_type_count(library_.get()); ++i) {
+        const bgpdt_type *const type = bgpdt_type_at(library_.get(), i);
+        Fields known;
+        ASSERT_EQ(bgpdt_known_fields(type, &known.fields, nullptr), BGPDT_OK);
+        for (int round = 0; round < 300; ++round) {
+            Bytes value(size_of(type));
+            for (std::uint8_t &byte : value)
+                byte = static_cast<std::uint8_t>(random() % 4 == 0 ? random() : random() % 10);
+            std::fill_n(value.begin(), std::min<std::size_t>(3, value.size()),
+                        std::uint8_t{0}); // a sub-kind that there is
+            Fields fields;
+            ASSERT_EQ(bgpdt_fields_of(type, value.data(), value.size(), &fields.fields, nullptr), BGPDT_OK);
+            for (const std::string &word : fields.words()) {
+                const auto is_it = [name = word.substr(0, word.find_first_of(":="))](const std::string &other) {
+                    return other == name + "= ";
+                };
+                const auto rows = known.words();
+                if (std::ranges::any_of(rows, is_it)) {
+                    ++numbers;
+                    EXPECT_NE(word.find("= "), std::string::npos) << string_of(bgpdt_about(type)->name) << " " << word;
+                }
+            }
+        }
+    }
+    EXPECT_GT(numbers, 1000U);
 }
 
 TEST_F(Interface, WhatIsKnownOfTypes)

@@ -230,6 +230,30 @@ TEST_F(LibraryWithoutMemory, Bytes)
     EXPECT_GT(refuse_in(on_value(bgpdt_swap, library_.type("ASNUM"), 7)), 3);
 }
 
+TEST_F(LibraryWithoutMemory, FieldLists)
+{
+    const auto names = [](int code, bgpdt_fields *fields, bgpdt_error *error, Answer &answer) {
+        answer.keep(code, error);
+        if (code == BGPDT_OK)
+            answer.keep(fields->rows[fields->count - 1].name.data, fields->rows[fields->count - 1].name.size);
+        bgpdt_fields_free(fields);
+    };
+    const bgpdt_type *const type = library_.type("VRFRD");
+    int met = refuse_in([&, value = value("VRFRD", "1:1")](Answer &answer) {
+        bgpdt_fields *fields = nullptr;
+        bgpdt_error *error = nullptr;
+        const int code = bgpdt_fields_of(type, value.data(), value.size(), &fields, &error);
+        names(code, fields, error, answer);
+    });
+    met += refuse_in([&](Answer &answer) {
+        bgpdt_fields *fields = nullptr;
+        bgpdt_error *error = nullptr;
+        const int code = bgpdt_known_fields(type, &fields, &error);
+        names(code, fields, error, answer);
+    });
+    EXPECT_GT(met, 50);
+}
+
 TEST_F(LibraryWithoutMemory, FindingTypes)
 {
     EXPECT_GT(refuse_in([library = library_.get()](Answer &answer) {

@@ -58,5 +58,25 @@ TEST(Opening, WithNames)
     static_cast<void>(std::remove(file.c_str()));
 }
 
+TEST(Opening, OtherNames)
+{
+    const Library library;
+    const bgpdt_type *const type = library.type("PDID2PDNAME");
+    const std::string file = testing::TempDir() + "bgpdt_other_names";
+    const auto load = [&](const char *content, Error &error) {
+        std::ofstream(file) << content;
+        return bgpdt_load_names(library.get(), file.data(), file.size(), error.out());
+    };
+    Error error;
+    EXPECT_EQ(load("7 red\n", error), BGPDT_OK);
+    EXPECT_EQ(printed(type, {0, 0, 0, 7}), "red");
+    EXPECT_EQ(load("7 blue\n", error), BGPDT_OK);
+    EXPECT_EQ(printed(type, {0, 0, 0, 7}), "blue");
+    EXPECT_EQ(load("seven green\n", error), BGPDT_NO_PLUGIN);
+    EXPECT_NE(string_of(error->message).find("\"seven\" is no index"), std::string::npos);
+    EXPECT_EQ(printed(type, {0, 0, 0, 7}), "blue");
+    static_cast<void>(std::remove(file.c_str()));
+}
+
 } // namespace
 } // namespace bgpdt::test

@@ -5,11 +5,11 @@
 set -eu
 cd "$1"
 below=' host:bgp_datatype toolkit:bgp_datatype toolkit:host library:bgp_datatype library:bgpdt library:host library:toolkit grammar:bgp_datatype grammar:host '
-fronts=' tool:grammar tool:host tool:library tool:toolkit lua:bgpdt lua:library lua:toolkit sqlite:bgpdt '
+fronts=' tool:grammar tool:host tool:library tool:toolkit lua:bgpdt lua:library lua:toolkit sqlite:bgpdt python:bgpdt '
 pairs=$(mktemp)
 trap 'rm -f "$pairs"' EXIT
 
-grep -H '^#include ".*[.]h' host/*.?pp toolkit/*.?pp library/*.?pp grammar/*.?pp tool/*.?pp lua/*.?pp sqlite/*.?pp | sed 's/:#include "\([^"]*\)".*/ \1/' |
+grep -H '^#include ".*[.]h' host/*.?pp toolkit/*.?pp library/*.?pp grammar/*.?pp tool/*.?pp lua/*.?pp sqlite/*.?pp python/*.?pp | sed 's/:#include "\([^"]*\)".*/ \1/' |
     while read -r file included; do
         [ ! -e "${file%/*}/$included" ] || included=${file%/*}/$included
         echo "${file%.?pp} ${included%.?pp}"
