@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-/// @file
-/// The front for JavaScript, libbgpdt behind functions that WebAssembly can export: JavaScript writes what a call is
-/// given into room that it asks for, and reads what is answered. A negative code is answered with JSON of the
-/// bgpdt_error. Values are in the target's byte order.
+#include "module.hpp"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -15,7 +13,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "bgpdt/bgpdt.h"
 #include "library/answer.hpp"
 #include "toolkit/conversions.hpp"
 #include "toolkit/fields.hpp"
@@ -28,9 +25,9 @@
 #include "toolkit/type_aliases.hpp"
 
 #ifdef __wasm__
-#define BGPDT_EXPORT(name) extern "C" [[clang::export_name(#name)]]
+#define BGPDT_EXPORT(name) [[clang::export_name(#name)]]
 #else
-#define BGPDT_EXPORT(name) extern "C"
+#define BGPDT_EXPORT(name)
 #endif
 
 using namespace bgpdt;
@@ -163,14 +160,12 @@ int answer_value(const bgpdt_type *type, const Work &work)
 
 // ------------------------------------------------------------------------------------------------ what goes in and out
 
-/// Room for what the next call is given.
 BGPDT_EXPORT(given) char *bgpdt_web_given(std::size_t size)
 {
     given.resize(size);
     return given.data();
 }
 
-/// What the last call answered, if it answered more than a code.
 BGPDT_EXPORT(answered) const char *bgpdt_web_answered() { return answered.data(); }
 BGPDT_EXPORT(answered_size) std::size_t bgpdt_web_answered_size() { return answered.size(); }
 
@@ -181,7 +176,6 @@ BGPDT_EXPORT(open) int bgpdt_web_open()
     return answer([](bgpdt_error **error) { return bgpdt_open(nullptr, &opened, error); });
 }
 
-/// All types in the order of their registration, as the tool describes them.
 BGPDT_EXPORT(types) int bgpdt_web_types()
 {
     return answer_json(nullptr, [] {
@@ -197,7 +191,6 @@ BGPDT_EXPORT(types) int bgpdt_web_types()
     });
 }
 
-/// The type of the number in a mode of conversion, in its usual one for a negative mode; null beyond the last.
 BGPDT_EXPORT(type) const bgpdt_type *bgpdt_web_type(std::size_t index, int mode)
 {
     const bgpdt_type *type = bgpdt_type_at(opened, index);
@@ -206,7 +199,6 @@ BGPDT_EXPORT(type) const bgpdt_type *bgpdt_web_type(std::size_t index, int mode)
     return type;
 }
 
-/// The number of the type that has the given name, or that people call so.
 BGPDT_EXPORT(find) int bgpdt_web_find()
 {
     const std::string meant = toolkit::type_of_alias(given);
@@ -221,7 +213,6 @@ BGPDT_EXPORT(find) int bgpdt_web_find()
     });
 }
 
-/// The names of the types that take the given text, the likeliest first.
 BGPDT_EXPORT(guess) int bgpdt_web_guess()
 {
     return answer_json(nullptr, [] {
@@ -241,7 +232,6 @@ BGPDT_EXPORT(parse) int bgpdt_web_parse(const bgpdt_type *type)
     });
 }
 
-/// As parse, without a reason.
 BGPDT_EXPORT(try_parse) int bgpdt_web_try_parse(const bgpdt_type *type)
 {
     return answer_value(type, [type](Value &value, bgpdt_error ** /*error*/) {
@@ -290,7 +280,6 @@ BGPDT_EXPORT(from_hex) int bgpdt_web_from_hex(const bgpdt_type *type)
     });
 }
 
-/// The value with its numbers in little-endian order, which WebAssembly has.
 BGPDT_EXPORT(to_native) int bgpdt_web_to_native(const bgpdt_type *type)
 {
     return answer([type](bgpdt_error ** /*error*/) {
@@ -302,7 +291,6 @@ BGPDT_EXPORT(to_native) int bgpdt_web_to_native(const bgpdt_type *type)
     });
 }
 
-/// The router's order of two values, that is given one behind the other: answers 1, 2 or 3 for -1, 0 or 1.
 BGPDT_EXPORT(compare) int bgpdt_web_compare(const bgpdt_type *type)
 {
     return answer([type](bgpdt_error **error) {
@@ -314,7 +302,6 @@ BGPDT_EXPORT(compare) int bgpdt_web_compare(const bgpdt_type *type)
     });
 }
 
-/// The order in which they are sorted, likewise.
 BGPDT_EXPORT(order) int bgpdt_web_order(const bgpdt_type *type)
 {
     const Two values(size_of(type));
@@ -342,7 +329,9 @@ BGPDT_EXPORT(differences) int bgpdt_web_differences(const bgpdt_type *type)
 {
     return answer_json(type, [type] {
         const Two values(size_of(type));
-        const auto differences = toolkit::differences(fields_of(type, values.first), fields_of(type, values.second));
+        const auto first = fields_of(type, values.first);
+        const auto second = fields_of(type, values.second);
+        const auto differences = toolkit::differences(first, second);
         return toolkit::differences_json(type->record, differences)["differences"];
     });
 }
@@ -354,7 +343,6 @@ BGPDT_EXPORT(table) int bgpdt_web_table(const bgpdt_type *type)
     });
 }
 
-/// The script table as Lua writes it.
 BGPDT_EXPORT(lua) int bgpdt_web_lua(const bgpdt_type *type)
 {
     return answer([type](bgpdt_error **error) {

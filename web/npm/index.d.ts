@@ -165,8 +165,10 @@ export function parse(type: string, text: string, options?: Options): Uint8Array
 export function tryParse(type: string, text: string, options?: Options): Uint8Array | undefined;
 /** Why a text is refused; undefined if it is taken. */
 export function why(type: string, text: string, options?: Options): Refusal | undefined;
-/** A value to text. Throws a {@link Refusal}. */
+/** A value to text; what is no UTF-8 in it becomes U+FFFD. Throws a {@link Refusal}. */
 export function print(type: string, value: Uint8Array, options?: Options): string;
+/** The text as bytes; in some modes, bytes that are no text. */
+export function printBytes(type: string, value: Uint8Array, options?: Options): Uint8Array;
 /** Throws a {@link Refusal} if the router does not allow the value. */
 export function check(type: string, value: Uint8Array): void;
 /** The value with the byte order of its numbers reversed as the router does it. */

@@ -113,10 +113,12 @@ function ask(call, name, values, options) {
     return required(engine.call(call, values, of));
 }
 
-export function print(name, value, options) {
+export function printBytes(name, value, options) {
     ask('print', name, [value], options);
-    return engine.text();
+    return engine.bytes();
 }
+
+export const print = (name, value, options) => decode(printBytes(name, value, options));
 
 export function check(name, value) {
     ask('check', name, [value]);

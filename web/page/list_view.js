@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Many values, a line each, as a table: what they are, and why some are none.
-import { fields, guess, print, Refusal, toHex, tryParse, why } from '../npm/index.js';
+import { fields, guess, Refusal, toHex, tryParse, why } from '../npm/index.js';
 import { breathe, download, fill, h, tell } from './dom.js';
+import { shownText } from './reading.js';
 import { anyType } from './type_box.js';
 
 const rowsPerPage = 100;
@@ -12,22 +13,17 @@ const asked = 50;
 
 const linesOf = (text) => text.replace(/\r?\n$/, '').split(/\r?\n/);
 
-/** The type that takes the most of the first lines. */
+/** The likeliest type of the first lines: each speaks for the types that take it, the likeliest the loudest. */
 export function typeOfList(lines) {
     const votes = new Map();
-    for (const line of lines.slice(0, asked)) {
-        guess(line).forEach((name, place) => {
-            const vote = votes.get(name) ?? { lines: 0, places: 0 };
-            votes.set(name, { lines: vote.lines + 1, places: vote.places + place });
-        });
-    }
-    const ranked = [...votes].sort(([, a], [, b]) => b.lines - a.lines || a.places - b.places);
-    return ranked[0]?.[0];
+    for (const line of lines.slice(0, asked))
+        guess(line).forEach((name, place) => votes.set(name, (votes.get(name) ?? 0) + 1 / (1 + place)));
+    return [...votes].sort(([, first], [, second]) => second - first)[0]?.[0];
 }
 
 function textOf(name, value) {
     try {
-        return print(name, value);
+        return shownText(name, value);
     } catch (error) {
         if (!(error instanceof Refusal)) throw error;
         return '';

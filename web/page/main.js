@@ -11,7 +11,10 @@ import { samplesView } from './samples_view.js';
 import { anyType, TypeBox } from './type_box.js';
 import { valueView } from './value_view.js';
 
-let state = stateOf(location.hash);
+/** What is shown to whoever comes without a link. */
+const example = '#text=64496:100';
+
+let state = stateOf(location.hash || example);
 /** Raised with every change: what is found for an older state is not shown. */
 let version = 0;
 
@@ -86,41 +89,38 @@ function showValue() {
     const name = typeFor(state.text);
     showTaken(name);
     if (state.text === '') return fill(places.result);
-    if (name === undefined) return showNearest(places.result, 'text');
+    if (name === undefined) return showNearest(state.text);
     const { value, refusal } = reading(name, state.text);
     fill(places.result, value ? valueView(name, value) : refusalView(refusal, take('text'), choose));
     tell(value ? `A value of ${name}` : `Refused: ${refusal.reason || refusal.message}`);
 }
 
 /** How far a repair is from what was written: another spelling is nearer than another value. */
-const distance = { spelling: 0, example: 1, value: 2 };
-const byDistance = (first, second) => distance[first.refusal.change] - distance[second.refusal.change] || first.refusal.length - second.refusal.length;
+const distance = { spelling: 0, value: 1, example: 2 };
+const byDistance = (first, second) => distance[first.change] - distance[second.change];
 
 /** No type takes the text: what the types would take instead, the nearest first. */
-async function showNearest(place, key) {
+async function showNearest(text) {
     const now = version;
-    const text = state[key];
-    const near = [];
-    fill(place, h('p.note', {}, 'No type takes this text …'));
+    const near = new Map();
+    fill(places.result, h('p.note', {}, 'No type takes this text …'));
     for (const { name, operations } of types()) {
         await breathe();
         if (now !== version) return;
         const refusal = operations.includes('parse') ? why(name, text) : undefined;
-        if (refusal?.repair !== undefined) near.push({ name, refusal });
+        if (refusal?.repair !== undefined && !near.has(refusal.repair)) near.set(refusal.repair, refusal);
     }
-    fill(place, nearestView(near.sort(byDistance).slice(0, 3), key));
+    fill(places.result, nearestView([...near.values()].sort(byDistance).slice(0, 3), text));
     tell('No type takes this text');
 }
 
-function nearestView(near, key) {
-    return h(
-        'div.refusal',
-        {},
-        h('p.reason', {}, near.length > 0 ? 'No type takes this text. Near to it are:' : 'No type takes this text, nor one near to it.'),
-        near.map(({ name, refusal }) =>
-            h('section.near', {}, h('h3', {}, typeButton(name, choose)), refusalView(refusal, take(key), choose)),
-        ),
-    );
+/** @param near  refusals with unlike repairs, each told in the words of the likeliest type that takes its repair */
+function nearestView(near, text) {
+    const told = near.map(({ repair }) => guess(repair)[0]).filter((name, at, names) => name && names.indexOf(name) === at);
+    return [
+        h('p.note.nearest', {}, told.length > 0 ? 'No type takes this text. Near to it are texts of' : 'No type takes this text, nor one near to it.'),
+        told.map((name) => h('section.near', {}, h('h3', {}, typeButton(name, choose)), refusalView(why(name, text), take('text'), choose))),
+    ];
 }
 
 function showCompare() {
@@ -230,7 +230,7 @@ function build() {
     });
     byId('theme').addEventListener('click', turnTheme);
     addEventListener('hashchange', () => {
-        state = stateOf(location.hash);
+        state = stateOf(location.hash || example);
         show();
     });
 }

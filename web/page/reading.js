@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What is written as a value: text; bytes in hexadecimal behind 0x; a script table as JSON.
-import { fields, fromHex, fromTable, parse, Refusal, tryParse, type } from '../npm/index.js';
+import { fields, fromHex, fromTable, parse, printBytes, Refusal, tryParse, type } from '../npm/index.js';
 import { parseJson } from '../npm/json.js';
 
 const isBytes = (text) => /^\s*0x/i.test(text);
@@ -30,6 +30,17 @@ export function reading(name, text) {
     } catch (error) {
         if (!(error instanceof Refusal)) throw error;
         return { name, text, refusal: error };
+    }
+}
+
+/** What the value prints as; bytes that are no text as "\\x1b". */
+export function shownText(name, value) {
+    const bytes = printBytes(name, value);
+    const escaped = (character) => `\\x${character.charCodeAt(0).toString(16).padStart(2, '0')}`;
+    try {
+        return new TextDecoder('utf-8', { fatal: true }).decode(bytes).replace(/[\0-\x1f\x7f]/g, escaped);
+    } catch {
+        return String.fromCharCode(...bytes).replace(/[^ -~]/g, escaped);
     }
 }
 

@@ -44,14 +44,11 @@ function typesOf(refusal, choose) {
     );
 }
 
-/** A type that can be chosen. */
+/** A type that can be chosen, by what it is in words. */
 export function typeButton(name, choose, pressed) {
-    return h(
-        'button.chip',
-        { type: 'button', title: type(name).about, 'aria-pressed': pressed === undefined ? undefined : String(pressed), onclick: () => choose(name) },
-        h('b', {}, name),
-        h('span', {}, type(name).about),
-    );
+    const attributes = { type: 'button', title: name, onclick: () => choose(name) };
+    if (pressed !== undefined) attributes['aria-pressed'] = String(pressed);
+    return h('button.chip', attributes, type(name).about);
 }
 
 function formsOf(refusal, repair) {

@@ -6,7 +6,7 @@ import { samplesOf } from './reading.js';
 import { anyType } from './type_box.js';
 
 /** More of them are behind a click. */
-const fewSamples = 8;
+const fewSamples = 4;
 
 /** Of types that people have at hand. */
 const firstOf = ['COMMUNITY', 'LARGECOMMUNITY', 'VRFRD', 'VRFRT', 'EVNPREFIX', 'TIME_RANGE'];

@@ -3,6 +3,7 @@
 import { explain, littleEndian, lua, toHex } from '../npm/index.js';
 import { jsonText } from '../npm/json.js';
 import { copyButton, fill, h, roving } from './dom.js';
+import { shownText } from './reading.js';
 
 /** Longer rows of bytes that are all alike are counted. */
 const longestRow = 24;
@@ -58,12 +59,12 @@ function blockOf(part, bytes, index) {
 function rowOf(part, bytes, index) {
     return h(
         part.name === undefined ? 'tr.unnamed' : 'tr',
-        { 'data-part': index },
-        h('td.range', {}, range(part)),
-        h('th', { scope: 'row' }, nameOf(part)),
-        h('td.content', {}, contentOf(part)),
-        h('td.meaning', {}, part.meaning),
-        h('td.octets', {}, hexText(bytes)),
+        { 'data-part': index, role: 'row', tabIndex: -1 },
+        h('td.range', { role: 'cell' }, range(part)),
+        h('th', { role: 'rowheader', scope: 'row' }, nameOf(part)),
+        h('td.content', { role: 'cell' }, contentOf(part)),
+        h('td.meaning', { role: 'cell' }, part.meaning),
+        h('td.octets', { role: 'cell' }, hexText(bytes)),
     );
 }
 
@@ -150,21 +151,16 @@ function fact(name, text) {
     return [h('dt', {}, name), h('dd', {}, h('code', {}, text), copyButton(text, `Copy ${name.toLowerCase()}`))];
 }
 
+/** Each element says what it is: on a phone it is laid out as something else. */
 function fieldsTable(explanation, bytes) {
     const heads = ['Bytes', 'Field', 'Value', 'Meaning', 'Hexadecimal'];
     const rows = explanation.parts.map((part, index) =>
         rowOf(part, bytes.subarray(part.offset, part.offset + part.size), String(index)),
     );
-    for (const row of rows) row.tabIndex = -1;
-    const body = h('tbody', {}, rows);
+    const body = h('tbody', { role: 'rowgroup' }, rows);
     roving(body, 'tr', ['ArrowUp', 'ArrowDown']);
-    return h(
-        'table.fields',
-        {},
-        h('caption.unseen', {}, 'Fields'),
-        h('thead', {}, h('tr', {}, heads.map((head) => h('th', { scope: 'col' }, head)))),
-        body,
-    );
+    const head = heads.map((name) => h('th', { role: 'columnheader', scope: 'col' }, name));
+    return h('table.fields', { role: 'table', 'aria-label': 'Fields' }, h('thead', { role: 'rowgroup' }, h('tr', { role: 'row' }, head)), body);
 }
 
 /** What bytes stand where, in the byte order that is chosen. */
@@ -201,7 +197,7 @@ export function valueView(name, value) {
             {},
             explanation.text === null
                 ? [h('dt', {}, 'Text'), h('dd.note', {}, `none: ${explanation.no_text}`)]
-                : fact('Text', explanation.text),
+                : fact('Text', shownText(name, value)),
             fact('Hex', toHex(value)),
         ),
         layoutView(name, value, explanation),
