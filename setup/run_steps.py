@@ -50,10 +50,12 @@ STEPS = (
     Step("abi", "libbgpdt's binary interface is the released one, or more"),
     Step("recipes", "(only when named) the suite with an invented type and an invented kind of route key"),
     Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
+    Step("web", "(only when named) WebAssembly answers as the native build, its npm package and its page work",
+         ("release bgpdt_web_answers",)),
     Step("size", "(only when named) prints the footprint on the target", ("ppc",)),
 )
 QUICK = ("style", "release", "ppc", "sanitize")
-APART = ("sanitize", "msan", "recipes", "size")  # asan has sanitize's vectors; msan and recipes build for minutes
+APART = ("sanitize", "msan", "recipes", "web", "size")  # asan has sanitize's vectors; msan, recipes and web build for minutes
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 
@@ -84,7 +86,7 @@ def tree_hash() -> str:
     """Of all files of the project, and of what the environment says to the tests."""
     total = hashlib.sha256()
     for folder, folders, files in os.walk(TOP):
-        folders[:] = sorted(f for f in folders if f not in (".git", "build", "__pycache__"))
+        folders[:] = sorted(f for f in folders if f not in (".git", "build", "node_modules", "__pycache__"))
         for name in sorted(files):
             path = Path(folder, name)
             total.update(str(path.relative_to(TOP)).encode() + b"\0")

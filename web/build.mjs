@@ -33,8 +33,7 @@ function makePackage() {
 async function script() {
     const made = {
         name: 'made-package',
-        setup: (builder) =>
-            builder.onResolve({ filter: /^\.\/wasm\.js$/ }, () => ({ path: resolve(npm, 'wasm.js') })),
+        setup: (builder) => builder.onResolve({ filter: /^\.\/wasm\.js$/ }, () => ({ path: resolve(npm, 'wasm.js') })),
     };
     const bundle = await build({
         entryPoints: [join(here, 'page', 'main.js')],
@@ -71,7 +70,10 @@ function policy(styles, scripts) {
 async function makePage() {
     const parts = { style: await style(), script: await script() };
     parts.policy = policy(parts.style, parts.script);
-    const page = readFileSync(join(here, 'page', 'index.html'), 'utf8').replace(/@(policy|style|script)@/g, (_all, part) => parts[part]);
+    const page = readFileSync(join(here, 'page', 'index.html'), 'utf8').replace(
+        /@(policy|style|script)@/g,
+        (_all, part) => parts[part],
+    );
     writeFileSync(join(out, 'playground.html'), page);
     return page;
 }
@@ -79,4 +81,5 @@ async function makePage() {
 makePackage();
 const page = await makePage();
 const sizes = { module: readFileSync(module), 'module, compressed': wasm, page, 'page, compressed': compressed(page) };
-for (const [name, content] of Object.entries(sizes)) console.log(`${name}: ${Math.ceil(Buffer.byteLength(content) / 1024)} KiB`);
+for (const [name, content] of Object.entries(sizes))
+    console.log(`${name}: ${Math.ceil(Buffer.byteLength(content) / 1024)} KiB`);

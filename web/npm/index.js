@@ -9,7 +9,17 @@ const engine = await Engine.open(wasm);
 // ------------------------------------------------------------------------------------------------ refusals
 
 /** By code, from -1 on, and by change, from 0 on. */
-const codes = ['REFUSED', 'NO_TEXT', 'NO_OPERATION', 'NO_TYPE', 'NO_PLUGIN', 'NO_ROOM', 'NO_MEMORY', 'NO_SENSE', 'FAILED'];
+const codes = [
+    'REFUSED',
+    'NO_TEXT',
+    'NO_OPERATION',
+    'NO_TYPE',
+    'NO_PLUGIN',
+    'NO_ROOM',
+    'NO_MEMORY',
+    'NO_SENSE',
+    'FAILED',
+];
 const changes = ['spelling', 'example', 'value'];
 
 export class Refusal extends Error {

@@ -3,7 +3,11 @@
 import { compare, differences, fields, order, Refusal, toHex } from '../npm/index.js';
 import { h } from './dom.js';
 
-const places = { '-1': 'The first stands before the second', 0: 'Both stand at the same place', 1: 'The first stands behind the second' };
+const places = {
+    '-1': 'The first stands before the second',
+    0: 'Both stand at the same place',
+    1: 'The first stands behind the second',
+};
 const answers = { '-1': 'the first is less', 0: 'they are equal', 1: 'the first is greater' };
 
 function routersAnswer(name, first, second) {
@@ -20,7 +24,16 @@ function hexRow(name, value, other) {
         const text = byte.toString(16).padStart(2, '0');
         return byte === other[index] ? text : h('mark', {}, text);
     });
-    return h('tr', {}, h('th', { scope: 'row' }, name), h('td.octets', {}, pairs.flatMap((pair) => [pair, ' '])));
+    return h(
+        'tr',
+        {},
+        h('th', { scope: 'row' }, name),
+        h(
+            'td.octets',
+            {},
+            pairs.flatMap((pair) => [pair, ' ']),
+        ),
+    );
 }
 
 const shown = (content) => (content === undefined ? h('span.note', {}, 'none') : String(content));
@@ -35,7 +48,15 @@ function fieldsTable(name, first, second) {
         'table.sides',
         {},
         h('caption.unseen', {}, 'Fields of both values'),
-        h('thead', {}, h('tr', {}, ['Field', 'First', 'Second'].map((head) => h('th', { scope: 'col' }, head)))),
+        h(
+            'thead',
+            {},
+            h(
+                'tr',
+                {},
+                ['Field', 'First', 'Second'].map((head) => h('th', { scope: 'col' }, head)),
+            ),
+        ),
         h(
             'tbody',
             {},

@@ -20,7 +20,8 @@ const shownBy = { value: ['text', 'as'], compare: ['text', 'second'], list: ['li
 
 export function fragmentOf(state) {
     const told = new URLSearchParams();
-    for (const key of ['view', 'type', ...shownBy[state.view]]) if (state[key] !== usual[key]) told.set(key, state[key]);
+    for (const key of ['view', 'type', ...shownBy[state.view]])
+        if (state[key] !== usual[key]) told.set(key, state[key]);
     const fragment = told.toString();
     return fragment.length > longest ? undefined : fragment;
 }

@@ -70,7 +70,14 @@ const hexOf = (row) => (row.value ? toHex(row.value) : '');
 export function csvOf(rows) {
     const names = namesOf(rows);
     const head = ['line', 'given', 'text', ...names, 'hex', 'refused'];
-    const cells = (row) => [row.line, row.text, row.printed ?? '', ...names.map((name) => row.fields?.[name] ?? ''), hexOf(row), row.reason ?? ''];
+    const cells = (row) => [
+        row.line,
+        row.text,
+        row.printed ?? '',
+        ...names.map((name) => row.fields?.[name] ?? ''),
+        hexOf(row),
+        row.reason ?? '',
+    ];
     return [head, ...rows.map(cells)].map((row) => row.map((cell) => quoted(String(cell))).join(',') + '\r\n').join('');
 }
 
@@ -111,7 +118,12 @@ export class ListView {
 
     showNothing(lines) {
         this.progress.hidden = true;
-        fill(this.body, lines.length === 0 ? null : h('p.note', {}, 'No type takes the first of these lines. Choose one to see why.'));
+        fill(
+            this.body,
+            lines.length === 0
+                ? null
+                : h('p.note', {}, 'No type takes the first of these lines. Choose one to see why.'),
+        );
     }
 
     verdict() {
@@ -193,15 +205,28 @@ function tableOf(rows) {
         h(
             'table.many',
             {},
-            h('thead', {}, h('tr', {}, heads.map((head) => h('th', { scope: 'col' }, head)))),
-            h('tbody', {}, rows.map((row) => lineOf(row, names))),
+            h(
+                'thead',
+                {},
+                h(
+                    'tr',
+                    {},
+                    heads.map((head) => h('th', { scope: 'col' }, head)),
+                ),
+            ),
+            h(
+                'tbody',
+                {},
+                rows.map((row) => lineOf(row, names)),
+            ),
         ),
     );
 }
 
 function lineOf(row, names) {
     const line = [h('th', { scope: 'row' }, String(row.line)), h('td.given', {}, row.text)];
-    if (row.value === undefined) return h('tr.refused', {}, line, h('td.reason', { colSpan: names.length + 2 }, row.reason));
+    if (row.value === undefined)
+        return h('tr.refused', {}, line, h('td.reason', { colSpan: names.length + 2 }, row.reason));
     return h(
         'tr',
         {},

@@ -81,7 +81,11 @@ function showTaken(name) {
         change({ as: one });
         places.taken.querySelector('[aria-pressed="true"]')?.focus();
     };
-    fill(places.taken, names.length > 0 ? h('span.note', {}, 'Taken by') : null, names.map((one) => typeButton(one, as, one === name)));
+    fill(
+        places.taken,
+        names.length > 0 ? h('span.note', {}, 'Taken by') : null,
+        names.map((one) => typeButton(one, as, one === name)),
+    );
 }
 
 function showValue() {
@@ -116,24 +120,43 @@ async function showNearest(text) {
 
 /** @param near  refusals with unlike repairs, each told in the words of the likeliest type that takes its repair */
 function nearestView(near, text) {
-    const told = near.map(({ repair }) => guess(repair)[0]).filter((name, at, names) => name && names.indexOf(name) === at);
+    const told = near
+        .map(({ repair }) => guess(repair)[0])
+        .filter((name, at, names) => name && names.indexOf(name) === at);
     return [
-        h('p.note.nearest', {}, told.length > 0 ? 'No type takes this text. Near to it are texts of' : 'No type takes this text, nor one near to it.'),
-        told.map((name) => h('section.near', {}, h('h3', {}, typeButton(name, choose)), refusalView(why(name, text), take('text'), choose))),
+        h(
+            'p.note.nearest',
+            {},
+            told.length > 0
+                ? 'No type takes this text. Near to it are texts of'
+                : 'No type takes this text, nor one near to it.',
+        ),
+        told.map((name) =>
+            h(
+                'section.near',
+                {},
+                h('h3', {}, typeButton(name, choose)),
+                refusalView(why(name, text), take('text'), choose),
+            ),
+        ),
     ];
 }
 
 function showCompare() {
     const name = typeFor(state.text, state.second);
     const texts = ['text', 'second'];
-    if (texts.some((key) => state[key] === '')) return fill(places.compared, h('p.note', {}, 'Write two values of one type.'));
+    if (texts.some((key) => state[key] === ''))
+        return fill(places.compared, h('p.note', {}, 'Write two values of one type.'));
     if (name === undefined) return fill(places.compared, h('p.note', {}, 'No type takes both. Choose one to see why.'));
     const read = texts.map((key) => reading(name, state[key]));
     const refused = read.findIndex((one) => one.refusal);
     fill(
         places.compared,
         refused < 0
-            ? [state.type === anyType ? h('p.note', {}, `Read as ${name}`) : null, compareView(name, read[0].value, read[1].value)]
+            ? [
+                  state.type === anyType ? h('p.note', {}, `Read as ${name}`) : null,
+                  compareView(name, read[0].value, read[1].value),
+              ]
             : refusalView(read[refused].refusal, take(texts[refused]), choose),
     );
     tell(refused < 0 ? 'Compared' : 'Refused');

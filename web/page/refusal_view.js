@@ -29,7 +29,12 @@ function repairOf(refusal, repair) {
     return h(
         'div.repair',
         {},
-        h('button.offer', { type: 'button', onclick: () => repair(refusal.repair) }, h('span', {}, 'Use '), h('code', {}, refusal.repair)),
+        h(
+            'button.offer',
+            { type: 'button', onclick: () => repair(refusal.repair) },
+            h('span', {}, 'Use '),
+            h('code', {}, refusal.repair),
+        ),
         h('span.note', {}, changes[refusal.change]),
     );
 }
@@ -66,7 +71,11 @@ function formsOf(refusal, repair) {
                     'li',
                     {},
                     h('span.note', {}, form.kind || form.form),
-                    h('button.plain', { type: 'button', onclick: () => repair(form.example) }, h('code', {}, form.example)),
+                    h(
+                        'button.plain',
+                        { type: 'button', onclick: () => repair(form.example) },
+                        h('code', {}, form.example),
+                    ),
                 ),
             ),
         ),

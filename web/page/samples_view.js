@@ -13,7 +13,11 @@ const firstOf = ['COMMUNITY', 'LARGECOMMUNITY', 'VRFRD', 'VRFRT', 'EVNPREFIX', '
 
 function rowsOf(name) {
     if (name !== anyType) return samplesOf(name).map((sample) => ({ ...sample, type: name }));
-    return firstOf.map((type) => ({ text: types().find((one) => one.name === type).samples[0], label: types().find((one) => one.name === type).about, type }));
+    return firstOf.map((type) => ({
+        text: types().find((one) => one.name === type).samples[0],
+        label: types().find((one) => one.name === type).about,
+        type,
+    }));
 }
 
 /** @param {(text: string) => void} take */
@@ -22,7 +26,12 @@ export function samplesView(name, take) {
         h(
             'li',
             {},
-            h('button.sample', { type: 'button', title: text, onclick: () => take(text) }, h('span', {}, label), h('code', {}, text)),
+            h(
+                'button.sample',
+                { type: 'button', title: text, onclick: () => take(text) },
+                h('span', {}, label),
+                h('code', {}, text),
+            ),
         );
     const rows = rowsOf(name);
     const more = rows.slice(fewSamples);
@@ -30,6 +39,8 @@ export function samplesView(name, take) {
         'div.samples',
         { role: 'group', 'aria-label': 'Samples' },
         h('ul', {}, rows.slice(0, fewSamples).map(button)),
-        more.length > 0 ? h('details', {}, h('summary', {}, `${more.length} more samples`), h('ul', {}, more.map(button))) : null,
+        more.length > 0
+            ? h('details', {}, h('summary', {}, `${more.length} more samples`), h('ul', {}, more.map(button)))
+            : null,
     );
 }

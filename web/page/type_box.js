@@ -31,7 +31,10 @@ function rank(row, words, alias) {
 }
 
 function rowsFor(query) {
-    const words = query.toLowerCase().split(/[\s,]+/).filter(Boolean);
+    const words = query
+        .toLowerCase()
+        .split(/[\s,]+/)
+        .filter(Boolean);
     if (words.length === 0) return rows;
     const alias = nameOfAlias(query.trim());
     return rows
@@ -104,7 +107,13 @@ export class TypeBox {
                     h('span', {}, row.about),
                 ),
             ),
-            this.shown.length === 0 ? h('li.none', { role: 'option', 'aria-disabled': 'true', 'aria-selected': 'false' }, 'No type is called so') : null,
+            this.shown.length === 0
+                ? h(
+                      'li.none',
+                      { role: 'option', 'aria-disabled': 'true', 'aria-selected': 'false' },
+                      'No type is called so',
+                  )
+                : null,
         );
         this.list.hidden = false;
         this.input.setAttribute('aria-expanded', 'true');

@@ -31,7 +31,8 @@ function contentOf(part) {
             ]),
         );
     }
-    if (isNumber(part.number) && (part.value === undefined || part.value === String(part.number))) return numberOf(part.number);
+    if (isNumber(part.number) && (part.value === undefined || part.value === String(part.number)))
+        return numberOf(part.number);
     return part.value ?? '';
 }
 
@@ -74,7 +75,8 @@ function link(element) {
     const mark = (index) => {
         if (index === marked) return;
         marked = index;
-        for (const one of element.querySelectorAll('[data-part]')) one.classList.toggle('on', one.dataset.part === index);
+        for (const one of element.querySelectorAll('[data-part]'))
+            one.classList.toggle('on', one.dataset.part === index);
     };
     const partOf = (event) => event.target.closest?.('[data-part]')?.dataset.part;
     const focused = () => document.activeElement?.closest('[data-part]')?.dataset.part;
@@ -124,7 +126,8 @@ const isList = (content) => Array.isArray(content) && content.every((entry) => t
 
 /** JSON for people: an array of numbers in a line. */
 function jsonLines(content, margin = '') {
-    if (content === null || typeof content !== 'object' || isList(content)) return jsonText(content).replaceAll(',', ', ');
+    if (content === null || typeof content !== 'object' || isList(content))
+        return jsonText(content).replaceAll(',', ', ');
     const inner = `${margin}  `;
     const entries = Array.isArray(content)
         ? content.map((entry) => jsonLines(entry, inner))
@@ -136,7 +139,7 @@ function jsonLines(content, margin = '') {
 function scriptView(name, value, explanation) {
     if (explanation.no_table !== undefined) return h('p.note', {}, `There is no script table: ${explanation.no_table}`);
     const texts = { lua: lua(name, value), json: jsonLines(explanation.table) };
-    const code = h('pre', { tabIndex: 0, role: 'group', 'aria-label': 'Script table' });
+    const code = h('pre', scrolled('Script table'));
     const tools = h('div.tools');
     const show = (id) => {
         fill(code, texts[id]);
@@ -146,9 +149,16 @@ function scriptView(name, value, explanation) {
     return h('section.script', {}, h('div.head', {}, h('h3', {}, 'Script table'), tools), code);
 }
 
+/** What may be too long for its place, and is scrolled there. */
+const scrolled = (name) => ({ tabIndex: 0, role: 'group', 'aria-label': name });
+
 /** A fact with a name in front and a button to copy it. */
 function fact(name, text) {
-    return [h('dt', {}, name), h('dd', {}, h('code', {}, text), copyButton(text, `Copy ${name.toLowerCase()}`))];
+    const isLong = text.length > 100;
+    return [
+        h('dt', {}, name),
+        h('dd', {}, h('code', isLong ? scrolled(name) : {}, text), copyButton(text, `Copy ${name.toLowerCase()}`)),
+    ];
 }
 
 /** Each element says what it is: on a phone it is laid out as something else. */
@@ -160,7 +170,12 @@ function fieldsTable(explanation, bytes) {
     const body = h('tbody', { role: 'rowgroup' }, rows);
     roving(body, 'tr', ['ArrowUp', 'ArrowDown']);
     const head = heads.map((name) => h('th', { role: 'columnheader', scope: 'col' }, name));
-    return h('table.fields', { role: 'table', 'aria-label': 'Fields' }, h('thead', { role: 'rowgroup' }, h('tr', { role: 'row' }, head)), body);
+    return h(
+        'table.fields',
+        { role: 'table', 'aria-label': 'Fields' },
+        h('thead', { role: 'rowgroup' }, h('tr', { role: 'row' }, head)),
+        body,
+    );
 }
 
 /** What bytes stand where, in the byte order that is chosen. */
@@ -191,7 +206,12 @@ export function valueView(name, value) {
     return h(
         'article.value',
         {},
-        h('h2', {}, h('b', {}, title[0]), title.slice(1).map((words) => h('span', {}, words))),
+        h(
+            'h2',
+            {},
+            h('b', {}, title[0]),
+            title.slice(1).map((words) => h('span', {}, words)),
+        ),
         h(
             'dl.facts',
             {},

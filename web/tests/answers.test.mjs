@@ -16,7 +16,14 @@ const native = {
 /** A call in the line, and what became of it; "." ends what may be empty. */
 function callOf(line) {
     const [name, index, mode, given, code, answered] = line.split(' ');
-    return { name, index: Number(index), mode: Number(mode), given: Buffer.from(given.slice(0, -1), 'hex'), code: Number(code), answered: answered.slice(0, -1) };
+    return {
+        name,
+        index: Number(index),
+        mode: Number(mode),
+        given: Buffer.from(given.slice(0, -1), 'hex'),
+        code: Number(code),
+        answered: answered.slice(0, -1),
+    };
 }
 
 test('the answers are the native ones', async () => {

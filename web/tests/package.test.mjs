@@ -3,6 +3,7 @@
 // browser and in a browser's worker under a strict policy.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
+import { once } from 'node:events';
 import { copyFileSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
 import { createServer } from 'node:http';
 import { tmpdir } from 'node:os';
@@ -14,7 +15,8 @@ import { built, openBrowser, top } from './places.mjs';
 const largest = 200 * 1024;
 let project;
 let packed;
-const run = (program, ...parameters) => execFileSync(program, parameters, { cwd: project, encoding: 'utf8', stdio: ['ignore', 'pipe', 'pipe'] });
+const run = (program, ...parameters) =>
+    execFileSync(program, parameters, { cwd: project, encoding: 'utf8', stdio: ['ignore', 'pipe', 'pipe'] });
 
 before(() => {
     project = mkdtempSync(join(tmpdir(), 'bgpdt-'));
@@ -22,14 +24,31 @@ before(() => {
     writeFileSync(join(project, 'package.json'), '{"private": true, "type": "module"}');
     run('npm', 'install', '--offline', '--no-audit', '--no-fund', `./${packed.filename}`);
     copyFileSync(`${top}/web/tests/sample.ts`, join(project, 'sample.ts'));
-    const options = { strict: true, target: 'es2022', module: 'nodenext', skipLibCheck: false, types: [], lib: ['es2022'], allowImportingTsExtensions: false };
+    const options = {
+        strict: true,
+        target: 'es2022',
+        module: 'nodenext',
+        skipLibCheck: false,
+        types: [],
+        lib: ['es2022'],
+        allowImportingTsExtensions: false,
+    };
     writeFileSync(join(project, 'tsconfig.json'), JSON.stringify({ compilerOptions: options, files: ['sample.ts'] }));
 });
 after(() => rmSync(project, { recursive: true }));
 
 test('it holds what it says, and is small', () => {
     const files = packed.files.map((file) => file.path).sort();
-    assert.deepEqual(files, ['LICENSE', 'README.md', 'engine.js', 'index.d.ts', 'index.js', 'json.js', 'package.json', 'wasm.js']);
+    assert.deepEqual(files, [
+        'LICENSE',
+        'README.md',
+        'engine.js',
+        'index.d.ts',
+        'index.js',
+        'json.js',
+        'package.json',
+        'wasm.js',
+    ]);
     const version = /VERSION (\d+\.\d+\.\d+)/.exec(readFileSync(`${top}/CMakeLists.txt`, 'utf8'))[1];
     assert.equal(packed.version, version);
     assert(packed.size <= largest, `${packed.size} bytes`);
@@ -55,7 +74,10 @@ test('its README tells the truth', () => {
 });
 
 test('it runs in a worker of Node', async () => {
-    writeFileSync(join(project, 'worker.js'), `import { parentPort } from 'node:worker_threads'; import { run } from './sample.js'; parentPort.postMessage(run());`);
+    writeFileSync(
+        join(project, 'worker.js'),
+        `import { parentPort } from 'node:worker_threads'; import { run } from './sample.js'; parentPort.postMessage(run());`,
+    );
     const worker = new Worker(join(project, 'worker.js'));
     assert.equal(await new Promise((resolve, reject) => worker.on('message', resolve).on('error', reject)), '33 types');
 });
@@ -66,7 +88,10 @@ function serve() {
     return createServer((request, response) => {
         const path = join(project, new URL(request.url, 'http://x').pathname);
         response.setHeader('Content-Type', media[extname(path)] ?? 'text/plain');
-        response.setHeader('Content-Security-Policy', "default-src 'none'; script-src 'self' 'wasm-unsafe-eval'; worker-src 'self'");
+        response.setHeader(
+            'Content-Security-Policy',
+            "default-src 'none'; script-src 'self' 'wasm-unsafe-eval'; worker-src 'self'",
+        );
         try {
             response.end(readFileSync(path));
         } catch {
@@ -82,6 +107,7 @@ test('it runs in a browser and in its workers', async (t) => {
     writeFileSync(join(project, 'main.js'), `import { run } from './in_browser.js'; document.title = run();`);
     writeFileSync(join(project, 'index.html'), '<!DOCTYPE html><script type="module" src="main.js"></script>');
     const server = serve().listen(0, '127.0.0.1');
+    await once(server, 'listening');
     const browser = await openBrowser();
     t.after(() => Promise.all([browser.close(), new Promise((resolve) => server.close(resolve))]));
     const page = await browser.newPage();
@@ -89,11 +115,12 @@ test('it runs in a browser and in its workers', async (t) => {
     await page.goto(`http://127.0.0.1:${server.address().port}/index.html`);
     await page.waitForFunction('document.title === "33 types"');
     const inWorker = await page.evaluate(
-        () => new Promise((resolve, reject) => {
-            const worker = new Worker('browser_worker.js', { type: 'module' });
-            worker.onmessage = (event) => resolve(event.data);
-            worker.onerror = (event) => reject(new Error(event.message));
-        }),
+        () =>
+            new Promise((resolve, reject) => {
+                const worker = new Worker('browser_worker.js', { type: 'module' });
+                worker.onmessage = (event) => resolve(event.data);
+                worker.onerror = (event) => reject(new Error(event.message));
+            }),
     );
     assert.equal(inWorker, '33 types');
     console.log('proved: the package runs in Node, in a browser, and in workers of both');

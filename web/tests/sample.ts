@@ -1,13 +1,35 @@
 // SPDX-License-Identifier: Apache-2.0
 // Uses all of the package, typed; each expected value is worked out by hand.
 import {
-    check, compare, differences, explain, fields, fromHex, fromTable, guess, littleEndian, lua, order, parse, print, printBytes,
-    Refusal, swap, table, toHex, tryParse, type, types, why,
+    check,
+    compare,
+    differences,
+    explain,
+    fields,
+    fromHex,
+    fromTable,
+    guess,
+    littleEndian,
+    lua,
+    order,
+    parse,
+    print,
+    printBytes,
+    Refusal,
+    swap,
+    table,
+    toHex,
+    tryParse,
+    type,
+    types,
+    why,
 } from 'bgpdt';
 import type { Explanation, Fields, Part, TypeInfo } from 'bgpdt';
 
 function same(is: unknown, expected: unknown): void {
-    const [left, right] = [is, expected].map((value) => JSON.stringify(value, (_key, part: unknown) => (typeof part === 'bigint' ? `${part}n` : part)));
+    const [left, right] = [is, expected].map((value) =>
+        JSON.stringify(value, (_key, part: unknown) => (typeof part === 'bigint' ? `${part}n` : part)),
+    );
     if (left !== right) throw new Error(`${left} instead of ${right}`);
 }
 
@@ -60,7 +82,10 @@ export function run(): string {
     same(lua('VRFRD', one), '{ RdType = 1, RdValue = {0, 0, 251, 240, 0, 0, 0, 1} }');
 
     // Eight bytes that a number does not hold.
-    const node = fromHex('BGPLSPREFIX', `00000001 00000003 ffffffffffffffff 0000fbf0 00000000 c0000201 ${'00'.repeat(196)}`);
+    const node = fromHex(
+        'BGPLSPREFIX',
+        `00000001 00000003 ffffffffffffffff 0000fbf0 00000000 c0000201 ${'00'.repeat(196)}`,
+    );
     same(fields('BGPLSPREFIX', node).identifier, 18446744073709551615n);
 
     const all: readonly TypeInfo[] = types();
