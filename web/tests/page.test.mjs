@@ -171,6 +171,8 @@ test('an address leads back to what was shown', async (t) => {
         { type: 'EVNPREFIX', text: '100:48:0000-5e00-5301:32:192.0.2.1' },
         { text: '64496:100', as: 'VRFRT' },
         { type: 'VRFRD', text: 'a & b = #? +%20é\u{1F600}' },
+        { type: 'VRFRD', text: '<img src=x onerror=alert(1)>' },
+        { view: 'list', type: 'VRFRD', list: '<script>alert(1)</script>\n64496:1' },
         { view: 'compare', type: 'COMMUNITY', text: '64496:1', second: 'no-export' },
         { view: 'list', type: 'VRFRD', list: '64496:1\nx\n\n192.0.2.1:7' },
     ];
