@@ -6,6 +6,7 @@ option(BGPDT_HOST "Build the stand-alone host (needs Lua 5.4)" OFF)
 cmake_dependent_option(BGPDT_LIBRARY "Build libbgpdt (needs nlohmann-json)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_LINKED "Build bgpdt_linked, libbgpdt with the plug-in and the host in one archive" OFF
     BGPDT_LIBRARY OFF)
+cmake_dependent_option(BGPDT_WEB "Build libbgpdt as WebAssembly (needs emscripten)" OFF "BGPDT_LINKED;EMSCRIPTEN" OFF)
 cmake_dependent_option(BGPDT_TOOL "Build the command-line tool (needs CLI11, nlohmann-json)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_TESTS "Build the tests (needs GoogleTest)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_BENCHMARKS "Build the benchmark (needs Google Benchmark, callgrind)" OFF BGPDT_HOST OFF)
@@ -31,7 +32,9 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(NOT EMSCRIPTEN) # where nothing is loaded
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/names.hpp"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-
 #include "host/ascii.hpp"
 #include "host/registration.hpp"
 
@@ -27,21 +23,6 @@ std::string_view take_word(std::string_view &line)
 std::string in_quotes(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 } // namespace
-
-Names::Names(const std::filesystem::path &file)
-{
-    std::ifstream in(file);
-    std::string line;
-    for (std::size_t number = 1; std::getline(in, line); ++number) {
-        try {
-            add_line(std::string_view(line).substr(0, line.find('#')));
-        } catch (const HostError &error) {
-            throw HostError(file.string() + ':' + std::to_string(number) + ": " + error.what());
-        }
-    }
-    if (!in.eof())
-        throw HostError("cannot read the names file " + file.string() + ": " + std::strerror(errno));
-}
 
 void Names::add_line(std::string_view line)
 {

@@ -64,6 +64,8 @@ namespace bgpdt::library {
 /// The session with the plug-in: the one that the settings name, or the one linked in.
 /// @throws toolkit::Error, host::HostError
 std::unique_ptr<toolkit::Session> new_session(toolkit::Settings settings);
+/// Whether the plug-in that is asked for, if any is, is the one of the settings with which it was opened.
+bool names_plugin(const toolkit::Settings &asked, const toolkit::Settings &opened);
 
 inline bgpdt_text view(const std::string &text) { return {text.c_str(), text.size()}; }
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <bit>
-#include <filesystem>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -20,7 +19,7 @@ bgpdt_library *opened = nullptr;
 /// @throws toolkit::Error if other files are asked for than are open
 void require_same(const toolkit::Settings &is, const toolkit::Settings &asked)
 {
-    const bool same_plugin = asked.plugin.empty() || std::filesystem::absolute(asked.plugin) == is.plugin;
+    const bool same_plugin = names_plugin(asked, is);
     if (!same_plugin || (!asked.names.empty() && asked.names != is.names))
         throw toolkit::Error("the process has the library open with " + (same_plugin ? "other names" : is.plugin));
 }

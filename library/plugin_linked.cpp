@@ -28,4 +28,6 @@ std::unique_ptr<toolkit::Session> new_session(toolkit::Settings settings)
     return std::make_unique<toolkit::Session>(std::move(settings), host::LinkedPlugin{Bgp_InitDataType, symbols});
 }
 
+bool names_plugin(const toolkit::Settings &asked, const toolkit::Settings & /*opened*/) { return asked.plugin.empty(); }
+
 } // namespace bgpdt::library

@@ -3,6 +3,8 @@
 /// The plug-in is a file that is loaded.
 #include <dlfcn.h>
 
+#include <filesystem>
+
 #include "bgp_datatype/host.h"
 #include "library.hpp"
 #include "toolkit/errors.hpp"
@@ -27,6 +29,11 @@ std::unique_ptr<toolkit::Session> new_session(toolkit::Settings settings)
 {
     offer_services();
     return std::make_unique<toolkit::Session>(std::move(settings));
+}
+
+bool names_plugin(const toolkit::Settings &asked, const toolkit::Settings &opened)
+{
+    return asked.plugin.empty() || std::filesystem::absolute(asked.plugin) == opened.plugin;
 }
 
 } // namespace bgpdt::library

@@ -5,7 +5,10 @@
 set -eu
 target=$1 out=$2
 shift 2
-compiler=${*:-$target-gcc -O2}
+compiler=${*:-$target-gcc -O2} archiver=$target-ar options="-fPIC -DLUA_USE_LINUX"
+if [ "$target" = wasm32-emscripten ]; then
+    compiler="emcc -Oz -flto -fwasm-exceptions -sSUPPORT_LONGJMP=wasm -Dluai_makeseed(L)=0" archiver=emar options=
+fi
 [ ! -f "$out/lib/liblua.a" ] || exit 0
 mkdir -p "$out/apt/lists/partial" "$out/source" "$out/include" "$out/lib"
 cd "$out"
@@ -22,7 +25,7 @@ cd source/lua5.4-*/src
 echo "#define DEB_HOST_MULTIARCH \"$target\"" >lua5.4-deb-multiarch.h # a file of the package's own build
 for file in l*.c; do
     case $file in lua.c | luac.c) continue ;; esac
-    $compiler -fPIC -DLUA_USE_LINUX -DLUA_COMPAT_5_3 -c "$file"
+    $compiler $options -DLUA_COMPAT_5_3 -c "$file"
 done
 cp lua.h luaconf.h lualib.h lauxlib.h lua.hpp lua5.4-deb-multiarch.h "$out/include/"
-"$target-ar" rcs "$out/lib/liblua.a" l*.o
+"$archiver" rcs "$out/lib/liblua.a" l*.o

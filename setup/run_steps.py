@@ -54,11 +54,13 @@ STEPS = (
     Step("python-everywhere", "(only when named) its wheel on every Python that is there, its sdist, and under ASan"),
     Step("recipes", "(only when named) the suite with an invented type and an invented kind of route key"),
     Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
+    Step("web", "(only when named) WebAssembly answers as the native build, its npm package and its page work",
+         ("release bgpdt_web_answers",)),
     Step("size", "(only when named) prints the footprint on the target", ("ppc",)),
 )
 QUICK = ("style", "release", "ppc", "sanitize")
-# asan has sanitize's vectors; msan, recipes and the last two build or install for minutes
-APART = ("sanitize", "msan", "recipes", "size", "python-columns", "python-everywhere")
+# asan has sanitize's vectors; msan, recipes, web and the last two build or install for minutes
+APART = ("sanitize", "msan", "recipes", "web", "size", "python-columns", "python-everywhere")
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 
@@ -89,7 +91,7 @@ def tree_hash() -> str:
     """Of all files of the project, and of what the environment says to the tests."""
     total = hashlib.sha256()
     for folder, folders, files in os.walk(TOP):
-        folders[:] = sorted(f for f in folders if f not in (".git", "build", "__pycache__"))
+        folders[:] = sorted(f for f in folders if f not in (".git", "build", "node_modules", "__pycache__"))
         for name in sorted(files):
             path = Path(folder, name)
             total.update(str(path.relative_to(TOP)).encode() + b"\0")

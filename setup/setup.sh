@@ -13,6 +13,8 @@ tool_packages="$build_packages libcli11-dev nlohmann-json3-dev"
 bench_packages="$build_packages nlohmann-json3-dev libbenchmark-dev valgrind python3"
 fuzz_packages="$build_packages nlohmann-json3-dev clang libclang-rt-dev llvm"
 target_packages="g++-powerpc-linux-gnu qemu-user dpkg-dev"
+web_packages="g++ cmake ninja-build dpkg-dev nlohmann-json3-dev emscripten zopfli nodejs"
+web_test_packages="chromium libgtest-dev"
 test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googletest clang-format clang-tidy
     g++-i686-linux-gnu abigail-tools valgrind clang-19 libclang-rt-19-dev llvm-19 python3 libyang-tools lua5.4
     libsqlite3-dev sqlite3 zsh fish mandoc groff-base dpkg-dev file python3-dev python3-venv"
@@ -53,4 +55,15 @@ build() {
     preset=$1
     shift
     (cd "$top" && cmake --build --preset "$preset" ${1:+--target "$@"}) >&2 || fail "the $preset build failed"
+}
+
+# The playground and the npm package, by the tools that web/package-lock.json names.
+build_web() {
+    command -v npm >/dev/null || need_packages npm # which other packages of Node than Debian's hold
+    "$top/setup/build_lua.sh" wasm32-emscripten "$top/build/wasm-lua" >&2
+    configure web
+    build web bgpdt_web
+    [ "$top/web/node_modules" -nt "$top/web/package-lock.json" ] || npm --prefix "$top/web" ci --no-audit --no-fund >&2 ||
+        fail "npm could not install what web/package-lock.json names"
+    node "$top/web/build.mjs" "$top/build/web/web/bgpdt.wasm" "$top/build/web"
 }

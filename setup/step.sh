@@ -83,6 +83,12 @@ fuzz)
     "$top/fuzz" 30 >"$told" || { cat "$told"; exit 1; }
     sed 's/^/proved: /' "$told"
     ;;
+web)
+    # shellcheck disable=SC2086 # lists of words
+    need_packages $web_packages $web_test_packages
+    build_web
+    (cd "$top/web" && npx prettier --check --log-level warn . && node --test tests/*.test.mjs)
+    ;;
 size) run_tests ppc -R '^footprint$' --verbose ;;
 *) fail "there is no step $step" ;;
 esac

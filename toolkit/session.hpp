@@ -50,6 +50,9 @@ public:
     std::uint8_t mode_for(const SYSDT_Record &type) const;
 
 private:
+    /// Those of the settings, if any.
+    void load_names();
+
     Settings settings_;
     host::Host host_;
 };

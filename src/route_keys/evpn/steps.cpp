@@ -112,14 +112,14 @@ namespace {
 }
 
 /// Puts a piece at the caller's position and moves that on.
-u32 put_piece(char **position, u32 *size, u32 *length, std::string_view piece)
+u32 put_piece(char **position, u32 *size, u32 *length, const char *piece, const char *end)
 {
     if (position == nullptr || *position == nullptr || size == nullptr || length == nullptr)
         return SYSDT_ERR_NULL_PTR;
     if (*size == 0)
         return SYSDT_ERR_FAIL;
     Writer out(*position, *size);
-    out.put(piece);
+    out.put({piece, static_cast<std::size_t>(end - piece)});
     const u32 printed = out.finish();
     *position += printed;
     *size -= printed;
@@ -154,13 +154,13 @@ u32 SYSDT_EVPN_EsiToStr(char **position, u32 *size, u32 *length, const u8 esi[10
     if (esi == nullptr)
         return SYSDT_ERR_NULL_PTR;
     char piece[evpn::esi_text_length];
-    return put_piece(position, size, length, {piece, evpn::write_esi(piece, esi)});
+    return put_piece(position, size, length, piece, evpn::write_esi(piece, esi));
 }
 
 u32 SYSDT_EVPN_NumToStr(char **position, u32 *size, u32 *length, u32 number, u32 first)
 {
     char piece[evpn::most_number_characters];
-    return put_piece(position, size, length, {piece, evpn::write_number(piece, number, first != 0)});
+    return put_piece(position, size, length, piece, evpn::write_number(piece, number, first != 0));
 }
 
 u32 SYSDT_EVPN_IpAddrToStr(char **position, u32 *size, u32 *length, const SYSDT_EvpnAddress *field, u32 lengthByte)
@@ -169,7 +169,7 @@ u32 SYSDT_EVPN_IpAddrToStr(char **position, u32 *size, u32 *length, const SYSDT_
         return SYSDT_ERR_NULL_PTR;
     char piece[evpn::most_ip_characters];
     const char *const end = evpn::write_ip(piece, static_cast<u8>(lengthByte), *field);
-    return end == piece ? SYSDT_OK : put_piece(position, size, length, {piece, end}); // (14)
+    return end == piece ? SYSDT_OK : put_piece(position, size, length, piece, end); // (14)
 }
 
 u32 SYSDT_EVPN_OriginIpToStr(const SYSDT_EvpnAddress *field, char *buffer, u32 size, u32 *length, u32 lengthByte)
