@@ -50,8 +50,6 @@ Ref operations(unsigned bits)
     return given(PyList_AsTuple(words.get()));
 }
 
-Ref number(std::size_t value) { return given(PyLong_FromSize_t(value)); }
-
 Ref kinds(const Type &type)
 {
     const bgpdt_info &info = type.info();

@@ -203,7 +203,7 @@ PyObject *get_missing(PyObject *self, void *)
     return answered([self] { return given(PyLong_FromSize_t(content_of(self).rows.missing)); });
 }
 
-void destroy(PyObject *self)
+void destroy_column(PyObject *self)
 {
     PyTypeObject *const cls = Py_TYPE(self);
     object_in(self).content.~SharedContent();
@@ -247,7 +247,7 @@ Ref new_column_class(PyObject *module)
     };
     PyType_Slot slots[] = {
         {Py_tp_doc, const_cast<char *>("Values, texts or fields of many rows: a sequence, and an array of Arrow's.")},
-        {Py_tp_dealloc, reinterpret_cast<void *>(destroy)},
+        {Py_tp_dealloc, reinterpret_cast<void *>(destroy_column)},
         {Py_tp_repr, reinterpret_cast<void *>(represent)},
         {Py_tp_iter, reinterpret_cast<void *>(PySeqIter_New)},
         {Py_sq_length, reinterpret_cast<void *>(length)},

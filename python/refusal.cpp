@@ -46,8 +46,6 @@ const char *change_word(int change)
     }
 }
 
-Ref number(std::size_t value) { return given(PyLong_FromSize_t(value)); }
-
 void set(const Ref &details, const char *name, const Ref &value)
 {
     done(PyDict_SetItemString(details.get(), name, value.get()));

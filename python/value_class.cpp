@@ -170,7 +170,7 @@ PyObject *construct(PyTypeObject *cls, PyObject *arguments, PyObject *names)
     });
 }
 
-void destroy(PyObject *self)
+void destroy_value(PyObject *self)
 {
     PyTypeObject *const cls = Py_TYPE(self);
     PyObject_Free(self);
@@ -272,7 +272,7 @@ Ref new_value_class(PyObject *module)
     };
     PyType_Slot slots[] = {
         {Py_tp_doc, const_cast<char *>("A value of a type: so many bytes. It never changes.")},
-        {Py_tp_dealloc, reinterpret_cast<void *>(destroy)},
+        {Py_tp_dealloc, reinterpret_cast<void *>(destroy_value)},
         {Py_tp_repr, reinterpret_cast<void *>(represent)},
         {Py_tp_str, reinterpret_cast<void *>(string)},
         {Py_tp_hash, reinterpret_cast<void *>(hash)},

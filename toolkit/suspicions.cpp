@@ -293,7 +293,7 @@ constexpr Suspicion suspicions[] = {
     {grouped_digits, spelling},
     {zone, spelling},
     {network_mask, spelling},
-    {octets, value},
+    {octets, new_value},
     {duration, spelling},
     {other_separators, spelling},
     // what is wrong with the parts of keys
