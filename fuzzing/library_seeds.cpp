@@ -78,7 +78,7 @@ toolkit::JsonText json_of(const ScriptValue &value)
 Bytes column_of(const std::string &text)
 {
     const auto size = static_cast<std::uint8_t>(std::min<std::size_t>(text.size(), UINT8_MAX));
-    return joined({Bytes{1, 1, 0, size}, Bytes(8), bytes_of(text)});
+    return joined({Bytes{1, 1, 0, size}, Bytes(2), bytes_of(text)});
 }
 
 } // namespace
