@@ -8,7 +8,13 @@ export const anyType = '';
 
 const rows = [
     { name: anyType, label: 'Guess', about: 'every type that takes the text, the likeliest first' },
-    ...types().map((type) => ({ name: type.name, label: type.name, about: type.about, grammar: type.grammar })),
+    ...types().map(({ name, about, grammar, kinds }) => ({
+        name,
+        label: name,
+        about,
+        grammar,
+        kinds: kinds.map((kind) => kind.about).join(' '),
+    })),
 ];
 
 /** The type that people call so. */
