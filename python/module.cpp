@@ -38,7 +38,7 @@ Ref why(PyObject *module, const Call &call)
         bgpdt_parse(asked, encoded.view().data(), encoded.view().size(), value.data(), value.size(), nullptr);
     if (code == BGPDT_OK)
         return none();
-    return code == BGPDT_REFUSED ? refusal_of(type, text, mode) : (raise_unparsed(type, code, text, mode), Ref());
+    return code == BGPDT_REFUSED ? refusal_of(type, text, mode) : refused(type, code, text, mode);
 }
 
 Ref types(PyObject *module)

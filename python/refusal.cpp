@@ -214,14 +214,15 @@ Ref refusal_of(const Type &type, PyObject *text, PyObject *mode)
         PyObject_CallFunctionObjArgs(type.state.refusal.get(), name.get(), text, usual ? nullptr : mode, nullptr));
 }
 
-void raise_unparsed(const Type &type, int code, PyObject *text, PyObject *mode)
+Ref refused(const Type &type, int code, PyObject *text, PyObject *mode)
 {
     if (code == BGPDT_NO_MEMORY)
-        throw std::bad_alloc();
-    if (code != BGPDT_REFUSED)
-        python::raise(exception_for(type.state, code), "%s: %s", type.name.c_str(), bgpdt_code_text(code));
-    PyErr_SetObject(type.state.refusal.get(), refusal_of(type, text, mode).get());
-    throw Raised();
+        PyErr_NoMemory();
+    else if (code == BGPDT_REFUSED)
+        PyErr_SetObject(type.state.refusal.get(), refusal_of(type, text, mode).get());
+    else
+        PyErr_Format(exception_for(type.state, code), "%s: %s", type.name.c_str(), bgpdt_code_text(code));
+    return {};
 }
 
 Ref new_refusal_class(PyObject *module)

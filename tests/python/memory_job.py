@@ -55,16 +55,22 @@ CALLS = {
 }
 
 
+def is_of_memory(error):
+    """Python's own json makes another error of it in some versions."""
+    return error is not None and (isinstance(error, MemoryError) or is_of_memory(error.__cause__ or error.__context__))
+
+
 def tried(call, number, alone):
     """What became of it, and whether anything was refused."""
-    answer = None
     refuse(number, alone)
     try:
         answer = call()
-    except MemoryError:
-        answer = MemoryError
-    finally:
+    except Exception as error:
         refused = relent()
+        if not is_of_memory(error):
+            raise
+        return MemoryError, refused
+    refused = relent()
     return answer, refused
 
 
