@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <stdexcept>
@@ -34,7 +36,7 @@ class Reader {
 public:
     Reader(const ArrowSchema &schema, const ArrowArray &array, std::int64_t base)
         : array_(array), base_(static_cast<std::size_t>(base + array.offset)), form_(form_of(schema.format)),
-          width_(form_ == Form::fixed ? static_cast<std::size_t>(std::atoi(schema.format + 2)) : 0)
+          width_(form_ == Form::fixed ? static_cast<std::size_t>(std::strtoul(schema.format + 2, nullptr, 10)) : 0)
     {
         // What these say now bounds what they may say later.
         const auto end = static_cast<std::size_t>(base + array.offset + array.length);

@@ -85,7 +85,7 @@ struct Rowset {
     {
         if (count % 8 == 0)
             *validity.grow(1) = 0;
-        std::uint8_t &bits = const_cast<std::uint8_t &>(validity.data()[count / 8]);
+        auto &bits = const_cast<std::uint8_t &>(validity.data()[count / 8]);
         bits = static_cast<std::uint8_t>(bits | (there ? 1U : 0U) << count % 8);
         missing += there ? 0 : 1;
         ++count;
