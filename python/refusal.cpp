@@ -29,14 +29,6 @@ Ref forms_of(const State &state, const bgpdt_error &error)
     return forms;
 }
 
-Ref types_of(const bgpdt_error &error)
-{
-    Ref names = given(PyTuple_New(static_cast<Py_ssize_t>(error.other_type_count)));
-    for (std::size_t i = 0; i < error.other_type_count; ++i)
-        put(names.get(), i, text_of(error.other_types[i]));
-    return names;
-}
-
 const char *change_word(int change)
 {
     switch (change) {
@@ -45,8 +37,6 @@ const char *change_word(int change)
     default: return "value";
     }
 }
-
-Ref number(std::size_t value) { return given(PyLong_FromSize_t(value)); }
 
 void set(const Ref &details, const char *name, const Ref &value)
 {
@@ -90,7 +80,7 @@ Ref details_of(const State &state, PyObject *text, const bgpdt_error &error)
     Ref forms = forms_of(state, error);
     set(details, "other_form", error.form_count == 0 ? none() : another(PyTuple_GetItem(forms.get(), 0)));
     set(details, "forms", forms);
-    set(details, "other_types", types_of(error));
+    set(details, "other_types", texts_of({error.other_types, error.other_type_count}));
     set(details, "status", number(error.status));
     return details;
 }
