@@ -101,8 +101,8 @@ std::uint64_t texts_tried = 0; // by all proofs
 bool report(const std::string &name, const char *what, const Outcome &outcome)
 {
     texts_tried += outcome.trial.texts;
-    std::cout << name << ' ' << what << ": " << outcome.states << " states, " << outcome.trial.texts
-              << " texts, " << outcome.extra_states << " more states, runs of " << outcome.longest;
+    std::cout << name << ' ' << what << ": " << outcome.states << " states, " << outcome.trial.texts << " texts, "
+              << outcome.extra_states << " more states, runs of " << outcome.longest;
     if (outcome.share != 1)
         std::cout << ", one state in " << outcome.share << " with every byte";
     std::cout << '\n';

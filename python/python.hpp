@@ -43,7 +43,6 @@ private:
 /// What the interpreter gave.
 /// @throws Raised if it gave nothing
 inline Ref given(PyObject *object) { return object != nullptr ? Ref(object) : throw Raised(); }
-inline Ref number(std::size_t value) { return given(PyLong_FromSize_t(value)); }
 
 /// @throws Raised if the interpreter answers a failure
 inline void done(int status)
