@@ -167,7 +167,7 @@ int main()
         bgpdt::test::run();
         return EXIT_SUCCESS;
     } catch (const std::exception &error) {
-        std::fprintf(stderr, "bgpdt_web_answers: %s\n", error.what());
+        static_cast<void>(std::fprintf(stderr, "bgpdt_web_answers: %s\n", error.what()));
         return EXIT_FAILURE;
     }
 }
