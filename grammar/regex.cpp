@@ -242,7 +242,8 @@ std::string yang_string(const RegexRow &row, Times length, const std::string &in
 {
     std::string text = indent + "type string {\n";
     if (has_limits(length))
-        text += indent + "  length \"" + shown_lengths(length) + (length.most == Times::unlimited ? "max" : "") + "\";\n";
+        text +=
+            indent + "  length \"" + shown_lengths(length) + (length.most == Times::unlimited ? "max" : "") + "\";\n";
     for (const std::string &condition : row.must)
         text.append(indent).append("  pattern '").append(condition).append("';\n");
     for (const std::string &condition : row.must_not) {

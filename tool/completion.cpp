@@ -35,7 +35,8 @@ std::string value_name(const std::string &option)
 }
 
 /// Of an option or an argument.
-Candidates values_called(Session &session, const std::string &name, const std::string &option, const Arguments &arguments)
+Candidates values_called(Session &session, const std::string &name, const std::string &option,
+                         const Arguments &arguments)
 {
     if (name == "FORMAT" && option == "--as-format")
         return without_words({"plain", "dotted", "as-written"});

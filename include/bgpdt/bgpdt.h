@@ -86,8 +86,7 @@ typedef struct bgpdt_error {
     size_t other_type_count;       /**< How many they are. */
     const bgpdt_form *forms;       /**< What the type takes, of types whose forms differ much. */
     size_t form_count;             /**< How many they are. */
-    /** Of a refused text: two lines, the text or its part around the place, and "^~~" below that. */
-    bgpdt_text picture;
+    bgpdt_text picture;            /**< Of a refused text: two lines, its part round the place and "^~~" below. */
 } bgpdt_error;
 
 /** Releases an error. Null is none. */
@@ -285,16 +284,16 @@ BGPDT_API int bgpdt_field(const bgpdt_type *type, const uint8_t *value, size_t v
 
 /** A field by its name. */
 typedef struct bgpdt_named_field {
-    bgpdt_text name;
+    bgpdt_text name; /**< As bgpdt_field takes it. */
     bgpdt_text text; /**< What it says. */
     int32_t code;    /**< BGPDT_NUMBER for a field that is a number and stands for nothing else, else BGPDT_OK. */
 } bgpdt_named_field;
 
 /** Fields in the order of their bytes. */
 typedef struct bgpdt_fields {
-    size_t struct_size;
-    const bgpdt_named_field *rows;
-    size_t count;
+    size_t struct_size;            /**< sizeof(bgpdt_fields), as the library knows it. */
+    const bgpdt_named_field *rows; /**< The fields. */
+    size_t count;                  /**< How many they are. */
 } bgpdt_fields;
 
 /** Releases fields. Null is none. */
