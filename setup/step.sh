@@ -87,7 +87,7 @@ web)
     # shellcheck disable=SC2086 # lists of words
     need_packages $web_packages $web_test_packages
     build_web
-    (cd "$top/web" && npx prettier --check --log-level warn . && node --test tests/*.test.mjs)
+    (cd "$top/web" && npx prettier --check --log-level warn . && node --test --test-reporter=spec tests/*.test.mjs)
     ;;
 size) run_tests ppc -R '^footprint$' --verbose ;;
 *) fail "there is no step $step" ;;

@@ -7,8 +7,14 @@ import { fill, h } from './dom.js';
 export const anyType = '';
 
 const rows = [
-    { name: anyType, label: 'Guess', about: 'every type that takes the text, the likeliest first' },
-    ...types().map((type) => ({ name: type.name, label: type.name, about: type.about, grammar: type.grammar })),
+    { name: anyType, label: 'Guess', about: 'every type that takes the text, the likeliest first', grammar: '', kinds: '' },
+    ...types().map(({ name, about, grammar, kinds }) => ({
+        name,
+        label: name,
+        about,
+        grammar,
+        kinds: kinds.map((kind) => kind.about).join(' '),
+    })),
 ];
 
 /** The type that people call so. */
@@ -25,9 +31,9 @@ function rank(row, words, alias) {
     const name = row.label.toLowerCase();
     if (row.name !== anyType && (name === words.join('') || row.name === alias)) return 4;
     if (name.startsWith(words.join(''))) return 3;
-    const inNames = `${name} ${row.about} ${row.kinds ?? ''}`.toLowerCase();
+    const inNames = `${name} ${row.about} ${row.kinds}`.toLowerCase();
     if (words.every((word) => inNames.includes(word))) return 2;
-    return words.every((word) => `${inNames} ${row.grammar ?? ''}`.toLowerCase().includes(word)) ? 1 : 0;
+    return words.every((word) => `${inNames} ${row.grammar}`.toLowerCase().includes(word)) ? 1 : 0;
 }
 
 function rowsFor(query) {
