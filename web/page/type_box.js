@@ -7,7 +7,13 @@ import { fill, h } from './dom.js';
 export const anyType = '';
 
 const rows = [
-    { name: anyType, label: 'Guess', about: 'every type that takes the text, the likeliest first', grammar: '', kinds: '' },
+    {
+        name: anyType,
+        label: 'Guess',
+        about: 'every type that takes the text, the likeliest first',
+        grammar: '',
+        kinds: '',
+    },
     ...types().map(({ name, about, grammar, kinds }) => ({
         name,
         label: name,
