@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """Writes docs/types, a page for each type, from what the tool tells of it and from the vectors, docs/man, the manual
-pages, from what the tool and bgpdt.h tell of themselves, docs/pictures/grammar, the grammars as pictures, and docs/yang, as a module.
+pages, from what the tool and bgpdt.h tell of themselves, docs/pictures/grammar, the grammars as pictures, and docs/yang,
+as a module.
 
     docs/generate.py BGPDT           writes them
     docs/generate.py BGPDT --check   fails where a page is not what it would write

@@ -2,8 +2,9 @@
 /// @file
 /// Columns answer what one value at a time does, and refuse what makes no sense.
 ///
-/// A payload for parsing: a byte for how many rows there are, two for which of them, a byte for the length of each, eight
-/// for the wild offset, then the texts.
+/// A payload for parsing: a byte for how many rows there are, two for which of them, a byte for the length of each, one
+/// for the wild offset's place and one for what it is, then the texts.
+#include <limits>
 #include <vector>
 
 #include "library_fuzzer.hpp"
@@ -30,11 +31,11 @@ struct Column {
         offsets.assign(count + 1, 0);
         for (std::size_t row = 0; row < count; ++row)
             offsets[row + 1] = static_cast<Offset>(offsets[row] + next());
-        Offset wild = 0;
-        const Bytes bytes = taken(rest, sizeof wild);
-        std::memcpy(&wild, bytes.data(), bytes.size());
+        const std::size_t place = next();
+        const std::uint8_t wild = next();
         if (input.has(wild_offset))
-            offsets[wild % offsets.size()] = wild;
+            offsets[place % offsets.size()] =
+                wild < 128 ? Offset{wild} : static_cast<Offset>(std::numeric_limits<Offset>::max() - (255U - wild));
     }
 
     std::uint8_t next()

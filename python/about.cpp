@@ -33,14 +33,6 @@ private:
     Py_ssize_t next_ = 0;
 };
 
-Ref texts(const bgpdt_text *texts, std::size_t count)
-{
-    Ref tuple = given(PyTuple_New(static_cast<Py_ssize_t>(count)));
-    for (std::size_t i = 0; i < count; ++i)
-        put(tuple.get(), i, text_of(texts[i]));
-    return tuple;
-}
-
 Ref operations(unsigned bits)
 {
     const Ref words = given(PyList_New(0));
@@ -129,8 +121,8 @@ Ref about(const Type &type)
         .with(number(info.value_size))
         .with(operations(info.operations))
         .with(text_of(info.grammar))
-        .with(texts(info.samples, info.sample_count))
-        .with(texts(info.help, info.help_count))
+        .with(texts_of({info.samples, info.sample_count}))
+        .with(texts_of({info.help, info.help_count}))
         .with(kinds(type))
         .with(attributes(type))
         .done();

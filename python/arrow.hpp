@@ -3,6 +3,7 @@
 /// Arrow's C data interface: its structures, as its specification lays them down.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 extern "C" {
@@ -43,6 +44,13 @@ struct ArrowArrayStream {
 } // extern "C"
 
 namespace bgpdt::python {
+
+/// Of a bitmap: row i is bit i % 8 of byte i / 8.
+inline bool has_bit(const std::uint8_t *bits, std::size_t row) { return (bits[row / 8] >> row % 8 & 1) != 0; }
+inline void set_bit(std::uint8_t *bits, std::size_t row)
+{
+    bits[row / 8] = static_cast<std::uint8_t>(bits[row / 8] | 1U << row % 8);
+}
 
 inline constexpr const char *schema_capsule = "arrow_schema";
 inline constexpr const char *array_capsule = "arrow_array";

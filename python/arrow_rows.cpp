@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <stdexcept>
@@ -34,7 +36,7 @@ class Reader {
 public:
     Reader(const ArrowSchema &schema, const ArrowArray &array, std::int64_t base)
         : array_(array), base_(static_cast<std::size_t>(base + array.offset)), form_(form_of(schema.format)),
-          width_(form_ == Form::fixed ? static_cast<std::size_t>(std::atoi(schema.format + 2)) : 0)
+          width_(form_ == Form::fixed ? static_cast<std::size_t>(std::strtoul(schema.format + 2, nullptr, 10)) : 0)
     {
         // What these say now bounds what they may say later.
         const auto end = static_cast<std::size_t>(base + array.offset + array.length);
@@ -72,7 +74,7 @@ private:
     bool is_valid(std::size_t i) const
     {
         const auto *bits = static_cast<const std::uint8_t *>(array_.buffers[0]);
-        return bits == nullptr || (bits[i / 8] >> i % 8 & 1) != 0;
+        return bits == nullptr || has_bit(bits, i);
     }
     template <class Offset>
     std::int64_t at(std::size_t i) const
@@ -137,16 +139,27 @@ public:
     }
 
     std::size_t count() const { return static_cast<std::size_t>(array_.length); }
+    /// Adds rows from that one on, as many as the chunk takes. Tells which is the next.
+    std::size_t copy(std::size_t at, Chunk &chunk) const
+    {
+        for (; !chunk.is_full() && at < count(); ++at) {
+            if (const Row found = row(at))
+                chunk.add(*found);
+            else
+                chunk.add_none();
+        }
+        return at;
+    }
+
+private:
     Row row(std::size_t number) const
     {
         return schema_.dictionary == nullptr ? reader_.row(number) : from_dictionary(base_ + number);
     }
-
-private:
     Row from_dictionary(std::size_t i) const
     {
         const auto *bits = static_cast<const std::uint8_t *>(array_.buffers[0]);
-        if (bits != nullptr && (bits[i / 8] >> i % 8 & 1) == 0)
+        if (bits != nullptr && !has_bit(bits, i))
             return {};
         const std::int64_t index = index_at(schema_, array_, i);
         if (index < 0 || index >= array_.dictionary->length)
@@ -187,15 +200,7 @@ public:
     {
     }
 
-    void fill(Chunk &chunk) override
-    {
-        for (; !chunk.is_full() && at_ < rows_.count(); ++at_) {
-            if (const Row row = rows_.row(at_))
-                chunk.add(*row);
-            else
-                chunk.add_none();
-        }
-    }
+    void fill(Chunk &chunk) override { at_ = rows_.copy(at_, chunk); }
 
 private:
     const Ref pair_;
@@ -230,12 +235,7 @@ public:
     void fill(Chunk &chunk) override
     {
         while (!chunk.is_full() && (rows_ || next())) {
-            for (; !chunk.is_full() && at_ < rows_->count(); ++at_) {
-                if (const Row row = rows_->row(at_))
-                    chunk.add(*row);
-                else
-                    chunk.add_none();
-            }
+            at_ = rows_->copy(at_, chunk);
             if (at_ == rows_->count())
                 rows_.reset();
         }

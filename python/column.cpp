@@ -42,9 +42,9 @@ Ref row_of(const Type &type, const Rowset &rows, std::size_t row)
         return fields_at(type, rows, row);
     if (rows.format != "L")
         return value_of(type, rows.fixed.data() + row * type.size);
-    std::uint64_t number = 0;
-    std::memcpy(&number, rows.fixed.data() + row * sizeof number, sizeof number);
-    return given(PyLong_FromUnsignedLongLong(number));
+    std::uint64_t content = 0;
+    std::memcpy(&content, rows.fixed.data() + row * sizeof content, sizeof content);
+    return given(PyLong_FromUnsignedLongLong(content));
 }
 
 Py_ssize_t length(PyObject *self) { return static_cast<Py_ssize_t>(content_of(self).rows.count); }
@@ -77,7 +77,7 @@ PyObject *get_refused(PyObject *self, void *)
         const auto &rows = content_of(self).refused.rows;
         Ref list = given(PyList_New(static_cast<Py_ssize_t>(rows.size())));
         for (std::size_t i = 0; i < rows.size(); ++i)
-            done(PyList_SetItem(list.get(), static_cast<Py_ssize_t>(i), given(PyLong_FromSize_t(rows[i])).release()));
+            done(PyList_SetItem(list.get(), static_cast<Py_ssize_t>(i), number(rows[i]).release()));
         return list;
     });
 }
@@ -91,13 +91,13 @@ void require_texts(PyObject *self)
 Ref refusal(PyObject *self, PyObject *row)
 {
     require_texts(self);
-    const std::size_t number = PyLong_AsSize_t(row);
+    const std::size_t asked = PyLong_AsSize_t(row);
     if (PyErr_Occurred() != nullptr)
         throw Raised();
     const Refused &refused = content_of(self).refused;
-    const auto found = std::ranges::lower_bound(refused.rows, number);
-    if (found == refused.rows.end() || *found != number)
-        raise(PyExc_KeyError, "row %zu was not refused", number);
+    const auto found = std::ranges::lower_bound(refused.rows, asked);
+    if (found == refused.rows.end() || *found != asked)
+        raise(PyExc_KeyError, "row %zu was not refused", asked);
     const Ref text = text_of(refused.texts.text(static_cast<std::size_t>(found - refused.rows.begin())));
     const Ref mode = given(PyLong_FromUnsignedLong(bgpdt_about(object_in(self).parsed_by)->mode));
     return refusal_of(*object_in(self).type, text.get(), mode.get());
@@ -184,7 +184,7 @@ PyObject *get_array_interface(PyObject *self, void *)
             done(PyDict_SetItemString(interface.get(), name, value.get()));
         };
         const Ref address = given(PyLong_FromVoidPtr(const_cast<std::uint8_t *>(column.content->rows.fixed.data())));
-        const Ref count = given(PyLong_FromSize_t(column.content->rows.count));
+        const Ref count = number(column.content->rows.count);
         add("version", given(PyLong_FromLong(3)));
         add("typestr", text_of("|V" + std::to_string(column.type->size)));
         add("shape", given(PyTuple_Pack(1, count.get())));
@@ -200,7 +200,7 @@ PyObject *get_type(PyObject *self, void *)
 
 PyObject *get_missing(PyObject *self, void *)
 {
-    return answered([self] { return given(PyLong_FromSize_t(content_of(self).rows.missing)); });
+    return answered([self] { return number(content_of(self).rows.missing); });
 }
 
 void destroy_column(PyObject *self)

@@ -51,6 +51,7 @@ public:
     {
         std::memcpy(grow(sizeof number), &number, sizeof number);
     }
+    std::uint8_t *data() { return data_; }
     const std::uint8_t *data() const { return data_; }
     std::size_t size() const { return size_; }
 
@@ -85,12 +86,12 @@ struct Rowset {
     {
         if (count % 8 == 0)
             *validity.grow(1) = 0;
-        std::uint8_t &bits = const_cast<std::uint8_t &>(validity.data()[count / 8]);
-        bits = static_cast<std::uint8_t>(bits | (there ? 1U : 0U) << count % 8);
+        if (there)
+            set_bit(validity.data(), count);
         missing += there ? 0 : 1;
         ++count;
     }
-    bool has(std::size_t row) const { return (validity.data()[row / 8] >> row % 8 & 1) != 0; }
+    bool has(std::size_t row) const { return has_bit(validity.data(), row); }
     void add_text(std::string_view text)
     {
         text.copy(reinterpret_cast<char *>(bytes.grow(text.size())), text.size());

@@ -62,7 +62,7 @@ void parse_chunk(const Type &type, const bgpdt_type *in_mode, const Chunk &chunk
     }
     const std::uint8_t *valid = rows.validity.data() + rows.validity.size() - bits;
     for (std::size_t i = 0; i < chunk.count(); ++i)
-        rows.missing += (valid[i / 8] >> i % 8 & 1) == 0 ? 1 : 0;
+        rows.missing += has_bit(valid, i) ? 0 : 1;
     rows.count += chunk.count();
 }
 
@@ -76,7 +76,7 @@ struct Values {
             if (!chunk.has(row) || chunk.at(row).size() != type.size)
                 continue;
             std::ranges::copy(chunk.at(row), bytes.begin() + static_cast<std::ptrdiff_t>(row * type.size));
-            valid[row / 8] = static_cast<std::uint8_t>(valid[row / 8] | 1U << row % 8);
+            set_bit(valid.data(), row);
         }
     }
     std::vector<std::uint8_t> bytes;
@@ -140,7 +140,7 @@ void print_chunk(const Type &type, const bgpdt_type *in_mode, const Chunk &chunk
     for (std::size_t row = 0; row < chunk.count(); ++row) {
         const std::string_view text(texts.bytes.data() + texts.offsets[row],
                                     static_cast<std::size_t>(texts.offsets[row + 1] - texts.offsets[row]));
-        const bool there = (texts.valid[row / 8] >> row % 8 & 1) != 0 && is_utf8(text);
+        const bool there = has_bit(texts.valid.data(), row) && is_utf8(text);
         if (!there && chunk.has(row))
             content.refused.rows.push_back(content.rows.count);
         if (there)

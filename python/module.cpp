@@ -38,7 +38,7 @@ Ref why(PyObject *module, const Call &call)
         bgpdt_parse(asked, encoded.view().data(), encoded.view().size(), value.data(), value.size(), nullptr);
     if (code == BGPDT_OK)
         return none();
-    return code == BGPDT_REFUSED ? refusal_of(type, text, mode) : (raise_unparsed(type, code, text, mode), Ref());
+    return code == BGPDT_REFUSED ? refusal_of(type, text, mode) : refused(type, code, text, mode);
 }
 
 Ref types(PyObject *module)
@@ -153,10 +153,12 @@ int traverse(PyObject *module, visitproc visit, void *arg) // as Py_VISIT calls 
 
 int clear(PyObject *module)
 {
-    if (State *state = state_if_any(module))
-        for (Ref *held : {&state->by_name, &state->value, &state->refusal, &state->column, &state->form, &state->kind,
-                          &state->type_info})
-            *held = Ref();
+    State *state = state_if_any(module);
+    if (state == nullptr)
+        return 0;
+    for (Ref *held : {&state->by_name, &state->value, &state->refusal, &state->column, &state->form, &state->kind,
+                      &state->type_info})
+        *held = Ref();
     return 0;
 }
 
@@ -166,6 +168,7 @@ void destroy(void *module)
         state->~State();
 }
 
+// NOLINTNEXTLINE(cert-err58-cpp): none of them throws
 PyMethodDef functions[] = {
     method<parse>("parse", "parse($module, /, type, text, mode=None)\n--\n\nThe value of a text. Raises Refusal."),
     method<value_from_bytes>("from_bytes", "from_bytes($module, /, type, bytes, byteorder='big')\n--\n\nThe value of "
@@ -187,7 +190,7 @@ PyMethodDef functions[] = {
 
 /// Since 3.12 a module tells that it may be in interpreters that do not wait for each other.
 constexpr int multiple_interpreters_slot = 3;
-constexpr std::uintptr_t per_interpreter_lock = 2;
+void *const per_interpreter_lock = reinterpret_cast<void *>(std::uintptr_t{2}); // NOLINT(performance-no-int-to-ptr)
 
 bool knows_interpreter_slot()
 {
@@ -207,7 +210,7 @@ PyMODINIT_FUNC PyInit__bgpdt() // NOLINT(bugprone-reserved-identifier): the name
         {0, nullptr},
     };
     if (knows_interpreter_slot())
-        slots[1] = {multiple_interpreters_slot, reinterpret_cast<void *>(per_interpreter_lock)};
+        slots[1] = {multiple_interpreters_slot, per_interpreter_lock};
     static PyModuleDef definition = {
         PyModuleDef_HEAD_INIT,
         "_bgpdt",

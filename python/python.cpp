@@ -88,7 +88,7 @@ Ref class_name(PyObject *object)
 
 Text::Text(PyObject *text, const char *user)
 {
-    if (PyUnicode_Check(text) == 0)
+    if (PyUnicode_CheckExact(text) == 0 && PyUnicode_Check(text) == 0)
         raise(PyExc_TypeError, "%s takes a str, not %U", user, class_name(text).get());
     Py_ssize_t size = 0;
     if (const char *data = PyUnicode_AsUTF8AndSize(text, &size)) {

@@ -190,6 +190,8 @@ inline Ref bytes_of(const void *data, std::size_t size)
     return given(PyBytes_FromStringAndSize(static_cast<const char *>(data), static_cast<Py_ssize_t>(size)));
 }
 
+inline Ref number(std::size_t value) { return given(PyLong_FromSize_t(value)); }
+
 inline void set(PyObject *dictionary, PyObject *key, const Ref &value)
 {
     done(PyDict_SetItem(dictionary, key, value.get()));

@@ -29,14 +29,6 @@ Ref forms_of(const State &state, const bgpdt_error &error)
     return forms;
 }
 
-Ref types_of(const bgpdt_error &error)
-{
-    Ref names = given(PyTuple_New(static_cast<Py_ssize_t>(error.other_type_count)));
-    for (std::size_t i = 0; i < error.other_type_count; ++i)
-        put(names.get(), i, text_of(error.other_types[i]));
-    return names;
-}
-
 const char *change_word(int change)
 {
     switch (change) {
@@ -88,7 +80,7 @@ Ref details_of(const State &state, PyObject *text, const bgpdt_error &error)
     Ref forms = forms_of(state, error);
     set(details, "other_form", error.form_count == 0 ? none() : another(PyTuple_GetItem(forms.get(), 0)));
     set(details, "forms", forms);
-    set(details, "other_types", types_of(error));
+    set(details, "other_types", texts_of({error.other_types, error.other_type_count}));
     set(details, "status", number(error.status));
     return details;
 }
@@ -212,14 +204,15 @@ Ref refusal_of(const Type &type, PyObject *text, PyObject *mode)
         PyObject_CallFunctionObjArgs(type.state.refusal.get(), name.get(), text, usual ? nullptr : mode, nullptr));
 }
 
-void raise_unparsed(const Type &type, int code, PyObject *text, PyObject *mode)
+Ref refused(const Type &type, int code, PyObject *text, PyObject *mode)
 {
     if (code == BGPDT_NO_MEMORY)
-        throw std::bad_alloc();
-    if (code != BGPDT_REFUSED)
-        python::raise(exception_for(type.state, code), "%s: %s", type.name.c_str(), bgpdt_code_text(code));
-    PyErr_SetObject(type.state.refusal.get(), refusal_of(type, text, mode).get());
-    throw Raised();
+        PyErr_NoMemory();
+    else if (code == BGPDT_REFUSED)
+        PyErr_SetObject(type.state.refusal.get(), refusal_of(type, text, mode).get());
+    else
+        PyErr_Format(exception_for(type.state, code), "%s: %s", type.name.c_str(), bgpdt_code_text(code));
+    return {};
 }
 
 Ref new_refusal_class(PyObject *module)

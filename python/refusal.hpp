@@ -13,8 +13,9 @@ namespace bgpdt::python {
 /// A Refusal of the text.
 Ref refusal_of(const Type &type, PyObject *text, PyObject *mode);
 
-/// Why parsing answered that code: a Refusal of the text if that is why.
-[[noreturn]] void raise_unparsed(const Type &type, int code, PyObject *text, PyObject *mode);
+/// Sets the interpreter's error for the code that parsing answered, a Refusal of the text if that is why. Gives none: to
+/// throw would cost ten times as much.
+Ref refused(const Type &type, int code, PyObject *text, PyObject *mode);
 
 /// Makes the class.
 Ref new_refusal_class(PyObject *module);

@@ -28,7 +28,7 @@ public:
     {
         for (; !chunk.is_full() && at_ < PyList_Size(list_.get()); ++at_) {
             const Ref row = another(PyList_GetItem(list_.get(), at_));
-            if (is_missing(row.get()))
+            if (PyUnicode_CheckExact(row.get()) == 0 && is_missing(row.get()))
                 chunk.add_none();
             else if (wanted_ == Wanted::texts)
                 add_text(row.get(), chunk);
@@ -40,7 +40,7 @@ public:
 private:
     void add_text(PyObject *row, Chunk &chunk) const
     {
-        if (PyUnicode_Check(row) == 0)
+        if (PyUnicode_CheckExact(row) == 0 && PyUnicode_Check(row) == 0)
             raise_row(type_, static_cast<std::size_t>(at_), row, "a str");
         chunk.add(Text(row, "a column").view());
     }

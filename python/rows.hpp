@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "arrow.hpp"
 #include "state.hpp"
 
 namespace bgpdt::python {
@@ -32,12 +33,12 @@ public:
             bytes_.resize(2 * (used_ + row.size()));
         row.copy(bytes_.data() + used_, row.size());
         used_ += row.size();
-        validity_[count_ / 8] = static_cast<std::uint8_t>(validity_[count_ / 8] | 1U << count_ % 8);
+        set_bit(validity_.data(), count_);
         offsets_[++count_] = used_;
     }
     void add_none() { offsets_[++count_] = used_; }
 
-    bool has(std::size_t row) const { return (validity_[row / 8] >> row % 8 & 1) != 0; }
+    bool has(std::size_t row) const { return has_bit(validity_.data(), row); }
     std::string_view at(std::size_t row) const
     {
         return {bytes_.data() + offsets_[row], static_cast<std::size_t>(offsets_[row + 1] - offsets_[row])};

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -80,5 +81,7 @@ private:
 
 inline std::string_view view(bgpdt_text text) { return {text.data, text.size}; }
 inline Ref text_of(bgpdt_text text) { return text_of(view(text)); }
+/// A tuple of them.
+Ref texts_of(std::span<const bgpdt_text> texts);
 
 } // namespace bgpdt::python

@@ -35,9 +35,7 @@ Ref parsed(Type &type, PyObject *text, PyObject *mode)
     const bgpdt_type *const parsing = in_mode(type, mode);
     Ref value = new_value(type);
     const int code = bgpdt_parse(parsing, view.data(), view.size(), value_in(value.get()).data(), type.size, nullptr);
-    if (code != BGPDT_OK)
-        raise_unparsed(type, code, text, mode);
-    return value;
+    return code == BGPDT_OK ? std::move(value) : refused(type, code, text, mode);
 }
 
 Ref from_bytes(const Type &type, PyObject *bytes, PyObject *byte_order)

@@ -232,11 +232,9 @@ PyObject *get_kind(PyObject *self, void *)
     });
 }
 
-} // namespace
-
-Ref new_value_class(PyObject *module)
+PyMethodDef *methods()
 {
-    static PyMethodDef methods[] = {
+    static PyMethodDef rows[] = {
         method<to_bytes>("to_bytes",
                          "to_bytes($self, /, byteorder='big')\n--\n\nThe bytes; numbers in the router's byte "
                          "order, or in this machine's."),
@@ -266,6 +264,13 @@ Ref new_value_class(PyObject *module)
                                 METH_CLASS),
         {nullptr, nullptr, 0, nullptr},
     };
+    return rows;
+}
+
+} // namespace
+
+Ref new_value_class(PyObject *module)
+{
     static PyGetSetDef getters[] = {
         {"kind", get_kind, nullptr, "the sub-kind of a key, None for a value without", nullptr},
         {nullptr, nullptr, nullptr, nullptr, nullptr},
@@ -278,7 +283,7 @@ Ref new_value_class(PyObject *module)
         {Py_tp_hash, reinterpret_cast<void *>(hash)},
         {Py_tp_richcompare, reinterpret_cast<void *>(compared)},
         {Py_mp_subscript, reinterpret_cast<void *>(item)},
-        {Py_tp_methods, methods},
+        {Py_tp_methods, methods()},
         {Py_tp_getset, getters},
         {0, nullptr},
     };

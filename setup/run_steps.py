@@ -50,7 +50,8 @@ STEPS = (
     Step("packages", "programs in C and C++ with what the Debian packages hold, without installing them", ("package",)),
     Step("abi", "libbgpdt's binary interface is the released one, or more"),
     Step("python", "the package for Python, installed in a clean environment"),
-    Step("python-columns", "(only when named) its columns in pyarrow, polars, DuckDB, pandas and Spark, its types in checkers"),
+    Step("python-columns", "(only when named) its columns in pyarrow, polars, DuckDB, pandas and Spark, its types in checkers",
+         ("release bgpdt",)),
     Step("python-everywhere", "(only when named) its wheel on every Python that is there, its sdist, and under ASan"),
     Step("recipes", "(only when named) the suite with an invented type and an invented kind of route key"),
     Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
@@ -249,7 +250,8 @@ def print_verdict(jobs: list[Job], seconds: float) -> None:
 
 
 def parse_arguments() -> argparse.Namespace:
-    steps = "\n".join(f"  {step.name:9} {'*' if step.name in QUICK else ' '} {step.about}" for step in STEPS)
+    width = max(len(step.name) for step in STEPS)
+    steps = "\n".join(f"  {step.name:{width}} {'*' if step.name in QUICK else ' '} {step.about}" for step in STEPS)
     parser = argparse.ArgumentParser(
         prog="./test",
         formatter_class=argparse.RawDescriptionHelpFormatter,

@@ -19,8 +19,6 @@ test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googl
     g++-i686-linux-gnu abigail-tools valgrind clang-19 libclang-rt-19-dev llvm-19 python3 libyang-tools lua5.4
     libsqlite3-dev sqlite3 zsh fish mandoc groff-base dpkg-dev file python3-dev python3-venv"
 
-python_packages="default-jre-headless"
-
 # Installs the Debian packages that are missing.
 need_packages() {
     missing=""

@@ -330,10 +330,13 @@ Found octets(Refused &refused)
 {
     const std::string &text = refused.text;
     const Groups groups = groups_at(text, 0);
-    const std::size_t least = std::ranges::any_of(text, is_letter) ? 3 : 5; // fewer may be numbers
+    const bool lettered = std::ranges::any_of(text, is_letter);
+    const bool padded = text.starts_with('0') || text.find(groups.separator + std::string("0")) != std::string::npos;
+    const std::size_t least = lettered ? 3 : 5; // fewer may be numbers
     const bool whole = groups.width == 2 && groups.count >= least && 3 * groups.count - 1 == text.size();
     const auto is_taken = [&refused](const Edit &edit) { return refused.takes(edit); };
-    if (!whole || std::ranges::any_of(regroupings(text, {0, text.size()}, refused.samples()), is_taken))
+    if (!whole || !(lettered || padded) ||
+        std::ranges::any_of(regroupings(text, {0, text.size()}, refused.samples()), is_taken))
         return {};
     return refused.told({0, text.size()}, "it is " + counted(groups.count, "byte") + " in hexadecimal, and no text");
 }

@@ -5,6 +5,7 @@ set -eu
 top=$(CDPATH='' cd -- "$(dirname -- "$0")/../.." && pwd)
 . "$top/setup/setup.sh"
 work=$top/build/python
+export PYTHONDONTWRITEBYTECODE=1
 mkdir -p "$work"
 
 # environment NAME PYTHON PACKAGE...: a fresh one with the packages; $python is its interpreter
@@ -37,6 +38,7 @@ core)
     try "$top/tests/python" --ignore "$top/tests/python/apart"
     ;;
 columns)
+    command -v java >/dev/null || need_packages default-jre-headless # for Spark
     environment columns python3 scikit-build-core pytest numpy pyarrow polars duckdb pandas pyspark pydantic mypy pyright matplotlib
     install_package
     try "$top/tests/python/apart"

@@ -3,7 +3,8 @@
 """readme.py BGPDT PLUGIN EXAMPLES PAGE...: what the README and other pages show is what happens.
 
 Every block of console lines is run, block behind block in one folder for each page: a line behind "$ " is a command, the lines behind
-it are what it answers, standard error included. The C and C++ that they show stands word by word in a source of the folder EXAMPLES, which other tests build and run.
+it are what it answers, standard error included. The C and C++ that they
+show stands word by word in a source of the folder EXAMPLES, which other tests build and run.
 """
 import os
 import pathlib

@@ -86,6 +86,8 @@ std::vector<Row> rows()
          {},
          value,
          "it is a text of BOLPREFIX (route key of any kind)"},
+        {"LARGECOMMUNITY", "10:20:30:40", ":40", R"(":40" is too much)", "10:20:30", value},
+        {"LARGECOMMUNITY", "10:20:30:40:50", ":40:50", R"(":40:50" is too much)", "10:20:30", value},
         {"SOO", "fe:01:02", "fe:01:02", "it is 3 bytes in hexadecimal, and no text"},
         {"EVNPREFIX", "00:11:22:33:44:55:66:77:88:99", "00:11:22:33:44:55:66:77:88:99",
          R"("00:11:22:33:44:55:66:77:88:99" is written "0011.2233.4455.6677.8899" here)", "0011.2233.4455.6677.8899",

@@ -19,6 +19,8 @@ tar -xzf "$work"/dist/bgpdt-*.tar.gz -C "$work/source"
 "$python" -m build --no-isolation --wheel -o "$work/dist" "$work"/source/bgpdt-* >>"$work/build.log" 2>&1
 PATH=$work/build/bin:$PATH "$python" -m auditwheel repair -w "$work/repaired" "$work"/dist/bgpdt-*.whl
 wheel=$(echo "$work"/repaired/bgpdt-*.whl)
+"$python" -m pip install -q --disable-pip-version-check abi3audit
+"$work/build/bin/abi3audit" --strict "$wheel" >"$work/abi3.txt" 2>&1 || { cat "$work/abi3.txt"; fail "the wheel needs more of Python than 3.10's stable interface"; }
 echo "proved: $(basename "$wheel") is built from $(basename "$work"/dist/*.tar.gz)"
 
 # every_python: each that is there, once a version
@@ -41,6 +43,11 @@ done
 [ -n "$tried" ] || fail "there is no Python from 3.10 on"
 echo "proved: the one wheel passes the tests on Python$tried"
 
+python=$work/$version/bin/python
+BGPDT_PYTHON_CALLS=1000000 "$python" -m pytest -q -rP -p no:cacheprovider "$top/tests/python/test_attacks.py" >"$work/calls.txt" ||
+    { cat "$work/calls.txt"; fail "a million calls leave something behind"; }
+grep '^proved: ' "$work/calls.txt"
+
 # Under ASan: what the library and the module do with memory; Python's own leaks are not looked for.
 cmake -S "$top" -B "$work/asan" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O1 -g1 -DNDEBUG" \
     -DBGPDT_HOST=ON -DBGPDT_LIBRARY=ON -DBGPDT_LINKED=ON -DBGPDT_PYTHON=ON -DBGPDT_WERROR=ON -DBGPDT_SANITIZE=address \
@@ -52,9 +59,10 @@ cp "$top"/python/bgpdt/* "$work/asan/package/bgpdt"
 cp "$work"/asan/python/_bgpdt.abi3.so "$work/asan/package/bgpdt"
 python3 -m venv --clear "$work/asan-environment"
 "$work/asan-environment/bin/python" -m pip install -q --disable-pip-version-check pytest
-PYTHONPATH=$work/asan/package PYTHONMALLOC=debug LD_PRELOAD=$(g++ -print-file-name=libasan.so) \
-    ASAN_OPTIONS=detect_leaks=0:allocator_may_return_null=1 \
+rm -f "$work"/asan.log.*
+PYTHONPATH=$work/asan/package PYTHONMALLOC=debug LD_PRELOAD="$(g++ -print-file-name=libasan.so) $(g++ -print-file-name=libstdc++.so)" \
+    ASAN_OPTIONS=detect_leaks=0:allocator_may_return_null=1:log_path="$work/asan.log" \
     "$work/asan-environment/bin/python" -X dev -m pytest -q -p no:cacheprovider "$top/tests/python" \
     --ignore "$top/tests/python/apart" --deselect "$top/tests/python/test_memory.py" >"$work/asan.txt" 2>&1 ||
-    { tail -n 60 "$work/asan.txt"; fail "the tests fail under ASan"; }
+    { tail -n 60 "$work/asan.txt" "$work"/asan.log.*; fail "the tests fail under ASan"; }
 echo "proved: under ASan and the debug allocator $(tail -n 1 "$work/asan.txt")"

@@ -1,0 +1,2 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Its folder is where the tests find vectors.py and each other."""
