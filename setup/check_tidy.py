@@ -17,7 +17,7 @@ from pathlib import Path
 
 TOP = Path(__file__).resolve().parent.parent
 ANALYZED = ("src", "host")
-ROOMS = ("toolkit", "library", "grammar", "tool", "lua", "sqlite", "python")
+ROOMS = ("toolkit", "library", "grammar", "tool", "lua", "sqlite", "python", "web")
 
 
 def parts_of(source: Path) -> list[Path]:

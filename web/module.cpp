@@ -11,8 +11,6 @@
 #include <utility>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
 #include "library/answer.hpp"
 #include "toolkit/conversions.hpp"
 #include "toolkit/fields.hpp"
@@ -31,7 +29,6 @@
 #endif
 
 using namespace bgpdt;
-using nlohmann::ordered_json;
 using Value = std::vector<std::uint8_t>;
 
 namespace {
@@ -42,31 +39,33 @@ std::string answered;
 
 std::string_view view(bgpdt_text text) { return {text.data, text.size}; }
 
-ordered_json forms_json(const bgpdt_error &error)
+std::vector<toolkit::JsonObject> forms_json(const bgpdt_error &error)
 {
-    ordered_json forms = ordered_json::array();
-    for (std::size_t i = 0; i < error.form_count; ++i) {
-        const bgpdt_form &form = error.forms[i];
-        forms.push_back({{"kind", view(form.kind)}, {"form", view(form.form)}, {"example", view(form.example)}});
-    }
+    std::vector<toolkit::JsonObject> forms;
+    for (const bgpdt_form &form : std::span(error.forms, error.form_count))
+        forms.emplace_back()
+            .add("kind", view(form.kind))
+            .add("form", view(form.form))
+            .add("example", view(form.example));
     return forms;
 }
 
-ordered_json error_json(const bgpdt_error &error)
+toolkit::JsonObject error_json(const bgpdt_error &error)
 {
-    ordered_json types = ordered_json::array();
-    for (std::size_t i = 0; i < error.other_type_count; ++i)
-        types.push_back(view(error.other_types[i]));
-    return {{"code", error.code},
-            {"status", error.status == 0 ? "" : host::status_name(error.status)},
-            {"message", view(error.message)},
-            {"reason", view(error.reason)},
-            {"at", error.at},
-            {"length", error.length},
-            {"repair", view(error.repair)},
-            {"change", error.change},
-            {"otherTypes", std::move(types)},
-            {"forms", forms_json(error)}};
+    std::vector<std::string_view> types;
+    for (const bgpdt_text &name : std::span(error.other_types, error.other_type_count))
+        types.push_back(view(name));
+    return toolkit::JsonObject()
+        .add("code", error.code)
+        .add("status", error.status == 0 ? "" : host::status_name(error.status))
+        .add("message", view(error.message))
+        .add("reason", view(error.reason))
+        .add("at", error.at)
+        .add("length", error.length)
+        .add("repair", view(error.repair))
+        .add("change", error.change)
+        .add("otherTypes", types)
+        .add("forms", forms_json(error));
 }
 
 /// Runs the work, which takes the address of an error and answers a code.
@@ -77,7 +76,7 @@ int answer(const Work &work)
     const int code = work(&error);
     const std::unique_ptr<bgpdt_error, void (*)(bgpdt_error *)> owner(error, bgpdt_error_free);
     if (code < 0 && error != nullptr)
-        answered = toolkit::json_text(error_json(*error));
+        answered = error_json(*error).text();
     return code;
 }
 
@@ -87,7 +86,8 @@ int answer_json(const bgpdt_type *type, const Work &work)
 {
     return answer([&](bgpdt_error **error) {
         return library::answer({.type = type, .error = error}, true, [&] {
-            answered = toolkit::json_text(work());
+            answered.clear();
+            toolkit::append_json(answered, work());
             return BGPDT_OK;
         });
     });
@@ -179,13 +179,13 @@ BGPDT_EXPORT(open) int bgpdt_web_open()
 BGPDT_EXPORT(types) int bgpdt_web_types()
 {
     return answer_json(nullptr, [] {
-        ordered_json types = ordered_json::array();
+        std::vector<toolkit::JsonObject> types;
         for (const bgpdt_type &type : opened->types) {
             const toolkit::Sample sample = toolkit::sample_of(type.record.typeId);
             const std::vector<std::string> takes = toolkit::help_texts(opened->session, type.record);
             const std::vector<toolkit::Kind> kinds = toolkit::kinds(opened->session, type.record);
             types.push_back(toolkit::type_json(type.record, sample, takes, {}, kinds));
-            types.back()["mode"] = type.mode;
+            types.back().add("mode", unsigned{type.mode});
         }
         return types;
     });
@@ -216,7 +216,7 @@ BGPDT_EXPORT(find) int bgpdt_web_find()
 BGPDT_EXPORT(guess) int bgpdt_web_guess()
 {
     return answer_json(nullptr, [] {
-        ordered_json names = ordered_json::array();
+        std::vector<std::string> names;
         for (const toolkit::TypeName &type : toolkit::types_that_take(opened->session, given))
             names.push_back(type.name);
         return names;
@@ -331,8 +331,7 @@ BGPDT_EXPORT(differences) int bgpdt_web_differences(const bgpdt_type *type)
         const Two values(size_of(type));
         const auto first = fields_of(type, values.first);
         const auto second = fields_of(type, values.second);
-        const auto differences = toolkit::differences(first, second);
-        return toolkit::differences_json(type->record, differences)["differences"];
+        return toolkit::differences_json(type->record, toolkit::differences(first, second));
     });
 }
 
@@ -349,7 +348,7 @@ BGPDT_EXPORT(lua) int bgpdt_web_lua(const bgpdt_type *type)
         return library::answer({.type = type, .operation = BGPDT_TABLE, .error = error}, true, [type] {
             const toolkit::LuaState lua = toolkit::new_lua_state();
             toolkit::push_table(type->session(), lua.get(), type->record, native(type, given_bytes()));
-            answered = toolkit::script_text(toolkit::script_json(lua.get(), -1));
+            answered = toolkit::script_text(lua.get(), -1);
             return BGPDT_OK;
         });
     });

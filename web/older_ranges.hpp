@@ -25,6 +25,12 @@ constexpr auto find_if(Range &&range, Predicate predicate, Projection projection
     return std::find_if(std::begin(range), std::end(range), projected_by(predicate, projection));
 }
 
+template <class Range, class Predicate>
+constexpr auto find_if_not(Range &&range, Predicate predicate)
+{
+    return std::find_if_not(std::begin(range), std::end(range), predicate);
+}
+
 template <class Range, class Value, class Projection = std::identity>
 constexpr auto find(Range &&range, const Value &value, Projection projection = {})
 {
@@ -115,6 +121,12 @@ constexpr void stable_sort(Range &&range, std::less<> /*order*/, Projection proj
     };
     for (auto at = std::begin(range); at != std::end(range); ++at)
         std::rotate(std::upper_bound(std::begin(range), at, *at, less), at, std::next(at));
+}
+
+template <class Range, class Projection>
+constexpr void sort(Range &&range, std::less<> order, Projection projection)
+{
+    ranges::stable_sort(range, order, projection);
 }
 
 } // namespace std::ranges

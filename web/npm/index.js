@@ -164,7 +164,7 @@ function jsonOf(call, name, values) {
 
 export const explain = (name, value) => jsonOf('explain', name, [value]);
 export const fields = (name, value) => jsonOf('fields', name, [value]);
-export const differences = (name, first, second) => jsonOf('differences', name, [first, second]);
+export const differences = (name, first, second) => jsonOf('differences', name, [first, second]).differences;
 export const table = (name, value) => jsonOf('table', name, [value]);
 
 export function lua(name, value) {
