@@ -72,6 +72,36 @@ struct Entries {
     }
 };
 
+/// A field of a route as others show it: MAC addresses and segment identifiers as octets, IPv6 addresses by themselves.
+std::string field_written(const std::string &shown)
+{
+    std::string octets;
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        if (i % 3 == 2 ? shown[i] != ':' : !is_hex(shown[i]))
+            break;
+        octets += i % 3 == 2 ? "" : std::string(1, shown[i]);
+    }
+    if (shown.size() == 17 && octets.size() == 12)
+        return Groups{4, 3, '-'}.laid_out(octets);
+    if (shown.size() == 29 && octets.size() == 20)
+        return Groups{4, 5, '.'}.laid_out(octets);
+    return std::ranges::count(shown, ':') > 1 ? "[" + shown + "]" : shown;
+}
+
+/// What stands in brackets, if a text is nothing else but for ":" between them.
+Texts fields_in_brackets(const std::string &text)
+{
+    Texts fields;
+    for (std::size_t at = 0; at < text.size(); at += at < text.size() && text[at] == ':' ? 1 : 0) {
+        const std::size_t end = text[at] == '[' ? text.find(']', at) : std::string::npos;
+        if (end == std::string::npos)
+            return {};
+        fields.push_back(text.substr(at + 1, end - at - 1));
+        at = end + 1;
+    }
+    return fields;
+}
+
 /// A number as it is written elsewhere, and its value.
 struct Number {
     Range place;
@@ -225,6 +255,19 @@ Found other_brackets(Refused &refused)
         c = opens ? '[' : closes ? ']' : c;
     }
     return rewritten(refused, text, "brackets are square here");
+}
+
+Found route_in_brackets(Refused &refused)
+{
+    Texts fields = fields_in_brackets(refused.text);
+    if (fields.size() < 3)
+        return {};
+    if (fields.front() == "5") // a prefix, its length in front of it
+        std::swap(fields.back(), fields[fields.size() - 2]);
+    fields.erase(fields.begin());
+    std::ranges::transform(fields, fields.begin(), field_written);
+    return rewritten(refused, joined(fields, ":"),
+                     "fields stand without brackets here, and without the type of the route");
 }
 
 Found hexadecimal_number(Refused &refused)

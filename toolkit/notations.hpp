@@ -21,6 +21,8 @@ Found list_separators(Refused &refused);
 Found too_many_entries(Refused &refused);
 /// Round and other brackets for square ones.
 Found other_brackets(Refused &refused);
+/// "[2]:[0]:[48]:[00:00:5e:00:53:01]:[32]:[192.0.2.1]", as other programs show the routes of EVPN.
+Found route_in_brackets(Refused &refused);
 Found hexadecimal_number(Refused &refused);
 Found number_with_exponent(Refused &refused);
 /// "65,536"

@@ -288,6 +288,7 @@ constexpr Suspicion suspicions[] = {
     {list_separators, spelling},
     {too_many_entries, new_value},
     {other_brackets, spelling},
+    {route_in_brackets, spelling},
     {hexadecimal_number, spelling},
     {number_with_exponent, spelling},
     {grouped_digits, spelling},

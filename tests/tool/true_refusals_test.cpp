@@ -43,6 +43,7 @@ std::vector<Row> rows()
     const std::string ls_local = "[IDENTIFIER0][LOCAL" + ls_node + "[igp-router-id";
     const std::string names = "is none of the names here, which are internet, no-export, no-advertise and "
                               "no-export-subconfed; its number is ";
+    const std::string in_brackets = "fields stand without brackets here, and without the type of the route";
     const std::string units = "days, hours, minutes and seconds are all named here: ";
     const std::string targets = "it is a text of VRFRD (route distinguisher), VRFRT (route target), "
                                 "EXTCOMMUNITY (extended community) and 4 more types";
@@ -51,6 +52,17 @@ std::vector<Row> rows()
          "an Ethernet segment identifier of all ones is refused"},
         {"EVNPREFIX", "0000.0000.0000.0000.0000", "0000.0000.0000.0000.0000",
          "an Ethernet segment identifier of all zeros is refused here"},
+        {"EVNPREFIX", "[2]:[0]:[48]:[00:00:5e:00:53:01]:[32]:[192.0.2.1]",
+         "[2]:[0]:[48]:[00:00:5e:00:53:01]:[32]:[192.0.2.1]", in_brackets, "0:48:0000-5e00-5301:32:192.0.2.1",
+         spelling},
+        {"EVNPREFIX", "[2]:[0]:[48]:[00:00:5E:00:53:01]:[128]:[2001:db8::1]", "[2]:[0]:[48]:[00:00:5E:00:53:01]:[128]",
+         in_brackets, "0:48:0000-5E00-5301:128:[2001:db8::1]", spelling},
+        {"EVNPREFIX", "[3]:[100]:[32]:[192.0.2.1]", "[3]:[100]:[32]:[192.0.2.1]", in_brackets, "100:32:192.0.2.1",
+         spelling},
+        {"EVNPREFIX", "[4]:[00:11:22:33:44:55:66:77:88:99]:[32]:[192.0.2.1]",
+         "[4]:[00:11:22:33:44:55:66:77:88:99]:[32]:[192.0.2.1]", in_brackets, "0011.2233.4455.6677.8899:32:192.0.2.1",
+         spelling},
+        {"BOLPREFIX", "[5]:[0]:[24]:[192.0.2.0]", "[5]:[0]:[24]:[192.0.2.0]", in_brackets, "0:192.0.2.0:24", spelling},
         {"EVNPREFIX", "0011.2233.4455.6677.8899:192.0.2.1", "", R"(the length of the address, "32:", is missing here)",
          "0011.2233.4455.6677.8899:32:192.0.2.1", spelling},
         {"EVNPREFIX", "0011.2233.4455.6677.8899:[2001:db8::1]", "",
