@@ -79,6 +79,11 @@ void fill_schema(ArrowSchema &schema, const SharedContent &content, const Rowset
     }
 }
 
+bool is_table(const Rowset &rows) { return rows.format == "+s"; }
+
+/// The bits of the rows that are there; numbers, values or offsets; texts.
+std::int64_t buffers_of(const Rowset &rows) { return is_table(rows) ? 1 : (rows.format == "U" ? 3 : 2); }
+
 /// @param whole  the rows of a table are all there: it is their fields that are missing
 void fill_array(ArrowArray &array, const SharedContent &content, const Rowset &rows, bool whole = false)
 {
@@ -91,7 +96,7 @@ void fill_array(ArrowArray &array, const SharedContent &content, const Rowset &r
     array = {static_cast<std::int64_t>(rows.count),
              whole ? 0 : static_cast<std::int64_t>(rows.missing),
              0,
-             rows.fields.empty() ? (texts ? 3 : 2) : 1,
+             buffers_of(rows),
              0,
              nullptr,
              nullptr,
@@ -163,7 +168,7 @@ int get_next(ArrowArrayStream *stream, ArrowArray *array)
     return give(array, [stream](ArrowArray &of) {
         StreamKeeper &keeper = keeper_of(stream);
         if (!std::exchange(keeper.given, true))
-            fill_array(of, keeper.content, keeper.content->rows, !keeper.content->rows.fields.empty());
+            fill_array(of, keeper.content, keeper.content->rows, is_table(keeper.content->rows));
     });
 }
 

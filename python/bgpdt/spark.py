@@ -18,6 +18,8 @@ def _kind_of(field):
 
 def _fields(name, values, fields):
     """Columns of the fields, in the order asked for."""
+    if not fields:
+        return []
     explained = pyarrow.array(bgpdt.explain_many(name, values, fields))
     return [explained.field(field).cast(_kind_of(explained.type.field(field))) for field in fields]
 

@@ -105,6 +105,11 @@ def test_fields_are_a_table():
         (sum(v.assigned_number for v in VALUES if v),)]
 
 
+def test_no_fields_at_all():
+    nothing = bgpdt.explain_many("VRFRD", [bytes(12), None], [])
+    assert list(nothing) == pyarrow.array(nothing).to_pylist() == [{}, None]
+
+
 def test_columns_outlive_what_they_came_from():
     array = pyarrow.array(bgpdt.parse_many("VRFRD", TEXTS))
     again = pyarrow.array(bgpdt.explain_many("VRFRD", array))
