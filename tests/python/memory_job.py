@@ -26,7 +26,6 @@ def refusal():
         return str(refused)
 
 
-# Not explain(): where the library makes its JSON, the JSON's destructor takes memory, and may not fail.
 CALLS = {
     "parse": lambda: bgpdt.parse("VRFRD", "64496:1"),
     "parse in a mode": lambda: bgpdt.parse("VRFRD", "64496:1", mode=6),
@@ -37,6 +36,7 @@ CALLS = {
     "bytes": lambda: bgpdt.VRFRD.from_bytes(bytes(RD)),
     "hex": lambda: bgpdt.VRFRD.from_hex(RD.hex()),
     "to table": lambda: RD.to_dict() == TABLE,
+    "explain": lambda: RD.explain(),
     "fields": lambda: RD.fields(),
     "attribute": lambda: RD.administrator,
     "repr": lambda: repr(RD),
