@@ -62,6 +62,12 @@ bool Parser::takes(std::string_view text)
     return kind == *row_.kind;
 }
 
+std::string_view Parser::printed(std::span<const std::uint8_t> value)
+{
+    const std::string_view text = writer_.print(value).text();
+    return text.find_first_not_of('\0') == text.npos ? "" : text;
+}
+
 std::size_t Parser::value_size() const { return bgpdt::value_size(row_.record); }
 
 } // namespace bgpdt::grammar

@@ -29,8 +29,8 @@ public:
     bool prints() const { return row_.record.formatOut != nullptr; }
     /// As what the value of the text that was taken last prints.
     std::string_view printed() { return printed(value_); }
-    /// Empty if the value does not print, too.
-    std::string_view printed(std::span<const std::uint8_t> value) { return writer_.print(value).text(); }
+    /// Empty if the value does not print, and if what is told to be its text is NULs.
+    std::string_view printed(std::span<const std::uint8_t> value);
 
 private:
     struct Row {
