@@ -64,7 +64,7 @@ def ask_text(*words):
     return subprocess.run([tool, *words[:2], *(["--"] if words[2:] else []), *words[2:]], capture_output=True, text=True, check=True).stdout
 
 
-def grammar(name, language="notation"):
+def grammar(name, language):
     """The grammar of a type, or of "TYPE KIND"; None if it takes no text, or if the language cannot tell it."""
     run = subprocess.run([tool, "grammar", *name.split(), "--as", language], capture_output=True, text=True, check=False)
     return run.stdout if run.returncode == 0 else None
@@ -250,7 +250,7 @@ def proofs(name):
     """What grammar/proof.txt says of the name."""
     what = {"texts": "equal to the parser", "canonical": "the canonical texts, too",
             "fields": "field by field equal to the parser", "rows": "how many, and how long",
-            "orders": "its groups in every order"}
+            "orders": "its groups in every order", "values": "", "printed": ""}
     told = {}
     for line in (top / "grammar/proof.txt").read_text(encoding="utf-8").splitlines():
         if found := re.match(re.escape(name) + r" (\w+): (\d+) states, (\d+) texts, (\d+) more states, "
@@ -259,6 +259,12 @@ def proofs(name):
             more = f", up to {found[4]} more states" * (found[4] != "0")
             runs = f", one character up to {found[5]} times in a row" * (found[5] != "0")
             told[found[1]] = f"{what[found[1]]}: {states}{int(found[3]):,} texts{more}{runs}{found[6] or ''}"
+        elif found := re.match(re.escape(name) + r" values: (\d+) printed$", line):
+            told["values"] = f"{int(found[1]):,} values print so"
+        elif found := re.match(re.escape(name) + r" printed: (\d+) of (\d+) steps met, (\d+) values compared$", line):
+            compared = f", none of {int(found[3]):,} values as another does" * (found[3] != "0")
+            told["printed"] = (f"nothing else is printed than `canonical` and `printed`{compared}, "
+                               f"of whose {int(found[2]):,} steps {int(found[1]):,} were met")
     return [told[key] for key in what if key in told]
 
 
@@ -267,14 +273,16 @@ def grammar_section(description):
     named = [name] + [f"{name} {kind['kind']}" for kind in description.get("kinds", [])]
     parts = []
     for subject in named:
-        written = grammar(subject)
-        if written is None:
+        answer = ask("grammar", *subject.split())
+        if "grammar" not in answer:
             continue
         parts.append(f"### {subject.split()[-1]}\n" if len(named) > 2 else "")
-        parts.append(f"```text\n{written}```\n")
+        parts.append(f"```text\n{answer['grammar']}```\n")
+        parts.append(answer["printing"] + "\n")
         proved = "; ".join(proofs(subject))
         parts.append(f"Proved: {proved}.\n" if proved else "")
-        parts.append(f"![The grammar of {subject} as a railroad](../pictures/grammar/{subject.replace(' ', '.')}.svg)\n")
+        if grammar(subject, "svg"):
+            parts.append(f"![The grammar of {subject} as a railroad](../pictures/grammar/{subject.replace(' ', '.')}.svg)\n")
     if not parts:
         return ""
     return ("## Grammar\n\n[The notation](../../grammar/README.md). `bgpdt grammar` has it as ABNF, regular expression, "
@@ -410,7 +418,7 @@ def texts_manual(descriptions):
             text += shown(description["examples"])
         else:
             text += "It takes no text.\n"
-        if written := grammar(description["type"]):
+        if written := ask("grammar", description["type"]).get("grammar"):
             text += shown(written.splitlines())
         for kind in description.get("kinds", []):
             told = f"Kind {kind['kind_number']}, {kind['about']}."
