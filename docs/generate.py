@@ -64,10 +64,10 @@ def ask_text(*words):
     return subprocess.run([tool, *words[:2], *(["--"] if words[2:] else []), *words[2:]], capture_output=True, text=True, check=True).stdout
 
 
-def grammar(name, language):
-    """The grammar of a type, or of "TYPE KIND"; None if it takes no text, or if the language cannot tell it."""
-    run = subprocess.run([tool, "grammar", *name.split(), "--as", language], capture_output=True, text=True, check=False)
-    return run.stdout if run.returncode == 0 else None
+def grammar(name, language="notation"):
+    """What is told of the grammar of a type, or of "TYPE KIND"; None if it has none, or if the language cannot tell it."""
+    run = subprocess.run([tool, "--json", "grammar", *name.split(), "--as", language], capture_output=True, text=True, check=False)
+    return json.loads(run.stdout) if run.returncode == 0 else None
 
 
 def quoted(text):
@@ -260,11 +260,11 @@ def proofs(name):
             runs = f", one character up to {found[5]} times in a row" * (found[5] != "0")
             told[found[1]] = f"{what[found[1]]}: {states}{int(found[3]):,} texts{more}{runs}{found[6] or ''}"
         elif found := re.match(re.escape(name) + r" values: (\d+) printed$", line):
-            told["values"] = f"{int(found[1]):,} values print so"
+            told["values"] = f"what {int(found[1]):,} values print as"
         elif found := re.match(re.escape(name) + r" printed: (\d+) of (\d+) steps met, (\d+) values compared$", line):
-            compared = f", none of {int(found[3]):,} values as another does" * (found[3] != "0")
-            told["printed"] = (f"nothing else is printed than `canonical` and `printed`{compared}, "
-                               f"of whose {int(found[2]):,} steps {int(found[1]):,} were met")
+            met = "all" if found[1] == found[2] else f"{int(found[1]):,} of the"
+            compared = f", and {int(found[3]):,} values print as no other does" * (found[3] != "0")
+            told["printed"] = f"{met} {int(found[2]):,} steps of the automaton of `printed` met{compared}"
     return [told[key] for key in what if key in told]
 
 
@@ -273,12 +273,12 @@ def grammar_section(description):
     named = [name] + [f"{name} {kind['kind']}" for kind in description.get("kinds", [])]
     parts = []
     for subject in named:
-        answer = ask("grammar", *subject.split())
-        if "grammar" not in answer:
+        told = grammar(subject)
+        if told is None:
             continue
         parts.append(f"### {subject.split()[-1]}\n" if len(named) > 2 else "")
-        parts.append(f"```text\n{answer['grammar']}```\n")
-        parts.append(answer["printing"] + "\n")
+        parts.append(f"```text\n{told['grammar']}```\n")
+        parts.append(told["printing"] + "\n")
         proved = "; ".join(proofs(subject))
         parts.append(f"Proved: {proved}.\n" if proved else "")
         if grammar(subject, "svg"):
@@ -292,7 +292,7 @@ def grammar_section(description):
 def yang_module(names):
     head = ("module bgpdt-texts {\n  yang-version 1.1;\n  namespace \"urn:bgpdt:texts\";\n  prefix bgpdt;\n\n  description\n"
             "    \"The texts of BGP data types, without white space at their ends.\";\n")
-    typedefs = [written for name in names if (written := grammar(name, "yang"))]
+    typedefs = [told["grammar"] for name in names if (told := grammar(name, "yang"))]
     return head + "".join("\n" + re.sub("^(?=.)", "  ", written, flags=re.M) for written in typedefs) + "}\n"
 
 
@@ -418,8 +418,8 @@ def texts_manual(descriptions):
             text += shown(description["examples"])
         else:
             text += "It takes no text.\n"
-        if written := ask("grammar", description["type"]).get("grammar"):
-            text += shown(written.splitlines())
+        if told := grammar(description["type"]):
+            text += shown(told["grammar"].splitlines())
         for kind in description.get("kinds", []):
             told = f"Kind {kind['kind_number']}, {kind['about']}."
             text += item(kind["kind"], told + (f" Its help says: {kind['form']}." if kind.get("form") else ""))
@@ -436,8 +436,8 @@ def pages():
     rows = [[f"[{entry['type']}]({entry['type']}.md)", entry["about"], str(entry["size"])] for entry in descriptions]
     index = "# The types\n\n" + table(["type", "what it is", "bytes"], rows)
     subjects = [path.stem.replace(".", " ", 1) for path in sorted((top / "grammar/texts").glob("*.grammar"))]
-    drawn = {f"pictures/grammar/{name.replace(' ', '.')}.svg": picture for name in subjects
-             if (picture := grammar(name, "svg"))}
+    drawn = {f"pictures/grammar/{name.replace(' ', '.')}.svg": told["grammar"] for name in subjects
+             if (told := grammar(name, "svg"))}
     return {**drawn, "yang/bgpdt-texts.yang": yang_module(subjects), "types/README.md": index, **{f"types/{name}.md": text for name, text in zip(names, texts)},
             "man/bgpdt.1": tool_manual(), "man/bgpdt-texts.7": texts_manual(descriptions), **library_manuals(version())}
 
