@@ -66,9 +66,9 @@ def ask_text(*words):
 
 
 def grammar(name, language="notation"):
-    """The grammar of a type, or of "TYPE KIND"; None if it takes no text, or if the language cannot tell it."""
-    run = subprocess.run([tool, "grammar", *name.split(), "--as", language], capture_output=True, text=True, check=False)
-    return run.stdout if run.returncode == 0 else None
+    """What is told of the grammar of a type, or of "TYPE KIND"; None if it has none, or if the language cannot tell it."""
+    run = subprocess.run([tool, "--json", "grammar", *name.split(), "--as", language], capture_output=True, text=True, check=False)
+    return json.loads(run.stdout) if run.returncode == 0 else None
 
 
 def quoted(text):
@@ -251,7 +251,7 @@ def proofs(name):
     """What grammar/proof.txt says of the name."""
     what = {"texts": "equal to the parser", "canonical": "the canonical texts, too",
             "fields": "field by field equal to the parser", "rows": "how many, and how long",
-            "orders": "its groups in every order"}
+            "orders": "its groups in every order", "values": "", "printed": ""}
     told = {}
     for line in (top / "grammar/proof.txt").read_text(encoding="utf-8").splitlines():
         if found := re.match(re.escape(name) + r" (\w+): (\d+) states, (\d+) texts, (\d+) more states, "
@@ -260,6 +260,12 @@ def proofs(name):
             more = f", up to {found[4]} more states" * (found[4] != "0")
             runs = f", one character up to {found[5]} times in a row" * (found[5] != "0")
             told[found[1]] = f"{what[found[1]]}: {states}{int(found[3]):,} texts{more}{runs}{found[6] or ''}"
+        elif found := re.match(re.escape(name) + r" values: (\d+) printed$", line):
+            told["values"] = f"what {int(found[1]):,} values print as"
+        elif found := re.match(re.escape(name) + r" printed: (\d+) of (\d+) steps met, (\d+) values compared$", line):
+            met = "all" if found[1] == found[2] else f"{int(found[1]):,} of the"
+            compared = f", and {int(found[3]):,} values print as no other does" * (found[3] != "0")
+            told["printed"] = f"{met} {int(found[2]):,} steps of the automaton of `printed` met{compared}"
     return [told[key] for key in what if key in told]
 
 
@@ -268,14 +274,16 @@ def grammar_section(description):
     named = [name] + [f"{name} {kind['kind']}" for kind in description.get("kinds", [])]
     parts = []
     for subject in named:
-        written = grammar(subject)
-        if written is None:
+        told = grammar(subject)
+        if told is None:
             continue
         parts.append(f"### {subject.split()[-1]}\n" if len(named) > 2 else "")
-        parts.append(f"```text\n{written}```\n")
+        parts.append(f"```text\n{told['grammar']}```\n")
+        parts.append(told["printing"] + "\n")
         proved = "; ".join(proofs(subject))
         parts.append(f"Proved: {proved}.\n" if proved else "")
-        parts.append(f"![The grammar of {subject} as a railroad](../pictures/grammar/{subject.replace(' ', '.')}.svg)\n")
+        if grammar(subject, "svg"):
+            parts.append(f"![The grammar of {subject} as a railroad](../pictures/grammar/{subject.replace(' ', '.')}.svg)\n")
     if not parts:
         return ""
     return ("## Grammar\n\n[The notation](../../grammar/README.md). `bgpdt grammar` has it as ABNF, regular expression, "
@@ -285,7 +293,7 @@ def grammar_section(description):
 def yang_module(names):
     head = ("module bgpdt-texts {\n  yang-version 1.1;\n  namespace \"urn:bgpdt:texts\";\n  prefix bgpdt;\n\n  description\n"
             "    \"The texts of BGP data types, without white space at their ends.\";\n")
-    typedefs = [written for name in names if (written := grammar(name, "yang"))]
+    typedefs = [told["grammar"] for name in names if (told := grammar(name, "yang"))]
     return head + "".join("\n" + re.sub("^(?=.)", "  ", written, flags=re.M) for written in typedefs) + "}\n"
 
 
@@ -411,8 +419,8 @@ def texts_manual(descriptions):
             text += shown(description["examples"])
         else:
             text += "It takes no text.\n"
-        if written := grammar(description["type"]):
-            text += shown(written.splitlines())
+        if told := grammar(description["type"]):
+            text += shown(told["grammar"].splitlines())
         for kind in description.get("kinds", []):
             told = f"Kind {kind['kind_number']}, {kind['about']}."
             text += item(kind["kind"], told + (f" Its help says: {kind['form']}." if kind.get("form") else ""))
@@ -429,8 +437,8 @@ def pages():
     rows = [[f"[{entry['type']}]({entry['type']}.md)", entry["about"], str(entry["size"])] for entry in descriptions]
     index = "# The types\n\n" + table(["type", "what it is", "bytes"], rows)
     subjects = [path.stem.replace(".", " ", 1) for path in sorted((top / "grammar/texts").glob("*.grammar"))]
-    drawn = {f"pictures/grammar/{name.replace(' ', '.')}.svg": picture for name in subjects
-             if (picture := grammar(name, "svg"))}
+    drawn = {f"pictures/grammar/{name.replace(' ', '.')}.svg": told["grammar"] for name in subjects
+             if (told := grammar(name, "svg"))}
     return {**drawn, "yang/bgpdt-texts.yang": yang_module(subjects), "types/README.md": index, **{f"types/{name}.md": text for name, text in zip(names, texts)},
             "man/bgpdt.1": tool_manual(), "man/bgpdt-texts.7": texts_manual(descriptions), **library_manuals(version())}
 

@@ -36,6 +36,8 @@ std::string portable_regex(const Grammar &grammar);
 std::string abnf(const Grammar &grammar);
 /// A typedef (RFC 7950).
 std::string yang_typedef(const Grammar &grammar);
+/// What the texts print as, in sentences that name the grammar's parts.
+std::string printing(const Grammar &grammar);
 /// A railroad picture, its own parts below each other.
 std::string railroad(const Grammar &grammar);
 

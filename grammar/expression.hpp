@@ -69,9 +69,10 @@ struct Frame {
     std::string front;
     std::string part; ///< empty: rows of a word
     std::string behind;
-    std::string word;    ///< of a row: what stands there so many times
-    Times times;         ///< of a row: how often that may be
-    std::string without; ///< a part: texts in the frame of which nothing is said, or empty
+    std::string word;      ///< of a row: what stands there so many times
+    Times times;           ///< of a row: how often that may be
+    std::string without;   ///< a part: texts in the frame of which nothing is said, or empty
+    std::string canonical; ///< a part: the texts in the frame that print as they are, or empty where none is told
 };
 
 /// An order of words: a part whose letters stand for them.
@@ -88,6 +89,7 @@ struct Grammar {
     std::size_t room = 0; ///< of frames: the characters that a text may have, 0 if there is no limit
     std::vector<Frame> frames;
     std::vector<Order> orders;
+    bool prints = true;                    ///< whether values print
     bool trimmed = true;                   ///< whether white space at both ends of a text does not count
     std::vector<std::string> order;        ///< its own parts that `text` needs, as they were written
     std::map<std::string, Language> parts; ///< own ones, and those of the common file that they use

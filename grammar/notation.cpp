@@ -55,7 +55,7 @@ public:
         return read;
     }
 
-    /// "front" part "behind", or "front" "word" "behind" least..most; perhaps ", without part".
+    /// "front" part "behind", or "front" "word" "behind" least..most; perhaps ", without part" and ", canonical part".
     Frame frame()
     {
         Frame read;
@@ -67,8 +67,12 @@ public:
         read.behind = text();
         if (read.part.empty())
             read.times = bounds();
-        if (take(",") && name() == "without")
-            read.without = name();
+        while (take(",")) {
+            const std::string clause = name();
+            if (clause != "without" && clause != "canonical")
+                fail("\"" + clause + "\" is none of without and canonical");
+            (clause == "without" ? read.without : read.canonical) = name();
+        }
         return read;
     }
 
@@ -340,6 +344,8 @@ void define(Reader &reader, Grammar &into)
     }
     if (part == "untrimmed")
         into.trimmed = false;
+    if (part == "prints-nothing")
+        into.prints = false;
 }
 
 Grammar read_file(const std::string &name, std::string_view text)

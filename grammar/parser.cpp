@@ -7,11 +7,15 @@
 #include <stdexcept>
 
 #include "bgp_datatype/bgp_datatype.h"
+#include "bgp_datatype/fields.hpp"
 
 namespace bgpdt::grammar {
 namespace {
 
-constexpr std::uint8_t text_mode = 2; // in which every type reads texts as they are
+constexpr std::uint8_t text_mode = 2; // in which every type reads texts as they are, and most print them
+
+/// The host's own strings print as another form in mode 2.
+std::uint8_t printing_mode(const SYSDT_Record &record) { return record.baseKind == SYSDT_KIND_STRING ? 1 : text_mode; }
 
 } // namespace
 
@@ -22,6 +26,8 @@ Parser::Row Parser::row_of(const host::Host &host, const std::string &name)
     if (type == nullptr)
         throw std::invalid_argument("there is no type of " + name);
     Row row{*type, {}};
+    if (type->typeId == SYSDT_TYPE_L2VPNPREFIX)
+        row.kind = SYSDT_BOL_L2VPN;
     if (blank == name.npos)
         return row;
     const auto &rows =
@@ -38,7 +44,8 @@ Parser::Row Parser::row_of(const host::Host &host, const std::string &name)
 }
 
 Parser::Parser(const host::Host &host, const std::string &name)
-    : row_(row_of(host, name)), reader_(row_.record, text_mode), writer_(row_.record, text_mode), text_(1 << 16)
+    : row_(row_of(host, name)), reader_(row_.record, text_mode), writer_(row_.record, printing_mode(row_.record)),
+      text_(1 << 16)
 {
 }
 
@@ -54,5 +61,13 @@ bool Parser::takes(std::string_view text)
     std::memcpy(&kind, value_.data(), sizeof kind);
     return kind == *row_.kind;
 }
+
+std::string_view Parser::printed(std::span<const std::uint8_t> value)
+{
+    const std::string_view text = writer_.print(value).text();
+    return text.find_first_not_of('\0') == text.npos ? "" : text;
+}
+
+std::size_t Parser::value_size() const { return bgpdt::value_size(row_.record); }
 
 } // namespace bgpdt::grammar

@@ -23,9 +23,14 @@ public:
     bool takes(std::string_view text);
     /// The value of the text that was taken last, until the next is asked for.
     std::span<const std::uint8_t> value() const { return value_; }
+    /// How many bytes a value has, and the number of the kind, which stands in front of all values of one.
+    std::size_t value_size() const;
+    std::optional<std::uint32_t> kind() const { return row_.kind; }
     bool prints() const { return row_.record.formatOut != nullptr; }
     /// As what the value of the text that was taken last prints.
-    std::string_view printed() { return writer_.print(value_).text(); }
+    std::string_view printed() { return printed(value_); }
+    /// Empty if the value does not print, and if what is told to be its text is NULs.
+    std::string_view printed(std::span<const std::uint8_t> value);
 
 private:
     struct Row {

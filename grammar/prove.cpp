@@ -4,15 +4,18 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <iostream>
 #include <optional>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "catalogue.hpp"
 #include "parser.hpp"
+#include "printing.hpp"
 #include "proof.hpp"
 
 namespace {
@@ -114,39 +117,21 @@ bool report(const std::string &name, const char *what, const Outcome &outcome)
     return false;
 }
 
-/// Texts that print as they are, and that all other texts' values print as one of them.
-class Canonical {
-public:
-    Canonical(Parser &parser, const Grammar &grammar) : parser_(parser), canonical_(automaton_of(grammar, "canonical"))
-    {
-        if (grammar.has("lossy"))
-            lossy_ = trimmed(automaton_of(grammar, "lossy"));
-    }
+bool report_findings(const Printing &printing)
+{
+    for (const Printing::Finding &finding : printing.findings)
+        std::cout << "  " << shown(finding.text) << ' ' << finding.what << '\n';
+    return printing.findings.empty();
+}
 
-    bool is_printed(std::string_view text) { return parser_.takes(text) && parser_.printed() == text; }
-
-    /// Counts texts whose value prints as no canonical text, or as one of another value.
-    bool takes(std::string_view text)
-    {
-        if (!parser_.takes(text))
-            return false;
-        const std::vector<std::uint8_t> value(parser_.value().begin(), parser_.value().end());
-        const std::string printed(parser_.printed());
-        const bool same =
-            canonical_.accepts(printed) && parser_.takes(printed) && std::ranges::equal(parser_.value(), value);
-        if (!same && !(lossy_ && lossy_->accepts(text)) && wrong.size() < 5)
-            wrong.emplace_back(text);
-        return true;
-    }
-
-    const Automaton &automaton() const { return canonical_; }
-    std::vector<std::string> wrong;
-
-private:
-    Parser &parser_;
-    Automaton canonical_;
-    std::optional<Automaton> lossy_;
-};
+/// What was met of `printed`, where the grammar has it.
+bool report_printed(const std::string &name, const Printing &printing)
+{
+    if (printing.steps() != 0)
+        std::cout << name << " printed: " << printing.steps_met() << " of " << printing.steps() << " steps met, "
+                  << printing.compared() << " values compared\n";
+    return report_findings(printing);
+}
 
 /// A parser about some of whose texts the grammar says nothing: it takes none of these.
 class Within {
@@ -169,26 +154,36 @@ private:
     std::optional<Automaton> beyond_;
 };
 
+/// Asks the parser, and looks at what the texts that it takes print as.
+Judge following(Parser &parser, Printing &printing)
+{
+    return [&](std::string_view text) {
+        if (!parser.takes(text))
+            return false;
+        if (parser.prints())
+            printing.follow(text);
+        return true;
+    };
+}
+
+Outcome prove_canonical(Printing &printing, const Grammar &grammar, std::size_t run, const Settings &settings)
+{
+    const Judge prints = [&](std::string_view text) { return printing.prints_as_it_is(text); };
+    return prove({automaton_of(grammar, "canonical"), run, prints, places(grammar, "canonical")}, settings);
+}
+
 bool prove_texts(Parser &parser, const Grammar &grammar, const Settings &settings)
 {
     const Within within(grammar);
     const Automaton texts = within.cut(texts_of(grammar));
     const std::size_t run = run_length(automaton_of(grammar, "text"));
-    const std::vector<Place> numbers = places(grammar, "text");
-    if (!grammar.has("canonical")) {
-        const Judge takes = within.judge([&](std::string_view text) { return parser.takes(text); });
-        return report(grammar.name, "texts", prove({texts, run, takes, numbers}, settings));
-    }
-    Canonical canonical(parser, grammar);
-    const Judge takes = within.judge([&](std::string_view text) { return canonical.takes(text); });
-    bool right = report(grammar.name, "texts", prove({texts, run, takes, numbers}, settings));
-    for (const std::string &text : canonical.wrong)
-        std::cout << "  does not come back as it was: " << shown(text) << '\n';
-    right &= canonical.wrong.empty();
-    const Judge prints = [&](std::string_view text) { return canonical.is_printed(text); };
-    return report(grammar.name, "canonical",
-                  prove({canonical.automaton(), run, prints, places(grammar, "canonical")}, settings)) &&
-           right;
+    Printing printing(parser, grammar);
+    const Judge takes = within.judge(following(parser, printing));
+    bool right = report(grammar.name, "texts", prove({texts, run, takes, places(grammar, "text")}, settings));
+    right &= report_printed(grammar.name, printing);
+    if (grammar.has("canonical"))
+        right &= report(grammar.name, "canonical", prove_canonical(printing, grammar, run, settings));
+    return right;
 }
 
 /// Texts in the frame have so much room as the part needs, and some more; what a BGP-LS key ignores fills the rest.
@@ -203,11 +198,11 @@ Frame filled(const Grammar &grammar, Frame frame, const Automaton &part)
     return frame;
 }
 
-/// A part within a text.
-Outcome prove_frame(Parser &parser, const Grammar &grammar, const Frame &told, const Settings &settings)
+/// Whether a part within a text is what the judge says of the whole.
+Outcome prove_frame(const Grammar &grammar, const Frame &frame, const std::string &name, const Judge &judge,
+                    const Settings &settings)
 {
-    Automaton part = automaton_of(grammar, told.part);
-    const Frame frame = filled(grammar, told, part);
+    Automaton part = automaton_of(grammar, name);
     std::optional<Automaton> others;
     if (!frame.without.empty()) {
         others = automaton_of(grammar, frame.without);
@@ -218,21 +213,20 @@ Outcome prove_frame(Parser &parser, const Grammar &grammar, const Frame &told, c
         part = limited(part, {0, left});
     }
     const Judge takes = [&](std::string_view text) {
-        return !(others && others->accepts(text)) && parser.takes(frame.front + std::string(text) + frame.behind);
+        return !(others && others->accepts(text)) && judge(frame.front + std::string(text) + frame.behind);
     };
-    return prove({part, run_length(part), takes, places(grammar, frame.part)}, settings);
+    return prove({part, run_length(part), takes, places(grammar, name)}, settings);
 }
 
 /// A word so many times in a row: more than it may be, too.
-Outcome prove_row(Parser &parser, const Frame &frame)
+Outcome prove_row(const Frame &frame, const Judge &takes)
 {
     Outcome outcome;
     std::string row;
     for (unsigned times = 0; times <= frame.times.most + 300; ++times, row += frame.word) {
         const std::string text = frame.front + row + frame.behind;
         ++outcome.trial.texts;
-        if (parser.takes(text) != (times >= frame.times.least && times <= frame.times.most) &&
-            ++outcome.trial.wrong <= 1)
+        if (takes(text) != (times >= frame.times.least && times <= frame.times.most) && ++outcome.trial.wrong <= 1)
             outcome.trial.differences.push_back(text);
     }
     outcome.states = 1;
@@ -240,7 +234,7 @@ Outcome prove_row(Parser &parser, const Frame &frame)
 }
 
 /// Words in any order.
-Outcome prove_order(Parser &parser, const Grammar &grammar, const Order &order, const Settings &settings)
+Outcome prove_order(const Order &order, const Automaton &automaton, const Judge &judge, const Settings &settings)
 {
     std::vector<unsigned char> letters;
     for (const auto &[letter, word] : order.words)
@@ -249,9 +243,8 @@ Outcome prove_order(Parser &parser, const Grammar &grammar, const Order &order, 
         std::string words;
         for (const char letter : text)
             words += order.words.at(letter);
-        return parser.takes(words);
+        return judge(words);
     };
-    const Automaton automaton = automaton_of(grammar, order.part);
     Proof proof(automaton, takes, letters);
     Outcome outcome{automaton.states(), 0, 0, 1, {}};
     outcome.extra_states = affordable(proof, settings);
@@ -271,35 +264,106 @@ void add(Outcome &sum, const Outcome &one)
                                  one.trial.differences.end());
 }
 
-/// What is too large for one automaton, part by part.
-bool prove_parts(Parser &parser, const Grammar &grammar, const Settings &settings)
+/// The parts that stand in frames, within whole texts.
+Outcome prove_fields(Parser &parser, Printing &printing, const Grammar &grammar, const Settings &settings)
 {
-    Outcome frames{0, 0, ~0U, 1, {}};
+    Outcome fields{0, 0, ~0U, 1, {}};
     for (const Frame &frame : grammar.frames) {
         if (frame.part.empty())
             continue;
-        const Outcome outcome = prove_frame(parser, grammar, frame, settings);
-        add(frames, outcome);
+        const Frame whole = filled(grammar, frame, automaton_of(grammar, frame.part));
+        add(fields, prove_frame(grammar, whole, frame.part, following(parser, printing), settings));
     }
-    bool right = report(grammar.name, "fields", frames);
+    return fields;
+}
+
+/// What prints as it is: as a whole, or where frames tell it of their parts, within these.
+Outcome prove_printed_parts(Printing &printing, const Grammar &grammar, const Settings &settings)
+{
+    constexpr std::size_t digits = 11; // one more than a number has
+    if (std::ranges::all_of(grammar.frames, &std::string::empty, &Frame::canonical))
+        return prove_canonical(printing, grammar, digits, settings);
+    const Judge prints = [&](std::string_view text) { return printing.prints_as_it_is(text); };
+    Outcome parts{0, 0, ~0U, 1, {}};
+    for (const Frame &frame : grammar.frames)
+        if (!frame.canonical.empty())
+            add(parts, prove_frame(grammar, frame, frame.canonical, prints, settings));
+    return parts;
+}
+
+Outcome prove_rows(Parser &parser, Printing &printing, const Grammar &grammar)
+{
     Outcome rows{0, 0, 0, 1, {}};
     for (const Frame &frame : grammar.frames)
         if (frame.part.empty())
-            add(rows, prove_row(parser, frame));
-    if (rows.trial.texts != 0)
+            add(rows, prove_row(frame, following(parser, printing)));
+    return rows;
+}
+
+/// What is too large for one automaton, part by part.
+bool prove_parts(Parser &parser, const Grammar &grammar, const Settings &settings)
+{
+    Printing printing(parser, grammar);
+    bool right = report(grammar.name, "fields", prove_fields(parser, printing, grammar, settings));
+    right &= report(grammar.name, "canonical", prove_printed_parts(printing, grammar, settings));
+    if (const Outcome rows = prove_rows(parser, printing, grammar); rows.trial.texts != 0)
         right &= report(grammar.name, "rows", rows);
     Outcome orders{0, 0, ~0U, 1, {}};
     for (const Order &order : grammar.orders)
-        add(orders, prove_order(parser, grammar, order, settings));
-    return (grammar.orders.empty() || report(grammar.name, "orders", orders)) && right;
+        add(orders, prove_order(order, automaton_of(grammar, order.part), following(parser, printing), settings));
+    right &= grammar.orders.empty() || report(grammar.name, "orders", orders);
+    return report_printed(grammar.name, printing) && right;
+}
+
+/// Values to begin with: each byte of them is changed in turn.
+std::vector<std::vector<std::uint8_t>> first_values(const Parser &parser)
+{
+    std::vector<std::vector<std::uint8_t>> values;
+    for (const std::uint8_t fill : std::initializer_list<std::uint8_t>{0, 1, 0x5b, 0xff})
+        values.emplace_back(parser.value_size(), fill);
+    std::mt19937 random;
+    for (unsigned i = 0; i < 12; ++i) {
+        std::vector<std::uint8_t> &value = values.emplace_back(parser.value_size());
+        std::ranges::generate(value, [&] { return static_cast<std::uint8_t>(random()); });
+    }
+    return values;
+}
+
+/// Values of a type that takes no text: every two bytes that stand beside each other, or in short every byte.
+bool prove_values(Parser &parser, const Grammar &grammar, const Settings &settings)
+{
+    Printing printing(parser, grammar);
+    const std::uint32_t kind = parser.kind().value_or(0);
+    const std::size_t head = parser.kind() ? sizeof kind : 0;
+    std::uint64_t values = 0;
+    for (std::vector<std::uint8_t> &value : first_values(parser)) {
+        std::memcpy(value.data(), &kind, head);
+        for (std::size_t at = head; at + 1 < value.size(); ++at) {
+            const std::uint8_t first = value[at];
+            const std::uint8_t second = value[at + 1];
+            for (unsigned pair = 0; pair < 0x10000; pair += settings.is_short ? 0x101 : 1, ++values) {
+                value[at] = static_cast<std::uint8_t>(pair >> 8);
+                value[at + 1] = static_cast<std::uint8_t>(pair);
+                printing.follow_value(value);
+            }
+            value[at] = first;
+            value[at + 1] = second;
+        }
+    }
+    std::cout << grammar.name << " values: " << values << " printed\n";
+    return report_printed(grammar.name, printing);
 }
 
 bool prove_type(const host::Host &host, const std::string &name, const Settings &settings)
 {
     const Grammar grammar = grammar_of(name);
-    if (!grammar.has("text"))
-        return true;
     Parser parser(host, name);
+    if (!grammar.has("text"))
+        return !grammar.has("printed") || prove_values(parser, grammar, settings);
+    if (parser.prints() != grammar.prints) {
+        std::cout << name << (grammar.prints ? " does not print\n" : " prints\n");
+        return false;
+    }
     return grammar.frames.empty() ? prove_texts(parser, grammar, settings) : prove_parts(parser, grammar, settings);
 }
 

@@ -69,14 +69,16 @@ Answer grammar_answer(Session &session, const Options &options)
 {
     const Language &language = language_of(options.language);
     const Grammar texts = named_grammar(session, options);
-    if (!texts.has("text"))
+    const bool is_notation = language.write == as_written;
+    if (!texts.has("text") && !(is_notation && texts.has("printed")))
         throw Refusal(texts.name + " takes no text");
     if (texts.loose && language.is_exact)
         throw Refusal("the groups of " + texts.name + " stand in any order: no expression tells what it takes");
     const std::string written = language.write(texts);
     JsonObject json;
     json.add("name", texts.name).add("about", texts.about).add("as", language.name).add("grammar", written);
-    return {written, json};
+    json.add("printing", grammar::printing(texts));
+    return {is_notation ? written + "# " + grammar::printing(texts) + "\n" : written, json};
 }
 
 } // namespace bgpdt::tool
