@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <initializer_list>
 #include <iostream>
 #include <optional>
 #include <random>
@@ -166,6 +167,7 @@ Judge following(Parser &parser, Printing &printing)
     };
 }
 
+/// That the canonical texts, and no others, print as they are.
 Outcome prove_canonical(Printing &printing, const Grammar &grammar, std::size_t run, const Settings &settings)
 {
     const Judge prints = [&](std::string_view text) { return printing.prints_as_it_is(text); };
@@ -291,6 +293,7 @@ Outcome prove_printed_parts(Printing &printing, const Grammar &grammar, const Se
     return parts;
 }
 
+/// How often words may stand in a row.
 Outcome prove_rows(Parser &parser, Printing &printing, const Grammar &grammar)
 {
     Outcome rows{0, 0, 0, 1, {}};
