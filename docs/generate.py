@@ -249,9 +249,9 @@ def text_section(description, files):
 
 def proofs(name):
     """What grammar/proof.txt says of the name."""
-    what = {"texts": "equal to the parser", "canonical": "the canonical texts, too",
-            "fields": "field by field equal to the parser", "rows": "how many, and how long",
-            "orders": "its groups in every order", "values": "", "printed": ""}
+    what = {"texts": "equal to the parser", "fields": "field by field equal to the parser",
+            "rows": "how many, and how long", "orders": "its groups in every order",
+            "canonical": "the canonical texts, too", "values": "", "printed": ""}
     told = {}
     for line in (top / "grammar/proof.txt").read_text(encoding="utf-8").splitlines():
         if found := re.match(re.escape(name) + r" (\w+): (\d+) states, (\d+) texts, (\d+) more states, "

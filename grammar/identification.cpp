@@ -2,6 +2,7 @@
 #include "identification.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <random>
 #include <unordered_set>
@@ -38,6 +39,11 @@ public:
     {
         made.access = access_of(automaton, samples_);
         made.of_state.resize(automaton.states());
+        for (State state = 0; state < automaton.states(); ++state) {
+            std::vector<unsigned char> &steps = living_steps_.emplace_back();
+            std::ranges::copy_if(samples_, std::back_inserter(steps),
+                                 [&](unsigned char byte) { return alive_[automaton.step(state, byte)]; });
+        }
         std::vector<State> all(automaton.states());
         for (State state = 0; state < all.size(); ++state)
             all[state] = state;
@@ -113,10 +119,7 @@ private:
         while (alive_[state] && text.size() < longest) {
             if (automaton_.accepting[state] && random_() % 3 == 0)
                 break;
-            std::vector<unsigned char> steps;
-            for (const unsigned char byte : samples_)
-                if (alive_[automaton_.step(state, byte)])
-                    steps.push_back(byte);
+            const std::vector<unsigned char> &steps = living_steps_[state];
             if (steps.empty())
                 break;
             text += static_cast<char>(steps[random_() % steps.size()]);
@@ -155,6 +158,7 @@ private:
     const Automaton &automaton_;
     std::vector<unsigned char> samples_;
     std::vector<bool> alive_;
+    std::vector<std::vector<unsigned char>> living_steps_; ///< by state: the samples that lead on to acceptance
     std::map<std::string, std::uint32_t> numbers_;
     std::mt19937 random_{1}; // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts on every run
 };
