@@ -58,9 +58,8 @@ tsan) run_tests tsan -R '^(library\.)?threads$' ;;
 abi) "$top/tests/library/abi.sh" ;;
 valgrind) run_tests release -R '^valgrind' ;;
 sweeps)
-    export BGPDT_TEST_SHARE=1
-    run_tests release -R '^(sweep|printers|formats)$'
-    run_tests ppc -R '^(faults|mistakes)$'
+    BGPDT_TEST_SHARE=1 run_tests release -R '^(sweep|printers|formats)$'
+    BGPDT_TEST_SHARE=5 run_tests ppc -R '^(faults|mistakes)$'
     ;;
 answers)
     answers release
@@ -80,7 +79,7 @@ recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;
 coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
 fuzz)
     told=$top/build/steps/fuzz.txt
-    "$top/fuzz" 30 >"$told" || { cat "$told"; exit 1; }
+    "$top/fuzz" 10 >"$told" || { cat "$told"; exit 1; }
     sed 's/^/proved: /' "$told"
     ;;
 web)
