@@ -30,7 +30,7 @@ namespace {
 using Bytes = std::span<const std::uint8_t>;
 using test::Outputs;
 
-constexpr std::size_t most_text = 4096; ///< FormatOut's block
+constexpr std::size_t text_room = 4096; ///< FormatOut's block
 constexpr std::uint16_t kinds[] = {25, 0x0122, 2, 4, 6, 21, 22, 38, 99};
 constexpr std::size_t count_at = 24;
 constexpr std::size_t entries_at = 44;
@@ -85,7 +85,7 @@ Answer Fuzzer::print(Bytes record, std::uint8_t variant, bool lent, bool odd) co
 {
     SYSDT_Context context = context_of(mode_, variant);
     const std::uint8_t *const copy = memory().place(record, odd);
-    std::uint8_t *const block = lent ? memory().lend(most_text) : nullptr;
+    std::uint8_t *const block = lent ? memory().lend(text_room) : nullptr;
     Outputs out(block);
     const std::uint32_t status = print_(&context, SYSDT_TYPE_ATTRIDBITMAP, static_cast<std::uint32_t>(record.size()),
                                         copy, &out.kind, &out.length, &out.data);
@@ -94,9 +94,9 @@ Answer Fuzzer::print(Bytes record, std::uint8_t variant, bool lent, bool odd) co
     Answer answer{status, out.kind, out.length, {}};
     if (out.kind == SYSDT_KIND_STRING) {
         const Block *const delivered = memory().find(out.data);
-        require(delivered != nullptr && delivered->size == most_text, "a listing is delivered in its block");
+        require(delivered != nullptr && delivered->size == text_room, "a listing is delivered in its block");
         require(lent ? out.data == block : memory().taken() == 1, "no other block is left taken");
-        require(out.length > 0 && out.length <= most_text, "a listing's length lies inside its block");
+        require(out.length > 0 && out.length <= text_room, "a listing's length lies inside its block");
         answer.text = {delivered->data, out.length};
     } else {
         require(out.data == block && memory().taken() == 0, "without a listing nothing is delivered or left taken");
