@@ -256,7 +256,7 @@ static_assert(std::size(names) == static_cast<std::size_t>(Function::count));
 
 const LibraryCase *now = nullptr;
 
-void describe()
+void describe_call()
 {
     if (now == nullptr)
         return;
@@ -273,7 +273,7 @@ bgpdt_library *opened()
     static bgpdt_library *const library = [] {
         bgpdt_library *fresh = nullptr;
         require(bgpdt_open(nullptr, &fresh, nullptr) == BGPDT_OK, "the library opens");
-        describe_with(describe);
+        describe_with(describe_call);
         return fresh;
     }();
     return library;
