@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Arrow's C data interface: its structures, as its specification lays them down.
+/// Arrow's C data interface: its structures, as Arrow's documentation lays them down.
 #pragma once
 
 #include <cstddef>

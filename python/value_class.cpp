@@ -76,9 +76,9 @@ Ref text(PyObject *self, const Call &call)
     error.raise(value.type->state);
 }
 
-Ref format(PyObject *self, PyObject *specification)
+Ref format(PyObject *self, PyObject *format_spec)
 {
-    return given(PyObject_Format(text_or_hex(value_in(self)).get(), specification));
+    return given(PyObject_Format(text_or_hex(value_in(self)).get(), format_spec));
 }
 
 Ref fields(PyObject *self) { return fields_of(value_in(self)); }
