@@ -20,8 +20,8 @@ PyObject *exception_for(const State &state, int code)
 
 void Error::raise(const State &state) const
 {
-    PyObject *const exception = exception_for(state, error_->code);
-    PyErr_SetObject(exception, text_of(error_->message).get());
+    PyObject *const exception = exception_for(state, (*this)->code);
+    PyErr_SetObject(exception, text_of((*this)->message).get());
     throw Raised();
 }
 
