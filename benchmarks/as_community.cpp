@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// AS numbers and communities: ASNUM, ASNUM_ENHANCE, COMMUNITY, CMNTY_ENHANCE, LARGECOMMUNITY, EXTCOMMUNITY(_BW).

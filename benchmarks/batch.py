@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """Converts a file of route distinguishers to hexadecimal by bgpdt, beside the hand-written least with and without the
 host's calls, the plain port, and sed replacing a character. Prints the processor time of each, user's and system's, the

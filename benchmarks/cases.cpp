@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The cases of every kind over its corpus. Each column's answers are compared with the plug-in's own beforehand.

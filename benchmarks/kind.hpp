@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A kind of text or value, and the converters that it is measured with: the plug-in's own, a floor and a plain port.

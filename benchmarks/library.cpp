@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What libbgpdt adds to the callbacks of the route distinguisher: ns a text or value, the least of some rounds. With the

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Measures the registered types against what they could cost at least, and against a plain port, over the same texts.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// RPD, SD-WAN and SR policy route keys. Their texts must be the very ones that they print as.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The plug-in's own conversions, one case behind the other, for an emulator that tells each instruction: a case stands

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """target.py PROGRAM EMULATOR...: instructions per conversion on the target, as the emulator executes them.
 

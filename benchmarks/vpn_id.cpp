@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// VRFRD, VRFRT, SOO, RTPRD, VPNID, VRFRTV6, BOLRD, and the extended route target among the route keys.

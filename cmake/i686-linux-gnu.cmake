@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # A 32-bit little-endian processor, on a Debian with g++-i686-linux-gnu.
 set(CMAKE_SYSTEM_NAME Linux)

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # The processor that the library is for, 32-bit and big-endian, on a Debian with g++-powerpc-linux-gnu and qemu-user.
 set(CMAKE_SYSTEM_NAME Linux)

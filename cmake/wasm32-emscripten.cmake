@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # WebAssembly, by Debian's emscripten: small rather than fast, with the exceptions that engines themselves know.
 include(/usr/share/emscripten/cmake/Modules/Platform/Emscripten.cmake)

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """Writes docs/types, a page for each type, from what the tool tells of it and from the vectors, docs/man, the manual
 pages, from what the tool and bgpdt.h tell of themselves, docs/pictures/grammar, the grammars as pictures, and docs/yang,

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """The manual pages of libbgpdt, made of what bgpdt.h says: bgpdt(3), a page for each of its sections with an example that
 is tested, and for every function that such a page tells a page of its name that leads to it."""

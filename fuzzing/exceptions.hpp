@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Where a deliberate irregularity of a type breaks a property that holds otherwise: the lines `breaks` at the heads of the

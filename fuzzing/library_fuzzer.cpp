@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Fuzzes libbgpdt's functions: whatever text, value, table or column they are given, and whatever sizes are told. The

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The memory that the plug-in works on: one arena whose gaps are poisoned, so that taking a block costs next to nothing

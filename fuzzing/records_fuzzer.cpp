@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Fuzzes every callback of the registered records and of the dispatch tables' rows, and the parsers exported beside

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # Writes OUTPUT, an initializer for each of the grammar files in FOLDER: its name, blanks for points, and its text.
 file(GLOB files "${FOLDER}/*.grammar")

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Whether a parser takes what an automaton accepts, shown by the W-method with identifying sets for each state.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// bgpdt_prove PLUGIN [--texts N] [--short] [--every-number] [NAME...]: whether the plug-in takes what the grammars say.

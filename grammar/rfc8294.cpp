@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// bgpdt_rfc8294 prints docs/rfc8294.md: where the patterns of RFC 8294 and the types here differ, from their automata.

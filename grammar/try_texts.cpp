@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// bgpdt_try_texts NAME COUNT: so many texts in and near the language of the grammar, a line each, behind '+' if they are

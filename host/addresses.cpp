@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Addresses from and to text: IPv4, IPv6 (RFC 4291 in, RFC 5952 out) and MAC.

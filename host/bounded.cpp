@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The bounds-checked C library (C11 Annex K): copying and printing. A refused call leaves no stale text behind: it

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # What `cmake --install` puts where, by component: plugin, host, library, tool and dev.
 include(CMakePackageConfigHelpers)

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # Debian packages: a package for each component of the installation.
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" OR NOT BGPDT_TOOL)

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # reproducible.sh [FOLDER]: builds the Debian packages from two copies of the sources in folders of different names, and
 # fails where a byte of them differs. The packages, all alike, are then in FOLDER (build/packages without it).

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Columns: values, texts or fields of many rows in blocks of memory, as Arrow lays them out, and what makes them.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The interpreter's limited interface, of Python 3.10 and every later one, and what makes it fit C++.

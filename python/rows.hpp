@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The rows of whatever Python calls a column: a list, an array of Arrow's, anything that can be walked through.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # build_lua.sh TARGET OUT [COMPILER OPTION...]: builds Lua for a target such as powerpc-linux-gnu from its Debian source
 # package, into OUT.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """check_tidy.py BUILD: fails where clang-tidy finds anything in the sources that are not tests, as BUILD compiles them.
 

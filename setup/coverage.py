@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """coverage.py ROOM PROFILE PROGRAM...: fails where a line, a branch, or a condition of a decision (MC/DC) in
 the room's sources has no test. A template counts once, whichever of its instances was there. Code that only the compiler

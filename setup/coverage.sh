@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # coverage.sh COVERAGE RELEASE: what the tests of the build RELEASE reach of the plug-in that the build COVERAGE
 # instruments; coverage.py judges it. The sweeps reach every line long before their end.

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # What the commands of this project share: they find or install what they need, then build. Source it with $top set to
 # the project's folder. Everything said here goes to stderr, so that the commands' own output stays clean.

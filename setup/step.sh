@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # step.sh STEP: one step of ./test, whose builds are there. "step.sh build PRESET [TARGET]" makes such a build. A line
 # "proved: ..." tells what came out.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The parts of the extension for SQLite. Blobs are values as hexadecimal text shows them elsewhere: numbers in the

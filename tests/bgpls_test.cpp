@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What no record leads to: the tables of the BGP-LS grammar, the engine that walks them, and the printers by themselves.

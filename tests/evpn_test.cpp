@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the vectors cannot say of the EVPN keys: the readers and printers of single pieces, small buffers, the orders of

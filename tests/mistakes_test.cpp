@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What callers may do wrong with lengths and blocks, for every vector line. Null pointers, modes and odd addresses are

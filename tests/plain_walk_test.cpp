@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// BOLPREFIX reads a text without asking all its rows. This must not show: whatever the text, the mode and the memory,

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Every text that the vectors say is accepted, changed in small ways: it is read or refused with the type's own status,

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Blocks of lines through threads: each takes the next block, works on it, and waits for its turn to hand out what came

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Values as hexadecimal text, and their byte order. In memory a value's numbers are in the machine's own order; outside

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Octets that a code in front of them splits: route distinguishers, extended communities, IPv6 route targets.

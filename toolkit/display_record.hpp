@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Display records: what a router hands over to have an attribute bitmap listed. Everything is in the machine's order.

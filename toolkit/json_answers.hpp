@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The answers of all fronts in JSON. Every member is written here and nowhere else, so that it means one thing in all of

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Suspicions of the parts of keys: addresses, their lengths, identifiers, groups in brackets.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What texts near a refused one could be meant: edits of it, the likeliest first, whatever type it is of. Which of them

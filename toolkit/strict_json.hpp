@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// JSON as it is read: of few levels, lest what walks over it runs out of stack, and with no member twice.

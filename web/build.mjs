@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // build.mjs MODULE OUT: makes OUT/npm, the package, and OUT/playground.html, the page, of the WebAssembly module.
 import { execFileSync } from 'node:child_process';
@@ -25,7 +26,7 @@ function makePackage() {
     copyFileSync(join(here, '..', 'LICENSE'), join(npm, 'LICENSE'));
     writeFileSync(
         join(npm, 'wasm.js'),
-        `// SPDX-License-Identifier: Apache-2.0\n// libbgpdt as WebAssembly, compressed by gzip.\nexport const wasm =\n    '${wasm.toString('base64')}';\n`,
+        `// SPDX-FileCopyrightText: 2026 The bgpdt authors\n// SPDX-License-Identifier: Apache-2.0\n// libbgpdt as WebAssembly, compressed by gzip.\nexport const wasm =\n    '${wasm.toString('base64')}';\n`,
     );
 }
 

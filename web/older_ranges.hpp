@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The algorithms on ranges that the C++ library of Emscripten 3.1.6, libc++ 13, does not have yet. Included in front of

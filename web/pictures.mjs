@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // pictures.mjs FOLDER: takes pictures of the page for the documentation, by pngquant in few colours.
 import { execFileSync } from 'node:child_process';

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Draws the README's pictures as SVG: `draw house|value PLUGIN`; the bytes of a value come from the plug-in and what

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a field of a binary form is, what a layout of fields is, and what follows from a layout alone: the byte swap.

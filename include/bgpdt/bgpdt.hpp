@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// libbgpdt for C++20: types, and values that one can keep, compare, hash and print. All of it stands on bgpdt.h.

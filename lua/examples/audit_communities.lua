@@ -1,3 +1,4 @@
+-- SPDX-FileCopyrightText: 2026 The bgpdt authors
 -- SPDX-License-Identifier: Apache-2.0
 -- Audits communities: lua5.4 audit_communities.lua AS... <LISTS
 -- A line is a list of communities. Told is what is no list, and each community of an AS that is not among those given;

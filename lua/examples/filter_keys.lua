@@ -1,3 +1,4 @@
+-- SPDX-FileCopyrightText: 2026 The bgpdt authors
 -- SPDX-License-Identifier: Apache-2.0
 -- Passes on the EVPN route keys of one route type and one Ethernet tag: lua5.4 filter_keys.lua TYPE TAG <KEYS
 -- Refused lines are told on standard error, with the place of the first wrong byte.

@@ -1,3 +1,4 @@
+-- SPDX-FileCopyrightText: 2026 The bgpdt authors
 -- SPDX-License-Identifier: Apache-2.0
 -- Rewrites route targets by a table: lua5.4 rewrite_targets.lua TABLE <TARGETS
 -- A line of TABLE is an old and a new route target. They are compared as values, however they are written.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """columns.py BGPDT [ROWS]: what a column of route distinguishers costs, in one process, beside the tool's `convert -j 1` of
 the same lines. Time is that of the processor, the least of seven, in turn."""

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """What one text costs in Python: bgpdt beside a regular expression that does not look at numbers, a strict one that packs
 the bytes, ipaddress, and a BGP speaker's class (pip install exabgp; left out if it is not there). All are measured in turn,

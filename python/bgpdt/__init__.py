@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """BGP's data types as a router keeps them: text to values, values to text and fields, one at a time or in columns.
 

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """Spark: columns of texts to columns of values, in every executor. The package has to be installed where they run.
 

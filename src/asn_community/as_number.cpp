@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// ASNUM: one AS number (RFC 6793) that prints back in the notation it was written in (RFC 5396).

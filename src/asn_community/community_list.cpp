@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// CMNTY_ENHANCE: up to 32 communities (RFC 1997), each in its own notation.

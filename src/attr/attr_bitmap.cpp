@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// ATTRIDBITMAP: a set of attribute identifiers 0 to 255, 32 bytes; identifier n is bit n mod 8, the least significant

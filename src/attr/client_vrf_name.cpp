@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// CVRFNAME: the name of a client VRF (RFC 4364), a string of the host's but for mode 2 of FormatOut, which gets a

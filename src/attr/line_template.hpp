@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Pieces of a line template: text with at most one conversion, written as printf's. The host supplies them, so nothing

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The listing of an attribute bitmap: its runs of identifiers, ten on a line, each line between the label and what

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// SID_STRUCTURE: the structure of an SRv6 SID (RFC 9252, section 3.2.1), printed and handed to scripts only.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// TIME_RANGE: a duration of at most 10000 days, 23 hours, 59 minutes and 59 seconds, in seconds.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// BGPLSPREFIX: the key of a BGP-LS object (RFC 9552): a node, a link, a prefix, an SR policy candidate path (RFC 9857)

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The values of the groups within LOCAL and REMOTE, LINK, PREFIX, TE and SID of a BGP-LS text, each parsed into a

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Cuts a text's groups in brackets where they stand, and hands each to the first row of a pattern table whose keyword

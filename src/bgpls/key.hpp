@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the files of the BGP-LS key share: the words of its texts, the bits by which a text's groups are marked as

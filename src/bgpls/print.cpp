@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The printed form of a BGP-LS key: groups in brackets as the parser takes them, apart from what is told below.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What each route type of a BGP-LS key is made of, and how the key takes over what the groups of its text told. The

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A BGP-LS key as a script table, whose fields depend on the route type. The field tables of fields.hpp tell their

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What only outside callers use, and no path of the plug-in's: the parser for a pattern table of theirs or a text that

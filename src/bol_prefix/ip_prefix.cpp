@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The two plain addresses among the route keys: kind 0, "IPV4", whose callbacks bear the names of VPLS auto-discovery

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// L2VPNPREFIX, and kind 9 of the route keys: a VPLS block (RFC 4761).

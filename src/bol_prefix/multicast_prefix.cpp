@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// VPNV4MCPREFIX, kind 10 of the route keys: a VPNv4 multicast prefix; MDTPREFIX, kind 11: a multicast distribution

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Numbers to digits, without a division that the target's processor lacks: the 64-bit form works in 16-bit limbs.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The text forms that route distinguishers (RFC 4364), route targets and other extended communities (RFC 4360, 5668)

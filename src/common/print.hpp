@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// print<"%u.%u:%u">(out, a, b, c): snprintf with a format that the compiler reads, into a bounded writer. "%q" writes a

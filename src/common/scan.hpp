@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// scan<"%u.%u:%u">(text, a, b, c): sscanf with a format that the compiler reads.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A text on its way to the rows of the BOL prefix. It is counted once; from its characters each row tells, in its own

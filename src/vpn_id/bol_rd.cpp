@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// BOLRD: a route distinguisher (RFC 4364) behind a sub-kind word, which chooses a row of a table. Its only row, 0,

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Kind 8 of the route keys, "VRFRTEXT": a route target (RFC 4360) with a wider grammar, or six octets written like a

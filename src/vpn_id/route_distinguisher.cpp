@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// VRFRD: a route distinguisher (RFC 4364) that prints back in the form it was written in.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// VRFRT: a route target, SOO: a site of origin (RFC 4360, 4364, 5668), each in the form it was written in.

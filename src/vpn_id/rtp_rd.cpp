@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// RTPRD: a route distinguisher (RFC 4364) whose assigned number may be a wildcard.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """formats.py SOURCE...: prints the formats that the sources scan by and print by, each once, as rows of formats_test.cpp."""
 import pathlib

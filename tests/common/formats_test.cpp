@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Every format that the plug-in scans and prints by, against sscanf and snprintf: on texts that the format itself

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # install.sh BUILD WORK CXX: installs the build into a folder of WORK, moves that elsewhere, and builds the project beside
 # this script against it, found by CMake and by pkg-config. The installed tool must find the plug-in.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # packages.sh FOLDER WORK: the Debian packages of FOLDER, unpacked to a root of their own in WORK, hold what a program in C
 # or C++ needs to be built and to run, the tool, and the manual.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Prints what the plug-in registers, and the rows of its dispatch tables, by the names of the functions in every slot.

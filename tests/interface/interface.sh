@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # interface.sh NM PLUGIN PROGRAM...: prints the plug-in's binary interface: what the program prints of the types, and the
 # names that the plug-in exports.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # abi.sh: the binary interface that bgpdt.h declares is the released one, library/libbgpdt.abi, or has more of it.
 # "abi.sh --release" writes that file anew, when a version is released.

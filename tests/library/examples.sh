@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # examples.sh INCLUDE FOLDER WORK: the examples of the manual build as strict C99 and C++20 with the headers of INCLUDE and
 # the libbgpdt of FOLDER, run without being told more, and print what stands beside them.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # exports.sh NM LIBRARY MAP HEADER: the library exports exactly the names of the map, and the header declares them.
 set -eu

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // The plug-in is in the program: none is loaded, whatever the environment names.
 #include <cstdlib>

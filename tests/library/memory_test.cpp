@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // The library where memory is out: each request refused in turn. It answers a code, loses nothing, and goes on.
 #include <algorithm>

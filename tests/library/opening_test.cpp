@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // How the library is opened: with the files that are there, and those that are not.
 #include <cstdio>

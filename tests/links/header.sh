@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # header.sh CXX HEADER INTERFACE SERVICES: the header declares exactly the names that the plug-in exports, each with a
 # comment of its own or on top of its paragraph, or by a function type, whose own comment tells what it is. The host's own

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # imports.sh NM PLUGIN SERVICES LIBC: the plug-in imports exactly the host services of the first list, and beside them
 # only names of the second one, the C library's.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # needs.sh READELF PLUGIN: the plug-in needs the C library alone, and holds neither writable data nor code that runs
 # when it is loaded.

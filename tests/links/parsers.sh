@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # parsers.sh HEADER VECTORS: every parser that the header declares with a text and a value alone has vectors (fn).
 set -eu

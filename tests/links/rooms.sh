@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # rooms.sh TOP: what the files of host, toolkit, library and fronts include stands below them: the files in no
 # circle, a header and its source being one, and the rooms as the list has them.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # steps.sh NAMES FOLDER...: every name of the list stands in the sources of the folders, so that who looks for a step by
 # its name finds it.

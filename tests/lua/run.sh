@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # The module and the examples in the stock interpreter: run.sh LUA FOLDER-OF-THE-MODULE
 set -eu

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // The modules where memory is out: each request of theirs refused in turn, by the program or by the engine. Lua and
 // SQLite have memory of their own here, so that what is refused and counted is the modules'.

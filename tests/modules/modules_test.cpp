@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // The modules for Lua and SQLite in one program: several threads, connections and engines, which come and go.
 #include <cstdlib>

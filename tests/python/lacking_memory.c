@@ -1,3 +1,4 @@
+/* SPDX-FileCopyrightText: 2026 The bgpdt authors */
 /* SPDX-License-Identifier: Apache-2.0 */
 /* Stands in front of the C library's memory: each request can be refused in turn. Loaded with LD_PRELOAD. getppid(), which
  * Python calls without any memory, ends it and tells how many requests were refused. */

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """memory_job.py SHIM: every call with each of its requests for memory refused, alone and with all that follow: it raises
 MemoryError or answers as ever, and goes on."""

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # run.sh core|columns|everywhere: tries the package for Python, each in environments of its own below build/python.
 set -eu

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """Columns of lists and iterators; Arrow's own are tried where there are libraries that speak it."""
 import gc

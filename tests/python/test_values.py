@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """What values are to Python: immutable, hashable, ordered by their bytes, and what goes wrong where it would for int."""
 import copy

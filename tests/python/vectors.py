@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """Reads the vectors as far as Python can try them: the lines about registered types. vectors/README.md tells their
 grammar."""

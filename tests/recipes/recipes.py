@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """Tries the recipes of CONTRIBUTING.md: recipes.py FOLDER copies the project there, adds the invented type of type/ and the
 invented kind of route key of row/, renews what is generated, and runs the tests of all that together.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// FormatIn, FormatOut and Help in a host that refuses them memory, help records and symbol help.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// LuaSet and LuaGet in an engine that runs out of memory. The engine collects its garbage and asks again when it is

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A type of eight bytes that keeps the contract of AS numbers, but for the one fault that it is told to have.

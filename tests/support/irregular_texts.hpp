@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The irregularities by which an accepted text has other numbers than its value prints, as the heads of the vectors tell

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Single calls of LuaSet and LuaGet on a real Lua stack whose height and other values are watched.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// How much of a sweep is done: every n-th case, more rarely where it takes many times as long, under the sanitizers and

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # The box of an explanation: every line has its bars where the first border has its corners. Prints each line that has
 # not, and "ok" behind a box without one.

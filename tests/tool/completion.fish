@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # completion.fish BGPDT COMPLETIONS: what fish offers behind the beginning of a command line, and what it says of it.
 set -gx PATH (dirname $argv[1]) $PATH

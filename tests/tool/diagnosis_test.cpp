@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a diagnosis claims of any text that a vector refuses, and of longer ones, holds when the type is asked again.

@@ -1,3 +1,4 @@
+-- SPDX-FileCopyrightText: 2026 The bgpdt authors
 -- SPDX-License-Identifier: Apache-2.0
 -- Reads an AS number, turns it into 1.10 by way of its script table, writes it back.
 local as = assert(bgp.parse("ASNUM", (...)))

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Loaded in front of the C library: a disk that is full when standard output is closed, as network file systems tell it.

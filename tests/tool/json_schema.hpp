@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// As much of JSON Schema (draft 2020-12) as docs/bgpdt.schema.json uses; a word that is not known here is an error.

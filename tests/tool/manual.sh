@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # manual.sh FOLDER: the manual pages are what mandoc and groff take without a warning, and a page that leads to another
 # leads to one that is there.

@@ -1,3 +1,4 @@
+-- SPDX-FileCopyrightText: 2026 The bgpdt authors
 -- SPDX-License-Identifier: Apache-2.0
 -- Every function of the module, and what it answers when a type refuses.
 print(...)

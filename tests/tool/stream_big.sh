@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # What only big inputs show: order with threads, constant memory, spilling, lines without an end, the progress bar.
 # Usage: stream_big.sh BGPDT LINES

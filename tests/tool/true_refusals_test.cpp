@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Texts that people bring from elsewhere, and what each refusal teaches: a sentence, what of the text is marked, the

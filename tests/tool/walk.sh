@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # Takes a value through every command: TYPE VALUE [OPTIONS], the value as text or in hexadecimal behind 0x. More than
 # eight zero bytes at the end of bytes are counted, carriage returns are left out, a table is cut behind its fourth line.

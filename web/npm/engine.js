@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // libbgpdt as it runs in WebAssembly: a call writes what it is given, and reads what is answered.
 import { parseJson } from './json.js';

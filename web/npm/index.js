@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // The package's functions; index.d.ts tells what each does.
 import { Engine, decode, encode } from './engine.js';

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // JSON whose integers have up to 64 bits: those that a number cannot hold are bigints.
 

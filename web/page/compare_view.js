@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // Two values side by side: in which order they stand, and in which fields they differ.
 import { compare, differences, fields, order, Refusal, toHex } from '../npm/index.js';

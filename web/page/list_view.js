@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // Many values, a line each, as a table: what they are, and why some are none.
 import { fields, guess, Refusal, toHex, tryParse, why } from '../npm/index.js';

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // The page: one type, three views, and an address that says what is shown.
 import { guess, types, why } from '../npm/index.js';

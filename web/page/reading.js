@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // What is written as a value: text; bytes in hexadecimal behind 0x; a script table as JSON.
 import { fields, fromHex, fromTable, parse, printBytes, Refusal, tryParse, type } from '../npm/index.js';

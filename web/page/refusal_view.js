@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // Why a text is refused: the place in it, the reason, and what may be clicked instead.
 import { type } from '../npm/index.js';

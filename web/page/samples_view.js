@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // Texts to click: a text of each form of a type, or one of each type where none is chosen.
 import { types } from '../npm/index.js';

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // The box in which a type is chosen: by its name, by what it is, by what people call it; or all types are asked.
 import { type as typeNamed, types } from '../npm/index.js';

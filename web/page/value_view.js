@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // A value, byte by byte and field by field; hover and focus link the two.
 import { explain, littleEndian, lua, toHex } from '../npm/index.js';

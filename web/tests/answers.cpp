@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Asks the front for JavaScript, natively, all that it can be asked about the texts and values of the vectors, and

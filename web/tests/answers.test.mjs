@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // WebAssembly answers all that can be asked about the vectors as the native build does: codes, bytes, texts, JSON.
 import assert from 'node:assert/strict';

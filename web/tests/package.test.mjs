@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // The package as others get it: packed, installed in an empty project, type-checked, and run in Node, in a worker, in a
 // browser and in a browser's worker under a strict policy.

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // The page as people use it, in a browser: from a file, by pointer and by keyboard, on a phone, in the dark.
 import assert from 'node:assert/strict';

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// EVNPREFIX, and kind 1 of the route keys, "EVN": the key of a BGP EVPN route (RFC 7432, section 7; RFC 9136, section

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Steps of reading and printing that are exported for others: a field at a cursor, the end of a text, a key printed as

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The multicast-VPN route keys (RFC 6514, 6515), kinds 2 to 7 and 13 of the route keys: which sections each kind has,

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Multicast-VPN route keys (RFC 6514, 6515) to text: the sections of the kind, joined by ":" when all addresses are

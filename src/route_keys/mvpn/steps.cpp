@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The exported parsers of single kinds of multicast-VPN route keys and of their addresses, which nothing of the plug-in

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Multicast-VPN route keys from text: what the two grammars and the exported parsers of single kinds share.

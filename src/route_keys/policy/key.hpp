@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The route keys of RPD, SR policy and SD-WAN: numbers and an address, which a text holds only if it is as long as

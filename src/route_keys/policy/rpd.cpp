@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Kind 12 of the route keys, "RPD": a route-policy-distribution route (draft-ietf-idr-rpd).

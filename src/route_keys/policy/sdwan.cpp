@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Kind 16 of the route keys, "SD-WAN": an SD-WAN route (draft-ietf-idr-sdwan-edge-discovery).

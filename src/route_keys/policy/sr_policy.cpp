@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Kind 14 of the route keys, "SRPOLICY": a segment routing policy (RFC 9256, RFC 9830).

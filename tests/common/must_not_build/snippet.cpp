@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 // One faulty use of a format for each value of SNIPPET; 0 is the sound one.
 #include "common/print.hpp"

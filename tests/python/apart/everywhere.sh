@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # everywhere.sh FOLDER: the source package builds without git, its wheel is repaired as distributions want it and works on
 # every Python from 3.10 on that is there, and the tests pass under ASan with Python's debug allocator.

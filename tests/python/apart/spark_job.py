@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """spark_job.py ROWS EXECUTORS FOLDER: converts so many texts on a local cluster, each executor of one core, and writes rows
 and values there; prints what it took and what there was, as JSON."""

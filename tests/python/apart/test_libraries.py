@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """Columns of pyarrow, polars, DuckDB, pandas and NumPy go in as they are, and come out as their own."""
 import duckdb

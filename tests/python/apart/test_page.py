@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """What the page about columns shows is what happens, and its pictures are those that it draws."""
 import os

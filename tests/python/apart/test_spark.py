@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """A local cluster converts ten million texts as the tool does: none is lost, and the refused ones have their reasons."""
 import json

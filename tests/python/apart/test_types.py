@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """What editors and type checkers are told holds, and the page's few lines for pydantic and pytest work."""
 import re

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """What type checkers know: they read this, nothing runs it."""
 from typing_extensions import assert_type

@@ -1,3 +1,4 @@
+// SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// An invented kind of route key, "PATH", by which the recipe of CONTRIBUTING.md is tried: an AS number and how many hops
