@@ -61,7 +61,7 @@ private:
 extern Memory program_memory;
 
 /// Tries with the first request refused, the second, ... until there is none of that number; each alone, then with all
-/// that follow. Returns how many were.
+/// that follow; a share of them under an emulator. Returns about how many there are.
 int refuse_in_turn(const std::function<bool(Fault fault)> &meets);
 
 } // namespace bgpdt::test

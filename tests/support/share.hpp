@@ -6,6 +6,7 @@
 /// changes by the day: BGPDT_TEST_SEED=n repeats a run that said so.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -14,7 +15,7 @@
 #include <string>
 
 #include "address_sanitizer.hpp"
-#include "setting.hpp"
+#include "environment.hpp"
 
 namespace bgpdt::test {
 
@@ -33,6 +34,9 @@ inline std::size_t share()
     static const std::size_t every = std::strtoul(setting("BGPDT_TEST_SHARE", usual_share).c_str(), nullptr, 10);
     return every == 0 ? 1 : every;
 }
+
+/// The same for what takes milliseconds: all natively.
+inline std::size_t small_share() { return std::max<std::size_t>(share() / 7, 1); }
 
 /// The number of the day, unless told; printed when it is first asked for.
 inline std::uint32_t seed()

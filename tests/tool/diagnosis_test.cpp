@@ -24,9 +24,6 @@
 namespace bgpdt::toolkit {
 namespace {
 
-/// Every how many-th text is diagnosed, which takes milliseconds: all natively, fewer under the sanitizers.
-std::size_t few() { return std::max<std::size_t>(test::share() / 7, 1); }
-
 struct Refused {
     const SYSDT_Record *type;
     std::string text;
@@ -129,7 +126,7 @@ TEST_F(DiagnosisTest, ClaimsWhatTheTypeSays)
 /// A text that a type takes, spoilt in ways that are not the vectors'.
 TEST_F(DiagnosisTest, ClaimsWhatTheTypeSaysOfSpoiltSamples)
 {
-    test::Turns turns(few());
+    test::Turns turns(test::small_share());
     for (const SYSDT_Record *type : session_.host().types()) {
         const std::uint8_t mode = session_.mode_for(*type);
         for (const std::string &sample : sample_of(type->typeId).texts) {
@@ -178,7 +175,7 @@ TEST_F(DiagnosisTest, EndsSoon)
             texts.push_back(text + "?");
         }
     }
-    test::Turns turns(few());
+    test::Turns turns(test::small_share());
     for (const SYSDT_Record *type : session_.host().types()) {
         const std::uint8_t mode = session_.mode_for(*type);
         for (const std::string &text : texts)
