@@ -59,7 +59,7 @@ tsan) run_tests tsan -R '^(library\.)?threads$' ;;
 abi) "$top/tests/library/abi.sh" ;;
 valgrind) run_tests release -R '^valgrind' ;;
 sweeps)
-    BGPDT_TEST_SHARE=1 run_tests release -R '^(sweep|printers|formats)$'
+    BGPDT_TEST_SHARE=1 run_tests release -R '^(sweep|printers|formats|tool[.]files)$'
     BGPDT_TEST_SHARE=5 run_tests ppc -R '^(faults|mistakes)$'
     ;;
 answers)

@@ -13,6 +13,7 @@
 
 #include "errors.hpp"
 #include "refusals.hpp"
+#include "signals.hpp"
 #include "toolkit/json_answers.hpp"
 #include "toolkit/shown_text.hpp"
 #include "toolkit/words.hpp"
@@ -268,6 +269,7 @@ void run(Input &input, std::vector<std::unique_ptr<Worker>> workers, Report &rep
     Threads threads(input, report);
     std::vector<std::jthread> others;
     try {
+        const SignalsHeld held; // what a signal does is this thread's
         for (std::size_t i = 1; i < workers.size(); ++i)
             others.emplace_back([&threads, &worker = *workers[i]] { threads.run(worker); });
     } catch (const std::system_error &) { // those that there are do all of the work

@@ -65,12 +65,6 @@ Replacement::Replacement(fs::path path) : path_(std::move(path)), file_(open_unn
         keep_attributes(file_.number(), old);
 }
 
-Replacement::~Replacement()
-{
-    if (!name_.empty())
-        static_cast<void>(unlink(name_.c_str()));
-}
-
 /// @param make  makes a file of the name; false, with EEXIST, if there is one
 template <class Make>
 bool Replacement::take_name(Make make)
@@ -78,9 +72,10 @@ bool Replacement::take_name(Make make)
     constexpr int most_tries = 1000;
     const std::string begin = ".bgpdt-" + std::to_string(getpid()) + "-";
     for (int i = 0; i < most_tries; ++i) {
-        fs::path name = folder_of(path_) / (begin + std::to_string(i));
+        const fs::path name = folder_of(path_) / (begin + std::to_string(i));
+        const SignalsHeld held;
         if (make(name.c_str())) {
-            name_ = std::move(name);
+            name_.emplace(name);
             return true;
         }
         if (errno != EEXIST)
@@ -95,10 +90,12 @@ bool Replacement::commit()
     const auto link = [&unnamed](const char *name) {
         return linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
     };
-    const bool named = !name_.empty() || take_name(link);
-    if (!named || !file_.close() || rename(name_.c_str(), path_.c_str()) != 0)
+    if (!(name_ || take_name(link)) || !file_.close())
         return false;
-    name_.clear();
+    const SignalsHeld held;
+    if (rename(name_->path(), path_.c_str()) != 0)
+        return false;
+    name_->release();
     return true;
 }
 

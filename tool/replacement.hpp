@@ -5,8 +5,10 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 #include "descriptor.hpp"
+#include "signals.hpp"
 
 namespace bgpdt::tool {
 
@@ -15,15 +17,12 @@ std::filesystem::path followed(const std::filesystem::path &name);
 
 /// What is written in the place of a file, or where none is. It has no name, so that nothing is left however the program
 /// ends, and takes that of the file when all is written. Where a folder holds no files without a name it has one beside
-/// the file, which a signal leaves.
+/// the file, which SIGKILL leaves.
 class Replacement {
 public:
     /// Without a descriptor, and with errno, if that fails. Owner and permissions are those of the file, as far as the
     /// system lets them be.
     explicit Replacement(std::filesystem::path path);
-    ~Replacement();
-    Replacement(const Replacement &) = delete;
-    Replacement &operator=(const Replacement &) = delete;
 
     int descriptor() const { return file_.number(); }
     /// Puts it in its place. False, with errno and the file as it was, if that fails.
@@ -34,7 +33,7 @@ private:
     bool take_name(Make make);
 
     std::filesystem::path path_;
-    std::filesystem::path name_; ///< of its own; empty without one
+    std::optional<TemporaryName> name_; ///< of its own
     Descriptor file_;
 };
 

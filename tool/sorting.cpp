@@ -17,6 +17,7 @@
 
 #include "descriptor.hpp"
 #include "errors.hpp"
+#include "signals.hpp"
 #include "toolkit/buffer.hpp"
 
 namespace bgpdt::tool {
@@ -47,6 +48,7 @@ Descriptor temporary_file()
     Descriptor file(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
     if (!file.is_open()) {
         std::string name = folder + "/bgpdt.XXXXXX";
+        const SignalsHeld held;
         file = Descriptor(mkostemp(name.data(), O_CLOEXEC));
         if (file.is_open())
             static_cast<void>(unlink(name.c_str()));

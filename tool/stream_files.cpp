@@ -55,6 +55,11 @@ std::optional<FileId> id_of_new(const std::filesystem::path &path)
                : std::nullopt;
 }
 
+[[noreturn]] void fail_reading(const std::string &name)
+{
+    throw UsageError(name + " cannot be read: " + std::strerror(errno));
+}
+
 } // namespace
 
 Input::Input(std::vector<std::string> names, std::size_t record)
@@ -71,7 +76,7 @@ bool Input::open_next()
     const std::string &name = names_[opened_++];
     file_ = Descriptor(name == standard ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file_.is_open())
-        throw UsageError(name + " cannot be read: " + std::strerror(errno));
+        fail_reading(name);
     static_cast<void>(posix_fadvise(file_.number(), 0, 0, POSIX_FADV_SEQUENTIAL));
     return true;
 }
@@ -94,7 +99,7 @@ std::size_t Input::read(char *to, std::size_t count)
         size = wait() ? ::read(file_.number(), to, count) : 0;
     } while (size < 0 && (errno == EINTR || errno == EAGAIN));
     if (size < 0)
-        throw UsageError(names_[opened_ - 1] + " cannot be read: " + std::strerror(errno));
+        fail_reading(names_[opened_ - 1]);
     return static_cast<std::size_t>(size);
 }
 
@@ -167,7 +172,13 @@ std::optional<std::uint64_t> Input::size() const
 
 bool Input::reads(const FileId &file) const
 {
-    return std::ranges::any_of(names_, [&](const std::string &name) { return id_of(regular_input(name)) == file; });
+    return std::ranges::any_of(names_, [&](const std::string &name) {
+        errno = 0;
+        const auto input = regular_input(name);
+        if (!input && errno != 0 && errno != ENOENT)
+            fail_reading(name);
+        return id_of(input) == file;
+    });
 }
 
 Output::Output(const std::string &name, std::string purpose)
