@@ -54,15 +54,16 @@ STEPS = (
     Step("python-columns", "(only when named) its columns in pyarrow, polars, DuckDB, pandas and Spark, its types in checkers",
          ("release bgpdt",)),
     Step("python-everywhere", "(only when named) its wheel on every Python that is there, its sdist, and under ASan"),
-    Step("recipes", "(only when named) the suite with an invented type and an invented kind of route key"),
+    Step("recipes", "the vectors and tables with an invented type and an invented kind of route key"),
+    Step("recipes-whole", "(only when named) the suite with these"),
     Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
     Step("web", "(only when named) WebAssembly answers as the native build, its npm package and its page work",
          ("release bgpdt_web_answers",)),
     Step("size", "(only when named) prints the footprint on the target", ("ppc",)),
 )
 QUICK = ("style", "release", "ppc", "sanitize")
-# asan has sanitize's vectors; msan, recipes, web and the last two build or install for minutes
-APART = ("sanitize", "msan", "recipes", "web", "size", "python-columns", "python-everywhere")
+# asan has sanitize's vectors; msan and those behind it build or install for minutes
+APART = ("sanitize", "size", "msan", "recipes-whole", "web", "python-columns", "python-everywhere")
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 

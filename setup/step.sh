@@ -77,6 +77,7 @@ packages)
 python) "$top/tests/python/run.sh" core ;;
 python-columns | python-everywhere) "$top/tests/python/run.sh" "${step#python-}" ;;
 recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;
+recipes-whole) "$top/tests/recipes/recipes.py" "$top/build/recipes-whole" --whole ;;
 coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
 fuzz)
     told=$top/build/steps/fuzz.txt

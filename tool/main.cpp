@@ -36,8 +36,9 @@ void deliver(const std::string &text)
 {
     // A reader that has gone is a write error like any other; but it ends a script that goes on writing.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
-    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (!written || std::fflush(stdout) != 0 || std::ferror(stdout) != 0 || !has_arrived(STDOUT_FILENO))
+    // Behind what a script has printed, and at once: who reads the first line alone gets the rest, too.
+    const bool written = std::fflush(stdout) == 0 && std::ferror(stdout) == 0 && write_all(STDOUT_FILENO, text);
+    if (!written || !has_arrived(STDOUT_FILENO))
         throw UsageError(std::string("the output cannot be written: ") + std::strerror(errno));
 }
 

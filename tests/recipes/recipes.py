@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
-"""Tries the recipes of CONTRIBUTING.md: recipes.py FOLDER copies the project there, adds the invented type of type/ and the
-invented kind of route key of row/, renews what is generated, and runs the tests of all that together.
+"""Tries the recipes of CONTRIBUTING.md: recipes.py FOLDER [--whole] copies the project there, adds the invented type of
+type/ and the invented kind of route key of row/, renews what is generated, and runs the tests of all that together: those
+of the plug-in and its tables, or with --whole all.
 
 What stands beside this program is what a recipe lets somebody write: new files as they are, and parts of files that are
 there already, each part behind the place where it goes.
@@ -16,7 +17,11 @@ import sys
 here = pathlib.Path(__file__).resolve().parent
 top = here.parent.parent
 recipes = {"type": 4, "row": 5}  # how many files may be written by hand
-options = ["-DCMAKE_BUILD_TYPE=Debug", "-DBGPDT_HOST=ON", "-DBGPDT_TOOL=ON", "-DBGPDT_TESTS=ON", "-DBGPDT_LUA_MODULE=ON"]
+options = ["-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_UNITY_BUILD=ON", "-DBGPDT_HOST=ON", "-DBGPDT_TESTS=ON"]
+whole = [*options, "-DBGPDT_TOOL=ON", "-DBGPDT_LUA_MODULE=ON"]
+# Where a table is told of what is new.
+targets = ["bgp_datatype", "bgpdt_vectors_test", "bgpdt_plugin_test", "bgpdt_interface"]
+tests = "^(vectors|plugin|interface|links[.](header|parsers|rooms|steps))$"
 # What an installation has and what the project's own pages say is no matter of a type; what is imported shows only in
 # optimized code.
 left_out = "^(install|readme|links[.]imports|lua[.](install|module)|tool[.]stream|completion[.].*)$"
@@ -76,7 +81,9 @@ def apply(recipe, project):
 
 
 def main():
-    folder = pathlib.Path(sys.argv[1]).resolve() if len(sys.argv) == 2 else sys.exit(__doc__)
+    if len(sys.argv) not in (2, 3) or sys.argv[2:] not in ([], ["--whole"]):
+        sys.exit(__doc__)
+    folder = pathlib.Path(sys.argv[1]).resolve()
     project = tree()
     for recipe in recipes:
         apply(recipe, project)
@@ -90,10 +97,17 @@ def main():
     for path in source.rglob("*"):
         if path.is_file() and path.relative_to(source) not in project:
             path.unlink()
-    run("cmake", "-S", source, "-B", build, "-G", "Ninja", *options)
-    run("cmake", "--build", build)
-    run("cmake", "--build", build, "--target", "renew")
-    run("ctest", "--test-dir", build, "--output-on-failure", "--timeout", "3600", "-j", "2", "-E", left_out)
+    ctest = ["ctest", "--test-dir", build, "--output-on-failure", "--timeout", "3600", "-j", "2"]
+    if sys.argv[2:]:
+        run("cmake", "-S", source, "-B", build, "-G", "Ninja", *whole)
+        run("cmake", "--build", build)
+        run("cmake", "--build", build, "--target", "renew")
+        run(*ctest, "-E", left_out)
+    else:
+        run("cmake", "-S", source, "-B", build, "-G", "Ninja", *options)
+        run("cmake", "--build", build, "--target", *targets)
+        run("cmake", "--build", build, "--target", "renew_interface")
+        run(*ctest, "-R", tests)
 
 
 main()
