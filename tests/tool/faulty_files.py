@@ -28,7 +28,7 @@ OLD = "what was there\n"
 SCRIPT = 'print("one")\n'
 BEFORE = {"work/in": LINES, "work/out": OLD, "work/script": SCRIPT, "printed": ""}
 UNUSABLE = 2  # the status of what could not be done
-SENTENCE = re.compile(r"^bgpdt: .*(cannot|can be) .*: .+$", re.MULTILINE)
+SENTENCE = re.compile(r"(^bgpdt: |\": ?\").*(cannot|can be) .*: .+$", re.MULTILINE)
 OWN_NAME = re.compile(r"(work/[.]bgpdt-\d+-\d+|temporary/bgpdt[.]\w{6})")
 
 # What may go wrong with a call; what is no error (tried again, or done in parts) must not matter.
@@ -138,7 +138,7 @@ def wrong_with_files(whole, end):
     return None
 
 
-def wrong_with(whole, end, must_do):
+def wrong_with(job, whole, end, must_do):
     if wrong := wrong_with_files(whole, end):
         return wrong
     if end.status == whole.status:
@@ -149,7 +149,8 @@ def wrong_with(whole, end, must_do):
         return f"ends by signal {-end.status}"
     if end.status != UNUSABLE:
         return f"ends with {end.status}"
-    return None if SENTENCE.search(end.told) else f"does not say what failed: {end.told!r}"
+    told = end.told + (end.files["printed"] if "--json" in job.arguments else "")
+    return None if SENTENCE.search(told) else f"does not say what failed: {told!r}"
 
 
 def faults_of(calls):
@@ -183,7 +184,8 @@ def main():
                 failures.append(f"{job}: {fault}: hangs")
                 continue
             given_up += end.status == UNUSABLE
-            wrong = wrong_with_files(whole, end) if must_do is None else wrong_with(whole, end, must_do)
+            is_signal = must_do is None
+            wrong = wrong_with_files(whole, end) if is_signal else wrong_with(job, whole, end, must_do)
             if wrong:
                 failures.append(f"{job}: {fault}: {wrong}")
     for failure in failures[:40]:
