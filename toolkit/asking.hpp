@@ -25,6 +25,8 @@ namespace bgpdt::toolkit {
 
 using Found = std::optional<Diagnosis>;
 
+inline constexpr std::size_t widest_search = 300; ///< bytes of a text in which every character is a suspect
+
 /// The tries are used up.
 class Spent : public std::exception {};
 

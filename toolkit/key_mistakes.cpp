@@ -99,7 +99,7 @@ Found length_of_address(Refused &refused)
 {
     const std::string &text = refused.text;
     Edits edits;
-    for (std::size_t at = 1; holds_evpn_keys(refused) && at < text.size(); ++at) {
+    for (std::size_t at = refused.window.begin + 1; holds_evpn_keys(refused) && at < refused.window.end; ++at) {
         if (text[at - 1] != ':' || !ends_groups(text, at - 1))
             continue;
         if (text[at] == '[')
@@ -160,11 +160,14 @@ Found router_id_groups(Refused &refused)
 
 Found missing_groups(Refused &refused)
 {
+    constexpr std::size_t most_groups = 64; // more than any key has
     const Texts mine = groups_in(refused.text);
+    if (mine.empty() || mine.size() > most_groups)
+        return {};
     const Texts my_names = group_names(mine);
     for (const std::string &sample : refused.samples()) {
         const Texts theirs = groups_in(sample);
-        if (mine.empty() || theirs.empty() || mine.front() != theirs.front())
+        if (theirs.empty() || mine.front() != theirs.front())
             continue;
         Texts names;
         std::string all = refused.text;

@@ -53,13 +53,15 @@ std::vector<Groups> groups_of(const std::string &sample)
 }
 
 /// As many hexadecimal digits from the place on as the groups have, written as they are; nothing is edited where other
-/// characters stand, or different separators.
+/// characters stand, different separators, or more of them than digits.
 Edit regrouped(const std::string &text, std::size_t begin, const Groups &groups)
 {
+    const std::size_t wanted = groups.width * groups.count;
+    const std::size_t last = std::min(text.size(), begin + 2 * wanted);
     std::string digits;
     std::size_t end = begin;
     char separator = '\0';
-    for (; end < text.size() && digits.size() < groups.width * groups.count; ++end) {
+    for (; end < last && digits.size() < wanted; ++end) {
         const char c = text[end];
         if (is_hex(c))
             digits += c;
@@ -68,7 +70,7 @@ Edit regrouped(const std::string &text, std::size_t begin, const Groups &groups)
         else
             separator = c;
     }
-    const bool enough = digits.size() == groups.width * groups.count && !is_inner_at(text, end);
+    const bool enough = digits.size() == wanted && !is_inner_at(text, end);
     return enough ? Edit{begin, end - begin, groups.laid_out(digits)} : Edit{begin, 0, ""};
 }
 

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <iterator>
 #include <map>
+#include <ranges>
 #include <span>
 
 #include "bgp_datatype/values.h"
@@ -156,21 +157,27 @@ Found in_decimal(Refused &refused, const std::vector<Number> &numbers, const std
 Found invisible_character(Refused &refused)
 {
     const std::string &text = refused.text;
-    std::string without;
-    std::string blank;
-    std::optional<Range> first;
-    for (const auto [begin, end] : characters(text, {0, text.size()})) {
-        const bool invisible = invisible_name(text, begin) != nullptr;
-        without += invisible ? "" : text.substr(begin, end - begin);
-        blank += invisible ? " " : text.substr(begin, end - begin);
-        if (invisible && !first)
-            first = {begin, end};
-    }
-    if (!first)
+    std::vector<Range> all;
+    for (std::size_t at = 0; at < text.size(); at += character_size(text, at))
+        if (invisible_name(text, at) != nullptr)
+            all.push_back({at, at + character_size(text, at)});
+    if (all.empty())
         return {};
+    const auto with = [&](const char *other) {
+        std::string result;
+        std::size_t copied = 0;
+        for (const auto [begin, end] : all) {
+            result.append(text, copied, begin - copied).append(other);
+            copied = end;
+        }
+        return result.append(text, copied);
+    };
+    const Range first = all.front();
     Found found =
-        refused.told(*first, "an invisible character stands here, " + std::string(invisible_name(text, first->begin)) +
-                                 " (" + code_point(text, first->begin) + ")");
+        refused.told(first, "an invisible character stands here, " + std::string(invisible_name(text, first.begin)) +
+                                " (" + code_point(text, first.begin) + ")");
+    const std::string without = with("");
+    const std::string blank = with(" ");
     found->repair = refused.takes(without) ? without : refused.takes(blank) ? blank : "";
     return found;
 }
@@ -319,9 +326,10 @@ Found zone(Refused &refused)
 {
     const std::size_t at = refused.text.find('%');
     Edits edits;
-    const std::vector<std::size_t> edges = boundaries(refused.text);
-    for (auto edge = edges.rbegin(); at != std::string::npos && *edge > at + 1; ++edge)
-        edits.push_back({at, *edge - at, ""});
+    const std::string behind = refused.text.substr(std::min(at, refused.text.size()), widest_search);
+    for (const std::size_t edge : std::views::reverse(boundaries(behind)))
+        if (edge > 1)
+            edits.push_back({at, edge, ""});
     return refused.first_taken(edits, [](const auto &, const auto &) { return "an address has no zone here"; });
 }
 

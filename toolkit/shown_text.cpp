@@ -96,6 +96,8 @@ std::size_t character_size(std::string_view text, std::size_t at)
 
 const char *invisible_name(std::string_view text, std::size_t at)
 {
+    if (text[at] >= ' ' && text[at] <= '~')
+        return nullptr;
     const std::string_view character = text.substr(at, character_size(text, at));
     const std::uint32_t code = is_stray(character) ? 0 : code_of(character);
     const auto *const found = std::ranges::find_if(

@@ -16,8 +16,7 @@
 namespace bgpdt::toolkit {
 namespace {
 
-constexpr std::size_t widest_search = 300; ///< bytes of a text in which every character is a suspect
-constexpr std::size_t brief_text = 64;     ///< bytes of a text in which every letter is tried everywhere
+constexpr std::size_t brief_text = 64; ///< bytes of a text in which every letter is tried everywhere
 constexpr std::string_view digits_and_letters = "0123456789abcdefghijklmnopqrstuvwxyz";
 
 std::string other_can(const std::string &piece, const std::string &by) { return cannot_stand(piece, lua_quoted(by)); }

@@ -98,14 +98,15 @@ Groups groups_at(const std::string &text, std::size_t at)
             ++end;
         return end - from;
     };
+    constexpr std::size_t most = 32; // more than any sample has
     Groups groups{width_at(at), 1, '\0'};
-    for (std::size_t i = at + groups.width; groups.width > 1 && i < text.size();
+    for (std::size_t i = at + groups.width; groups.width > 1 && groups.count <= most && i < text.size();
          i += groups.width + 1, ++groups.count) {
         groups.separator = groups.count == 1 ? text[i] : groups.separator;
         if (text[i] != groups.separator || width_at(i + 1) != groups.width)
             break;
     }
-    return groups.count >= 3 ? groups : Groups{0, 0, '\0'};
+    return groups.count >= 3 && groups.count <= most ? groups : Groups{0, 0, '\0'};
 }
 
 Texts parts_of(const Texts &texts)

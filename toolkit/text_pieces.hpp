@@ -33,7 +33,12 @@ struct Edit {
 
 using Edits = std::vector<Edit>;
 
-inline std::string edited(std::string text, const Edit &edit) { return text.replace(edit.at, edit.length, edit.by); }
+/// The text with the edit; it costs as much as what comes of it, however long the text is.
+inline std::string edited(std::string_view text, const Edit &edit)
+{
+    std::string result(text.substr(0, edit.at));
+    return result.append(edit.by).append(text.substr(edit.at + edit.length));
+}
 
 /// The edit that turns one text into the other.
 Edit difference(const std::string &from, const std::string &to);
@@ -62,7 +67,7 @@ struct Groups {
     std::string laid_out(const std::string &characters) const;
 };
 
-/// The groups that begin at the place; count 0 if none do.
+/// The groups that begin at the place; count 0 if none do, or too many.
 Groups groups_at(const std::string &text, std::size_t at);
 
 /// Parts of the texts that may be missing in another: groups in brackets, or a number or word with a separator.

@@ -208,7 +208,7 @@ def load_names(file: str | bytes | PathLike[str] | PathLike[bytes], /) -> None: 
 
 @final
 class VRFID2VRFNAME(Value):
-    """index, or its name in a names file"""
+    """index or name of a VRF"""
 
     __match_args__: ClassVar[tuple[Literal["index"]]]
     def __new__(cls, text: str | Self, mode: int | None = None) -> Self: ...
@@ -218,7 +218,7 @@ class VRFID2VRFNAME(Value):
 
 @final
 class BGPPEERGROUPID(Value):
-    """index, or its name in a names file"""
+    """index or name of a BGP peer group"""
 
     __match_args__: ClassVar[tuple[Literal["index"]]]
     def __new__(cls, text: str | Self, mode: int | None = None) -> Self: ...
@@ -228,7 +228,7 @@ class BGPPEERGROUPID(Value):
 
 @final
 class FLOWROUTEID(Value):
-    """index, or its name in a names file"""
+    """index or name of a flow route"""
 
     __match_args__: ClassVar[tuple[Literal["index"]]]
     def __new__(cls, text: str | Self, mode: int | None = None) -> Self: ...
@@ -238,7 +238,7 @@ class FLOWROUTEID(Value):
 
 @final
 class VRFID2CVRFNAME(Value):
-    """index, or its name in a names file"""
+    """index or name of a client VRF"""
 
     __match_args__: ClassVar[tuple[Literal["index"]]]
     def __new__(cls, text: str | Self, mode: int | None = None) -> Self: ...
@@ -248,7 +248,7 @@ class VRFID2CVRFNAME(Value):
 
 @final
 class BGPID2BGPNAME(Value):
-    """index, or its name in a names file"""
+    """index or name of a BGP instance"""
 
     __match_args__: ClassVar[tuple[Literal["index"]]]
     def __new__(cls, text: str | Self, mode: int | None = None) -> Self: ...
@@ -258,7 +258,7 @@ class BGPID2BGPNAME(Value):
 
 @final
 class ALIASID2NAME(Value):
-    """index, or its name in a names file"""
+    """index or name of an alias"""
 
     __match_args__: ClassVar[tuple[Literal["index"]]]
     def __new__(cls, text: str | Self, mode: int | None = None) -> Self: ...
@@ -268,7 +268,7 @@ class ALIASID2NAME(Value):
 
 @final
 class SETID2SETNAME(Value):
-    """index, or its name in a names file"""
+    """index or name of a set"""
 
     __match_args__: ClassVar[tuple[Literal["index"]]]
     def __new__(cls, text: str | Self, mode: int | None = None) -> Self: ...
@@ -278,7 +278,7 @@ class SETID2SETNAME(Value):
 
 @final
 class PDID2PDNAME(Value):
-    """index, or its name in a names file"""
+    """index or name of a PD"""
 
     __match_args__: ClassVar[tuple[Literal["index"]]]
     def __new__(cls, text: str | Self, mode: int | None = None) -> Self: ...

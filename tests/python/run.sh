@@ -9,12 +9,12 @@ work=$top/build/python
 export PYTHONDONTWRITEBYTECODE=1
 mkdir -p "$work"
 
-# environment NAME PYTHON PACKAGE...: a fresh one with the packages; $python is its interpreter
+# environment NAME PYTHON PACKAGE...: a fresh one with the packages, of known versions; $python is its interpreter
 environment() {
     "$2" -m venv --clear "$work/$1"
     python=$work/$1/bin/python
     shift 2
-    [ $# -eq 0 ] || "$python" -m pip install -q --disable-pip-version-check "$@"
+    [ $# -eq 0 ] || "$python" -m pip install -q --disable-pip-version-check -c "$top/tests/python/versions.txt" "$@"
 }
 
 # install_package: builds it and installs it into the environment

@@ -3,6 +3,8 @@
 """What the pages show is what happens."""
 import doctest
 import re
+import subprocess
+import sys
 from pathlib import Path
 
 import pytest
@@ -25,6 +27,12 @@ def test_pages(page, least):
     failed, attempted = run(TOP / page)
     assert not failed and attempted >= least
     print(f"proved: {attempted} examples of {page}")
+
+
+def test_the_annotations_are_current():
+    done = subprocess.run([sys.executable, TOP / "python/annotations/annotate.py", "--check"], capture_output=True, text=True,
+                          check=False)
+    assert done.returncode == 0, done.stderr
 
 
 def test_the_packages_own_words():

@@ -21,10 +21,6 @@ def run(*command, **options):
     return done.stdout
 
 
-def test_the_annotations_are_current():
-    run(TOP / "python/annotations/annotate.py", "--check")
-
-
 def test_mypy(tmp_path):
     for number, block in enumerate(BLOCKS):
         (tmp_path / f"block{number}.py").write_text(block)
