@@ -48,7 +48,7 @@ STEPS = (
     Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage")),
     Step("tsan", "every vector line and libbgpdt's functions from eight threads at once, under TSan",
          ("tsan bgpdt_threads_test", "tsan bgpdt_library_threads_test")),
-    Step("packages", "programs in C and C++ with what the Debian packages hold, without installing them", ("package",)),
+    Step("packages", "the Debian packages under lintian, and programs with what they hold, without installing them"),
     Step("abi", "libbgpdt's binary interface is the released one, or more"),
     Step("python", "the package for Python, installed in a clean environment"),
     Step("python-columns", "(only when named) its columns in pyarrow, polars, DuckDB, pandas and Spark, its types in checkers",

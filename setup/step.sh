@@ -71,8 +71,8 @@ answers)
     echo "proved: $(wc -l <"$top/build/release/answers.txt") answers are the same on all three processors"
     ;;
 packages)
-    (cd "$top/build/package" && cpack --config CPackConfig.cmake -B "$top/build/packages" >/dev/null)
-    "$top/tests/install/packages.sh" "$top/build/packages" "$top/build/package/tried"
+    "$top/packaging/debian.sh" quick "$top/build/packages"
+    "$top/tests/install/packages.sh" "$top/build/packages" "$top/build/packages/tried"
     ;;
 python) "$top/tests/python/run.sh" core ;;
 python-columns | python-everywhere) "$top/tests/python/run.sh" "${step#python-}" ;;
