@@ -49,6 +49,8 @@ STEPS = (
     Step("tsan", "every vector line and libbgpdt's functions from eight threads at once, under TSan",
          ("tsan bgpdt_threads_test", "tsan bgpdt_library_threads_test")),
     Step("packages", "the Debian packages under lintian, and programs with what they hold, without installing them"),
+    Step("debian", "(only when named) the packages built, tested, installed, upgraded and removed in clean chroots, as root"),
+    Step("luarocks", "luarocks builds and installs the module for Lua, as a user and as root"),
     Step("abi", "libbgpdt's binary interface is the released one, or more"),
     Step("python", "the package for Python, installed in a clean environment"),
     Step("python-columns", "(only when named) its columns in pyarrow, polars, DuckDB, pandas and Spark, its types in checkers",
@@ -62,7 +64,7 @@ STEPS = (
 )
 QUICK = ("style", "release", "ppc", "sanitize")
 # asan has sanitize's vectors; msan, recipes, web and the last two build or install for minutes
-APART = ("sanitize", "msan", "recipes", "web", "size", "python-columns", "python-everywhere")
+APART = ("sanitize", "msan", "recipes", "web", "size", "python-columns", "python-everywhere", "debian")
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 
