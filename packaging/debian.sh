@@ -34,10 +34,12 @@ fresh_chroot() {
     base=$top/build/debian/base.tar
     [ -s "$base" ] || { mkdir -p "${base%/*}" && mmdebstrap --variant=buildd bookworm "$base"; }
     chroot=$(mktemp -d)
-    trap 'umount -q "$chroot/proc"; rm -rf "$chroot"' EXIT
+    trap end_chroot EXIT
     chmod 755 "$chroot"
     tar -x -C "$chroot" -f "$base"
     mount -t proc proc "$chroot/proc"
+    mount -t devpts -o newinstance,ptmxmode=666 devpts "$chroot/dev/pts"
+    ln -sf pts/ptmx "$chroot/dev/ptmx"
     echo '#!/bin/sh
 exit 101' >"$chroot/usr/sbin/policy-rc.d" # no service is started
     chmod 755 "$chroot/usr/sbin/policy-rc.d"
@@ -47,8 +49,8 @@ exit 101' >"$chroot/usr/sbin/policy-rc.d" # no service is started
 inside() { DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 chroot "$chroot" "$@"; }
 
 end_chroot() {
-    umount "$chroot/proc"
-    rm -rf "$chroot"
+    umount -q "$chroot/proc" "$chroot/dev/pts" || true
+    rm -rf --one-file-system "$chroot"
 }
 
 # build_inside FOLDER ENVIRONMENT...: builds the source package there as a user without rights
