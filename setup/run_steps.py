@@ -37,7 +37,7 @@ STEPS = (
     Step("ppc", "the suite as a 32-bit big-endian build under qemu, and the limits of its footprint", ("ppc",)),
     Step("release", "the suite natively", ("release",)),
     Step("sanitize", "the vectors under ASan and UBSan", ("asan bgpdt_vectors_test",)),
-    Step("style", "formatting and licence lines"),
+    Step("style", "formatting, copyright and licence of every file"),
     Step("asan", "the suite under ASan and UBSan", ("asan",)),
     Step("tidy", "clang-tidy over the sources, its analyzer over the plug-in and the host", ("release",)),
     Step("valgrind", "the vectors under memcheck", ("release",)),
