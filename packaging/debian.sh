@@ -29,9 +29,9 @@ ask_lintian() {
     echo "proved: lintian has no error and no warning for $(find "$out" -name '*.deb' ! -name '*-dbgsym_*' | wc -l) packages"
 }
 
-# fresh_chroot: $chroot, a minimal Debian 12 that knows the packages of the archive, and /proc
+# fresh_chroot: $chroot, a minimal Debian 12 that knows the archive's packages
 fresh_chroot() {
-    base=$top/build/debian/base.tar
+    base=$top/build/debian/base.tar.gz
     [ -s "$base" ] || { mkdir -p "${base%/*}" && mmdebstrap --variant=buildd bookworm "$base"; }
     chroot=$(mktemp -d)
     trap end_chroot EXIT
@@ -43,6 +43,7 @@ fresh_chroot() {
     echo '#!/bin/sh
 exit 101' >"$chroot/usr/sbin/policy-rc.d" # no service is started
     chmod 755 "$chroot/usr/sbin/policy-rc.d"
+    inside apt-get update
 }
 
 # inside COMMAND...: runs it in the chroot
@@ -66,7 +67,6 @@ build_inside() {
 build_twice() {
     fresh_chroot
     inside useradd --create-home build
-    inside apt-get update
     cp "$out"/*.dsc "$chroot/tmp"
     inside sh -c 'apt-get build-dep -y --no-install-recommends /tmp/*.dsc'
     build_inside /build/one DEB_BUILD_OPTIONS="parallel=$(nproc)"
@@ -84,10 +84,10 @@ run_autopkgtests() {
     fresh_chroot
     status=0
     autopkgtest "$out"/*.dsc "$out"/*.deb -- chroot "$chroot" >"$out/autopkgtest.log" 2>&1 || status=$?
-    sed -n '/@@@@ summary/,$p' "$out/autopkgtest.log"
+    sed -n '/@@@@ summary/,/^autopkgtest .*Binaries/p' "$out/autopkgtest.log"
     [ "$status" -eq 0 ] || fail "autopkgtest ended with status $status: $out/autopkgtest.log"
     end_chroot
-    echo "proved: $(grep -c '^[a-z]* *PASS$' "$out/autopkgtest.log") autopkgtests pass in a clean chroot"
+    echo "proved: $(sed '1,/@@@@ summary/d' "$out/autopkgtest.log" | grep -c ' PASS$') autopkgtests pass in a clean chroot"
 }
 
 # older_packages FOLDER: an archive of the packages as if of the version before
@@ -111,7 +111,7 @@ install_and_remove() {
     chmod 755 "$before"
     older_packages "$before"
     # shellcheck disable=SC2046 # paths without blanks
-    piuparts --basetgz="$top/build/debian/base.tar" --distribution=bookworm --no-eatmydata --warn-on-others \
+    piuparts --basetgz="$top/build/debian/base.tar.gz" --distribution=bookworm --no-eatmydata --warn-on-others \
         --bindmount="$before" --extra-repo="deb [trusted=yes] file:$before ./" --log-file="$out/piuparts.log" \
         $(find "$out" -name '*.deb' ! -name '*-dbgsym_*') >/dev/null || { tail -n 40 "$out/piuparts.log"; exit 1; }
     grep -q 'Installation, upgrade and purging tests' "$out/piuparts.log" || fail "piuparts tried no upgrade"
