@@ -15,7 +15,8 @@ unpacked=$out/bgpdt-$(project_version)
 
 # source_package: the archive as a distribution names it, and debian/ beside it
 source_package() {
-    rm -rf "$out"/*
+    rm -f "$out"/*.deb "$out"/*.dsc "$out"/*.tar.* "$out"/*.changes "$out"/*.buildinfo "$out"/*.log
+    rm -rf "$unpacked"
     archive=$("$top/packaging/source.sh" "$out")
     tar -x -C "$out" -f "$archive"
     mv "$archive" "$out/bgpdt_$(project_version).orig.tar.gz"
@@ -23,10 +24,13 @@ source_package() {
     (cd "$out" && dpkg-source --before-build "$unpacked" && dpkg-source -b "$unpacked")
 }
 
+# The packages that users install.
+packages() { find "$out" -name '*.deb' ! -name '*-dbgsym_*'; }
+
 # ask_lintian: no error and no warning; what is less is shown
 ask_lintian() {
     lintian --pedantic --display-info --fail-on error --fail-on warning --tag-display-limit 0 --allow-root "$out"/*.changes
-    echo "proved: lintian has no error and no warning for $(find "$out" -name '*.deb' ! -name '*-dbgsym_*' | wc -l) packages"
+    echo "proved: lintian has no error and no warning for $(packages | wc -l) packages"
 }
 
 # fresh_chroot: $chroot, a minimal Debian 12 that knows the archive's packages
@@ -50,7 +54,8 @@ exit 101' >"$chroot/usr/sbin/policy-rc.d" # no service is started
 inside() { DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 chroot "$chroot" "$@"; }
 
 end_chroot() {
-    umount -q "$chroot/proc" "$chroot/dev/pts" || true
+    trap - EXIT
+    umount "$chroot/proc" "$chroot/dev/pts" 2>/dev/null || true
     rm -rf --one-file-system "$chroot"
 }
 
@@ -90,32 +95,53 @@ run_autopkgtests() {
     echo "proved: $(sed '1,/@@@@ summary/d' "$out/autopkgtest.log" | grep -c ' PASS$') autopkgtests pass in a clean chroot"
 }
 
-# older_packages FOLDER: an archive of the packages as if of the version before
+# older_packages FOLDER: the packages as if of the version before
 older_packages() {
-    mkdir -p "$1"
     version=$(dpkg-parsechangelog -l "$top/debian/changelog" -S Version)
-    for package in "$out"/*.deb; do
-        case $package in *-dbgsym_*) continue ;; esac
+    mkdir "$1"
+    for package in $(packages); do
         dpkg-deb -R "$package" "$1/tree"
-        sed -i "s/$version/$version~before/" "$1/tree/DEBIAN/control"
+        sed -i "s/$version/$version~before/g" "$1/tree/DEBIAN/control"
         dpkg-deb --root-owner-group -b "$1/tree" "$1" >/dev/null
         rm -rf "$1/tree"
     done
-    (cd "$1" && dpkg-scanpackages --multiversion . >Packages 2>/dev/null)
 }
 
-# install_and_remove: nothing stays behind, neither after an upgrade
-install_and_remove() {
-    before=$(mktemp -d)
-    trap 'rm -rf "$before"' EXIT
-    chmod 755 "$before"
-    older_packages "$before"
+upgrade() {
+    fresh_chroot
+    older_packages "$chroot/tmp/before"
+    mkdir "$chroot/tmp/now"
     # shellcheck disable=SC2046 # paths without blanks
-    piuparts --basetgz="$top/build/debian/base.tar.gz" --distribution=bookworm --no-eatmydata --warn-on-others \
-        --bindmount="$before" --extra-repo="deb [trusted=yes] file:$before ./" --log-file="$out/piuparts.log" \
-        $(find "$out" -name '*.deb' ! -name '*-dbgsym_*') >/dev/null || { tail -n 40 "$out/piuparts.log"; exit 1; }
-    grep -q 'Installation, upgrade and purging tests' "$out/piuparts.log" || fail "piuparts tried no upgrade"
-    echo "proved: the packages are installed, upgraded and removed without a trace"
+    cp $(packages) "$chroot/tmp/now"
+    # shellcheck disable=SC2016 # it is the inner shell's
+    inside sh -ec '
+        apt-get install -y /tmp/before/*.deb
+        bgpdt parse VRFRD 192.0.2.1:7
+        apt-get install -y /tmp/now/*.deb
+        bgpdt parse VRFRD 192.0.2.1:7
+        names=$(for package in /tmp/now/*.deb; do dpkg-deb -f $package Package; done)
+        ! dpkg-query -W $names | grep "~before$"
+        [ -z "$(dpkg --verify $names)" ]
+        dpkg -L $names | sort -u >/tmp/files
+        apt-get purge -y $names
+        while read -r path; do [ -d "$path" ] || [ ! -e "$path" ] || { echo "left: $path"; exit 1; }; done </tmp/files'
+    end_chroot
+    echo "proved: the packages take the place of older ones, and go without leaving a file"
+}
+
+# install_and_remove: by piuparts, which compares all of the chroot with what it was before, and wants the packages that
+# others need in an archive.
+install_and_remove() {
+    archive=$(mktemp -d)
+    trap 'rm -rf "$archive"' EXIT
+    chmod 755 "$archive"
+    # shellcheck disable=SC2046 # paths without blanks
+    cp $(packages) "$archive"
+    (cd "$archive" && dpkg-scanpackages . >Packages)
+    piuparts --basetgz="$base" --distribution=bookworm --no-eatmydata --warn-on-others --no-upgrade-test \
+        --bindmount="$archive" --extra-repo="deb [trusted=yes] file:$archive ./" \
+        --log-file="$out/piuparts.log" "$archive"/*.deb >/dev/null || { tail -n 40 "$out/piuparts.log"; exit 1; }
+    echo "proved: piuparts finds nothing left of installed and removed packages"
 }
 
 case $way in
@@ -131,9 +157,11 @@ clean)
     # shellcheck disable=SC2086 # a list of words
     need_packages $clean_deb_packages
     source_package
+    rm -rf "$unpacked"
     build_twice
     ask_lintian
     run_autopkgtests
+    upgrade
     install_and_remove
     ;;
 *) fail "debian.sh quick|clean FOLDER" ;;

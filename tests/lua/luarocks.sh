@@ -23,6 +23,7 @@ installs() {
         { tail -n 30 log; exit 1; }
     found=$(find "$home/.luarocks" -path '*/lib/luarocks' -prune -o '(' -type f -o -type l ')' -print)
     [ "$found" = "$home/.luarocks/lib/lua/5.4/bgp.so" ] || { echo "for $who are installed: $found"; exit 1; }
+    # shellcheck disable=SC2016 # it is the inner shell's
     answer=$("$@" env -u BGPDT_PLUGIN HOME="$home" sh -c \
         'eval "$(luarocks --lua-version 5.4 path)" && exec lua5.4 tree/tests/lua/module.lua tree/lua/bgp.d.lua')
     [ "$answer" = ok ] || { echo "for $who: $answer"; exit 1; }
