@@ -19,12 +19,12 @@ installs() {
     home=$work/home.$who
     mkdir "$home"
     [ "$who" != nobody ] || chown -R nobody "$home" tree
-    "$@" env HOME="$home" sh -c 'cd tree && luarocks --lua-version 5.4 make --local' >log 2>&1 ||
+    "$@" env -i PATH="$PATH" HOME="$home" sh -c 'cd tree && luarocks --lua-version 5.4 make --local' >log 2>&1 ||
         { tail -n 30 log; exit 1; }
     found=$(find "$home/.luarocks" -path '*/lib/luarocks' -prune -o '(' -type f -o -type l ')' -print)
     [ "$found" = "$home/.luarocks/lib/lua/5.4/bgp.so" ] || { echo "for $who are installed: $found"; exit 1; }
     # shellcheck disable=SC2016 # it is the inner shell's
-    answer=$("$@" env -u BGPDT_PLUGIN HOME="$home" sh -c \
+    answer=$("$@" env -i PATH="$PATH" HOME="$home" sh -c \
         'eval "$(luarocks --lua-version 5.4 path)" && exec lua5.4 tree/tests/lua/module.lua tree/lua/bgp.d.lua')
     [ "$answer" = ok ] || { echo "for $who: $answer"; exit 1; }
 }
