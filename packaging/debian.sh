@@ -51,7 +51,9 @@ exit 101' >"$chroot/usr/sbin/policy-rc.d" # no service is started
 }
 
 # inside COMMAND...: runs it in the chroot
-inside() { DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 chroot "$chroot" "$@"; }
+inside() {
+    chroot "$chroot" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"
+}
 
 end_chroot() {
     trap - EXIT
