@@ -11,16 +11,20 @@
 
 namespace bgpdt::test {
 
-inline std::string setting(const char *variable, const std::filesystem::path &otherwise)
+inline std::string setting(const char *variable, const char *otherwise)
 {
-    if (const char *value = std::getenv(variable); value != nullptr)
-        return value;
-    if (std::filesystem::exists(otherwise))
-        return otherwise;
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / otherwise.filename();
+    const char *value = std::getenv(variable);
+    return value != nullptr ? value : otherwise;
 }
 
-inline std::string plugin_path() { return setting("BGPDT_PLUGIN", BGPDT_BUILT_PLUGIN); }
-inline std::string vectors_folder() { return setting("BGPDT_VECTORS", BGPDT_SOURCE_VECTORS); }
+inline std::string there_or_beside(const std::filesystem::path &built)
+{
+    if (std::filesystem::exists(built))
+        return built;
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / built.filename();
+}
+
+inline std::string plugin_path() { return setting("BGPDT_PLUGIN", there_or_beside(BGPDT_BUILT_PLUGIN).c_str()); }
+inline std::string vectors_folder() { return setting("BGPDT_VECTORS", there_or_beside(BGPDT_SOURCE_VECTORS).c_str()); }
 
 } // namespace bgpdt::test
