@@ -122,7 +122,7 @@ upgrade() {
         apt-get install -y /tmp/now/*.deb
         bgpdt parse VRFRD 192.0.2.1:7
         names=$(for package in /tmp/now/*.deb; do dpkg-deb -f $package Package; done)
-        ! dpkg-query -W $names | grep "~before$"
+        [ -z "$(dpkg-query -W $names | grep "~before$")" ]
         [ -z "$(dpkg --verify $names)" ]
         dpkg -L $names | sort -u >/tmp/files
         apt-get purge -y $names
@@ -151,7 +151,7 @@ quick)
     # shellcheck disable=SC2086 # a list of words
     need_packages $deb_packages
     source_package
-    (cd "$unpacked" && DEB_BUILD_OPTIONS="nocheck parallel=$(nproc)" dpkg-buildpackage -us -uc -b -d)
+    (cd "$unpacked" && DEB_BUILD_OPTIONS="nocheck parallel=$(nproc)" dpkg-buildpackage -us -uc -b)
     ask_lintian
     ;;
 clean)
