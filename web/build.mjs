@@ -21,7 +21,9 @@ const wasm = execFileSync('zopfli', ['--i15', '-c', module], { maxBuffer: 1 << 2
 
 /** With the version that CMakeLists.txt tells. */
 function manifest() {
-    const [, version] = /project\(bgp_datatype VERSION (\S+)/.exec(readFileSync(join(here, '..', 'CMakeLists.txt'), 'utf8'));
+    const [, version] = /project\(bgp_datatype VERSION (\S+)/.exec(
+        readFileSync(join(here, '..', 'CMakeLists.txt'), 'utf8'),
+    );
     const { name, ...others } = JSON.parse(readFileSync(join(here, 'npm', 'package.json'), 'utf8'));
     return JSON.stringify({ name, version, ...others }, null, 4);
 }
