@@ -4,12 +4,8 @@
 # Builds the fuzzers with the compiler, the flags and the engine that the environment tells, and puts them to $OUT with all
 # that they need there: libraries, the plug-in, the vectors, a dictionary and seeds.
 build=$WORK/bgpdt
-case $SANITIZER in
-coverage) instrument=-DBGPDT_COVERAGE=ON ;;
-*) instrument=-DBGPDT_SANITIZE=$SANITIZER ;;
-esac
 cmake -S "$SRC/bgpdt" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=None -DBGPDT_HOST=ON -DBGPDT_LIBRARY=ON \
-    -DBGPDT_FUZZING=ON -DBGPDT_FUZZING_ENGINE="$LIB_FUZZING_ENGINE" "$instrument" \
+    -DBGPDT_FUZZING=ON -DBGPDT_FUZZING_ENGINE="$LIB_FUZZING_ENGINE" -DBGPDT_SANITIZE="$SANITIZER" \
     -DCMAKE_BUILD_RPATH="\$ORIGIN" -DCMAKE_UNITY_BUILD=ON
 cmake --build "$build"
 
