@@ -90,7 +90,8 @@ build_twice() {
 run_autopkgtests() {
     fresh_chroot
     status=0
-    autopkgtest "$out"/*.dsc "$out"/*.deb -- chroot "$chroot" >"$out/autopkgtest.log" 2>&1 || status=$?
+    env -i PATH="$PATH" autopkgtest "$out"/*.dsc "$out"/*.deb -- chroot "$chroot" >"$out/autopkgtest.log" 2>&1 ||
+        status=$?
     sed -n '/@@@@ summary/,/^autopkgtest .*Binaries/p' "$out/autopkgtest.log"
     [ "$status" -eq 0 ] || fail "autopkgtest ended with status $status: $out/autopkgtest.log"
     end_chroot
