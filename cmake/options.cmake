@@ -13,7 +13,7 @@ cmake_dependent_option(BGPDT_TESTS "Build the tests (needs GoogleTest)" OFF BGPD
 cmake_dependent_option(BGPDT_BENCHMARKS "Build the benchmark (needs Google Benchmark, callgrind)" OFF BGPDT_HOST OFF)
 option(BGPDT_CALL_GRAPH "Let g++ tell the plug-in's call graph and stack, and test their limits (for powerpc)" OFF)
 cmake_dependent_option(BGPDT_FUZZING "Build the fuzzers, and instrument for them (needs clang)" OFF BGPDT_HOST OFF)
-option(BGPDT_PACKAGES "Make Debian packages with CPack; nothing in them tells where they were built" OFF)
+set(BGPDT_FUZZING_ENGINE "" CACHE STRING "What fuzzers are linked to, if not libFuzzer; the flags then instrument")
 option(BGPDT_COVERAGE "Instrument for coverage of lines, branches and conditions (needs clang 18)" OFF)
 option(BGPDT_WERROR "Let no warning pass; another compiler may have more of them" OFF)
 option(BGPDT_VALGRIND "Test the vectors under valgrind's memcheck too" OFF)
@@ -21,6 +21,8 @@ set(BGPDT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
 # Other programs load these: a sanitizer's runtime would have to come first in them.
 cmake_dependent_option(BGPDT_LUA_MODULE "Build the module for stock Lua 5.4 (needs nlohmann-json)" OFF
     "BGPDT_HOST;NOT BGPDT_SANITIZE" OFF)
+cmake_dependent_option(BGPDT_LUA_ALONE "Let the Lua module be one file with the libraries it needs in it" OFF
+    "BGPDT_LUA_MODULE;BGPDT_LINKED" OFF)
 cmake_dependent_option(BGPDT_SQLITE "Build the extension for SQLite (needs its header, nlohmann-json)" OFF
     "BGPDT_HOST;NOT BGPDT_SANITIZE" OFF)
 cmake_dependent_option(BGPDT_PYTHON "Build the package for Python (needs nlohmann-json)" OFF BGPDT_HOST OFF)
@@ -42,9 +44,8 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 if(BGPDT_WERROR)
     add_compile_options(-Werror)
 endif()
-if(BGPDT_PACKAGES)
-    # Of two maps that fit, the compilers take the later.
-    add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    set(bgpdt_system ON) # the loader finds what is installed by itself, and one copy of it serves all
 endif()
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON) # the build's folder is not part of what is linked
 if(BGPDT_SANITIZE)
@@ -58,7 +59,7 @@ if(BGPDT_SANITIZE STREQUAL "memory")
     add_compile_options(-fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/written.txt)
     add_compile_definitions(_GLIBCXX_EXTERN_TEMPLATE=0)
 endif()
-if(BGPDT_FUZZING)
+if(BGPDT_FUZZING AND NOT BGPDT_FUZZING_ENGINE)
     # Comparisons are not traced: the dictionary has the words that this would find, at half the speed.
     add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
 endif()

@@ -5,9 +5,6 @@ set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR ppc)
 set(CMAKE_C_COMPILER powerpc-linux-gnu-gcc)
 set(CMAKE_CXX_COMPILER powerpc-linux-gnu-g++)
-# Constants of a few bytes would otherwise share a writable section with small variables.
-set(CMAKE_C_FLAGS_INIT -msdata=none)
-set(CMAKE_CXX_FLAGS_INIT -msdata=none)
 set(CMAKE_CROSSCOMPILING_EMULATOR qemu-ppc -L /usr/powerpc-linux-gnu)
 
 set(CMAKE_FIND_ROOT_PATH /usr/powerpc-linux-gnu)

@@ -1,12 +1,13 @@
 # SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
-# What `cmake --install` puts where, by component: plugin, host, library, tool and dev.
+# What `cmake --install` puts where, by component: plugin, host, library, tool and dev, and the modules lua, sqlite, python.
 include(CMakePackageConfigHelpers)
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/bgp_datatype)
 set(bgp_datatype_targets bgp_datatype_headers)
 set_target_properties(bgp_datatype_headers PROPERTIES EXPORT_NAME headers)
 
-install(TARGETS bgp_datatype LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT plugin)
+install(TARGETS bgp_datatype LIBRARY DESTINATION ${bgpdt_plugin_dir} COMPONENT plugin)
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/licenses/bgpdt COMPONENT plugin)
 install(DIRECTORY include/bgp_datatype DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
 if(BGPDT_HOST)
     list(APPEND bgp_datatype_targets bgpdt_host)
@@ -37,7 +38,7 @@ install(TARGETS ${bgp_datatype_targets} EXPORT bgp_datatype
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT host NAMELINK_COMPONENT dev)
 install(EXPORT bgp_datatype NAMESPACE bgp_datatype:: DESTINATION ${config_dir} FILE targets.cmake COMPONENT dev)
 configure_package_config_file(packaging/config.cmake.in ${PROJECT_BINARY_DIR}/bgp_datatypeConfig.cmake
-    INSTALL_DESTINATION ${config_dir} PATH_VARS CMAKE_INSTALL_LIBDIR)
+    INSTALL_DESTINATION ${config_dir} PATH_VARS bgpdt_plugin_dir)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/bgp_datatypeConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/bgp_datatypeConfig.cmake ${PROJECT_BINARY_DIR}/bgp_datatypeConfigVersion.cmake
     DESTINATION ${config_dir} COMPONENT dev)
@@ -61,3 +62,15 @@ foreach(pc IN ITEMS bgp_datatype bgpdt_host bgpdt)
         install(FILES ${PROJECT_BINARY_DIR}/${pc}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
     endif()
 endforeach()
+
+# bgpdt_install_module(TARGET FOLDER COMPONENT): what other programs load, beside it the libraries that it needs
+function(bgpdt_install_module target folder component)
+    get_target_property(links ${target} LINK_LIBRARIES)
+    if(bgpdt_shared IN_LIST links AND NOT bgpdt_system)
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+        set(needed bgpdt_shared bgpdt_host bgp_datatype)
+        install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/licenses/bgpdt
+            COMPONENT ${component})
+    endif()
+    install(TARGETS ${target} ${needed} LIBRARY DESTINATION ${folder} COMPONENT ${component})
+endfunction()

@@ -15,10 +15,12 @@ bench_packages="$build_packages nlohmann-json3-dev libbenchmark-dev valgrind pyt
 fuzz_packages="$build_packages nlohmann-json3-dev clang libclang-rt-dev llvm"
 target_packages="g++-powerpc-linux-gnu qemu-user dpkg-dev"
 web_packages="g++ cmake ninja-build dpkg-dev nlohmann-json3-dev emscripten zopfli nodejs"
+deb_packages="$tool_packages dpkg-dev debhelper dh-python libsqlite3-dev python3-dev libgtest-dev lintian"
+clean_deb_packages="dpkg-dev lintian mmdebstrap autopkgtest piuparts"
 web_test_packages="chromium libgtest-dev"
 test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googletest clang-format clang-tidy
     g++-i686-linux-gnu abigail-tools valgrind clang-19 libclang-rt-19-dev llvm-19 python3 libyang-tools lua5.4
-    libsqlite3-dev sqlite3 zsh fish mandoc groff-base dpkg-dev file python3-dev python3-venv"
+    libsqlite3-dev sqlite3 zsh fish mandoc groff-base file luarocks python3-dev python3-venv $deb_packages"
 
 # Installs the Debian packages that are missing.
 need_packages() {
@@ -41,6 +43,12 @@ need_packages() {
     { $as_root apt-get -qq update && $as_root apt-get -qq install -y --no-install-recommends $missing; } >&2 ||
         fail "apt-get could not install$missing"
 }
+
+# The one place of the version is CMakeLists.txt.
+project_version() { sed -n 's/^project(bgp_datatype VERSION \([0-9.]*\) .*/\1/p' "$top/CMakeLists.txt"; }
+
+# When what is built was last changed, in seconds; it stands for the time in what is built.
+changed_at() { echo "${SOURCE_DATE_EPOCH:-$(git -C "$top" log -1 --format=%ct)}"; }
 
 # configure PRESET
 configure() {

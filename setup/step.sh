@@ -71,9 +71,11 @@ answers)
     echo "proved: $(wc -l <"$top/build/release/answers.txt") answers are the same on all three processors"
     ;;
 packages)
-    (cd "$top/build/package" && cpack --config CPackConfig.cmake -B "$top/build/packages" >/dev/null)
-    "$top/tests/install/packages.sh" "$top/build/packages" "$top/build/package/tried"
+    "$top/packaging/debian.sh" quick "$top/build/packages"
+    "$top/tests/install/packages.sh" "$top/build/packages" "$top/build/packages/tried"
     ;;
+debian) "$top/packaging/debian.sh" clean "$top/build/debian/packages" ;;
+luarocks) "$top/tests/lua/luarocks.sh" ;;
 python) "$top/tests/python/run.sh" core ;;
 python-columns | python-everywhere) "$top/tests/python/run.sh" "${step#python-}" ;;
 recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;

@@ -35,13 +35,13 @@ fs::path find_plugin(const std::string &given)
         return fs::absolute(named);
     const fs::path module = own_module();
     const fs::path here = fs::canonical(module.empty() ? "/proc/self/exe" : module).parent_path();
-    for (const fs::path &folder : {here, here / BGPDT_LIBRARIES, here / "../lib", here / "../src"}) {
+    for (const fs::path &folder : {here, here / "bgpdt", here / BGPDT_PLUGIN_DIR, here / "../src"}) {
         fs::path candidate = folder / "libbgp_datatype.so";
         if (fs::exists(candidate))
             return candidate;
     }
     const std::string front = "libbgp_datatype.so stands neither in " + here.string() +
-                              " nor in " BGPDT_LIBRARIES ", ../lib or ../src beside it; name the plug-in with ";
+                              " nor in bgpdt, " BGPDT_PLUGIN_DIR " or ../src from there; name the plug-in with ";
     throw Error(front + "BGPDT_PLUGIN", Hint::plugin, front.size());
 }
 

@@ -12,17 +12,27 @@ import { build, transform } from 'esbuild';
 const [module, out] = process.argv.slice(2);
 const here = dirname(fileURLToPath(import.meta.url));
 const npm = join(out, 'npm');
-const packageFiles = ['package.json', 'README.md', 'index.js', 'index.d.ts', 'engine.js', 'json.js'];
+const packageFiles = ['README.md', 'index.js', 'index.d.ts', 'engine.js', 'json.js'];
 
 /** As servers compress it. */
 const compressed = (content) => gzipSync(content, { level: constants.Z_BEST_COMPRESSION });
 /** As small as gzip can be. */
 const wasm = execFileSync('zopfli', ['--i15', '-c', module], { maxBuffer: 1 << 24 });
 
+/** With the version that CMakeLists.txt tells. */
+function manifest() {
+    const [, version] = /project\(bgp_datatype VERSION (\S+)/.exec(
+        readFileSync(join(here, '..', 'CMakeLists.txt'), 'utf8'),
+    );
+    const { name, ...others } = JSON.parse(readFileSync(join(here, 'npm', 'package.json'), 'utf8'));
+    return JSON.stringify({ name, version, ...others }, null, 4);
+}
+
 function makePackage() {
     rmSync(npm, { recursive: true, force: true });
     mkdirSync(npm, { recursive: true });
     for (const file of packageFiles) copyFileSync(join(here, 'npm', file), join(npm, file));
+    writeFileSync(join(npm, 'package.json'), `${manifest()}\n`);
     copyFileSync(join(here, '..', 'LICENSE'), join(npm, 'LICENSE'));
     writeFileSync(
         join(npm, 'wasm.js'),

@@ -99,7 +99,7 @@ BGPDT_API const char *bgpdt_code_text(int code);
 /** Releases a text that a function handed over. Null is none. */
 BGPDT_API void bgpdt_free(char *text);
 
-/** The library's version, "0.1.0", which lives as long as the program. */
+/** The library's version, such as "1.0.0", which lives as long as the program. */
 BGPDT_API const char *bgpdt_version(void);
 
 /* ------------------------------------------------------------------------------------------------ library and types */

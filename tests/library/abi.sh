@@ -18,7 +18,7 @@ cd "$work"
     awk '/^BGPDT_API/ { inside = 1 } inside { print } /;$/ { inside = 0 }' "$top/include/bgpdt/bgpdt.h" |
         sed 's/;$/ { __builtin_trap(); }/'
 } >interface.c
-${CC:-cc} -std=c99 -g -w -shared -fPIC -I"$top/include" -Wl,-soname,libbgpdt.so.0 -o libbgpdt.so interface.c
+${CC:-cc} -std=c99 -g -w -shared -fPIC -I"$top/include" -Wl,-soname,libbgpdt.so.1 -o libbgpdt.so interface.c
 if [ "${1-}" = --release ]; then
     abidw --no-show-locs --no-corpus-path --no-comp-dir-path libbgpdt.so >"$base"
     exit

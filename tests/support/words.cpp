@@ -4,6 +4,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstdlib>
 #include <sstream>
 #include <utility>
 
@@ -52,12 +53,11 @@ int hex_value(char character)
     return value == std::string_view::npos ? -1 : static_cast<int>(value);
 }
 
-/// `format` is the base of an integer; a floating number has none.
-template <class Number, class... Format>
-bool converts(std::string_view digits, Number &number, Format... format)
+template <class Integer>
+bool converts(std::string_view digits, Integer &number, int base = 10)
 {
     const char *end = digits.data() + digits.size();
-    const auto result = std::from_chars(digits.data(), end, number, format...);
+    const auto result = std::from_chars(digits.data(), end, number, base);
     return result.ec == std::errc{} && result.ptr == end;
 }
 
@@ -266,12 +266,13 @@ ScriptValue Words::script_number()
 {
     const std::string word(take_while(is_number));
     std::int64_t integer = 0;
-    double fraction = 0;
     if (converts(std::string_view(word), integer))
         return {integer};
     if (word.starts_with("0x") && converts(std::string_view(word).substr(2), integer, 16))
         return {integer};
-    if (converts(std::string_view(word), fraction))
+    char *end = nullptr;
+    const double fraction = std::strtod(word.c_str(), &end); // from_chars is younger than some C++ libraries
+    if (end != word.c_str() && *end == '\0')
         return {fraction};
     throw WordError("a script value expected, not '" + word + "'");
 }
