@@ -41,7 +41,9 @@ Octets Reader::take_octets(const char *name, std::size_t size)
     if (size > left()) {
         throw BadBytes(at_ + left(), 0,
                        counted(size, "byte") + " of the " + name + " must stand" + at_byte(at_) + ", and " +
-                           (left() == 0 ? "the bytes end there" : counted(left(), "byte") + " follow"));
+                           (left() == 0   ? "the bytes end there"
+                            : left() == 1 ? "1 byte follows"
+                                          : counted(left(), "byte") + " follow"));
     }
     const Octets taken = octets_.first(size);
     octets_ = octets_.subspan(size);
@@ -68,7 +70,7 @@ void Reader::end(const char *name) const
 Reader Reader::part(const char *name, std::size_t size, std::size_t length_size, std::string_view group)
 {
     if (size > left()) {
-        refuse(length_size, std::string(name) + "'s length",
+        refuse(length_size, "length of the " + std::string(name),
                "at most " + std::to_string(left()) + ", the bytes behind it", std::to_string(size));
     }
     const std::size_t at = at_;
@@ -142,7 +144,7 @@ std::size_t Reader::take_bits(const char *name, bool ipv4, bool ipv6, bool none)
          {std::pair(none, "0"), std::pair(ipv4, "32, of IPv4"), std::pair(ipv6, "128, of IPv6")})
         if (is_allowed)
             allowed.emplace_back(number);
-    refuse(1, std::string(name) + "'s length in bits", toolkit::joined(allowed, " or "), std::to_string(bits));
+    refuse(1, "length in bits of the " + std::string(name), toolkit::joined(allowed, " or "), std::to_string(bits));
 }
 
 void Reader::sized_address(const char *name, std::size_t place)
@@ -173,7 +175,7 @@ void Reader::take_prefix(const char *name, std::size_t length, std::span<std::ui
     number<std::uint8_t>(name, length);
     const std::size_t bits = item_.value[length];
     if (bits > 8 * address.size())
-        refuse(1, std::string(name) + "'s length", "at most " + std::to_string(8 * address.size()),
+        refuse(1, "length of the " + std::string(name), "at most " + std::to_string(8 * address.size()),
                std::to_string(bits));
     std::ranges::copy(take_octets(name, (bits + 7) / 8), address.begin());
 }

@@ -125,7 +125,7 @@ public:
     {
         const std::size_t bits = take<std::uint8_t>(name);
         if (bits % 8 != 0)
-            refuse(1, std::string(name) + "'s length in bits", "a multiple of 8", std::to_string(bits));
+            refuse(1, "length in bits of the " + std::string(name), "a multiple of 8", std::to_string(bits));
         Reader inner = part(name, bits / 8, 1);
         body(inner);
         inner.end(name);
