@@ -125,6 +125,16 @@ void require_same(const Form &form, Octets value, Octets sent)
                   " has no place on the wire");
 }
 
+/// What has numbers that no reader takes is not sent.
+void require_readable(const Form &form, Octets octets)
+{
+    try {
+        read(form, octets);
+    } catch (const BadBytes &bad) {
+        throw NotSent(std::string("nobody could read it: ") + bad.what());
+    }
+}
+
 } // namespace
 
 void refuse_kind(const char *nlri) { throw NotSent("the value is no key of " + std::string(nlri)); }
@@ -176,6 +186,7 @@ Bytes write(const Form &form, Octets value, const std::vector<NamedValue> &besid
     form.write(writer);
     given.require_all_used();
     require_same(form, value, sent);
+    require_readable(form, writer.octets());
     return writer.octets();
 }
 

@@ -3,6 +3,7 @@
 #include "writer.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "bgp_datatype/values.h"
@@ -38,7 +39,7 @@ Bytes sized(Bytes octets, std::size_t size, const std::string &name, const std::
 
 const NamedValue *Given::find(const std::string &name)
 {
-    asked_.push_back(name);
+    asked_.insert(name);
     const auto found = std::ranges::find(values_, name, &NamedValue::name);
     if (found == values_.end())
         return nullptr;
@@ -90,10 +91,9 @@ void Given::require_all_used() const
     const auto unused = std::ranges::find(used_, false);
     if (unused == used_.end())
         return;
-    std::vector<std::string> names = asked_;
-    std::erase_if(names, [](const std::string &name) { return name.find("TLV ") != std::string::npos; });
-    std::ranges::sort(names);
-    names.erase(std::ranges::unique(names).begin(), names.end());
+    std::vector<std::string> names;
+    std::ranges::copy_if(asked_, std::back_inserter(names),
+                         [](const std::string &name) { return name.find("TLV ") == std::string::npos; });
     const std::string &name = values_[static_cast<std::size_t>(unused - used_.begin())].name;
     throw NotSent("nothing called " + toolkit::lua_quoted(name) + " stands beside such a value" +
                   (names.empty() ? "" : ", only " + toolkit::joined(names, ", ")));

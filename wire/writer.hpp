@@ -6,6 +6,7 @@
 
 #include <concepts>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,7 +35,7 @@ public:
 private:
     const std::vector<NamedValue> &values_;
     std::vector<bool> used_;
-    std::vector<std::string> asked_;
+    std::set<std::string> asked_;
 };
 
 class Writer {
@@ -106,7 +107,7 @@ public:
     {
         Writer inner(value_, sent_, given_, group_);
         body(inner);
-        put(static_cast<Length>(inner.octets().size()));
+        put_length<Length>(inner.octets().size());
         append(inner.octets());
     }
 
@@ -115,7 +116,7 @@ public:
     {
         Writer inner(value_, sent_, given_, group_);
         body(inner);
-        put(static_cast<std::uint8_t>(8 * inner.octets().size()));
+        put_length<std::uint8_t>(8 * inner.octets().size());
         append(inner.octets());
     }
 
@@ -142,6 +143,13 @@ public:
     }
 
 private:
+    template <std::unsigned_integral Length>
+    void put_length(std::size_t length)
+    {
+        if (length > static_cast<Length>(~Length{0}))
+            throw NotSent("more would be sent than a length of " + std::to_string(sizeof(Length)) + " bytes can say");
+        put(static_cast<Length>(length));
+    }
     void append(Octets octets) { octets_.insert(octets_.end(), octets.begin(), octets.end()); }
     bool is_ipv6(const char *name, std::size_t place);
     bool is_there(std::uint16_t type, bool usual);
@@ -154,7 +162,7 @@ private:
         Writer inner(value_, sent_, given_, group);
         body(inner);
         put(type);
-        put(static_cast<std::uint16_t>(inner.octets().size()));
+        put_length<std::uint16_t>(inner.octets().size());
         append(inner.octets());
     }
 
