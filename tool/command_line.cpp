@@ -61,7 +61,7 @@ std::string notes_for(const Command *command)
     const auto has = [command](const char *option) { return command == nullptr || has_option(*command, option); };
     return (has("--value") ? "\nKIND is " + display_kind_names() + ".\nNumbers fill %u and its like, the others %s.\n"
                            : "") +
-           (command != nullptr && has("--with") ? "\nWHAT is\n" + wire_form_rows() : "") +
+           (command != nullptr && has("--with") ? "\nWhat the octets may be:\n" + wire_form_rows() : "") +
            (has("--native") ? value_notes : "") + notes;
 }
 

@@ -110,7 +110,7 @@ public:
     {
         ++messages_;
         try {
-            const wire::Bytes octets = from_hex(hex);
+            const wire::Bytes octets = bytes_of(hex);
             for (const wire::Stretch &stretch : stretches(octets, hex))
                 take(stretch, octets, hex);
         } catch (const Refusal &refusal) {
@@ -136,6 +136,15 @@ public:
 
 private:
     std::string front() const { return "frame " + std::to_string(frame_); }
+
+    wire::Bytes bytes_of(const std::string &hex) const
+    {
+        try {
+            return from_hex(hex);
+        } catch (const Refusal &refusal) {
+            throw Refusal(front() + ": " + refusal.what());
+        }
+    }
 
     std::vector<wire::Stretch> stretches(wire::Octets octets, const std::string &hex)
     {

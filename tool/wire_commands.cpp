@@ -83,8 +83,8 @@ wire::Octets octets_of(const Read &read, const wire::Item &item)
 
 Answer values_answer(Session &session, const wire::Form &form, const Options &options)
 {
-    const Read read = read_hex(form, options.arguments[1]);
     ItemWriter writer(session, format_of(options.to, "--to"));
+    const Read read = read_hex(form, options.arguments[1]);
     std::string lines;
     std::vector<JsonObject> values;
     for (const wire::Item &item : read.items) {
