@@ -85,7 +85,7 @@ class VectorFile:
         self.name = path.name
         lines = path.read_text(encoding="utf-8").splitlines()
         end = next(i for i, line in enumerate(lines) if not line.startswith("#"))
-        head = [line[2:] for line in lines[1:end] if not re.match(r"# -{8}", line)]
+        head = [line[2:] for line in lines[:end] if not re.match(r"# (-{8}|SPDX-)", line)]
         start = next((i for i, line in enumerate(head) if re.match(r" *\(\d+\)", line)), len(head))
         numbered = head[start:]
         self.about = "\n".join(line for line in head[:start] if not line.startswith("Deliberate")).strip()

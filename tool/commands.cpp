@@ -74,7 +74,7 @@ constexpr Command table_of_commands[] = {
      "--mode --native --as-format --color --html", "bgpdt explain VRFRD 64496:100", explain},
     {"wire", "WHAT [HEX]", "The octets that BGP sends to values, or with --to wire back; '-' reads lines of them",
      "--native --as-format --from --to --with --in --output --rejects --show --quiet --summary",
-     "bgpdt wire EVPN 03110001c0000201000700000064 20c0000201", wire_values, wire_lines},
+     "bgpdt wire EVPN 03110001c000020100070000006420c0000201", wire_values, wire_lines},
     {"import", "[FILE...]", "The values in a capture, as tshark -T json -x tells it",
      "--native --as-format --to --output --show --quiet --summary",
      "tshark -r bgp.pcap -Y bgp -T json -x | bgpdt import", nullptr, import_packets},
