@@ -120,12 +120,10 @@ void add_beside(std::string_view line, Beside &beside)
     const nlohmann::ordered_json &told = (*record)["beside"];
     if (!told.is_object())
         throw Refusal(R"(its member "beside" is no object)");
-    const std::size_t given = beside.size();
     for (const auto &[name, value] : told.items()) {
         if (!value.is_string() && !value.is_number_unsigned())
             throw Refusal("what it has beside the value is neither text nor number");
-        const auto is_given = [&name](const NamedValue &other) { return other.name == name; };
-        if (std::none_of(beside.begin(), beside.begin() + static_cast<std::ptrdiff_t>(given), is_given))
+        if (std::ranges::find(beside, name, &NamedValue::name) == beside.end())
             beside.push_back({name, value.is_string() ? value.get<std::string>() : value.dump()});
     }
 }
