@@ -76,7 +76,7 @@ constexpr Command table_of_commands[] = {
      "--native --as-format --from --to --with --in --output --rejects --show --quiet --summary",
      "bgpdt wire EVPN 03110001c000020100070000006420c0000201", wire_values, wire_lines},
     {"import", "[FILE...]", "The values in a capture, as tshark -T json -x tells it",
-     "--native --as-format --to --output --show --quiet --summary",
+     "--native --as-format --from --to --output --show --quiet --summary",
      "tshark -r bgp.pcap -Y bgp -T json -x | bgpdt import", nullptr, import_packets},
     {"lua", "FILE [ARG...]", "Runs a Lua script with the module 'bgp'", "--mode", "bgpdt lua script.lua 64496", lua},
     {"help", "[COMMAND]", "What there is, or what the command takes", "", "bgpdt help sort", nullptr},

@@ -46,8 +46,8 @@ Candidates values_called(Session &session, const std::string &name, const std::s
     const bool imports = !arguments.empty() && arguments.front() == "import";
     if (name == "FORMAT" && option == "--to" && (of_wire || imports))
         return without_words(of_wire ? Arguments{"text", "hex", "json", "wire"} : Arguments{"text", "hex", "json"});
-    if (name == "FORMAT" && option == "--from" && of_wire)
-        return without_words({"text", "hex", "json"});
+    if (name == "FORMAT" && option == "--from" && (of_wire || imports))
+        return without_words(of_wire ? Arguments{"text", "hex", "json"} : Arguments{"json", "hex"});
     if (name == "FORMAT" && option == "--from")
         return without_words({"text", "hex", "json", "binary"});
     if (name == "FORMAT")

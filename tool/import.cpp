@@ -93,8 +93,9 @@ private:
 /// Writes the values of BGP messages, packet by packet.
 class Importer {
 public:
-    Importer(Session &session, const Options &options, const Input &input, Format format)
-        : output_(options.output, "the output"), report_(options, input, &output_, "packets"), writer_(session, format)
+    /// @param records  what the packets are called
+    Importer(Session &session, const Options &options, const Input &input, Format format, const char *records)
+        : output_(options.output, "the output"), report_(options, input, &output_, records), writer_(session, format)
     {
     }
 
@@ -284,6 +285,31 @@ void import_file(Importer &importer, Characters &characters, const std::string &
     }
 }
 
+/// A BGP message in hexadecimal on each line, with its header.
+void import_lines(Importer &importer, Characters &characters)
+{
+    constexpr std::size_t longest = std::size_t{1} << 20; // of a message of 65535 bytes, however it is written
+    std::string line;
+    while (std::optional<char> first = characters.next()) {
+        characters.begin_packet();
+        importer.begin_packet(characters.file());
+        line.clear();
+        for (std::optional<char> next = first; next && *next != '\n'; next = characters.next())
+            if (line.size() <= longest && *next != '\r')
+                line += *next;
+        importer.take_message(line);
+        importer.end_packet();
+    }
+}
+
+bool is_hex_asked(const Options &options)
+{
+    const std::string word = options.from.value_or("json");
+    if (word != "json" && word != "hex")
+        throw UsageError("--from is one of json and hex, not " + word);
+    return word == "hex";
+}
+
 Format format_of(const Options &options)
 {
     const std::string word = options.to.value_or("text");
@@ -298,10 +324,15 @@ Exit import_packets(Session &session, const Options &options)
 {
     constexpr std::size_t any_characters = 1; // a record of the input
     Input input(options.arguments, any_characters);
-    Importer importer(session, options, input, format_of(options));
+    const bool by_lines = is_hex_asked(options);
+    Importer importer(session, options, input, format_of(options), by_lines ? "lines" : "packets");
     Characters characters(input);
-    while (characters.begin_file())
-        import_file(importer, characters, input.name(characters.file()));
+    while (characters.begin_file()) {
+        if (by_lines)
+            import_lines(importer, characters);
+        else
+            import_file(importer, characters, input.name(characters.file()));
+    }
     return importer.finish();
 }
 

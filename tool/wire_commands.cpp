@@ -71,7 +71,7 @@ Read read_hex(const wire::Form &form, std::string_view text)
     try {
         read.items = wire::read(form, read.octets);
     } catch (const wire::BadBytes &bad) {
-        throw refusal_of(std::string(form.name), bad, text);
+        throw refusal_of(std::string(form.name), bad, text, wire::advice(form, read.octets));
     }
     return read;
 }

@@ -120,11 +120,12 @@ std::string ItemWriter::line(const wire::Form &form, const wire::Item &item, wir
     return line + "\n";
 }
 
-Refusal refusal_of(const std::string &front, const wire::BadBytes &bad, std::string_view text)
+Refusal refusal_of(const std::string &front, const wire::BadBytes &bad, std::string_view text,
+                   const std::string &advice)
 {
     const std::size_t at = place_of_byte(text, bad.at());
     const std::size_t end = bad.size() == 0 ? at : place_of_byte(text, bad.at() + bad.size() - 1) + 2;
-    return Refusal(front + ": " + bad.what(), 0, {},
+    return Refusal(front + ": " + bad.what() + (advice.empty() ? "" : "; " + advice), 0, {},
                    Diagnosis{.text = std::string(text), .at = at, .length = end - at, .reason = bad.what()});
 }
 

@@ -48,7 +48,9 @@ private:
 };
 
 /// What is wrong with octets, and where in the text that has them in hexadecimal.
-/// @param front  what the octets are, in front of the sentence
-toolkit::Refusal refusal_of(const std::string &front, const wire::BadBytes &bad, std::string_view text);
+/// @param front   what the octets are, in front of the sentence
+/// @param advice  behind it
+toolkit::Refusal refusal_of(const std::string &front, const wire::BadBytes &bad, std::string_view text,
+                            const std::string &advice = {});
 
 } // namespace bgpdt::tool

@@ -178,6 +178,19 @@ std::vector<Item> read(const Form &form, Octets octets, std::size_t at)
     return items;
 }
 
+std::string advice(const Form &form, Octets octets)
+{
+    constexpr std::size_t attribute_head = 3;
+    constexpr std::size_t family_size = 3;
+    const bool is_attribute = form.attribute != 0 && octets.size() >= attribute_head && octets[1] == form.attribute &&
+                              octets[2] == octets.size() - attribute_head;
+    if (is_attribute)
+        return "the values begin behind the attribute's flags, code and length, 3 bytes";
+    const bool is_family = form.safi != 0 && octets.size() >= family_size &&
+                           form_of_family(static_cast<std::uint16_t>(number_in(octets.first(2))), octets[2]) == &form;
+    return is_family ? "the NLRI begins behind the attribute's address family and next hop" : "";
+}
+
 Bytes write(const Form &form, Octets value, const std::vector<NamedValue> &beside)
 {
     Bytes sent(value.size());

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -42,6 +43,9 @@ const Form *form_of_family(std::uint16_t afi, std::uint8_t safi);
 /// @param at  where the octets begin on the wire
 /// @throws BadBytes, also if there are none
 std::vector<Item> read(const Form &form, Octets octets, std::size_t at = 0);
+
+/// What may be meant of octets that are refused: more of the message than the values; empty if nothing is known.
+std::string advice(const Form &form, Octets octets);
 
 /// @param value   of the form's size, in the machine's order
 /// @param beside  in any order

@@ -212,6 +212,24 @@ TEST(Wire, SaysWhatIsExpectedWhere)
               "4 bytes of the community must stand at byte 0, and 2 bytes follow");
 }
 
+/// More of a message than the values is not taken for them, and told.
+TEST(Wire, AdvisesWhereMoreIsGiven)
+{
+    const auto advised = [](const char *form, const char *hex) {
+        return advice(*find_form(form), toolkit::from_hex(hex));
+    };
+    const std::string attribute = "the values begin behind the attribute's flags, code and length, 3 bytes";
+    const std::string family = "the NLRI begins behind the attribute's address family and next hop";
+    EXPECT_EQ(advised("communities", "c0 08 04 fbf00064"), attribute);
+    EXPECT_EQ(advised("communities", "c0 08 03 fbf00064"), "");
+    EXPECT_EQ(advised("large", "c0 08 04 fbf00064"), "");
+    EXPECT_EQ(advised("rd", "0000"), "");
+    EXPECT_EQ(advised("EVPN", "0019 46 04 c0000201 00 0311"), family);
+    EXPECT_EQ(advised("mvpn", "0002 05"), family);
+    EXPECT_EQ(advised("mvpn", "0019 46"), "");
+    EXPECT_EQ(advised("EVPN", "0019"), "");
+}
+
 TEST(Wire, SaysWhyAValueIsNotSent)
 {
     const Sample &inclusive = sample_of("EVNPREFIX", "100:32:192.0.2.1");
