@@ -3,19 +3,17 @@
 #include "import.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include <nlohmann/json.hpp>
 
 #include "pipeline.hpp"
 #include "toolkit/bytes.hpp"
-#include "toolkit/shown_text.hpp"
+#include "wire/texts.hpp"
 #include "wire/update.hpp"
 #include "wire_values.hpp"
 
@@ -25,6 +23,9 @@ namespace {
 
 /// Far more than tshark writes of the largest packet.
 constexpr std::size_t largest_packet = std::size_t{64} << 20;
+
+/// A message has at most 65535 bytes, however they are written.
+constexpr std::size_t longest_message = std::size_t{1} << 20;
 
 /// The characters of one file of the input after the other.
 class Characters {
@@ -140,6 +141,9 @@ private:
 
     wire::Bytes bytes_of(const std::string &hex) const
     {
+        if (hex.size() > longest_message)
+            throw Refusal(front() + ": the message is longer than any, more than " + std::to_string(longest_message) +
+                          " characters");
         try {
             return from_hex(hex);
         } catch (const Refusal &refusal) {
@@ -233,7 +237,7 @@ public:
             return true;
         if (is_message_ && arrays_ > 0)
             importer_.take_message(text);
-        else if (const std::optional<std::uint64_t> number = is_frame_ ? number_in_text(text) : std::nullopt)
+        else if (const std::optional<std::uint64_t> number = is_frame_ ? wire::number_of(text) : std::nullopt)
             importer_.set_frame(*number);
         return true;
     }
@@ -254,14 +258,6 @@ public:
 private:
     /// In the array of packets.
     static constexpr std::size_t packet_depth = 2;
-
-    static std::optional<std::uint64_t> number_in_text(const std::string &text)
-    {
-        std::uint64_t number = 0;
-        const char *const end = text.data() + text.size();
-        const auto [stop, failure] = std::from_chars(text.data(), end, number);
-        return failure == std::errc() && stop == end ? std::optional(number) : std::nullopt;
-    }
 
     Importer &importer_;
     Characters &characters_;
@@ -288,14 +284,13 @@ void import_file(Importer &importer, Characters &characters, const std::string &
 /// A BGP message in hexadecimal on each line, with its header.
 void import_lines(Importer &importer, Characters &characters)
 {
-    constexpr std::size_t longest = std::size_t{1} << 20; // of a message of 65535 bytes, however it is written
     std::string line;
     while (std::optional<char> first = characters.next()) {
         characters.begin_packet();
         importer.begin_packet(characters.file());
         line.clear();
         for (std::optional<char> next = first; next && *next != '\n'; next = characters.next())
-            if (line.size() <= longest && *next != '\r')
+            if (line.size() <= longest_message && *next != '\r')
                 line += *next;
         importer.take_message(line);
         importer.end_packet();

@@ -142,8 +142,6 @@ wire::Bytes sent(const wire::Form &form, wire::Octets value, const Beside &besid
 Answer sent_answer(Session &session, const wire::Form &form, const Options &options)
 {
     const SYSDT_Record &type = record_of(session, form);
-    if (options.from)
-        throw UsageError("--from is for lines; a value that is given is text, or bytes behind 0x");
     const Given given = read_given(session, type, options.arguments[1]);
     const wire::Bytes octets = sent(form, given.value, beside_given(options));
     Answer answer{to_hex(octets) + "\n", wire_json(type, octets)};
