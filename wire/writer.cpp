@@ -295,7 +295,8 @@ void Writer::igp_router_id(std::size_t place)
     constexpr std::uint64_t longest = 8;
     const std::optional<std::uint64_t> size =
         given_.number(std::string(group_) + "IGP router identifier length", longest);
-    octets("IGP router identifier", place, size.value_or(usual_router_id_size(value_, place)));
+    octets("IGP router identifier", place,
+           static_cast<std::size_t>(size.value_or(usual_router_id_size(value_, place))));
 }
 
 void Writer::mt_id(std::size_t place)
