@@ -180,6 +180,14 @@ void Reader::take_prefix(const char *name, std::size_t length, std::span<std::ui
     std::ranges::copy(take_octets(name, (bits + 7) / 8), address.begin());
 }
 
+void Reader::beside_prefix(std::size_t bits, std::size_t size)
+{
+    const Octets octets = take_octets("prefix", left());
+    Bytes address(octets.begin(), octets.end());
+    address.resize(size);
+    put_beside("prefix", address_text(address) + "/" + std::to_string(bits));
+}
+
 void Reader::prefix_ipv4(const char *name, std::size_t place, std::size_t length)
 {
     std::array<std::uint8_t, 4> address{};

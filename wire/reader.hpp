@@ -131,6 +131,23 @@ public:
         inner.end(name);
     }
 
+    /// A prefix behind what the body takes, both under one length in bits; it stands beside the value.
+    /// @param head      the size of what the body takes
+    /// @param size      of a whole address
+    template <class Body>
+    void nested_prefix(const char *name, std::size_t head, std::size_t size, Body body)
+    {
+        const std::size_t bits = take<std::uint8_t>(name);
+        if (bits < 8 * head || bits > 8 * (head + size)) {
+            refuse(1, "length in bits of the " + std::string(name),
+                   "from " + std::to_string(8 * head) + " to " + std::to_string(8 * (head + size)),
+                   std::to_string(bits));
+        }
+        Reader inner = part(name, (bits + 7) / 8, 1);
+        body(inner);
+        inner.beside_prefix(bits - 8 * head, size);
+    }
+
     // BGP-LS: TLVs in ascending order, each once (RFC 9552, section 5.1).
 
     /// @param usual  whether a value such as this has one: where it is otherwise, that stands beside the value
@@ -169,6 +186,7 @@ private:
     std::string tlv_name(std::uint32_t type) const { return grouped("TLV " + std::to_string(type)); }
     std::uint32_t take_tlv_type();
     [[noreturn]] void refuse_missing(std::uint16_t type, const char *name) const;
+    void beside_prefix(std::size_t bits, std::size_t size);
     void take_prefix(const char *name, std::size_t length, std::span<std::uint8_t> address);
 
     template <class Body>

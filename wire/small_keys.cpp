@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// SR policies (RFC 9830, section 2.1), VPLS blocks (RFC 4761, section 3.2.2) and VPLS routers (RFC 6074, section 3.2.2).
+/// SR policies (RFC 9830, section 2.1), the route distinguishers of IP VPNs (RFC 4364, section 4.3.4; RFC 8277), VPLS blocks (RFC 4761, section 3.2.2) and VPLS routers (RFC 6074, section 3.2.2).
 #include "bgp_datatype/values.h"
 #include "layouts.hpp"
 
@@ -37,6 +37,25 @@ void vpls_router(Io &io)
 
 constexpr std::size_t vpls_router_size = 8 + 4;
 
+/// A label, a route distinguisher, a prefix.
+constexpr std::size_t vpn_head = 3 + 8;
+
+void read_vpn_route(Reader &in, std::size_t address_size)
+{
+    in.nested_prefix("VPN route", vpn_head, address_size, [](Reader &inner) {
+        inner.beside_label("label");
+        read_rd(inner);
+    });
+}
+
+void write_vpn_route(Writer &out, std::size_t address_size)
+{
+    out.nested_prefix("VPN route", vpn_head, address_size, [](Writer &inner) {
+        inner.beside_label("label");
+        write_octets(inner);
+    });
+}
+
 } // namespace
 
 void read_sr_policy(Reader &in)
@@ -52,6 +71,14 @@ void write_sr_policy(Writer &out)
     out.count(0, sizeof(std::uint32_t));
     out.nested_bits("SR policy", [](Writer &inner) { sr_policy(inner); });
 }
+
+void read_vpn_ipv4(Reader &in) { read_vpn_route(in, 4); }
+
+void read_vpn_ipv6(Reader &in) { read_vpn_route(in, 16); }
+
+void write_vpn_ipv4(Writer &out) { write_vpn_route(out, 4); }
+
+void write_vpn_ipv6(Writer &out) { write_vpn_route(out, 16); }
 
 void read_l2vpn(Reader &in)
 {

@@ -254,6 +254,22 @@ void Writer::put_prefix(const char *name, std::size_t length, Octets address)
     append(address.first(size));
 }
 
+/// Its length in bits.
+std::size_t Writer::beside_prefix(std::size_t size)
+{
+    const std::string example = size == 4 ? "192.0.2.0/24" : "2001:db8::/32";
+    const std::string &text = given_.text("prefix", example);
+    const std::size_t slash = std::min(text.find('/'), text.size());
+    const Bytes address = address_octets(std::string_view(text).substr(0, slash));
+    const std::uint64_t bits =
+        number_of(std::string_view(text).substr(std::min(slash + 1, text.size()))).value_or(8 * size + 1);
+    const auto sent = static_cast<std::size_t>((std::min<std::uint64_t>(bits, 8 * size) + 7) / 8);
+    if (address.size() != size || bits > 8 * size || !is_zero(Octets(address).subspan(sent)))
+        throw no_such("prefix", text, "a prefix such as " + example + ", without addresses of hosts");
+    append(Octets(address).first(sent));
+    return static_cast<std::size_t>(bits);
+}
+
 void Writer::prefix_ipv4(const char *name, std::size_t place, std::size_t length)
 {
     Bytes address;

@@ -120,6 +120,15 @@ public:
         append(inner.octets());
     }
 
+    template <class Body>
+    void nested_prefix(const char *, std::size_t head, std::size_t size, Body body)
+    {
+        Writer inner(value_, sent_, given_, group_);
+        body(inner);
+        put_length<std::uint8_t>(8 * head + inner.beside_prefix(size));
+        append(inner.octets());
+    }
+
     template <class Usual, class Body>
     void tlv(std::uint16_t type, const char *name, Usual usual, Body body)
     {
@@ -154,6 +163,7 @@ private:
     bool is_ipv6(const char *name, std::size_t place);
     bool is_there(std::uint16_t type, bool usual);
     void put_others(std::uint32_t below);
+    std::size_t beside_prefix(std::size_t size);
     void put_prefix(const char *name, std::size_t length, Octets address);
 
     template <class Body>

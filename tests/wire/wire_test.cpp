@@ -195,6 +195,8 @@ TEST(Wire, SaysWhatIsExpectedWhere)
               "the length in bits of the source at byte 10 must be 32, of IPv4 or 128, of IPv6, and 0 stands there");
     EXPECT_EQ(reason(*find_form("sr-policy"), "61 00000001 00000002 c0000201"),
               "the length in bits of the SR policy at byte 0 must be a multiple of 8, and 97 stands there");
+    EXPECT_EQ(reason(*find_form("vpnv4"), "79 003e81 0000fbf000000064 c000020100"),
+              "the length in bits of the VPN route at byte 0 must be from 88 to 120, and 121 stands there");
     EXPECT_EQ(reason(*find_form("rd"), "0003fbf000000064"),
               "the route distinguisher's type at byte 0 must be 0, 1 or 2, and 3 stands there");
     EXPECT_EQ(reason(*find_form("rt"), "0003fbf000000064"),
@@ -248,6 +250,19 @@ TEST(Wire, SaysWhyAValueIsNotSent)
     five[offsetof(SYSDT_BolEvpn, key.inclusive.ip.length)] = 5;
     EXPECT_EQ(reason_not_sent(evpn, five, {{"RD", "64496:1"}}),
               "the length of the originator is 0 or 32 on the wire, not 5");
+}
+
+TEST(Wire, SendsPrefixesThatAreOnes)
+{
+    const Sample &sample = *std::ranges::find(samples(), find_form("VPNV4"), &Sample::form);
+    const Bytes value = value_of(sample);
+    const auto sent = [&](const char *prefix) {
+        return write(*sample.form, value, {{"label", "16001"}, {"prefix", prefix}});
+    };
+    EXPECT_EQ(sent("192.0.2.0/24"), sample.octets);
+    for (const char *prefix :
+         {"192.0.2.0/33", "192.0.2.1/24", "192.0.2.0", "192.0.2.0/", "2001:db8::/32", "/24", "x/24"})
+        EXPECT_THROW(sent(prefix), NotSent) << prefix;
 }
 
 /// A label may be told as MPLS has it alone; both must agree.
@@ -324,9 +339,11 @@ TEST(Message, TellsWhereValuesStand)
 TEST(Message, KnowsTheFamilies)
 {
     const std::pair<const char *, const char *> families[] = {
-        {"0019 46", "EVPN"},     {"0001 05", "MVPN"},  {"0002 05", "MVPN"},   {"0001 49", "SRPOLICY"},
-        {"0002 49", "SRPOLICY"}, {"0019 41", "L2VPN"}, {"4004 47", "BGP-LS"}, {"4004 48", "BGP-LS-VPN"},
-        {"0001 46", ""},         {"0019 05", ""},      {"0000 46", ""},       {"0001 01", ""}};
+        {"0019 46", "EVPN"},       {"0001 05", "MVPN"},     {"0002 05", "MVPN"},
+        {"0001 49", "SRPOLICY"},   {"0002 49", "SRPOLICY"}, {"0019 41", "L2VPN"},
+        {"0001 80", "VPNV4"},      {"0002 80", "VPNV6"},    {"4004 47", "BGP-LS"},
+        {"4004 48", "BGP-LS-VPN"}, {"0001 46", ""},         {"0019 05", ""},
+        {"0000 46", ""},           {"0001 01", ""}};
     for (const auto &[family, name] : families) {
         const Bytes message = with_header(2, "0000 0007 80 0f 04" + std::string(family) + "ff");
         const std::vector<Stretch> stretches = stretches_of(message);
