@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Fuzzes what comes from the wire and goes to it. Octets are refused for a reason that lies within them, or told whole: the
-/// way back leads to them. What is sent of a value is read as one that is sent in the same way.
+/// Fuzzes what comes from the wire and goes to it. Octets are refused for a reason that lies within them, or told
+/// whole: the way back leads to them. What is sent of a value is read as one that is sent in the same way.
 #include <algorithm>
 #include <cstdio>
 #include <memory>

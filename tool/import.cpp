@@ -191,9 +191,9 @@ private:
     bool is_refused_ = false;
 };
 
-/// Finds in an array of packets, each an object, the members "bgp_raw" and "frame.number". What stands in "bgp_raw" is an
-/// array that begins with the bytes in hexadecimal, or of several such arrays; a member that stands there twice is
-/// another message.
+/// Finds in an array of packets, each an object, the members "bgp_raw" and "frame.number". What stands in "bgp_raw"
+/// is an array that begins with the bytes in hexadecimal, or of several such arrays; a member that stands there twice
+/// is another message.
 class PacketSax final : public nlohmann::json_sax<nlohmann::json> {
 public:
     PacketSax(Importer &importer, Characters &characters) : importer_(importer), characters_(characters) {}

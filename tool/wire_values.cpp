@@ -30,8 +30,8 @@ std::optional<std::string> printed_text(Session &session, const SYSDT_Record &ty
     }
 }
 
-/// A BGP-LS key prints its IGP router identifiers as they are, octets up to the first zero. Here they stand as its texts
-/// have them.
+/// A BGP-LS key prints its IGP router identifiers as they are, octets up to the first zero. Here they stand as its
+/// texts have them.
 std::optional<std::string> link_state_text(Session &session, const SYSDT_Record &type, const Bytes &value)
 {
     Bytes without = value;

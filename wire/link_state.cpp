@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// BGP-LS NLRI: RFC 9552, section 5.2; speakers by RFC 9086, SRv6 SIDs by RFC 9514, SR policies by RFC 9857; in a VPN behind
-/// a route distinguisher. TLVs that a key has no room for stand beside it.
+/// BGP-LS NLRI: RFC 9552, section 5.2; speakers by RFC 9086, SRv6 SIDs by RFC 9514, SR policies by RFC 9857; in a VPN
+/// behind a route distinguisher. TLVs that a key has no room for stand beside it.
 #include <limits>
 
 #include "bgp_datatype/values.h"
@@ -174,7 +174,7 @@ void link(Io &io)
     mt_id_tlv(io, offsetof(SYSDT_LsLink, mtId), protocol_of(io.value()) == SYSDT_LS_BGP ? 0 : SYSDT_LS_NO_MT_ID);
 }
 
-/// @param type  reads and writes the prefix
+/// @param prefix  reads and writes it
 template <class Io, class Prefix>
 void prefix_tlvs(Io &io, Prefix prefix)
 {

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Multicast VPN routes: RFC 6514, section 4. A kind of route key is a route type, but that type 1 has one for each family,
-/// type 4 one for each type of the route that it answers, and that the types 6 and 7 share one. Wildcards (RFC 6625) have
-/// no place in a key.
+/// Multicast VPN routes: RFC 6514, section 4. A kind of route key is a route type, but that type 1 has one for each
+/// family, type 4 one for each type of the route that it answers, and that the types 6 and 7 share one. Wildcards
+/// (RFC 6625) have no place in a key.
 #include "bgp_datatype/values.h"
 #include "layouts.hpp"
 

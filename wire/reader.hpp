@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Takes octets from the wire to the fields of a value, and beside it what it has no room for. A layout is told once, as a
-/// template over Reader and Writer: both have the same steps. Names are what the fields are called in refusals; places
-/// are offsets in the value.
+/// Takes octets from the wire to the fields of a value, and beside it what it has no room for. A layout is told once,
+/// as a template over Reader and Writer: both have the same steps. Names are what the fields are called in refusals;
+/// places are offsets in the value.
 #pragma once
 
 #include <concepts>

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// SR policies (RFC 9830, section 2.1), the route distinguishers of IP VPNs (RFC 4364, section 4.3.4; RFC 8277), VPLS blocks (RFC 4761, section 3.2.2) and VPLS routers (RFC 6074, section 3.2.2).
+/// SR policies (RFC 9830, section 2.1), the route distinguishers of IP VPNs (RFC 4364, section 4.3.4; RFC 8277), VPLS
+/// blocks (RFC 4761, section 3.2.2) and VPLS routers (RFC 6074, section 3.2.2).
 #include "bgp_datatype/values.h"
 #include "layouts.hpp"
 

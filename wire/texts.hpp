@@ -16,8 +16,8 @@ namespace bgpdt::wire {
 inline constexpr std::size_t rd_size = 8;
 inline constexpr std::size_t esi_size = 10;
 
-/// A route distinguisher (RFC 4364): "64496:100", "192.0.2.1:7", "65551:1"; "0.100:1" where the AS number has four octets
-/// and fits two; the octets behind 0x where its type is none of these.
+/// A route distinguisher (RFC 4364): "64496:100", "192.0.2.1:7", "65551:1"; "0.100:1" where the AS number has four
+/// octets and fits two; the octets behind 0x where its type is none of these.
 std::string rd_text(Octets rd);
 /// "0011.2233.4455.6677.8899"
 std::string esi_text(Octets esi);
