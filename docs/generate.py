@@ -50,6 +50,7 @@ shown_calls = [
     ("bgpdt diff VRFRD 64496:100 64496:101", "In which fields two values differ."),
     ("bgpdt convert COMMUNITY --to csv <communities.txt", "A table of the values of many lines, with their fields."),
     ("bgpdt sort VRFRD -u -o rds.txt rds.txt", "Sorts a file in its place, each value once."),
+    ("tshark -r bgp.pcap -Y bgp -T json -x | bgpdt import", "The communities and route keys of a capture."),
     ("bgpdt check COMMUNITY --json --in communities.txt", "What is wrong with which line, for a program."),
 ]
 
@@ -84,7 +85,7 @@ class VectorFile:
         self.name = path.name
         lines = path.read_text(encoding="utf-8").splitlines()
         end = next(i for i, line in enumerate(lines) if not line.startswith("#"))
-        head = [line[2:] for line in lines[2:end] if not re.match(r"# -{8}", line)]
+        head = [line[2:] for line in lines[:end] if not re.match(r"# (-{8}|SPDX-)", line)]
         start = next((i for i, line in enumerate(head) if re.match(r" *\(\d+\)", line)), len(head))
         numbered = head[start:]
         self.about = "\n".join(line for line in head[:start] if not line.startswith("Deliberate")).strip()
@@ -394,6 +395,9 @@ def tool_manual():
         example = re.search(r"for example\n\n  (.*)\n", helps[call])[1]
         text += item(call, summary + ".") + ("Options: " + roff(", ".join(own)) + ".\n" if own else "")
         text += ".IP\n.EX\n" + roff("$ " + example) + "\n.EE\n"
+    octets = next(text for call, text in helps.items() if call.startswith("wire "))
+    text += ".SH OCTETS\nWhat the octets that wire reads may be.\n"
+    text += "".join(item(form, meaning + ".") for form, meaning in rows_of(octets, "What the octets may be"))
     text += ".SH OPTIONS\n" + "".join(item(option, meaning + ".") for option, meaning in options)
     notes = page[page.rindex(options[-1][1]) + len(options[-1][1]):].strip()
     for paragraph in notes.split("\n\n"):

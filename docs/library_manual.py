@@ -112,7 +112,7 @@ def described(one):
 def example(source):
     """A program, and what it prints."""
     path = top / "library/examples" / source
-    lines = path.read_text(encoding="utf-8").splitlines()[2:]
+    lines = [line for line in path.read_text(encoding="utf-8").splitlines() if "SPDX-" not in line]
     answer = path.with_suffix(".out").read_text(encoding="utf-8").splitlines()
     return ".SH EXAMPLES\n" + shown(lines).removeprefix(".PP\n") + ".PP\nprints\n" + shown(answer)
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// make_seeds FOLDER: writes the fuzzers' seeds and their dictionary, made of the tests' vectors.
+/// make_seeds FOLDER: writes the fuzzers' seeds and their dictionary, made of the tests' vectors and of the wire's samples.
 ///
-/// The folder gets records/, display_record/ and library/, a file a seed, and the dictionary records.dict.
+/// The folder gets records/, display_record/, library/ and wire/, a file a seed, and the dictionary records.dict.
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
@@ -313,7 +313,9 @@ void make_seeds(const std::filesystem::path &folder)
         dictionary.add(line);
     }
     dictionary.write(folder / "records.dict");
-    std::printf("%s\n", seeds.summary().c_str());
+    Seeds wire_seeds(folder / "wire");
+    add_wire_seeds(wire_seeds, BGPDT_WIRE_SAMPLES);
+    std::printf("%s, %zu of the wire\n", seeds.summary().c_str(), wire_seeds.count());
 }
 
 } // namespace

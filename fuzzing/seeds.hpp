@@ -47,4 +47,8 @@ private:
 /// @param type  its number in the order of the registration
 void add_library_seeds(Seeds &seeds, std::size_t type, const test::Line &line);
 
+/// Adds what the wire's fuzzer begins with.
+/// @param samples  the file of the tests' samples
+void add_wire_seeds(Seeds &seeds, const std::string &samples);
+
 } // namespace bgpdt::fuzzing

@@ -18,7 +18,7 @@ from pathlib import Path
 
 TOP = Path(__file__).resolve().parent.parent
 ANALYZED = ("src", "host")
-ROOMS = ("toolkit", "library", "grammar", "tool", "lua", "sqlite", "python", "web")
+ROOMS = ("toolkit", "library", "wire", "grammar", "tool", "lua", "sqlite", "python", "web")
 
 
 def parts_of(source: Path) -> list[Path]:

@@ -24,11 +24,12 @@ std::vector<std::string> names_of(std::span<const Command> commands, Passes pass
     return names;
 }
 
-constexpr std::string_view special_options[] = {
-    "--mode",  "--native", "--record",  "--template",  "--value",   "--from",      "--to",           "--output",
-    "--in",    "--jobs",   "--show",    "--quiet",     "--summary", "--rejects",   "--memory",       "--unique",
-    "--color", "--html",   "--reverse", "--canonical", "--field",   "--as-format", "--descriptions", "--as"};
-constexpr std::string_view common_options[] = {"--native", "--mode", "--canonical", "--as-format"};
+constexpr std::string_view special_options[] = {"--mode",      "--native", "--record",    "--template",     "--value",
+                                                "--from",      "--to",     "--output",    "--in",           "--jobs",
+                                                "--show",      "--quiet",  "--summary",   "--rejects",      "--memory",
+                                                "--unique",    "--with",   "--color",     "--html",         "--reverse",
+                                                "--canonical", "--field",  "--as-format", "--descriptions", "--as"};
+constexpr std::string_view common_options[] = {"--native", "--mode", "--canonical", "--as-format", "--to", "--with"};
 constexpr std::string_view options_for_one[] = {"--record", "--template", "--value"};
 
 void require_options(const Command &command, const Options &options, std::span<const Command> commands)

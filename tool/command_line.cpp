@@ -15,6 +15,7 @@
 #include "toolkit/display_record.hpp"
 #include "toolkit/near_names.hpp"
 #include "toolkit/words.hpp"
+#include "wire_commands.hpp"
 
 namespace bgpdt::tool {
 using namespace toolkit;
@@ -60,6 +61,7 @@ std::string notes_for(const Command *command)
     const auto has = [command](const char *option) { return command == nullptr || has_option(*command, option); };
     return (has("--value") ? "\nKIND is " + display_kind_names() + ".\nNumbers fill %u and its like, the others %s.\n"
                            : "") +
+           (command != nullptr && has("--with") ? "\nWhat the octets may be:\n" + wire_form_rows() : "") +
            (has("--native") ? value_notes : "") + notes;
 }
 
@@ -177,8 +179,13 @@ void declare(CLI::App &app, Options &options)
     add_number(app, "--mode", options.settings.mode, std::uint8_t{255},
                "Conversion mode; without it the one in which text goes both ways");
     app.add_option("--from", options.from, "Format of the input: text, hex, json or binary")->type_name("FORMAT");
-    app.add_option("--to", options.to, "Format of the output: hex, text, json, csv, tsv or binary")
+    app.add_option(
+           "--to", options.to,
+           "Format of the output: hex, text, json, csv, tsv or binary; from the wire text, hex or json, to it wire")
         ->type_name("FORMAT");
+    app.add_option("--with", options.with, "--to wire: what the value has no room for; any number of them")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
     app.add_option("-o,--output", options.output,
                    "Where the output goes, when all of it is there; without it standard output")
         ->type_name("FILE")

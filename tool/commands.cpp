@@ -9,11 +9,13 @@
 #include "answer.hpp"
 #include "completion.hpp"
 #include "grammar.hpp"
+#include "import.hpp"
 #include "script.hpp"
 #include "stream.hpp"
 #include "toolkit/json_answers.hpp"
 #include "type_commands.hpp"
 #include "value_commands.hpp"
+#include "wire_commands.hpp"
 
 namespace bgpdt::tool {
 using namespace toolkit;
@@ -70,6 +72,12 @@ constexpr Command table_of_commands[] = {
     {"table", "TYPE VALUE", "The value as scripts see it", "--mode --native", "bgpdt table VRFRD 64496:100", table},
     {"explain", "TYPE VALUE", "The value's bytes, and what each field of them is",
      "--mode --native --as-format --color --html", "bgpdt explain VRFRD 64496:100", explain},
+    {"wire", "WHAT [HEX]", "The octets that BGP sends to values, or with --to wire back; '-' reads lines of them",
+     "--native --as-format --from --to --with --in --output --rejects --show --quiet --summary",
+     "bgpdt wire EVPN 03110001c000020100070000006420c0000201", wire_values, wire_lines},
+    {"import", "[FILE...]", "The values in a capture, as tshark -T json -x tells it",
+     "--native --as-format --from --to --output --show --quiet --summary",
+     "tshark -r bgp.pcap -Y bgp -T json -x | bgpdt import", nullptr, import_packets},
     {"lua", "FILE [ARG...]", "Runs a Lua script with the module 'bgp'", "--mode", "bgpdt lua script.lua 64496", lua},
     {"help", "[COMMAND]", "What there is, or what the command takes", "", "bgpdt help sort", nullptr},
     {"complete", "[WORD...]", "What the last word of a command line may become; ':file' stands for files",

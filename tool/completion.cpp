@@ -11,6 +11,7 @@
 #include "toolkit/kinds.hpp"
 #include "toolkit/near_names.hpp"
 #include "toolkit/samples.hpp"
+#include "wire/wire.hpp"
 
 namespace bgpdt::tool {
 using namespace toolkit;
@@ -41,6 +42,12 @@ Candidates values_called(Session &session, const std::string &name, const std::s
 {
     if (name == "FORMAT" && option == "--as-format")
         return without_words({"plain", "dotted", "as-written"});
+    const bool of_wire = !arguments.empty() && arguments.front() == "wire";
+    const bool imports = !arguments.empty() && arguments.front() == "import";
+    if (name == "FORMAT" && option == "--to" && (of_wire || imports))
+        return without_words(of_wire ? Arguments{"text", "hex", "json", "wire"} : Arguments{"text", "hex", "json"});
+    if (name == "FORMAT" && option == "--from" && (of_wire || imports))
+        return without_words(of_wire ? Arguments{"text", "hex", "json"} : Arguments{"json", "hex"});
     if (name == "FORMAT" && option == "--from")
         return without_words({"text", "hex", "json", "binary"});
     if (name == "FORMAT")
@@ -73,6 +80,15 @@ Candidates type_names(Session &session)
     return names;
 }
 
+/// What octets from the wire may be.
+Candidates wire_forms()
+{
+    Candidates names;
+    for (const wire::Form &form : wire::forms())
+        names.push_back({std::string(form.name), std::string(form.about)});
+    return names;
+}
+
 Candidates command_names(std::span<const Command> commands)
 {
     Candidates names;
@@ -93,6 +109,8 @@ Candidates next_arguments(Session &session, std::span<const Command> commands, c
     std::erase_if(name, [](char c) { return c == '[' || c == ']' || c == '.'; });
     if (name == "TYPE")
         return type_names(session);
+    if (name == "WHAT")
+        return wire_forms();
     if (name == "COMMAND")
         return command_names(commands);
     if (name != "KIND")

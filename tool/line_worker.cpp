@@ -21,11 +21,6 @@ const SYSDT_Record &readable(const SYSDT_Record &type, Format format)
     return type;
 }
 
-Refusal too_long()
-{
-    return Refusal("the line is longer than any value's, more than " + std::to_string(longest_line) + " characters");
-}
-
 } // namespace
 
 std::size_t record_size(const SYSDT_Record &type, Format format)
@@ -33,10 +28,34 @@ std::size_t record_size(const SYSDT_Record &type, Format format)
     return format == Format::binary ? value_size(type) : 0;
 }
 
+Refusal Lines::too_long()
+{
+    return Refusal("the line is longer than any value's, more than " + std::to_string(longest_line) + " characters");
+}
+
+void Lines::refuse(std::string_view whole, Results &results)
+{
+    ++results.refused;
+    results.rejects.append(whole);
+}
+
+void Lines::take_part(const Block &block, Results &results) const
+{
+    const std::string_view part(block.text().data(), block.text().size());
+    if (block.begins) {
+        tell(results, false, too_long);
+        refuse(part, results);
+    } else {
+        results.continues_reject = true;
+        results.rejects.append(part);
+    }
+    results.lines += block.ends ? 1 : 0;
+}
+
 LineWorker::LineWorker(Session &session, const SYSDT_Record &type, Format format, std::unique_ptr<Consumer> consumer,
                        const Report &report)
-    : reader_(session, readable(type, format), format), consumer_(std::move(consumer)),
-      record_(record_size(type, format)), report_(report)
+    : Lines(report), reader_(session, readable(type, format), format), consumer_(std::move(consumer)),
+      record_(record_size(type, format))
 {
 }
 
@@ -104,20 +123,6 @@ void LineWorker::take(std::span<char> line, std::string_view whole, Results &res
     ++results.lines;
 }
 
-/// A reason that is not told is not looked for.
-template <class Why>
-void LineWorker::tell(Results &results, bool warning, const Why &why) const
-{
-    if (results.told.size() < report_.left())
-        results.told.push_back({results.lines, why(), warning});
-}
-
-void LineWorker::refuse(std::string_view whole, Results &results) const
-{
-    ++results.refused;
-    results.rejects.append(whole);
-}
-
 Refusal LineWorker::reason(bool sound, Value value, std::string_view line) const
 {
     if (sound)
@@ -127,20 +132,6 @@ Refusal LineWorker::reason(bool sound, Value value, std::string_view line) const
                        std::to_string(record_));
     }
     return line.size() > longest_line ? too_long() : Refusal("the line holds a NUL, where texts end");
-}
-
-/// A part of a line that no block holds.
-void LineWorker::take_part(const Block &block, Results &results) const
-{
-    const std::string_view part(block.text().data(), block.text().size());
-    if (block.begins) {
-        tell(results, false, too_long);
-        refuse(part, results);
-    } else {
-        results.continues_reject = true;
-        results.rejects.append(part);
-    }
-    results.lines += block.ends ? 1 : 0;
 }
 
 } // namespace bgpdt::tool

@@ -33,7 +33,29 @@ public:
     virtual toolkit::Refusal why() const = 0;
 };
 
-class LineWorker final : public Worker {
+/// What is told of lines, whatever is made of them.
+class Lines : public Worker {
+protected:
+    explicit Lines(const Report &report) : report_(report) {}
+
+    /// A reason that is not told is not looked for.
+    template <class Why>
+    void tell(Results &results, bool warning, const Why &why) const
+    {
+        if (results.told.size() < report_.left())
+            results.told.push_back({results.lines, why(), warning});
+    }
+    /// @param whole  the line as it stands in the input, with its end
+    static void refuse(std::string_view whole, Results &results);
+    static toolkit::Refusal too_long();
+    /// A part of a line that no block holds.
+    void take_part(const Block &block, Results &results) const;
+
+private:
+    const Report &report_;
+};
+
+class LineWorker final : public Lines {
 public:
     /// @throws UsageError if the type takes no text, and that is the format
     LineWorker(toolkit::Session &session, const SYSDT_Record &type, toolkit::Format format,
@@ -49,16 +71,11 @@ private:
 
     void split(std::span<char> text);
     void take(std::span<char> line, std::string_view whole, Results &results);
-    template <class Why>
-    void tell(Results &results, bool warning, const Why &why) const;
-    void refuse(std::string_view whole, Results &results) const;
     toolkit::Refusal reason(bool sound, toolkit::Value value, std::string_view line) const;
-    void take_part(const Block &block, Results &results) const;
 
     toolkit::ValueReader reader_;
     std::unique_ptr<Consumer> consumer_;
     const std::size_t record_; ///< the size of a value in binary, else 0
-    const Report &report_;
     toolkit::Buffer original_;
     std::vector<Line> lines_;
     bool has_nul_ = false;

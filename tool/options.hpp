@@ -28,6 +28,7 @@ struct Options {
     std::optional<std::string> to;
     std::string output = "-";
     std::string rejects;                             ///< the file of the refused lines, if any
+    std::vector<std::string> with;                   ///< wire: what stands beside a value, "NAME=VALUE"
     std::vector<std::string> in;                     ///< what is read, where the arguments are no files
     std::optional<std::uint64_t> show;               ///< how many refusals are told
     std::uint64_t memory = std::uint64_t{256} << 20; ///< of a sort, in bytes

@@ -221,6 +221,28 @@ JsonObject line_json(const std::optional<std::string> &text, const std::optional
     return line.add("hex", hex);
 }
 
+void add_wire(JsonObject &value, std::span<const NamedValue> beside, std::span<const std::uint8_t> octets)
+{
+    if (!beside.empty())
+        value.add("beside", fields_json(beside));
+    value.add("wire", to_hex(octets));
+}
+
+void add_frame(JsonObject &value, std::uint64_t frame, bool withdrawn)
+{
+    value.add("frame", frame).add("withdrawn", withdrawn);
+}
+
+JsonObject values_json(const SYSDT_Record &type, const std::vector<JsonObject> &values)
+{
+    return json_answer(type).add("values", values);
+}
+
+JsonObject wire_json(const SYSDT_Record &type, std::span<const std::uint8_t> octets)
+{
+    return json_answer(type).add("wire", to_hex(octets));
+}
+
 JsonObject refusal_json(const std::string &sentence, int exit, const std::exception &error)
 {
     JsonObject answer = json_answer().add("error", sentence).add("exit", exit);

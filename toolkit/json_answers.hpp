@@ -62,6 +62,14 @@ JsonObject fields_json(std::span<const NamedValue> fields);
 JsonObject line_json(const std::optional<std::string> &text, const std::optional<JsonText> &table,
                      std::span<const NamedValue> fields, const std::string &hex);
 
+/// Adds to a value what of it stood on the wire.
+/// @param beside  what the value has no room for
+void add_wire(JsonObject &value, std::span<const NamedValue> beside, std::span<const std::uint8_t> octets);
+/// Adds where in a capture it stood.
+void add_frame(JsonObject &value, std::uint64_t frame, bool withdrawn);
+JsonObject values_json(const SYSDT_Record &type, const std::vector<JsonObject> &values);
+JsonObject wire_json(const SYSDT_Record &type, std::span<const std::uint8_t> octets);
+
 /// Why there is no answer.
 JsonObject refusal_json(const std::string &sentence, int exit, const std::exception &error);
 /// The same of a line, and whether it is only warned of.

@@ -5,12 +5,12 @@
 # circle, a header and its source being one, and the rooms as the list has them.
 set -eu
 cd "$1"
-below=' host:bgp_datatype toolkit:bgp_datatype toolkit:host library:bgp_datatype library:bgpdt library:host library:toolkit grammar:bgp_datatype grammar:host '
-fronts=' tool:grammar tool:host tool:library tool:toolkit lua:bgpdt lua:library lua:toolkit sqlite:bgpdt python:bgpdt '
+below=' host:bgp_datatype toolkit:bgp_datatype toolkit:host library:bgp_datatype library:bgpdt library:host library:toolkit wire:bgp_datatype wire:toolkit grammar:bgp_datatype grammar:host '
+fronts=' tool:wire tool:grammar tool:host tool:library tool:toolkit lua:bgpdt lua:library lua:toolkit sqlite:bgpdt python:bgpdt '
 pairs=$(mktemp)
 trap 'rm -f "$pairs"' EXIT
 
-grep -H '^#include ".*[.]h' host/*.?pp toolkit/*.?pp library/*.?pp grammar/*.?pp tool/*.?pp lua/*.?pp sqlite/*.?pp python/*.?pp | sed 's/:#include "\([^"]*\)".*/ \1/' |
+grep -H '^#include ".*[.]h' host/*.?pp toolkit/*.?pp library/*.?pp wire/*.?pp grammar/*.?pp tool/*.?pp lua/*.?pp sqlite/*.?pp python/*.?pp | sed 's/:#include "\([^"]*\)".*/ \1/' |
     while read -r file included; do
         [ ! -e "${file%/*}/$included" ] || included=${file%/*}/$included
         echo "${file%.?pp} ${included%.?pp}"
