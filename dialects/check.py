@@ -53,8 +53,9 @@ def main() -> int:
     wrong = stale_cells(whole, tool) + misread_values(whole, tool) + unexplained(whole)
     if [(row.type, row.text) for row in rows] != table.read_texts():
         wrong.append("texts.txt has other texts than the table: ./interop --renew")
-    if page.FILE.read_text() != page.written(whole):
-        wrong.append("docs/dialects.md is not what the table says: dialects/page.py")
+    for file, text in page.made(whole).items():
+        if file.read_text() != text:
+            wrong.append(f"{file.relative_to(page.TOP)} is not what the table says: dialects/page.py")
     if "missing" in {cell for row in rows for cell in row.cells.values()} or "" in whole.speakers.values():
         wrong.append("a speaker was not there when the table was made")
     print("\n".join(wrong))

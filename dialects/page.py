@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
-"""page.py: docs/dialects.md, made of table.json alone."""
+"""page.py: docs/dialects.md and the rows that the toolkit holds, made of table.json alone."""
 
 import json
 from pathlib import Path
@@ -8,7 +8,9 @@ from pathlib import Path
 import table
 from table import ALIKE, CLAMPS, FAILS, OTHER, OWN, PARTLY, WRAPS, Row, Table
 
-FILE = Path(__file__).resolve().parent.parent / "docs" / "dialects.md"
+TOP = Path(__file__).resolve().parent.parent
+FILE = TOP / "docs" / "dialects.md"
+ROWS = TOP / "toolkit" / "dialects_table.inc"
 EXPLANATIONS = Path(__file__).with_name("explanations.json")
 GROUPS = {
     CLAMPS: (
@@ -161,18 +163,20 @@ def written(whole: Table) -> str:
     text = f"""# How others read the same text
 
 A wrong route distinguisher or target joins two networks that should never meet. Whether a text is wrong depends on who
-reads it: this table tells how {speakers} (as Debian 12 packages them) read {len(whole.rows()) - len(unasked)} texts
-of {len({row.type for row in whole.rows() if row.asked()})} types, and what they announce for them, byte by byte. `./interop` asks them all anew and fails where a cell
-has changed. `bgpdt explain --dialects TYPE TEXT` shows the row of a text, or of the one most like it.
+reads it: this table tells how {speakers}
+(as Debian 12 packages them) read {len(whole.rows()) - len(unasked)} texts of {len({row.type for row in whole.rows() if row.asked()})} types, and what they announce for them, byte by byte.
+`./interop` asks them all anew and fails where a cell has changed. `bgpdt explain --dialects TYPE TEXT` shows the row of a
+text, or of the one most like it.
 
 {in_short(whole)}
 ## What was asked
 
 {counts(whole)}
 Each row counts once, under the most dangerous thing that happens to it. In the tables below, `same` are the bytes that
-{OWN} has, `-` is what a speaker has no words for, `nothing` is taken and not announced. Bytes are those on the wire, of an
-EVPN route those from its type on without route distinguisher, label and length. RFC 8294 is what the patterns of the YANG
-module `ietf-routing-types` say; its raw form is a type and a value in hexadecimal ([more](rfc8294.md)).
+{OWN} has, `-` is what a speaker has no words for, `nothing` is taken and not announced (of `no-advertise` as it should be).
+Bytes are those on the wire, of an EVPN route those from its type on without route distinguisher, label and length. RFC 8294
+is what the patterns of the YANG module `ietf-routing-types` say; its raw form is a type and a value in hexadecimal
+([more](rfc8294.md)).
 
 """
     for kind, (head, words) in GROUPS.items():
@@ -188,5 +192,39 @@ module `ietf-routing-types` say; its raw form is a type and a value in hexadecim
     return text + f"## Both ways\n\n{proof(whole)}"
 
 
+def literal(text: str) -> str:
+    """As C++ writes it; JSON's escapes are its own."""
+    return json.dumps(text)
+
+
+def packed_cell(row: Row, cell: str) -> str:
+    """For a value, which is hexadecimal, what it means and what became of the text's numbers."""
+    if not table.is_value(cell):
+        return cell
+    change = table.change_of(row.type, row.text, cell)
+    return "|".join((cell, table.meaning(row.type, cell), VERBS.get(change, ""))).rstrip("|")
+
+
+def toolkit_rows(whole: Table) -> str:
+    text = "// SPDX-FileCopyrightText: 2026 The bgpdt authors\n// SPDX-License-Identifier: Apache-2.0\n"
+    text += "// Made by dialects/page.py of dialects/table.json.\nconstexpr Speaker speakers[] = {\n"
+    text += "".join(f"    {{{literal(name)}, {literal(version)}}},\n" for name, version in whole.speakers.items())
+    text += "};\nconstexpr std::string_view rows[] = {\n"
+    for row in whole.rows():
+        cells = [packed_cell(row, cell) for cell in (row.own, *row.cells.values())]
+        text += f"    {literal(chr(9).join((row.type, row.text, *cells, row.standard)))},\n"
+    return text + "};\n"
+
+
+def made(whole: Table) -> dict[Path, str]:
+    """What is written of the table, by file."""
+    return {FILE: written(whole), ROWS: toolkit_rows(whole)}
+
+
+def write(whole: Table) -> None:
+    for file, text in made(whole).items():
+        file.write_text(text)
+
+
 if __name__ == "__main__":
-    FILE.write_text(written(table.load()))
+    write(table.load())

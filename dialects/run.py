@@ -107,7 +107,7 @@ def differences_of(old: str, new: str) -> list[str]:
 def main() -> int:
     parser = argparse.ArgumentParser(prog="./interop", description=__doc__.split(": ", 1)[1])
     parser.add_argument("build", type=Path, help=argparse.SUPPRESS)
-    parser.add_argument("--renew", action="store_true", help="write dialects/table.json and docs/dialects.md anew")
+    parser.add_argument("--renew", action="store_true", help="write the table anew, and what is made of it")
     options = parser.parse_args()
     began = time.monotonic()
     data = gathered(Tool(options.build))
@@ -115,7 +115,7 @@ def main() -> int:
     old = table.FILE.read_text() if table.FILE.exists() else ""
     if options.renew:
         table.FILE.write_text(new)
-        page.FILE.write_text(page.written(table.Table(data)))
+        page.write(table.Table(data))
     changed = [] if options.renew else differences_of(old, new)
     print("\n".join(changed))
     rows = table.Table(data).rows()

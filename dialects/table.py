@@ -9,6 +9,9 @@ from dataclasses import dataclass
 from itertools import chain
 from pathlib import Path
 
+import evpn
+
+ROUTE_WITHOUT_TAG = 4  # of an Ethernet segment
 FILE = Path(__file__).with_name("table.json")
 TEXTS = Path(__file__).with_name("texts.txt")
 OWN = "bgpdt"
@@ -18,6 +21,10 @@ ALIKE, CLAMPS, WRAPS, OTHER, FAILS, PARTLY = "alike", "clamps", "wraps", "reads 
 
 def is_value(cell: str) -> bool:
     return re.fullmatch("([0-9a-f]{2})+", cell) is not None
+
+
+def bandwidth(value: bytes) -> float:
+    return struct.unpack(">f", value[4:])[0]
 
 
 def numbers_of(kind: str, value: bytes) -> list[tuple[int, ...]]:
@@ -39,6 +46,11 @@ def numbers_of(kind: str, value: bytes) -> list[tuple[int, ...]]:
         return [(number(0, 4), number(4, 8), number(8, 12))]
     if kind == "ASNUM":
         return [(number(0, 4),), (number(0, 2), number(2, 4))]
+    if kind == "EXTCOMMUNITY_BW":
+        return [(number(2, 4), int(bandwidth(value)))]
+    if kind == "EVNPREFIX" and value[0] != ROUTE_WITHOUT_TAG:
+        tag = 11 if value[0] == 1 else 1  # behind the segment identifier, else behind the type
+        return [(number(tag, tag + 4),)]
     return []
 
 
@@ -46,8 +58,9 @@ def meaning(kind: str, cell: str) -> str:
     """The value in numbers; empty where they say no more than the bytes."""
     value = bytes.fromhex(cell)
     if kind == "EXTCOMMUNITY_BW":
-        (number,) = struct.unpack(">f", value[4:])
-        return f"{int.from_bytes(value[2:4], 'big')}:{number:.0f}, type 0x{cell[:2]}"
+        return f"{int.from_bytes(value[2:4], 'big')}:{bandwidth(value):.0f}, type 0x{cell[:2]}"
+    if kind == "EVNPREFIX":
+        return ""
     if kind == "COMMUNITY":
         return ":".join(map(str, numbers_of(kind, value)[-1]))
     first = next(iter(numbers_of(kind, value)), ())
@@ -66,22 +79,37 @@ def change_of_number(written: int, read: int) -> str:
     return OTHER
 
 
+def written_numbers(kind: str, text: str) -> list[int] | None:
+    """None where the text is a name."""
+    if kind == "EVNPREFIX":
+        parts = evpn.parts_of(text)
+        return [int(parts.tag)] if parts and parts.tag else None
+    if not re.fullmatch(r"([-+.:]|0x[0-9a-f]+|\d)+", text):
+        return None
+    return [int(digits, 16 if digits.startswith("0x") else 10) for digits in re.findall(r"0x[0-9a-f]+|-?\d+", text)]
+
+
+def without_type(kind: str, text: str, value: bytes, written: list[int]) -> list[int]:
+    """Some let the type code of a route distinguisher stand in front."""
+    return written[1:] if kind == "VRFRD" and re.match("[012]:.*:", text) and written[0] == value[1] else written
+
+
 def change_of(kind: str, text: str, cell: str) -> str:
     """How the value differs from what the text's numbers say; empty if it does not."""
-    if kind == "EXTCOMMUNITY_BW" or not re.fullmatch(r"[-+0-9.:]+", text):
+    value = bytes.fromhex(cell)
+    written = written_numbers(kind, text)
+    if written is None:
         return ""
-    written = [int(digits) for digits in re.findall(r"\d+", text)]
-    if kind == "EVNPREFIX":
-        return ""
-    changes = [
-        set(map(change_of_number, written, read)) - {""}
-        for read in numbers_of(kind, bytes.fromhex(cell))
+    written = without_type(kind, text, value, written)
+    readings = [
+        {change_of_number(*pair) for pair in zip(written, read)} - {""}
+        for read in numbers_of(kind, value)
         if len(read) == len(written)
     ]
-    if not changes:
+    if not readings:
         return OTHER
-    best = min(changes, key=len)
-    return next((change for change in (OTHER, CLAMPS, WRAPS) if change in best), "")
+    found = min(readings, key=len)
+    return next((change for change in (OTHER, CLAMPS, WRAPS) if change in found), "")
 
 
 @dataclass(frozen=True)

@@ -25,9 +25,10 @@ std::vector<std::string> names_of(std::span<const Command> commands, Passes pass
 }
 
 constexpr std::string_view special_options[] = {
-    "--mode",  "--native", "--record",  "--template",  "--value",   "--from",      "--to",           "--output",
-    "--in",    "--jobs",   "--show",    "--quiet",     "--summary", "--rejects",   "--memory",       "--unique",
-    "--color", "--html",   "--reverse", "--canonical", "--field",   "--as-format", "--descriptions", "--as"};
+    "--mode",      "--native",       "--record", "--template", "--value",   "--from",      "--to",
+    "--output",    "--in",           "--jobs",   "--show",     "--quiet",   "--summary",   "--rejects",
+    "--memory",    "--unique",       "--color",  "--html",     "--reverse", "--canonical", "--field",
+    "--as-format", "--descriptions", "--as",     "--dialects"};
 constexpr std::string_view common_options[] = {"--native", "--mode", "--canonical", "--as-format"};
 constexpr std::string_view options_for_one[] = {"--record", "--template", "--value"};
 

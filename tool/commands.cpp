@@ -69,7 +69,7 @@ constexpr Command table_of_commands[] = {
      "bgpdt swap ASNUM 0x0000fbf000000000", swap_bytes},
     {"table", "TYPE VALUE", "The value as scripts see it", "--mode --native", "bgpdt table VRFRD 64496:100", table},
     {"explain", "TYPE VALUE", "The value's bytes, and what each field of them is",
-     "--mode --native --as-format --color --html", "bgpdt explain VRFRD 64496:100", explain},
+     "--mode --native --as-format --color --html --dialects", "bgpdt explain VRFRD 64496:100", explain},
     {"lua", "FILE [ARG...]", "Runs a Lua script with the module 'bgp'", "--mode", "bgpdt lua script.lua 64496", lua},
     {"help", "[COMMAND]", "What there is, or what the command takes", "", "bgpdt help sort", nullptr},
     {"complete", "[WORD...]", "What the last word of a command line may become; ':file' stands for files",
