@@ -121,7 +121,7 @@ def test_explain():
 
 
 def test_dialects():
-    told = bgpdt.dialects("rd", "65551:9")
+    told = bgpdt.dialects("VRFRD", "65551:9")
     readings = {reading["reader"]: reading for reading in told["readings"]}
     assert told["asked"] == "65551:9"
     assert readings["bgpdt"]["hex"] == bgpdt.VRFRD("65551:9").hex()[:16]

@@ -24,7 +24,10 @@ function rowOf(reading) {
 export function dialectsView(name, text) {
     const { asked, readings } = dialects(name, text);
     if (asked === '') return null;
-    const near = asked === text ? null : h('p.note', {}, 'No speaker was asked about it; the nearest that was: ', h('code', {}, asked));
+    const near =
+        asked === text
+            ? null
+            : h('p.note', {}, 'No speaker was asked about it; the nearest that was: ', h('code', {}, asked));
     return h(
         'details.dialects',
         { open: readings.some(({ change }) => change) },
