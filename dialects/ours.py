@@ -8,7 +8,7 @@ from functools import cache
 from pathlib import Path
 
 import evpn
-from speaker import NO_SYNTAX, REFUSED
+from speaker import NO_SYNTAX, REFUSED, Refuses
 from subjects import SUBJECTS
 
 
@@ -20,6 +20,8 @@ class Tool:
 
     def ask(self, *words: str) -> dict:
         done = subprocess.run([self.tool, "--json", *words], capture_output=True, text=True, check=False)
+        if done.returncode not in (0, 1):
+            raise Refuses(f"bgpdt: {done.stderr.strip()}")
         return json.loads(done.stdout or done.stderr)
 
     def verdict(self, kind: str, text: str) -> str:
