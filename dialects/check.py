@@ -58,7 +58,7 @@ def main() -> int:
             wrong.append(f"{file.relative_to(page.TOP)} is not what the table says: dialects/page.py")
     if "missing" in {cell for row in rows for cell in row.cells.values()} or "" in whole.speakers.values():
         wrong.append("a speaker was not there when the table was made")
-    print("\n".join(wrong))
+    print("".join(line + "\n" for line in wrong), end="")
     odd = sum(row.own_is_odd() for row in rows)
     print(f"proved: the table of {len(rows)} texts is current, and the {odd} in which ours differs from all others are explained")
     return 1 if wrong else 0

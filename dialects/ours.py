@@ -8,7 +8,7 @@ from functools import cache
 from pathlib import Path
 
 import evpn
-from speaker import NO_SYNTAX, REFUSED, Refuses
+from speaker import NO_SYNTAX, REFUSED, TAKEN, Refuses
 from subjects import SUBJECTS
 
 
@@ -21,17 +21,17 @@ class Tool:
     def ask(self, *words: str) -> dict:
         done = subprocess.run([self.tool, "--json", *words], capture_output=True, text=True, check=False)
         if done.returncode not in (0, 1):
-            raise Refuses(f"bgpdt: {done.stderr.strip()}")
+            raise Refuses(f"bgpdt: {done.stderr or done.stdout}")
         return json.loads(done.stdout or done.stderr)
 
     def verdict(self, kind: str, text: str) -> str:
-        """As far as it is on the wire, too."""
+        """Its bytes, where our record holds what is on the wire."""
         answer = self.ask("parse", kind, "--", text)
         if "hex" not in answer:
             return NO_SYNTAX if "status" not in answer else REFUSED
         if kind == "EVNPREFIX":
             return evpn.own_part(self.ask("explain", kind, "--", text)["parts"]).hex()
-        return answer["hex"][: 2 * SUBJECTS[kind].wire_size] or answer["hex"]
+        return answer["hex"][: 2 * SUBJECTS[kind].wire_size] or TAKEN
 
     def printed(self, kind: str, on_wire: str) -> str | None:
         """The text of bytes from the wire; none if we have no text for them."""

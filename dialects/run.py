@@ -97,11 +97,37 @@ def gathered(tool: Tool) -> dict:
     return data
 
 
-def differences_of(old: str, new: str) -> list[str]:
-    lines = old.splitlines(), new.splitlines()
-    return [f"- {line.strip()}" for line in lines[0] if line not in lines[1]] + [
-        f"+ {line.strip()}" for line in lines[1] if line not in lines[0]
-    ]
+def changed_cells(old: table.Table, new: table.Table) -> list[str]:
+    """Of who is there."""
+    before = {(row.type, row.text): row for row in old.rows()}
+    found = []
+    for row in new.rows():
+        was = before.pop((row.type, row.text), None)
+        if was is None:
+            found.append(f"{row.type} {row.text}: not asked before")
+            continue
+        cells = {table.OWN: row.own, "RFC 8294": row.standard} | row.cells
+        then = {table.OWN: was.own, "RFC 8294": was.standard} | was.cells
+        found += [
+            f"{row.type} {row.text}, {name}: {cell}, was {then.get(name)}"
+            for name, cell in cells.items()
+            if cell != then.get(name) and new.speakers.get(name) != ""
+        ]
+    return found + [f"{kind} {text}: not asked any more" for kind, text in before]
+
+
+def changed_facts(old: dict, new: dict) -> list[str]:
+    """Versions and proofs."""
+    names = [name for name in new if name != "types"]
+    return [f"{name}: {new[name]}, was {old.get(name)}" for name in names if new[name] != old.get(name)]
+
+
+def changes(new: table.Table) -> list[str]:
+    old = table.load()
+    missing = [name for name, version in new.speakers.items() if version == ""]
+    for name in missing:
+        print(f"{name} is not there: its column is not compared")
+    return changed_cells(old, new) + ([] if missing else changed_facts(old.data, new.data))
 
 
 def main() -> int:
@@ -111,14 +137,13 @@ def main() -> int:
     options = parser.parse_args()
     began = time.monotonic()
     data = gathered(Tool(options.build))
-    new = table.written(data)
-    old = table.FILE.read_text() if table.FILE.exists() else ""
+    whole = table.Table(data)
     if options.renew:
-        table.FILE.write_text(new)
-        page.write(table.Table(data))
-    changed = [] if options.renew else differences_of(old, new)
-    print("\n".join(changed))
-    rows = table.Table(data).rows()
+        table.FILE.write_text(table.written(data))
+        page.write(whole)
+    changed = [] if options.renew else changes(whole)
+    print("".join(line + "\n" for line in changed), end="")
+    rows = whole.rows()
     print(
         f"proved: {len(rows)} texts of {len(data['types'])} types, "
         f"{sum(table.is_value(cell) for row in rows for cell in row.cells.values())} announcements; "

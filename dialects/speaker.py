@@ -20,6 +20,7 @@ CPU_SECONDS = 60
 
 # What becomes of a text, where it is not bytes.
 REFUSED = "refused"
+TAKEN = "taken"  # and what it gives cannot be compared
 NO_SYNTAX = "no syntax"  # the speaker has no way to say this
 NO_ANSWER = "no answer"  # it neither took nor refused the text: its interface fails
 SILENT = "nothing"  # it takes the text, and announces nothing of it
