@@ -9,7 +9,6 @@ from pathlib import Path
 from speaker import LISTENER, NEXT_HOP, NO_SYNTAX, OWN_AS, REFUSED, Ask, output_of, running
 
 NAME = "BIRD"
-PACKAGE = "bird2"
 PROGRAM = "bird"
 LOSES_OTHERS = False
 ADDRESS = "127.77.0.4"
@@ -24,8 +23,11 @@ SETTINGS = {
     "LARGECOMMUNITY": "bgp_large_community.add((TEXT));",
     "ASNUM": "bgp_path.prepend(TEXT);",
 }
-WRITTEN = {"VRFRD": "route TEXT PREFIX unreachable;", **{kind: f"{line[:-1]}, a comma for each colon" for kind, line in SETTINGS.items()}}
-WRITTEN["ASNUM"] = SETTINGS["ASNUM"][:-1]
+WRITTEN = {
+    "VRFRD": "route TEXT PREFIX unreachable",
+    **{kind: f"{line[:-1]}, a comma for each colon" for kind, line in SETTINGS.items()},
+    "ASNUM": SETTINGS["ASNUM"][:-1],
+}
 CONFIG = """log stderr all;
 router id {address};
 vpn4 table distinguished;

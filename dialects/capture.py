@@ -46,7 +46,9 @@ def packet(sequence: int, payload: bytes) -> bytes:
     address = socket.inet_aton(LISTENER)
     tcp = struct.pack(">HHIIBBHHH", BGP_PORT, 40000, sequence, 0, 5 << 4, 0x18, 65535, 0, 0)
     size = 20 + len(tcp) + len(payload)
-    return struct.pack(">BBHHHBBH4s4s", 0x45, 0, size, 0, 0, 64, socket.IPPROTO_TCP, 0, address, address) + tcp + payload
+    return (
+        struct.pack(">BBHHHBBH4s4s", 0x45, 0, size, 0, 0, 64, socket.IPPROTO_TCP, 0, address, address) + tcp + payload
+    )
 
 
 def write_capture(file: Path, routes: list[Route]) -> None:

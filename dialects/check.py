@@ -60,7 +60,9 @@ def main() -> int:
         wrong.append("a speaker was not there when the table was made")
     print("".join(line + "\n" for line in wrong), end="")
     odd = sum(row.own_is_odd() for row in rows)
-    print(f"proved: the table of {len(rows)} texts is current, and the {odd} in which ours differs from all others are explained")
+    print(
+        f"proved: the table of {len(rows)} texts is current, and the {odd} in which ours differs from all others are explained"
+    )
     return 1 if wrong else 0
 
 

@@ -7,10 +7,22 @@ import json
 import sys
 from pathlib import Path
 
-from speaker import ENDS, LABEL, LISTENER, NEXT_HOP, NO_ANSWER, NO_SYNTAX, OWN_AS, REFUSED, Ask, output_of, running, wait_until
+from speaker import (
+    ENDS,
+    LABEL,
+    LISTENER,
+    NEXT_HOP,
+    NO_ANSWER,
+    NO_SYNTAX,
+    OWN_AS,
+    REFUSED,
+    Ask,
+    output_of,
+    running,
+    wait_until,
+)
 
 NAME = "ExaBGP"
-PACKAGE = "exabgp"
 PROGRAM = "exabgp"
 LOSES_OTHERS = True  # what it cannot send takes with it what it would send in the same go
 ADDRESS = "127.77.0.5"

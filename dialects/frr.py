@@ -12,7 +12,6 @@ import evpn
 from speaker import ENDS, LABEL, LISTENER, NO_SYNTAX, OWN_AS, REFUSED, Ask, limit_memory, output_of, running
 
 NAME = "FRRouting"
-PACKAGE = "frr"
 ADDRESS = "127.77.0.2"
 MEMORY = 1 << 30
 BGPD = "/usr/lib/frr/bgpd"
@@ -103,7 +102,10 @@ class Configuration:
         families = (("ipv4 unicast", unicast), ("ipv4 vpn", vpn), ("l2vpn evpn", keys))
         self.text = HEAD.format(maps=maps, own_as=OWN_AS, address=ADDRESS, listener=LISTENER, port=port) + "".join(
             FAMILY.format(
-                name=name, listener=LISTENER, routes=routes, send="" if "evpn" in name else SEND.format(listener=LISTENER)
+                name=name,
+                listener=LISTENER,
+                routes=routes,
+                send="" if "evpn" in name else SEND.format(listener=LISTENER),
             )
             for name, routes in families
         )
@@ -137,7 +139,10 @@ def crashing(asks: list[Ask], folder: Path) -> list[Ask]:
     file = folder / "tried.conf"
     file.write_text(Configuration(asks, 1).text)
     process = subprocess.Popen(
-        [*arguments(file, folder), "--dryrun"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, preexec_fn=limit_memory(MEMORY)
+        [*arguments(file, folder), "--dryrun"],
+        stdout=subprocess.DEVNULL,
+        stderr=subprocess.DEVNULL,
+        preexec_fn=limit_memory(MEMORY),
     )
     process.wait(60)
     clear_traces(process.pid)

@@ -7,10 +7,9 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 import evpn
-from speaker import LABEL, LISTENER, NEXT_HOP, NO_SYNTAX, OWN_AS, REFUSED, Ask, Refuses, output_of, running, wait_until
+from speaker import LABEL, LISTENER, NEXT_HOP, NO_SYNTAX, OWN_AS, REFUSED, Ask, output_of, running, wait_until
 
 NAME = "GoBGP"
-PACKAGE = "gobgpd"
 PROGRAM = "gobgpd"
 LOSES_OTHERS = False
 ADDRESS = "127.77.0.3"
@@ -133,7 +132,9 @@ def run(asks: list[Ask], folder: Path, port: int, wait_for_routes) -> dict[int, 
     config.write_text(text + "".join(FAMILY.format(family=family) for family in FAMILIES))
     daemon = ["gobgpd", "-f", str(config), "--api-hosts", f"{ADDRESS}:{PORT}", "--log-plain", "--pprof-disable"]
     with running(daemon, folder, MEMORY):
-        wait_until(lambda: "Usage" not in (said := output_of(command("global"))) and "AS:" in said, 20, "gobgpd answers")
+        wait_until(
+            lambda: "Usage" not in (said := output_of(command("global"))) and "AS:" in said, 20, "gobgpd answers"
+        )
         with ThreadPoolExecutor(2) as pool:
             told = dict(zip((ask.index for ask in asks), pool.map(announce, asks)))
         wait_for_routes()

@@ -60,7 +60,9 @@ READERS = {
     "EXTCOMMUNITY": extended,
     "EXTCOMMUNITY_BW": extended,
     "COMMUNITY": community,
-    "LARGECOMMUNITY": lambda fields: ":".join(one(fields, f"bgp.large_communities.{part}") for part in ("ga", "ldp1", "ldp2")),
+    "LARGECOMMUNITY": lambda fields: ":".join(
+        one(fields, f"bgp.large_communities.{part}") for part in ("ga", "ldp1", "ldp2")
+    ),
     "ASNUM": lambda fields: one(fields, PATH + "as_path_segment.as4"),
     "EVNPREFIX": evpn_key,
 }

@@ -35,7 +35,6 @@ class Listener:
         self.own_as = own_as
         self.address = address
         self.updates: list[bytes] = []
-        self.notifications: list[bytes] = []
         self.last = time.monotonic()
         self.established = threading.Event()
         self.socket = socket.create_server((address, 0))
@@ -69,7 +68,6 @@ class Listener:
             elif kind == wire.UPDATE:
                 self.updates.append(body)
             elif kind == wire.NOTIFICATION:
-                self.notifications.append(body)
                 return
 
     def wait_for_quiet(self, quiet_seconds: float, limit_seconds: float) -> None:

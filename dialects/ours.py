@@ -52,6 +52,10 @@ class Tool:
     def matches(self, pattern: str, texts: list[str]) -> list[bool]:
         """Whether a pattern of RFC 8294 takes each."""
         said = subprocess.run(
-            [self.patterns, pattern], input="".join(text + "\n" for text in texts), capture_output=True, text=True, check=True
+            [self.patterns, pattern],
+            input="".join(text + "\n" for text in texts),
+            capture_output=True,
+            text=True,
+            check=True,
         )
         return [line.startswith("+") for line in said.stdout.splitlines()]

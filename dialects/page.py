@@ -72,7 +72,13 @@ def shown_own(row: Row) -> str:
 
 
 def row_cells(row: Row) -> list[str]:
-    return [row.type, code(row.text), shown_own(row), *(shown_cell(row, cell) for cell in row.cells.values()), row.standard]
+    return [
+        row.type,
+        code(row.text),
+        shown_own(row),
+        *(shown_cell(row, cell) for cell in row.cells.values()),
+        row.standard,
+    ]
 
 
 def heads(whole: Table) -> list[str]:
@@ -108,15 +114,26 @@ def counts(whole: Table) -> str:
     for kind in whole.types():
         found = [row.kind() for row in whole.rows_of(kind) if row.asked()]
         if found:
-            lines.append([f"[{kind}](types/{kind}.md)", whole.about(kind), str(len(found)), *(str(found.count(each)) for each in kinds)])
+            numbers = (len(found), *(found.count(each) for each in kinds))
+            lines.append([f"[{kind}](types/{kind}.md)", whole.about(kind), *map(str, numbers)])
     sums = [str(sum(int(line[column]) for line in lines)) for column in range(2, 3 + len(kinds))]
     return markdown(["type", "", "texts", *kinds], [*lines, ["", "all", *sums]])
 
 
+def agreement(whole: Table) -> str:
+    """Of each speaker: how often it answers as we do."""
+    lines = []
+    for name in whole.speakers:
+        asked = [row for row in whole.rows() if row.cells[name] not in table.ABSENT]
+        both = [row for row in asked if table.is_value(row.own) and table.is_value(row.cells[name])]
+        same = [row for row in both if row.own == row.cells[name]]
+        taken = sum(table.is_value(row.cells[name]) for row in asked)
+        lines.append([name, *map(str, (len(asked), taken, len(both), len(same)))])
+    return markdown(["speaker", "texts", "taken", f"taken by {OWN} too", "with the same bytes"], lines)
+
+
 def spelling(whole: Table) -> str:
-    lines = [
-        [kind, *(code(line) if line else "-" for line in whole.written(kind).values())] for kind in whole.types()
-    ]
+    lines = [[kind, *(code(line) if line else "-" for line in whole.written(kind).values())] for kind in whole.types()]
     return markdown(["type", *whole.speakers], lines)
 
 
@@ -151,7 +168,10 @@ def proof(whole: Table) -> str:
     if data["decoded_otherwise"]:
         text += "\nDecoded otherwise by tshark:\n\n" + "".join(f"- {line}\n" for line in data["decoded_otherwise"])
     if data["announced_otherwise"]:
-        lines = [[name, kind, code(text), code(value), code(got)] for name, kind, text, value, got in data["announced_otherwise"]]
+        lines = [
+            [name, kind, code(text), code(value), code(got)]
+            for name, kind, text, value, got in data["announced_otherwise"]
+        ]
         text += "\nWhat is printed here of a speaker's bytes, and does not give these bytes there:\n\n"
         text += markdown(["speaker", "type", "printed here", "its bytes", "its answer"], lines)
     return text
@@ -172,11 +192,13 @@ text, or of the one most like it.
 ## What was asked
 
 {counts(whole)}
-Each row counts once, under the most dangerous thing that happens to it. In the tables below, `same` are the bytes that
-{OWN} has, `-` is what a speaker has no words for, `nothing` is taken and not announced (of `no-advertise` as it should be).
-Bytes are those on the wire, of an EVPN route those from its type on without route distinguisher, label and length. RFC 8294
-is what the patterns of the YANG module `ietf-routing-types` say; its raw form is a type and a value in hexadecimal
-([more](rfc8294.md)).
+Each row counts once, under the most dangerous thing that happens to it.
+
+{agreement(whole)}
+In the tables below, `same` are the bytes that {OWN} has, `-` is what a speaker has no words for, `nothing` is taken and not
+announced (of `no-advertise` as it should be). Bytes are those on the wire, of an EVPN route those from its type on without
+route distinguisher, label and length. RFC 8294 is what the patterns of the YANG module `ietf-routing-types` say; its raw
+form is a type and a value in hexadecimal ([more](rfc8294.md)).
 
 """
     for kind, (head, words) in GROUPS.items():

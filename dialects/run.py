@@ -10,15 +10,16 @@ import time
 from pathlib import Path
 
 import capture
-import table
 import gather
 import independent
 import page
 import standard
+import table
 from gather import Heard
 from ours import Tool
 from speaker import Ask
 from subjects import SUBJECTS
+
 
 def decode(tool: Tool, asks: list[Ask], heard: list[Heard]) -> tuple[int, list[str]]:
     """How many values we and tshark read alike, and those that we do not."""
@@ -33,11 +34,9 @@ def decode(tool: Tool, asks: list[Ask], heard: list[Heard]) -> tuple[int, list[s
     for (kind, cell), fields in zip(announced, read):
         ours = tool.plain(kind, cell)
         theirs = independent.READERS[kind](fields)
-        if ours is None:
-            continue
         if ours == theirs:
             alike += 1
-        else:
+        elif ours is not None:
             differences.append(f"{kind} {cell}: {ours} here, {theirs} by tshark")
     return alike, differences
 

@@ -45,7 +45,11 @@ class Ask:
     def key(self) -> bytes:
         """What tells its route on the wire: that prefix, of an EVPN route its route distinguisher."""
         number = self.index.to_bytes(2, "big")
-        return bytes(2) + OWN_AS.to_bytes(2, "big") + bytes(2) + number if self.type == "EVNPREFIX" else bytes([198, 18]) + number
+        return (
+            bytes(2) + OWN_AS.to_bytes(2, "big") + bytes(2) + number
+            if self.type == "EVNPREFIX"
+            else bytes([198, 18]) + number
+        )
 
 
 class Refuses(Exception):
@@ -62,7 +66,9 @@ def limit_memory(size: int) -> Callable[[], None]:
 
 
 @contextlib.contextmanager
-def running(command: list[str], folder: Path, memory: int, environment: dict[str, str] | None = None) -> Iterator[tuple[Path, int]]:
+def running(
+    command: list[str], folder: Path, memory: int, environment: dict[str, str] | None = None
+) -> Iterator[tuple[Path, int]]:
     """The command in a group of its own, which is ended at the end; yields the file that it writes to, and its id."""
     log = folder / "output"
     with log.open("wb") as output:

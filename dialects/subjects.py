@@ -62,9 +62,7 @@ SUBJECTS = {
         "EVPN route", lambda route: evpn.shared_part(route.key), 0, lambda data: evpn.own_value(data, 89)
     ),
     "EXTCOMMUNITY_BW": Subject("link bandwidth", attribute(wire.EXTENDED), 0, bandwidth_value),
-    "VRFRTV6": Subject(
-        "IPv6 route target", attribute(wire.IPV6_EXTENDED), 20, lambda data: data + bytes(4)
-    ),
+    "VRFRTV6": Subject("IPv6 route target", attribute(wire.IPV6_EXTENDED), 20, lambda data: data + bytes(4)),
     "BGPLSPREFIX": Subject("BGP-LS route", lambda route: route.key, 0, None),
     "BOLPREFIX": Subject("SR policy", lambda route: route.key, 0, None),
 }
