@@ -3,6 +3,7 @@
 """Has the speakers announce the texts, side by side, each to a passive speaker of its own."""
 
 import shutil
+import subprocess
 import tempfile
 from concurrent.futures import ThreadPoolExecutor
 from dataclasses import dataclass, field
@@ -20,7 +21,7 @@ from subjects import SUBJECTS
 
 SPEAKERS = (gobgp, frr, bird, exabgp)
 SESSION_SECONDS = 30
-QUIET_SECONDS = 2
+QUIET_SECONDS = 3
 LIMIT_SECONDS = 90
 
 
@@ -50,7 +51,7 @@ def hear_once(speaker: ModuleType, asks: list[Ask]) -> Heard:
     try:
         with tempfile.TemporaryDirectory(prefix="interop-") as folder:
             verdicts = speaker.run(asks, Path(folder), listener.port, wait_for_routes)
-    except Refuses as why:
+    except (Refuses, subprocess.TimeoutExpired) as why:
         print(f"{speaker.NAME}: {why}")
         return Heard(speaker.NAME, "", {ask.index: MISSING for ask in asks})
     finally:
