@@ -76,6 +76,14 @@ void fuzz_parse(const LibraryCase &input)
             "a value goes to the machine's order and back");
 }
 
+void fuzz_dialects(const LibraryCase &input, std::string_view text)
+{
+    Given json;
+    require(bgpdt_dialects(input.type, text.data(), text.size(), json.out(), json.size(), nullptr) == BGPDT_OK &&
+                nlohmann::json::accept(json.text()),
+            "every text has its dialects, which are JSON");
+}
+
 void fuzz_why(const LibraryCase &input)
 {
     const std::string_view text = text_of(input.payload);
@@ -84,6 +92,7 @@ void fuzz_why(const LibraryCase &input)
     require_told(code, error, text.size());
     Room value(input.size());
     require(code == parsed(input, text, value), "a reason is told exactly for what is not taken");
+    fuzz_dialects(input, text);
     if (code == BGPDT_OK)
         return;
     const std::string_view repair = view(error->repair);

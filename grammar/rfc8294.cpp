@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// bgpdt_rfc8294 prints docs/rfc8294.md: where the patterns of RFC 8294 and the types here differ, from their automata.
+/// bgpdt_rfc8294 RULE: '+' in front of each line of the input that the rule takes, '-' of the others.
 #include <cmath>
 #include <cstdio>
 #include <iostream>
@@ -77,11 +78,21 @@ void print_pair(const Pair &pair, const Grammar &standards)
               << " are read alike.\n";
 }
 
+void try_lines(const Automaton &automaton)
+{
+    for (std::string line; std::getline(std::cin, line);)
+        std::cout << (automaton.accepts(line) ? '+' : '-') << line << '\n';
+}
+
 } // namespace
 
-int main()
+int main(int count, char **arguments)
 {
     const Grammar standards = standard_grammar("rfc8294");
+    if (count == 2) {
+        try_lines(automaton_of(standards, arguments[1]));
+        return 0;
+    }
     std::cout
         << "# The types and RFC 8294\n\n"
            "The YANG module `ietf-routing-types` (RFC 8294) has patterns for what some types here take. This page\n"

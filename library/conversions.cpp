@@ -8,6 +8,7 @@
 
 #include "answer.hpp"
 #include "json_table.hpp"
+#include "toolkit/dialects.hpp"
 #include "toolkit/explain.hpp"
 #include "toolkit/fields.hpp"
 #include "toolkit/json_answers.hpp"
@@ -202,6 +203,18 @@ int bgpdt_explain(const bgpdt_type *type, const uint8_t *value, size_t value_siz
         const toolkit::Bytes bytes(native.begin(), native.end());
         const auto explanation = toolkit::explanation_of(type->session(), type->record, bytes);
         hand_over(toolkit::explanation_json(explanation).text(), json, json_size);
+    });
+}
+
+int bgpdt_dialects(const bgpdt_type *type, const char *text, size_t text_size, char **json, size_t *json_size,
+                   bgpdt_error **error)
+{
+    const bool sense = type != nullptr && is_buffer(text, text_size) && json != nullptr;
+    return answer({type, 0, error}, sense, [&] {
+        const std::string_view asked(text_size == 0 ? "" : text, text_size);
+        const auto dialects = toolkit::dialects_of(type->record, asked);
+        hand_over(toolkit::dialects_json(type->record, asked, dialects).text(), json, json_size);
+        return BGPDT_OK;
     });
 }
 

@@ -71,6 +71,21 @@ Ref json_module_function(const char *name)
     return given(PyObject_GetAttrString(json.get(), name));
 }
 
+/// What the call gives, which takes the places of JSON, of its size and of an error.
+template <class Ask>
+Ref loaded_from(const Type &type, const Ask &ask)
+{
+    char *json = nullptr;
+    std::size_t size = 0;
+    Error error;
+    if (ask(&json, &size, error.out()) != BGPDT_OK)
+        error.raise(type.state);
+    const std::unique_ptr<char, void (*)(char *)> owner(json, bgpdt_free);
+    const Ref loads = json_module_function("loads");
+    const Ref text = text_of(std::string_view(json, size));
+    return given(PyObject_CallFunctionObjArgs(loads.get(), text.get(), nullptr));
+}
+
 /// Whether the value has all fields of the type.
 bool has_all(const Type &type, std::span<const std::uint8_t> value)
 {
@@ -92,16 +107,18 @@ bool sample_has_all(const Type &type, bgpdt_text text)
 
 Ref loaded(Value &value, JsonFunction *function)
 {
-    char *json = nullptr;
-    std::size_t size = 0;
-    Error error;
     const auto bytes = value.bytes();
-    if (function(value.type->type, bytes.data(), bytes.size(), &json, &size, error.out()) != BGPDT_OK)
-        error.raise(value.type->state);
-    const std::unique_ptr<char, void (*)(char *)> owner(json, bgpdt_free);
-    const Ref loads = json_module_function("loads");
-    const Ref text = text_of(std::string_view(json, size));
-    return given(PyObject_CallFunctionObjArgs(loads.get(), text.get(), nullptr));
+    return loaded_from(*value.type, [&](char **json, std::size_t *size, bgpdt_error **error) {
+        return function(value.type->type, bytes.data(), bytes.size(), json, size, error);
+    });
+}
+
+Ref dialects_of(const Type &type, PyObject *text)
+{
+    const Text encoded(text, "dialects()");
+    return loaded_from(type, [&](char **json, std::size_t *size, bgpdt_error **error) {
+        return bgpdt_dialects(type.type, encoded.view().data(), encoded.view().size(), json, size, error);
+    });
 }
 
 Ref from_table(const Type &type, PyObject *table)

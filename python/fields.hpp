@@ -15,6 +15,8 @@ using JsonFunction = decltype(bgpdt_table);
 
 /// What it gives, as Python has it.
 Ref loaded(Value &value, JsonFunction *function);
+/// How other BGP speakers read a text.
+Ref dialects_of(const Type &type, PyObject *text);
 /// The value that a script table says.
 Ref from_table(const Type &type, PyObject *table);
 

@@ -8,6 +8,7 @@
 
 #include "about.hpp"
 #include "column.hpp"
+#include "fields.hpp"
 #include "refusal.hpp"
 #include "types.hpp"
 #include "value.hpp"
@@ -40,6 +41,12 @@ Ref why(PyObject *module, const Call &call)
     if (code == BGPDT_OK)
         return none();
     return code == BGPDT_REFUSED ? refusal_of(type, text, mode) : refused(type, code, text, mode);
+}
+
+Ref dialects(PyObject *module, const Call &call)
+{
+    const auto [type, text] = taken("dialects", call, {"type", "text"}, 2);
+    return dialects_of(type_of(state_of_module(module), type), text);
 }
 
 Ref types(PyObject *module)
@@ -176,6 +183,9 @@ PyMethodDef functions[] = {
                                            "bytes."),
     method<why>("why",
                 "why($module, /, type, text, mode=None)\n--\n\nThe Refusal of a text, None if the type takes it."),
+    method<dialects>("dialects",
+                     "dialects($module, /, type, text)\n--\n\nHow other BGP speakers read the text, or one of "
+                     "the same shape."),
     method<parse_many>("parse_many", "parse_many($module, /, type, texts, mode=None)\n--\n\nThe values of a column of "
                                      "texts. None of them raises Refusal: the Column tells which rows were refused."),
     method<print_many>("print_many", "print_many($module, /, type, values, mode=None)\n--\n\nThe texts of a column of "

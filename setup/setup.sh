@@ -18,29 +18,37 @@ web_packages="g++ cmake ninja-build dpkg-dev nlohmann-json3-dev emscripten zopfl
 deb_packages="$tool_packages dpkg-dev debhelper dh-python libsqlite3-dev python3-dev libgtest-dev lintian"
 clean_deb_packages="dpkg-dev lintian mmdebstrap autopkgtest piuparts"
 web_test_packages="chromium libgtest-dev"
+speaker_packages="gobgpd frr bird2 exabgp tshark python3"
 test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googletest clang-format clang-tidy
     g++-i686-linux-gnu abigail-tools valgrind clang-19 libclang-rt-19-dev llvm-19 python3 libyang-tools lua5.4
     libsqlite3-dev sqlite3 zsh fish mandoc groff-base file luarocks python3-dev python3-venv $deb_packages"
 
+# missing_packages PACKAGE...: those that are not installed
+missing_packages() {
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || printf ' %s' "$package"
+    done
+}
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null; then
+        sudo "$@"
+    else
+        fail "this is needed, as root: $*"
+    fi
+}
+
 # Installs the Debian packages that are missing.
 need_packages() {
-    missing=""
-    for package in "$@"; do
-        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing="$missing $package"
-    done
+    missing=$(missing_packages "$@")
     [ -n "$missing" ] || return 0
     command -v apt-get >/dev/null || fail "these packages are needed, and there is no apt-get to install them:$missing"
-    if [ "$(id -u)" -eq 0 ]; then
-        as_root=""
-    elif command -v sudo >/dev/null; then
-        as_root="sudo"
-    else
-        fail "these packages are needed; install them as root: apt-get install$missing"
-    fi
     say "installing$missing"
     export DEBIAN_FRONTEND=noninteractive
-    # shellcheck disable=SC2086 # both are lists of words
-    { $as_root apt-get -qq update && $as_root apt-get -qq install -y --no-install-recommends $missing; } >&2 ||
+    # shellcheck disable=SC2086 # a list of words
+    { as_root apt-get -qq update && as_root apt-get -qq install -y --no-install-recommends $missing; } >&2 ||
         fail "apt-get could not install$missing"
 }
 

@@ -24,11 +24,11 @@ std::vector<std::string> names_of(std::span<const Command> commands, Passes pass
     return names;
 }
 
-constexpr std::string_view special_options[] = {"--mode",      "--native", "--record",    "--template",     "--value",
-                                                "--from",      "--to",     "--output",    "--in",           "--jobs",
-                                                "--show",      "--quiet",  "--summary",   "--rejects",      "--memory",
-                                                "--unique",    "--with",   "--color",     "--html",         "--reverse",
-                                                "--canonical", "--field",  "--as-format", "--descriptions", "--as"};
+constexpr std::string_view special_options[] = {
+    "--mode",   "--native",    "--record",       "--template", "--value",   "--from",    "--to",
+    "--output", "--in",        "--jobs",         "--show",     "--quiet",   "--summary", "--rejects",
+    "--memory", "--unique",    "--with",         "--color",    "--html",    "--reverse", "--canonical",
+    "--field",  "--as-format", "--descriptions", "--as",       "--dialects"};
 constexpr std::string_view common_options[] = {"--native", "--mode", "--canonical", "--as-format", "--to", "--with"};
 constexpr std::string_view options_for_one[] = {"--record", "--template", "--value"};
 

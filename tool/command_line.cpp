@@ -219,6 +219,7 @@ void declare(CLI::App &app, Options &options)
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
     app.add_flag("--descriptions", options.descriptions, "What the words mean, behind a tab each");
     app.add_flag("--html", options.html, "A page for a browser");
+    app.add_flag("--dialects", options.dialects, "How other BGP speakers read the text, or one like it");
     app.add_option("--as", options.language,
                    "Language: notation, abnf, regex, python, pcre, ecmascript, yang or svg; without it notation")
         ->type_name("LANGUAGE");

@@ -71,7 +71,7 @@ constexpr Command table_of_commands[] = {
      "bgpdt swap ASNUM 0x0000fbf000000000", swap_bytes},
     {"table", "TYPE VALUE", "The value as scripts see it", "--mode --native", "bgpdt table VRFRD 64496:100", table},
     {"explain", "TYPE VALUE", "The value's bytes, and what each field of them is",
-     "--mode --native --as-format --color --html", "bgpdt explain VRFRD 64496:100", explain},
+     "--mode --native --as-format --color --html --dialects", "bgpdt explain VRFRD 64496:100", explain},
     {"wire", "WHAT [HEX]", "The octets that BGP sends to values, or with --to wire back; '-' reads lines of them",
      "--native --as-format --from --to --with --in --output --rejects --show --quiet --summary",
      "bgpdt wire EVPN 03110001c000020100070000006420c0000201", wire_values, wire_lines},

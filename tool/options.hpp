@@ -43,6 +43,7 @@ struct Options {
     bool canonical = false;    ///< check: accepted is not enough
     bool descriptions = false; ///< complete: what the words mean
     bool html = false;         ///< explain: a page
+    bool dialects = false;     ///< explain: how others read the text
 
     std::vector<std::string> given; ///< the names of the options that are given
     std::string page;               ///< help or version, asked for instead of a command

@@ -15,6 +15,7 @@
 #include "explain_pictures.hpp"
 #include "toolkit/checks.hpp"
 #include "toolkit/conversions.hpp"
+#include "toolkit/dialects.hpp"
 #include "toolkit/display_record.hpp"
 #include "toolkit/explain.hpp"
 #include "toolkit/fields.hpp"
@@ -94,6 +95,41 @@ std::string differences_text(const std::vector<Difference> &all)
     for (const Difference &row : all)
         text += padded(row.name, columns[0]) + padded(shown(row.first), columns[1]) + shown(row.second) + "\n";
     return text;
+}
+
+/// In columns: who, which version, what it makes of the text, and what became of its numbers.
+std::string readings_text(const std::vector<Reading> &readings)
+{
+    std::size_t columns[] = {0, 0};
+    const auto name = [](const Reading &reading) {
+        return std::string(reading.reader) + (reading.version.empty() ? "" : " ") + std::string(reading.version);
+    };
+    const auto taken = [](const Reading &reading) {
+        return std::string(reading.hex.empty() ? reading.answer : reading.hex);
+    };
+    for (const Reading &reading : readings) {
+        columns[0] = std::max(columns[0], name(reading).size() + 2);
+        columns[1] = std::max(columns[1], taken(reading).size() + 2);
+    }
+    std::string text;
+    for (const Reading &reading : readings) {
+        const std::string change = reading.change.empty() ? "" : ", " + std::string(reading.change);
+        const std::string last = std::string(reading.value) + change;
+        text += padded(name(reading), columns[0]) +
+                (last.empty() ? taken(reading) : padded(taken(reading), columns[1])) + last + "\n";
+    }
+    return text;
+}
+
+Answer dialects_answer(const SYSDT_Record &type, const std::string &text)
+{
+    const Dialects dialects = dialects_of(type, text);
+    const std::string asked(dialects.text);
+    const std::string no_speaker = "no speaker was asked about \"" + shown(text) + "\"";
+    const std::string line = asked.empty()   ? no_speaker + ", nor about a text like it\n"
+                             : asked != text ? no_speaker + "; the nearest that was: " + asked + "\n"
+                                             : "";
+    return {line + readings_text(dialects.readings), dialects_json(type, text, dialects)};
 }
 
 } // namespace
@@ -193,7 +229,11 @@ Answer explain(Session &session, const Options &options)
 {
     if (options.html && options.json)
         throw UsageError("--html and --json are two answers; give one of them");
+    if (options.html && options.dialects)
+        throw UsageError("--html and --dialects are two answers; give one of them");
     const SYSDT_Record &type = session.type(options.arguments[0]);
+    if (options.dialects)
+        return dialects_answer(type, options.arguments[1]);
     const Given given = read_given(session, type, options.arguments[1]);
     const Explanation explanation = explanation_of(session, type, given.value);
     return answer_of(options.html ? explanation_html(explanation) : explanation_text(explanation, is_coloured(options)),

@@ -185,6 +185,17 @@ JsonObject explanation_json(const Explanation &explanation)
     return json;
 }
 
+JsonObject dialects_json(const SYSDT_Record &type, std::string_view text, const Dialects &dialects)
+{
+    std::vector<JsonObject> readings;
+    for (const Reading &reading : dialects.readings) {
+        JsonObject &json = readings.emplace_back();
+        json.add("reader", reading.reader).add_some("version", reading.version).add("answer", reading.answer);
+        json.add_some("hex", reading.hex).add_some("value", reading.value).add_some("change", reading.change);
+    }
+    return json_answer(type).add("text", text).add("asked", dialects.text).add("readings", readings);
+}
+
 JsonObject candidates_json(const std::vector<std::string> &candidates)
 {
     return json_answer().add("candidates", candidates);

@@ -10,8 +10,10 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "dialects.hpp"
 #include "errors.hpp"
 #include "explain.hpp"
 #include "fields.hpp"
@@ -51,6 +53,8 @@ JsonObject checked_json(const SYSDT_Record &type);
 JsonObject order_json(const SYSDT_Record &type, int order);
 JsonObject differences_json(const SYSDT_Record &type, std::span<const Difference> differences);
 JsonObject explanation_json(const Explanation &explanation);
+/// @param text  which was asked for
+JsonObject dialects_json(const SYSDT_Record &type, std::string_view text, const Dialects &dialects);
 JsonObject candidates_json(const std::vector<std::string> &candidates);
 
 /// What else there is to say beside an answer.

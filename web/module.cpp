@@ -245,6 +245,13 @@ BGPDT_EXPORT(why) int bgpdt_web_why(const bgpdt_type *type)
     return answer([type](bgpdt_error **error) { return bgpdt_why(type, given.data(), given.size(), error); });
 }
 
+BGPDT_EXPORT(dialects) int bgpdt_web_dialects(const bgpdt_type *type)
+{
+    return answer_text([type](char **text, std::size_t *size, bgpdt_error **error) {
+        return bgpdt_dialects(type, given.data(), given.size(), text, size, error);
+    });
+}
+
 BGPDT_EXPORT(print) int bgpdt_web_print(const bgpdt_type *type)
 {
     return answer([type](bgpdt_error **error) {

@@ -272,6 +272,16 @@ BGPDT_API int bgpdt_explain(const bgpdt_type *type, const uint8_t *value, size_t
                             size_t *json_size, bgpdt_error **error);
 
 /**
+ * How other BGP speakers read a text, as JSON: the text that was asked about, which is this one or one of the same shape
+ * (empty if there is none), and what each reader made of it.
+ *
+ * @param json       receives the text, with a NUL behind it, to be released with bgpdt_free
+ * @param json_size  receives its size; may be null
+ */
+BGPDT_API int bgpdt_dialects(const bgpdt_type *type, const char *text, size_t text_size, char **json, size_t *json_size,
+                             bgpdt_error **error);
+
+/**
  * A field of the value by its name, as people ask for it: an address of either family is one field, and what a type code
  * splits is told in its pieces.
  *

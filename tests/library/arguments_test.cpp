@@ -105,6 +105,9 @@ TEST_F(Arguments, Tables)
     expect_no_sense(bgpdt_explain(nullptr, value_.data(), 12, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_explain(type_, nullptr, 12, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_explain(type_, value_.data(), 12, nullptr, &size_, error_.out()));
+    expect_no_sense(bgpdt_dialects(nullptr, "", 0, &json_, &size_, error_.out()));
+    expect_no_sense(bgpdt_dialects(type_, nullptr, 1, &json_, &size_, error_.out()));
+    expect_no_sense(bgpdt_dialects(type_, "", 0, nullptr, &size_, error_.out()));
     expect_no_sense(bgpdt_field(nullptr, value_.data(), 12, "", 0, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_field(type_, nullptr, 12, "", 0, &json_, &size_, error_.out()));
     expect_no_sense(bgpdt_field(type_, value_.data(), 12, nullptr, 1, &json_, &size_, error_.out()));

@@ -260,6 +260,26 @@ TEST_F(Interface, FieldsAsJson)
     EXPECT_NE(text.find(R"("value":"192.0.2.1, 7")"), std::string::npos) << text;
 }
 
+TEST_F(Interface, DialectsOfATextOrOfOneOfItsShape)
+{
+    const auto asked = [this](std::string_view text) {
+        char *json = nullptr;
+        std::size_t size = 0;
+        EXPECT_EQ(bgpdt_dialects(rd_, text.data(), text.size(), &json, &size, nullptr), BGPDT_OK);
+        const std::string answer(owned(json).get(), size);
+        const std::size_t begin = answer.find(R"("asked":")") + 9;
+        return answer.substr(begin, answer.find('"', begin) - begin);
+    };
+    EXPECT_EQ(asked("65551:9"), "65551:9");
+    EXPECT_EQ(asked("70000:12"), "65551:9"); // an AS of four octets, and a number that fits
+    EXPECT_EQ(asked("1.20:7"), "1.15:9");
+    EXPECT_EQ(asked("203.0.113.9:1"), "192.0.2.1:7");
+    EXPECT_EQ(asked("70000:70000"), "65551:65540");
+    EXPECT_EQ(asked("0065001:02"), "0064496:01"); // leading zeros
+    EXPECT_EQ(asked("no-such-notation"), "");
+    EXPECT_EQ(asked(""), "");
+}
+
 TEST_F(Interface, FieldsByTheirNames)
 {
     /// "no such field" where the value has not, but others of its type have.

@@ -191,6 +191,24 @@ TEST_F(LibraryWithoutMemory, Explanations)
     EXPECT_GT(refuse_in(json(bgpdt_explain, library_.type("VRFRD"), Bytes(11))), 3);
 }
 
+TEST_F(LibraryWithoutMemory, Dialects)
+{
+    const auto dialects = [type = library_.type("VRFRD")](std::string text) -> Call {
+        return [type, text = std::move(text)](Answer &answer) {
+            char *json = nullptr;
+            std::size_t size = 0;
+            bgpdt_error *error = nullptr;
+            const int code = bgpdt_dialects(type, text.data(), text.size(), &json, &size, &error);
+            answer.keep(code, error);
+            if (json != nullptr)
+                answer.keep(json, size);
+            bgpdt_free(json);
+        };
+    };
+    EXPECT_GT(refuse_in(dialects("65551:9")), 10);
+    EXPECT_GT(refuse_in(dialects("a text that is longer than any that is kept in place")), 10);
+}
+
 TEST_F(LibraryWithoutMemory, Fields)
 {
     const Bytes rd = value("VRFRD", "192.0.2.1:7");

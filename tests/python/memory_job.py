@@ -47,6 +47,7 @@ CALLS = {
     "refused row": lambda: str(COLUMN.refusal(1)),
     "reasons": lambda: list(COLUMN.reasons()),
     "print_many": lambda: list(bgpdt.print_many("VRFRD", COLUMN)),
+    "dialects": lambda: bgpdt.dialects("VRFRD", "65551:9"),
     "explain_many": lambda: list(bgpdt.explain_many("VRFRD", COLUMN)),
     "array interface": lambda: COLUMN.__array_interface__["shape"],
     "arrow": lambda: list(bgpdt.print_many("VRFRD", COLUMN)),

@@ -120,6 +120,16 @@ def test_explain():
     assert sum(part["size"] for part in explained["parts"]) == 89
 
 
+def test_dialects():
+    told = bgpdt.dialects("VRFRD", "65551:9")
+    readings = {reading["reader"]: reading for reading in told["readings"]}
+    assert told["asked"] == "65551:9"
+    assert readings["bgpdt"]["hex"] == bgpdt.VRFRD("65551:9").hex()[:16]
+    assert readings["GoBGP"]["change"] == "clamps"
+    assert bgpdt.dialects(bgpdt.VRFRD, "70000:12")["asked"] == "65551:9"
+    assert bgpdt.dialects("VRFRD", "?")["readings"] == []
+
+
 def test_compare_is_the_routers():
     first, second = bgpdt.VPNID("1:1"), bgpdt.VPNID("1:2")
     assert first < second and first.compare(second) == 1  # its order is the other way round

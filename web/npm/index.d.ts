@@ -143,6 +143,29 @@ export interface Explanation {
     no_table?: string;
 }
 
+/** What one BGP speaker makes of a text. */
+export interface Reading {
+    reader: string;
+    version?: string;
+    /** "taken", "refused", or what else became of it. */
+    answer: string;
+    /** What it announces, on the wire. */
+    hex?: string;
+    /** The same in numbers. */
+    value?: string;
+    /** What became of the text's numbers. */
+    change?: 'clamps' | 'wraps' | 'reads otherwise';
+}
+
+export interface Dialects {
+    schema: 2;
+    type: string;
+    text: string;
+    /** The text that the speakers were asked about: this one, or one of the same shape; empty if there is none. */
+    asked: string;
+    readings: Reading[];
+}
+
 /** A field in which two values differ. */
 export interface Difference {
     name: string;
@@ -166,6 +189,8 @@ export function parse(type: string, text: string, options?: Options): Uint8Array
 export function tryParse(type: string, text: string, options?: Options): Uint8Array | undefined;
 /** Why a text is refused; undefined if it is taken. */
 export function why(type: string, text: string, options?: Options): Refusal | undefined;
+/** How other BGP speakers read the text, or one of the same shape. */
+export function dialects(type: string, text: string): Dialects;
 /** A value to text; what is no UTF-8 in it becomes U+FFFD. Throws a {@link Refusal}. */
 export function print(type: string, value: Uint8Array, options?: Options): string;
 /** The text as bytes; in some modes, bytes that are no text. */

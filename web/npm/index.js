@@ -156,6 +156,8 @@ export const toHex = (value) => Array.from(value, (byte) => byte.toString(16).pa
 export const compare = (name, first, second) => ask('compare', name, [first, second]) - 2;
 export const order = (name, first, second) => ask('order', name, [first, second]) - 2;
 
+export const dialects = (name, text) => jsonOf('dialects', name, [encode(text)]);
+
 // ------------------------------------------------------------------------------------------------ fields and tables
 
 function jsonOf(call, name, values) {

@@ -3,6 +3,7 @@
 // The page: one type, three views, and an address that says what is shown.
 import { guess, types, why } from '../npm/index.js';
 import { compareView } from './compare_view.js';
+import { dialectsView } from './dialects_view.js';
 import { breathe, byId, copy, fill, h, newId, roving, tell } from './dom.js';
 import { fragmentOf, stateOf, views } from './link.js';
 import { ListView } from './list_view.js';
@@ -96,7 +97,11 @@ function showValue() {
     if (state.text === '') return fill(places.result);
     if (name === undefined) return showNearest(state.text);
     const { value, refusal } = reading(name, state.text);
-    fill(places.result, value ? valueView(name, value) : refusalView(refusal, take('text'), choose));
+    fill(
+        places.result,
+        value ? valueView(name, value) : refusalView(refusal, take('text'), choose),
+        dialectsView(name, state.text),
+    );
     tell(value ? `A value of ${name}` : `Refused: ${refusal.reason || refusal.message}`);
 }
 

@@ -155,6 +155,15 @@ test('bytes and fields are linked, by pointer and by keyboard', async (t) => {
     assert.deepEqual(await marked(), ['BUTTON 1', 'TR 1']);
 });
 
+test('how others read a text stands below its value', async (t) => {
+    const page = await open(t, { state: { type: 'VRFRD', text: '65551:9' } });
+    assert.equal(await page.textContent('.dialects tr.changed th'), 'GoBGP 3.10.0');
+    await page.fill(valueField, '65552:10');
+    assert.match(await page.textContent('.dialects .note'), /the nearest that was: 65551:9$/);
+    await page.fill(valueField, '64496:1:1:1:1');
+    assert.equal(await page.$('.dialects'), null);
+});
+
 test('two values are compared', async (t) => {
     const page = await open(t, { state: { view: 'compare', text: '64496:1', second: '65551:1', type: 'VRFRD' } });
     assert.equal(await page.textContent('#compare h2'), 'The first stands before the second3 fields differ');

@@ -5,6 +5,7 @@ import {
     check,
     compare,
     differences,
+    dialects,
     explain,
     fields,
     fromHex,
@@ -25,7 +26,7 @@ import {
     types,
     why,
 } from 'bgpdt';
-import type { Explanation, Fields, Part, TypeInfo } from 'bgpdt';
+import type { Dialects, Explanation, Fields, Part, TypeInfo } from 'bgpdt';
 
 function same(is: unknown, expected: unknown): void {
     const [left, right] = [is, expected].map((value) =>
@@ -72,6 +73,10 @@ export function run(): string {
     const [one, two] = [parse('VRFRD', '64496:1'), parse('VRFRD', '64496:2')];
     same([compare('VRFRD', one, two), order('VRFRD', two, one), order('VRFRD', one, one)], [-1, 1, 0]);
     same(differences('VRFRD', one, two), [{ name: 'assigned number', first: '1', second: '2' }]);
+
+    const told: Dialects = dialects('rd', '65552:10');
+    same([told.asked, told.readings[1]?.reader, told.readings[1]?.change], ['65551:9', 'GoBGP', 'clamps']);
+    same(dialects('VRFRD', '?').readings, []);
 
     const explained: Explanation = explain('VRFRD', one);
     const part: Part | undefined = explained.parts[1];
