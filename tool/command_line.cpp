@@ -181,7 +181,7 @@ void declare(CLI::App &app, Options &options)
     app.add_option("--from", options.from, "Format of the input: text, hex, json or binary")->type_name("FORMAT");
     app.add_option(
            "--to", options.to,
-           "Format of the output: hex, text, json, csv, tsv or binary; from the wire text, hex or json, to it wire")
+           "Format of the output: hex, text, json, csv, tsv or binary; of wire text, hex, json or wire; of import text, hex or json")
         ->type_name("FORMAT");
     app.add_option("--with", options.with, "--to wire: what the value has no room for; any number of them")
         ->type_name("NAME=VALUE")

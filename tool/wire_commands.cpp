@@ -32,8 +32,7 @@ const wire::Form &form_named(const std::string &name)
     std::vector<std::string> names;
     for (const wire::Form &known : wire::forms())
         names.emplace_back(known.name);
-    throw UsageError(name + " is nothing that BGP sends and that is known here" + did_you_mean(name, names) +
-                     "; there are " + joined(names, ", "));
+    throw UsageError("wire does not read " + name + did_you_mean(name, names) + "; there are " + joined(names, ", "));
 }
 
 /// What comes out, or goes in on the way back.
