@@ -7,7 +7,6 @@
 #include <charconv>
 #include <iterator>
 #include <map>
-#include <ranges>
 #include <span>
 
 #include "bgp_datatype/values.h"
@@ -327,9 +326,10 @@ Found zone(Refused &refused)
     const std::size_t at = refused.text.find('%');
     Edits edits;
     const std::string behind = refused.text.substr(std::min(at, refused.text.size()), widest_search);
-    for (const std::size_t edge : std::views::reverse(boundaries(behind)))
+    for (const std::size_t edge : boundaries(behind))
         if (edge > 1)
             edits.push_back({at, edge, ""});
+    std::ranges::reverse(edits);
     return refused.first_taken(edits, [](const auto &, const auto &) { return "an address has no zone here"; });
 }
 
