@@ -48,9 +48,9 @@ STEPS = (
     Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage")),
     Step("tsan", "every vector line and libbgpdt's functions from eight threads at once, under TSan",
          ("tsan bgpdt_threads_test", "tsan bgpdt_library_threads_test")),
-    Step("packages", "the Debian packages under lintian, and programs with what they hold, without installing them"),
+    Step("packages", "(only when named) the Debian packages under lintian, and programs with what they hold, without installing them"),
     Step("debian", "(only when named) the packages built, tested, installed, upgraded and removed in clean chroots, as root"),
-    Step("luarocks", "luarocks builds and installs the module for Lua, as a user and as root"),
+    Step("luarocks", "(only when named) luarocks builds and installs the module for Lua, as a user and as root"),
     Step("abi", "libbgpdt's binary interface is the released one, or more"),
     Step("python", "the package for Python, installed in a clean environment"),
     Step("python-columns", "(only when named) its columns in pyarrow, polars, DuckDB, pandas and Spark, its types in checkers",
@@ -65,7 +65,7 @@ STEPS = (
 )
 QUICK = ("style", "release", "ppc", "sanitize")
 # asan has sanitize's vectors; msan and those behind it build or install for minutes
-APART = ("sanitize", "size", "msan", "recipes-whole", "web", "python-columns", "python-everywhere", "debian")
+APART = ("sanitize", "size", "msan", "recipes-whole", "web", "python-columns", "python-everywhere", "packages", "debian", "luarocks")
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 
