@@ -179,9 +179,7 @@ void declare(CLI::App &app, Options &options)
     add_number(app, "--mode", options.settings.mode, std::uint8_t{255},
                "Conversion mode; without it the one in which text goes both ways");
     app.add_option("--from", options.from, "Format of the input: text, hex, json or binary")->type_name("FORMAT");
-    app.add_option(
-           "--to", options.to,
-           "Format of the output: hex, text, json, csv, tsv or binary; of wire text, hex, json or wire; of import text, hex or json")
+    app.add_option("--to", options.to, "Format of the output: hex, text, json, csv, tsv or binary; for octets wire")
         ->type_name("FORMAT");
     app.add_option("--with", options.with, "--to wire: what the value has no room for; any number of them")
         ->type_name("NAME=VALUE")
