@@ -51,7 +51,7 @@ grep '^proved: ' "$work/calls.txt"
 
 # Under ASan: what the library and the module do with memory; Python's own leaks are not looked for.
 cmake -S "$top" -B "$work/asan" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O1 -g1 -DNDEBUG" \
-    -DBGPDT_HOST=ON -DBGPDT_LIBRARY=ON -DBGPDT_LINKED=ON -DBGPDT_PYTHON=ON -DBGPDT_SANITIZE=address \
+    -DBGPDT_HOST=ON -DBGPDT_LIBRARY=ON -DBGPDT_LINKED=ON -DBGPDT_PYTHON=ON -DBGPDT_WERROR=OFF -DBGPDT_SANITIZE=address \
     -DPython_EXECUTABLE="$(command -v python3)" >&2
 cmake --build "$work/asan" --target bgpdt_python >&2
 rm -rf "$work/asan/package"
