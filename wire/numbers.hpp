@@ -13,6 +13,8 @@
 
 namespace bgpdt::wire {
 
+inline constexpr std::uint32_t beyond_tlvs = 0x10000; ///< greater than every type of a TLV
+
 /// All of the octets, at most eight.
 inline std::uint64_t number_in(Octets octets)
 {

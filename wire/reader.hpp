@@ -169,7 +169,7 @@ public:
         read_tlv(name, body, group);
     }
     /// The others, which the value has no room for.
-    void last_tlvs() { reach(largest_tlv); }
+    void last_tlvs() { reach(beyond_tlvs); }
     /// Its usual size follows from the protocol and the octets.
     void igp_router_id(std::size_t place);
     void mt_id(std::size_t place);
@@ -177,8 +177,6 @@ public:
     void starts_as(std::size_t place, std::uint32_t number) { set(place, number); }
 
 private:
-    static constexpr std::uint32_t largest_tlv = 0x10000;
-
     Reader part(const char *name, std::size_t size, std::size_t length_size, std::string_view group = {});
     std::size_t take_bits(const char *name, bool ipv4, bool ipv6, bool none);
     bool reach(std::uint32_t type);

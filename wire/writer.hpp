@@ -142,7 +142,7 @@ public:
         put_others(type);
         put_tlv(type, name, body, group);
     }
-    void last_tlvs() { put_others(0x10000); }
+    void last_tlvs() { put_others(beyond_tlvs); }
     void igp_router_id(std::size_t place);
     void mt_id(std::size_t place);
     void starts_as(std::size_t place, std::uint32_t number)
