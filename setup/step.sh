@@ -48,7 +48,7 @@ build)
     ;;
 style) "$top/setup/check_style.sh" ;;
 tidy) "$top/setup/check_tidy.py" "$top/build/release" ;;
-release | asan | ppc) run_tests "$step" -E '^valgrind' ;;
+release | asan | ppc) run_tests "$step" -E '^valgrind|^grammar[.]large$' ;;
 i686)
     # What is freed and kept apart would fill 32 bits of addresses; the loader, run as a program, leaks its own lists.
     ASAN_OPTIONS=quarantine_size_mb=16:detect_leaks=0 run_tests "$step"
@@ -59,7 +59,7 @@ tsan) run_tests tsan -R '^(library\.)?threads$' ;;
 abi) "$top/tests/library/abi.sh" ;;
 valgrind) run_tests release -R '^valgrind' ;;
 sweeps)
-    BGPDT_TEST_SHARE=1 run_tests release -R '^(sweep|printers|formats|tool[.]files)$'
+    BGPDT_TEST_SHARE=1 run_tests release -R '^(sweep|printers|formats|tool[.](files|stream)|grammar[.]large)$'
     BGPDT_TEST_SHARE=5 run_tests ppc -R '^(faults|mistakes)$'
     ;;
 answers)

@@ -16,7 +16,7 @@
 #include "support/conversion.hpp"
 #include "support/plugin_test.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::attr_bitmap {
 
 namespace {
 
@@ -724,4 +724,4 @@ TEST_F(AttrBitmapTest, StepsNeedTheirPointers)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::attr_bitmap

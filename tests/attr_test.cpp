@@ -12,7 +12,7 @@
 #include "support/conversion.hpp"
 #include "support/plugin_test.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::attr {
 
 namespace {
 
@@ -125,12 +125,12 @@ TEST_F(AttrTest, PrintedSidStructure)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::attr
 
 #pragma GCC visibility push(default)
 extern "C" uint32_t PAL_Uint32ToStr(uint32_t value, char *buffer, uint32_t base)
 {
     static auto *const next = reinterpret_cast<decltype(PAL_Uint32ToStr) *>(dlsym(RTLD_NEXT, "PAL_Uint32ToStr"));
-    return bgpdt::test::numbers_fail ? 1 : next(value, buffer, base);
+    return bgpdt::test::attr::numbers_fail ? 1 : next(value, buffer, base);
 }
 #pragma GCC visibility pop

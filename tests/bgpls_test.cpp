@@ -14,7 +14,7 @@
 #include "support/guarded.hpp"
 #include "support/plugin_test.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::bgpls {
 
 namespace {
 
@@ -926,4 +926,4 @@ TEST_F(BgpLsTest, TheUnspecifiedAddressIsAllZero)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::bgpls

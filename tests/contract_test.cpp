@@ -12,7 +12,7 @@
 #include "support/guarded.hpp"
 #include "support/plugin_test.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::contract {
 
 namespace {
 
@@ -188,4 +188,4 @@ TEST_F(ContractTest, SeparatorsOfAnExtendedRouteTarget)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::contract

@@ -16,7 +16,7 @@
 #include "support/guarded.hpp"
 #include "support/plugin_test.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::evpn {
 
 namespace {
 
@@ -999,4 +999,4 @@ TEST_F(EvpnTest, AFailureOfAScriptPopsNothing)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::evpn

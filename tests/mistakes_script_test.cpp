@@ -442,7 +442,7 @@ void ScriptMistakes::get_other_kinds()
     change_parts(parent, parent, "..");
 }
 
-void make_mistakes(const Line &line, const Subject &subject, Report &report)
+void make_script_mistakes(const Line &line, const Subject &subject, Report &report)
 {
     ScriptMistakes mistakes(line, subject, report);
     if (line.verb == Verb::set) {
@@ -459,7 +459,7 @@ void make_mistakes(const Line &line, const Subject &subject, Report &report)
 TEST(Mistakes, OfScripts)
 {
     check_every_line([](const Line &line, const Subject &subject, Report &report) {
-        const std::string fault = memory_fault([&] { make_mistakes(line, subject, report); });
+        const std::string fault = memory_fault([&] { make_script_mistakes(line, subject, report); });
         report.require(fault.empty(), fault);
     });
 }

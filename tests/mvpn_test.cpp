@@ -14,7 +14,7 @@
 #include "bgp_datatype/bgp_datatype.h"
 #include "support/plugin_test.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::mvpn {
 
 namespace {
 
@@ -235,4 +235,4 @@ TEST_F(MvpnTest, AddressesOnTheScriptStack)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::mvpn

@@ -13,7 +13,7 @@
 #include "support/guarded.hpp"
 #include "support/plugin_test.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::policy_key {
 
 namespace {
 
@@ -148,4 +148,4 @@ TEST_F(PolicyKeyTest, GroupsOfAnIpv6Endpoint)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::policy_key

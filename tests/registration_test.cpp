@@ -13,7 +13,7 @@
 #include "support/registry.hpp"
 #include "support/setting.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::registration {
 
 namespace {
 
@@ -104,4 +104,4 @@ TEST(Registration, AHostMissesOnlyTheTypesThatItRefuses)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::registration

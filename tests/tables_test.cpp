@@ -17,7 +17,7 @@
 #include "support/plugin_test.hpp"
 #include "support/subject.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::tables {
 
 namespace {
 
@@ -95,4 +95,4 @@ TEST_F(TablesTest, EveryKeywordCanBeFound)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::tables

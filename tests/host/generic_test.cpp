@@ -6,11 +6,11 @@
 #include <cstring>
 #include <initializer_list>
 #include <lua.hpp>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "host/host.hpp"
+#include "script_engine.hpp"
 #include "test_memory.hpp"
 
 namespace {
@@ -319,10 +319,6 @@ TEST(String, HelpFollowsTheContract)
     EXPECT_EQ(test_memory::blocks, blocks_before);
 }
 
-struct CloseEngine {
-    void operator()(lua_State *lua) const { lua_close(lua); }
-};
-
 class ScriptFields : public testing::Test {
 protected:
     ScriptFields() { run("return {}"); }
@@ -334,7 +330,7 @@ protected:
         ASSERT_EQ(luaL_dostring(lua, script), LUA_OK);
     }
 
-    const std::unique_ptr<lua_State, CloseEngine> owner{luaL_newstate()};
+    const Engine owner{luaL_newstate()};
     lua_State *const lua = owner.get();
 };
 

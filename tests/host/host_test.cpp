@@ -6,10 +6,10 @@
 #include <cstring>
 #include <filesystem>
 #include <lua.hpp>
-#include <memory>
 #include <optional>
 
 #include "host/host.hpp"
+#include "script_engine.hpp"
 #include "test_memory.hpp"
 
 namespace {
@@ -261,14 +261,10 @@ struct Limit {
     }
 };
 
-struct CloseEngine {
-    void operator()(lua_State *lua) const { lua_close(lua); }
-};
-
 class Scripted : public Loaded {
 protected:
     Limit memory;
-    const std::unique_ptr<lua_State, CloseEngine> owner{lua_newstate(Limit::allocate, &memory)};
+    const Engine owner{lua_newstate(Limit::allocate, &memory)};
     lua_State *const lua = owner.get();
     std::string error = "an old error";
 };

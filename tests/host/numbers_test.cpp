@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::uint32_t untouched = 0x5A5A5A5A;
+constexpr std::uint32_t untouched_number = 0x5A5A5A5A;
 
 TEST(Numbers, DecimalTextOf32Bits)
 {
@@ -18,16 +18,16 @@ TEST(Numbers, DecimalTextOf32Bits)
                                "a", "1.", ".",  " ",  "4294967296", "10000000000", "99999999999999999999999"};
     for (const auto read : {SMP_StrToUint32, PAL_StrToUint32}) {
         for (const auto &[text, expected] : good) {
-            std::uint32_t number = untouched;
+            std::uint32_t number = untouched_number;
             EXPECT_EQ(read(text, &number), SYSDT_OK) << text;
             EXPECT_EQ(number, expected) << text;
         }
         for (const char *text : bad) {
-            std::uint32_t number = untouched;
+            std::uint32_t number = untouched_number;
             EXPECT_NE(read(text, &number), SYSDT_OK) << text;
-            EXPECT_EQ(number, untouched) << text;
+            EXPECT_EQ(number, untouched_number) << text;
         }
-        std::uint32_t number = untouched;
+        std::uint32_t number = untouched_number;
         EXPECT_NE(read(nullptr, &number), SYSDT_OK);
         EXPECT_NE(read("1", nullptr), SYSDT_OK);
     }
@@ -40,14 +40,14 @@ TEST(Numbers, DecimalTextOf64Bits)
         std::uint64_t number;
     } const good[] = {{"0", 0}, {"4294967296", 4294967296}, {"18446744073709551615", 18446744073709551615u}};
     for (const auto &[text, expected] : good) {
-        std::uint64_t number = untouched;
+        std::uint64_t number = untouched_number;
         EXPECT_EQ(PAL_StrToUint64(text, &number), SYSDT_OK) << text;
         EXPECT_EQ(number, expected) << text;
     }
     for (const char *text : {"", "18446744073709551616", "20000000000000000000", "-1", "1 ", "0x1"}) {
-        std::uint64_t number = untouched;
+        std::uint64_t number = untouched_number;
         EXPECT_NE(PAL_StrToUint64(text, &number), SYSDT_OK) << text;
-        EXPECT_EQ(number, untouched) << text;
+        EXPECT_EQ(number, untouched_number) << text;
     }
 }
 

@@ -5,16 +5,12 @@
 #include <cstdint>
 #include <limits>
 #include <lua.hpp>
-#include <memory>
 #include <string>
 
 #include "host/host.hpp"
+#include "script_engine.hpp"
 
 namespace {
-
-struct CloseEngine {
-    void operator()(lua_State *lua) const { lua_close(lua); }
-};
 
 class Script : public testing::Test {
 protected:
@@ -38,7 +34,7 @@ protected:
         return text;
     }
 
-    const std::unique_ptr<lua_State, CloseEngine> owner{luaL_newstate()};
+    const Engine owner{luaL_newstate()};
     lua_State *const lua = owner.get();
 };
 

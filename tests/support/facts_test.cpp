@@ -18,7 +18,7 @@
 #include <sanitizer/lsan_interface.h>
 #endif
 
-namespace bgpdt::test {
+namespace bgpdt::test::facts {
 
 namespace {
 
@@ -245,4 +245,4 @@ TEST(Guarded, IsReadOnlyForWhomItIsConstant)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::facts

@@ -9,7 +9,7 @@
 #include "bgp_datatype/host.h"
 #include "support/vector_file.hpp"
 
-namespace bgpdt::test {
+namespace bgpdt::test::vector_file {
 
 namespace {
 
@@ -205,4 +205,4 @@ TEST(VectorFile, ALineNeedsASubject)
 
 } // namespace
 
-} // namespace bgpdt::test
+} // namespace bgpdt::test::vector_file

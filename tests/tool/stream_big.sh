@@ -2,9 +2,11 @@
 # SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 # What only big inputs show: order with threads, constant memory, spilling, lines without an end, the progress bar.
-# Usage: stream_big.sh BGPDT LINES
+# Usage: stream_big.sh BGPDT
 set -eu
-bgpdt=$1 lines=$2
+bgpdt=$1
+lines=200000
+[ "${BGPDT_TEST_SHARE-}" != 1 ] || lines=1000000
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder"
