@@ -50,7 +50,8 @@ void add_diagnosis(JsonObject &json, const Diagnosis &diagnosis)
     if (!diagnosis.repair.empty())
         json.add("repair", diagnosis.repair).add("change", word_for(diagnosis.change));
     std::vector<std::string> types;
-    std::ranges::transform(diagnosis.types, std::back_inserter(types), &TypeName::name);
+    if (diagnosis.types)
+        std::ranges::transform(*diagnosis.types, std::back_inserter(types), &TypeName::name);
     if (!types.empty())
         json.add("other_types", types);
 }

@@ -114,6 +114,14 @@ void append_record(Buffer &out, const host::ScriptRecord &record, const host::Sc
     }
 }
 
+/// Whether there is a table.
+bool is_made(std::uint32_t status)
+{
+    if (status == SYSDT_ERR_NO_MEMORY)
+        throw std::bad_alloc(); // which says nothing of the value
+    return status == SYSDT_OK;
+}
+
 /// A name as it stands, an index or any other text in brackets.
 std::string key_text(const std::string &key)
 {
@@ -222,14 +230,14 @@ bool ScriptJson::append(Buffer &out, host::Host &host, const SYSDT_Record &type,
     if (type.luaSet == nullptr)
         return false;
     if (const auto status = host.record_script_value(record_, type, value)) {
-        if (*status == SYSDT_OK)
+        if (is_made(*status))
             append_record(out, record_, record_.value());
         return *status == SYSDT_OK;
     }
     if (!lua_)
         lua_ = new_lua_state();
     std::string error;
-    if (host.push_script_value(lua_.get(), type, value, error) != SYSDT_OK)
+    if (!is_made(host.push_script_value(lua_.get(), type, value, error)))
         return false;
     append_json(out, script_json(lua_.get(), -1));
     lua_pop(lua_.get(), 1);

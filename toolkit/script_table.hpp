@@ -30,6 +30,7 @@ JsonText script_json(lua_State *lua, int index);
 class ScriptJson {
 public:
     /// Appends the value's table; false, with nothing appended, if the type makes none of it.
+    /// @throws std::bad_alloc
     bool append(Buffer &out, host::Host &host, const SYSDT_Record &type, std::span<const std::uint8_t> value);
 
 private:
