@@ -46,33 +46,27 @@ toolkit::JsonText json_of(const ScriptValue &value);
 
 toolkit::JsonText table_json(const ScriptTable &table)
 {
-    std::string text;
     if (!table.empty() && table.front().name.empty()) {
         std::vector<toolkit::JsonText> entries;
         for (const ScriptField &field : table)
             entries.push_back(json_of(field.value));
-        toolkit::append_json(text, entries);
-    } else {
-        toolkit::JsonObject object;
-        for (const ScriptField &field : table)
-            object.add(field.name, json_of(field.value));
-        text = object.text();
+        return {toolkit::to_json(entries)};
     }
-    return {text};
+    toolkit::JsonObject object;
+    for (const ScriptField &field : table)
+        object.add(field.name, json_of(field.value));
+    return {object.text()};
 }
 
 toolkit::JsonText json_of(const ScriptValue &value)
 {
     if (const auto *table = std::get_if<ScriptTable>(&value.value))
         return table_json(*table);
-    std::string text;
     if (const auto *string = std::get_if<std::string>(&value.value))
-        toolkit::append_json(text, *string);
-    else if (const auto *number = std::get_if<std::int64_t>(&value.value))
-        toolkit::append_json(text, *number);
-    else
-        return {};
-    return {text};
+        return {toolkit::to_json(*string)};
+    if (const auto *number = std::get_if<std::int64_t>(&value.value))
+        return {toolkit::to_json(*number)};
+    return {};
 }
 
 /// A column of the one text, as library_columns.cpp reads it.

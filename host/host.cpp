@@ -369,6 +369,24 @@ std::uint32_t Host::push_script_value(lua_State *lua, const SYSDT_Record &type, 
     return call.status;
 }
 
+std::optional<std::uint32_t> Host::record_script_value(ScriptRecord &record, const SYSDT_Record &type,
+                                                       std::span<const std::uint8_t> value)
+{
+    const Readable readable(type, value);
+    const MemoryWatch memory;
+    record.begin();
+    ScriptRecord *const before = std::exchange(script_record, &record);
+    const std::uint32_t answered =
+        type.luaSet(&record, record.top(), script_field, 0, length_of(value), readable.data());
+    script_record = before;
+    if (record.memory_out())
+        return SYSDT_ERR_NO_MEMORY;
+    if (!record.is_complete())
+        return {};
+    const std::uint32_t status = memory.status(answered);
+    return status != SYSDT_OK || record.finish() ? std::optional(status) : std::nullopt;
+}
+
 std::uint32_t Host::read_script_value(lua_State *lua, const SYSDT_Record &type, std::size_t size, Bytes &value,
                                       std::string &error)
 {

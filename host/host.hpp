@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,6 +20,7 @@
 #pragma GCC visibility push(default)
 #include "bgp_datatype/host.h"
 #include "host/registration.hpp"
+#include "host/script_record.hpp"
 
 struct lua_State;
 
@@ -98,6 +100,10 @@ public:
     /// SYSDT_ERR_NO_MEMORY if the engine's memory is out.
     std::uint32_t push_script_value(lua_State *lua, const SYSDT_Record &type, std::span<const std::uint8_t> value,
                                     std::string &error);
+    /// The same as plain data, without an engine: the status that the type answers, or nothing where only an engine can
+    /// tell what comes of it.
+    std::optional<std::uint32_t> record_script_value(ScriptRecord &record, const SYSDT_Record &type,
+                                                     std::span<const std::uint8_t> value);
     /// Calls LuaGet on the script value on top of the Lua stack (left there) into a cleared buffer of `size` bytes.
     /// Errors come back as from push_script_value.
     std::uint32_t read_script_value(lua_State *lua, const SYSDT_Record &type, std::size_t size, Bytes &value,

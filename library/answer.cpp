@@ -77,6 +77,7 @@ struct Told : bgpdt_error {
     std::string picture_text = {};
     std::vector<toolkit::KindForm> known_forms = {};
     std::vector<bgpdt_form> form_rows = {};
+    bool types_known = false; ///< or those that there are were not asked
     std::vector<toolkit::TypeName> known_types = {};
     std::vector<bgpdt_text> type_rows = {};
 };
@@ -123,6 +124,7 @@ void Told::add_forms(const std::vector<toolkit::KindForm> &known)
 
 void Told::add_types(std::vector<toolkit::TypeName> types)
 {
+    types_known = true;
     known_types = std::move(types);
     for (const toolkit::TypeName &type : known_types)
         type_rows.push_back(view(type.name));
@@ -185,6 +187,8 @@ int told(const Call &call, const toolkit::Refusal &refusal) noexcept
         error->add_forms(refusal.forms());
         if (refusal.diagnosis())
             error->diagnose(*refusal.diagnosis());
+        if (refusal.types())
+            error->add_types(*refusal.types());
         return error;
     });
 }
@@ -195,8 +199,11 @@ void add_other_types(const Call &call, std::string_view text) noexcept
 {
     if (call.error == nullptr || *call.error == nullptr || is_plain(*call.error))
         return;
+    auto *const error = static_cast<Told *>(*call.error);
+    if (error->types_known)
+        return;
     try {
-        static_cast<Told *>(*call.error)->add_types(toolkit::types_that_take(call.type->session(), text));
+        error->add_types(toolkit::types_that_take(call.type->session(), text));
     } catch (...) { // there is no memory to know more
     }
 }

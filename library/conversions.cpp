@@ -270,9 +270,10 @@ int bgpdt_table(const bgpdt_type *type, const uint8_t *value, size_t value_size,
                 bgpdt_error **error)
 {
     return on_value({type, BGPDT_TABLE, error}, json != nullptr, value, value_size, [&](Value native) {
-        const toolkit::LuaState lua = toolkit::new_lua_state();
-        toolkit::push_table(type->session(), lua.get(), type->record, native);
-        hand_over(toolkit::script_json(lua.get(), -1).text, json, json_size);
+        toolkit::Buffer table;
+        if (!toolkit::ScriptJson().append(table, type->session().host(), type->record, native))
+            toolkit::push_table(type->session(), toolkit::new_lua_state().get(), type->record, native); // throws
+        hand_over(std::string(table.text()), json, json_size);
     });
 }
 

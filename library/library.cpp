@@ -57,7 +57,7 @@ void bgpdt_library::describe(const SYSDT_Record &record)
     const std::size_t size = value_size(record);
     types.push_back({.library = *this,
                      .record = record,
-                     .order = orders_.emplace_back(record),
+                     .order = orders_.emplace_back(session, record),
                      .size = size,
                      .mode = mode,
                      .info = {.struct_size = sizeof(bgpdt_info),

@@ -12,7 +12,7 @@ install(DIRECTORY include/bgp_datatype DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} C
 if(BGPDT_HOST)
     list(APPEND bgp_datatype_targets bgpdt_host)
     set_target_properties(bgpdt_host PROPERTIES EXPORT_NAME host)
-    install(FILES host/host.hpp host/registration.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/bgpdt/host COMPONENT dev)
+    install(FILES host/host.hpp host/registration.hpp host/script_record.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/bgpdt/host COMPONENT dev)
 endif()
 if(BGPDT_TOOL)
     install(TARGETS bgpdt RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)

@@ -38,6 +38,27 @@ LineLength load_length(const std::uint8_t *entry)
     return length;
 }
 
+/// The value of an entry in the target's order.
+const std::uint8_t *target(const std::uint8_t *entry) { return entry + sizeof(LineLength); }
+
+/// Sets the bits in which the two differ, a machine word at a time.
+void add_differences(const std::uint8_t *first, const std::uint8_t *second, std::span<std::uint8_t> differences)
+{
+    const auto add = [&]<class Word>(std::size_t at, Word word) {
+        Word words[] = {word, word, word};
+        std::memcpy(&words[0], first + at, sizeof word);
+        std::memcpy(&words[1], second + at, sizeof word);
+        std::memcpy(&words[2], &differences[at], sizeof word);
+        words[2] = static_cast<Word>(words[2] | (words[0] ^ words[1]));
+        std::memcpy(&differences[at], &words[2], sizeof word);
+    };
+    std::size_t at = 0;
+    for (; at + sizeof(std::uint64_t) <= differences.size(); at += sizeof(std::uint64_t))
+        add(at, std::uint64_t{});
+    for (; at < differences.size(); ++at)
+        add(at, std::uint8_t{});
+}
+
 /// A file that is gone with its descriptor, however the program ends.
 Descriptor temporary_file()
 {
@@ -153,8 +174,8 @@ private:
     std::size_t size_ = 0; ///< of the entry
 };
 
-Sorter::Sorter(const SYSDT_Record &type, Settings settings)
-    : order_(type), settings_{std::max(settings.memory, least_memory), settings.unique, settings.reverse}
+Sorter::Sorter(Session &session, const SYSDT_Record &type, Settings settings)
+    : order_(session, type), settings_{std::max(settings.memory, least_memory), settings.unique, settings.reverse}
 {
 }
 
@@ -185,16 +206,65 @@ const std::uint8_t *Sorter::store(Value value, std::string_view line)
 
 void Sorter::add(Value value, std::string_view line)
 {
-    // Of an entry's address there is room for two, which is half of what a growing list takes, and for one in sorting.
-    constexpr std::size_t bookkeeping = 4 * sizeof(void *);
-    entries_.push_back(store(value, line));
+    // There is room for two of an entry, which is half of what a growing list takes, and for one in sorting.
+    constexpr std::size_t bookkeeping = 4 * sizeof(Entry);
+    entries_.push_back({store(value, line)});
     if (used_ + entries_.size() * bookkeeping > settings_.memory)
         spill();
 }
 
+/// Where values differ.
+std::vector<std::size_t> Sorter::varying_bytes() const
+{
+    const std::size_t size = order_.target_size();
+    const std::uint8_t *const first = target(entries_.front().bytes);
+    Bytes differences(size);
+    for (const Entry &entry : entries_)
+        add_differences(first, target(entry.bytes), differences);
+    std::vector<std::size_t> varying;
+    for (std::size_t i = 0; i < size; ++i)
+        if (differences[i] != 0)
+            varying.push_back(i);
+    return varying;
+}
+
+/// The bytes that all have in common decide nothing, so that the first eight of the others are the word.
+void Sorter::sort_by_bytes()
+{
+    std::vector<std::size_t> varying = varying_bytes();
+    const bool decides = varying.size() <= sizeof(Entry::word);
+    varying.resize(std::min(varying.size(), sizeof(Entry::word)));
+    for (Entry &entry : entries_) {
+        entry.word = 0;
+        for (const std::size_t at : varying)
+            entry.word = entry.word << 8 | target(entry.bytes)[at];
+        entry.word = settings_.reverse ? ~entry.word : entry.word;
+    }
+    std::ranges::stable_sort(entries_, [&](const Entry &first, const Entry &second) {
+        if (first.word != second.word || decides)
+            return first.word < second.word;
+        const int order = std::memcmp(target(first.bytes), target(second.bytes), order_.target_size());
+        return settings_.reverse ? order > 0 : order < 0;
+    });
+}
+
+bool Sorter::is_in_order() const
+{
+    return std::ranges::is_sorted(
+        entries_, [this](const Entry &first, const Entry &second) { return less(first.bytes, second.bytes); });
+}
+
+/// The type is asked about neighbours alone, as long as its order is that of the bytes, which many types' is: where no two
+/// neighbours are in disorder, none are, since the order is total.
 void Sorter::sort()
 {
-    std::ranges::stable_sort(entries_, [this](const auto *first, const auto *second) { return less(first, second); });
+    if (by_bytes_ && !entries_.empty()) {
+        sort_by_bytes();
+        by_bytes_ = is_in_order();
+    }
+    if (!by_bytes_)
+        std::ranges::stable_sort(
+            entries_, [this](const Entry &first, const Entry &second) { return less(first.bytes, second.bytes); });
 }
 
 std::string_view Sorter::bytes(const std::uint8_t *entry) const
@@ -207,8 +277,8 @@ void Sorter::spill()
     if (!runs_)
         runs_ = std::make_unique<Runs>();
     sort();
-    for (const std::uint8_t *entry : entries_)
-        runs_->write(bytes(entry));
+    for (const Entry &entry : entries_)
+        runs_->write(bytes(entry.bytes));
     runs_->end_run();
     entries_.clear();
     chunks_.clear();
@@ -259,7 +329,8 @@ void Sorter::each_in_order(const Take &take)
 {
     if (!runs_) {
         sort();
-        std::ranges::for_each(entries_, take);
+        for (const Entry &entry : entries_)
+            take(entry.bytes);
         return;
     }
     if (!entries_.empty())

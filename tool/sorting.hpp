@@ -25,7 +25,7 @@ public:
     };
     using Write = std::function<void(std::string_view line)>;
 
-    Sorter(const SYSDT_Record &type, Settings settings);
+    Sorter(toolkit::Session &session, const SYSDT_Record &type, Settings settings);
     ~Sorter();
     Sorter(const Sorter &) = delete;
     Sorter &operator=(const Sorter &) = delete;
@@ -39,8 +39,17 @@ private:
     class Run;
     using Take = std::function<void(const std::uint8_t *entry)>;
 
+    /// An entry in memory, and eight bytes of its value beside the address, which mostly decide which of two comes first.
+    struct Entry {
+        const std::uint8_t *bytes; ///< line length, key, line
+        std::uint64_t word = 0;
+    };
+
     const std::uint8_t *store(toolkit::Value value, std::string_view line);
     bool less(const std::uint8_t *first, const std::uint8_t *second) const;
+    std::vector<std::size_t> varying_bytes() const;
+    void sort_by_bytes();
+    bool is_in_order() const;
     void sort();
     void spill();
     std::string_view bytes(const std::uint8_t *entry) const;
@@ -53,8 +62,9 @@ private:
     std::vector<std::unique_ptr<std::uint8_t[]>> chunks_;
     std::size_t chunk_left_ = 0;
     std::uint64_t used_ = 0;
-    std::vector<const std::uint8_t *> entries_; ///< line length, key, line
-    std::unique_ptr<Runs> runs_;                ///< if memory has not sufficed
+    std::vector<Entry> entries_;
+    bool by_bytes_ = true;       ///< the order was that of the bytes until now
+    std::unique_ptr<Runs> runs_; ///< if memory has not sufficed
 };
 
 } // namespace bgpdt::tool

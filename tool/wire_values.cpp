@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <bit>
 
-#include <lua.hpp>
-
 #include "toolkit/conversions.hpp"
 #include "toolkit/fields.hpp"
 #include "toolkit/json_answers.hpp"
@@ -89,14 +87,12 @@ JsonObject ItemWriter::json(const wire::Form &form, const wire::Item &item, wire
                             const std::optional<Frame> &frame)
 {
     const SYSDT_Record &type = record_of(session_, form);
-    std::string error;
-    std::optional<JsonText> table;
-    if (type.luaSet != nullptr && session_.host().push_script_value(lua_.get(), type, item.value, error) == SYSDT_OK) {
-        table = script_json(lua_.get(), -1);
-        lua_pop(lua_.get(), 1);
-    }
-    JsonObject line = line_json(text_of(session_, type, item.value), table, named_values(session_, type, item.value),
-                                hex_of(session_, type, item.value));
+    Buffer table;
+    const bool has_table = script_.append(table, session_.host(), type, item.value);
+    const std::string hex = to_json(hex_of(session_, type, item.value));
+    const JsonObject fields = fields_json(named_values(session_, type, item.value));
+    JsonObject line = line_json(text_of(session_, type, item.value),
+                                has_table ? std::optional(JsonView{table.text()}) : std::nullopt, fields, {hex});
     add_wire(line, item.beside, octets);
     if (frame)
         add_frame(line.add("type", name_of(type)), frame->number, frame->withdrawn);

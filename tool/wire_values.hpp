@@ -44,7 +44,7 @@ private:
 
     toolkit::Session &session_;
     toolkit::Format format_;
-    toolkit::LuaState lua_ = toolkit::new_lua_state();
+    toolkit::ScriptJson script_;
 };
 
 /// What is wrong with octets, and where in the text that has them in hexadecimal.

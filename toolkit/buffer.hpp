@@ -8,11 +8,28 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace bgpdt::toolkit {
 
 class Buffer {
 public:
+    Buffer() = default;
+    Buffer(const Buffer &other) { append(other.text()); }
+    Buffer(Buffer &&other) noexcept
+        : characters_(std::move(other.characters_)), size_(std::exchange(other.size_, 0)),
+          capacity_(std::exchange(other.capacity_, 0))
+    {
+    }
+    Buffer &operator=(Buffer other) noexcept
+    {
+        characters_.swap(other.characters_);
+        std::swap(size_, other.size_);
+        std::swap(capacity_, other.capacity_);
+        return *this;
+    }
+    ~Buffer() = default;
+
     /// Room for so many characters behind those that there are; grown() takes them.
     char *room(std::size_t count)
     {
@@ -40,9 +57,9 @@ public:
     std::string_view text() const { return {characters_.get(), size_}; }
 
 private:
-    void grow(std::size_t count)
+    [[gnu::noinline]] void grow(std::size_t count)
     {
-        constexpr std::size_t smallest = 4096;
+        constexpr std::size_t smallest = 256;
         const std::size_t capacity = std::max({smallest, 2 * capacity_, size_ + count});
         std::unique_ptr<char[]> larger(new char[capacity]);
         if (size_ != 0)

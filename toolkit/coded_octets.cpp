@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <iterator>
 
 #include "host/host.hpp"
@@ -63,22 +64,19 @@ std::uint64_t network_number(Value bytes)
     return number;
 }
 
-NamedValue number(const char *name, Value bytes)
+void set_number(NamedValue &value, Value bytes)
 {
-    const std::uint64_t number = network_number(bytes);
-    return {name, std::to_string(number), number};
+    char digits[20];
+    value.number = network_number(bytes);
+    value.text.assign(digits, std::to_chars(digits, std::end(digits), *value.number).ptr);
 }
 
-NamedValue ipv4(const char *name, Value bytes)
+void set_address(NamedValue &value, Value bytes)
 {
-    std::array<char, 16> buffer{};
-    return {name, PAL_IpAddrToStr(static_cast<std::uint32_t>(network_number(bytes)), buffer.data())};
-}
-
-NamedValue ipv6(const char *name, Value bytes)
-{
-    std::array<char, 46> buffer{};
-    return {name, PAL_Inet_ntoa_b_ipv6(bytes.data(), buffer.data())};
+    std::array<char, 46> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written next
+    value.text = bytes.size() == ipv6_octets - 4
+                     ? PAL_Inet_ntoa_b_ipv6(bytes.data(), buffer.data())
+                     : PAL_IpAddrToStr(static_cast<std::uint32_t>(network_number(bytes)), buffer.data());
 }
 
 } // namespace
@@ -93,22 +91,26 @@ std::string coded_meaning(const Field &field, Value octets)
            splits[split_of(field, octets)];
 }
 
-std::vector<NamedValue> coded_pieces(const Field &field, Value octets)
+void add_coded_pieces(const Field &field, Value octets, const AddNamed &add)
 {
-    const NamedValue code{"type code", "0x" + to_hex(octets.first(2))};
     constexpr const char *administrator = "administrator";
     constexpr const char *assigned = "assigned number";
+    add("type code").text.append("0x").append(to_hex(octets.first(2)));
     switch (split_of(field, octets)) {
     case as2_number4:
-        return {code, number(administrator, octets.subspan(2, 2)), number(assigned, octets.subspan(4, 4))};
-    case ipv4_number2: return {code, ipv4(administrator, octets.subspan(2, 4)), number(assigned, octets.subspan(6, 2))};
+        set_number(add(administrator), octets.subspan(2, 2));
+        return set_number(add(assigned), octets.subspan(4, 4));
+    case ipv4_number2:
+        set_address(add(administrator), octets.subspan(2, 4));
+        return set_number(add(assigned), octets.subspan(6, 2));
     case as4_number2:
-        return {code, number(administrator, octets.subspan(2, 4)), number(assigned, octets.subspan(6, 2))};
+        set_number(add(administrator), octets.subspan(2, 4));
+        return set_number(add(assigned), octets.subspan(6, 2));
     case ipv6_number2:
-        return {code, ipv6(administrator, octets.subspan(2, 16)), number(assigned, octets.subspan(18, 2))};
-    case six_octets: break;
+        set_address(add(administrator), octets.subspan(2, 16));
+        return set_number(add(assigned), octets.subspan(18, 2));
+    case six_octets: add("octets").text = to_hex(octets.subspan(2, 6));
     }
-    return {code, {"octets", to_hex(octets.subspan(2, 6))}};
 }
 
 } // namespace bgpdt::toolkit

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <span>
 #include <string>
-#include <vector>
 
 #include "bytes.hpp"
 #include "named_value.hpp"
@@ -18,6 +17,6 @@ bool is_coded(const Field &field);
 /// "route target (0x0102): IPv4 address, number"
 std::string coded_meaning(const Field &field, std::span<const std::uint8_t> octets);
 /// The code, then what it makes of the octets behind it.
-std::vector<NamedValue> coded_pieces(const Field &field, std::span<const std::uint8_t> octets);
+void add_coded_pieces(const Field &field, std::span<const std::uint8_t> octets, const AddNamed &add);
 
 } // namespace bgpdt::toolkit

@@ -37,7 +37,7 @@ std::string meaning(std::uint32_t status)
 /// "TYPE refuses WHAT: REASON (SYSDT_ERR_X)REST"
 Refusal refusal(const SYSDT_Record &type, const std::string &what, std::uint32_t status, const std::string &reason,
                 const std::string &rest = {}, std::vector<KindForm> forms = {}, std::optional<Diagnosis> diagnosis = {},
-                Hint hint = Hint::none)
+                Hint hint = Hint::none, OtherTypes types = {})
 {
     if (status == SYSDT_ERR_NO_MEMORY)
         throw std::bad_alloc(); // which says nothing of the value
@@ -45,7 +45,7 @@ Refusal refusal(const SYSDT_Record &type, const std::string &what, std::uint32_t
     const std::string code = " (" + host::status_name(status) + ")";
     if (status == SYSDT_ERR_MISMATCH)
         return {front + code, Hint::display_record, front.size(), status};
-    return Refusal(front + code + rest, status, std::move(forms), std::move(diagnosis), hint);
+    return Refusal(front + code + rest, status, std::move(forms), std::move(diagnosis), hint, std::move(types));
 }
 
 template <class Slot>
@@ -122,10 +122,12 @@ Refusal text_refusal(Session &session, const SYSDT_Record &type, std::string_vie
                                : text.empty()
                                    ? "it is empty"
                                    : "it is no " + (sample.about.empty() ? "text of the type" : sample.about);
-    const std::string types = types_sentence(diagnosis ? diagnosis->types : types_that_take(session, text));
-    const std::string rest = (types.empty() ? "" : "; " + types) + (diagnosis ? "" : advice(session, type, forms));
+    OtherTypes types = diagnosis ? diagnosis->types : types_that_take(session, text);
+    const std::string sentence = types ? types_sentence(*types) : "";
+    const std::string rest =
+        (sentence.empty() ? "" : "; " + sentence) + (diagnosis ? "" : advice(session, type, forms));
     return refusal(type, what, status, reason, rest, std::move(forms), std::move(diagnosis),
-                   nameless ? Hint::names : Hint::none);
+                   nameless ? Hint::names : Hint::none, std::move(types));
 }
 
 host::Converted parse_text(Session &session, const SYSDT_Record &type, std::string_view text, std::uint8_t mode)

@@ -65,6 +65,9 @@ struct TypeName {
     std::string about;
 };
 
+/// Types that take a text which one refuses, the likeliest first; nothing if they were not asked.
+using OtherTypes = std::optional<std::vector<TypeName>>;
+
 /// What is wrong with a text.
 struct Diagnosis {
     std::string text;                    ///< the refused one
@@ -74,15 +77,16 @@ struct Diagnosis {
     std::string repair = {};             ///< the nearest text that would be taken; empty if none is near what was meant
     Change change = Change::value;       ///< of the repair
     std::vector<std::string> kinds = {}; ///< those near the text; none for a type without kinds
-    std::vector<TypeName> types = {};    ///< that take the text as it stands, the likeliest first
+    OtherTypes types = {};               ///< that take the text as it stands
 };
 
 /// A value that is none of the type's, or an operation that the type does not offer.
 class Refusal : public Error {
 public:
     explicit Refusal(const std::string &sentence, std::uint32_t status = 0, std::vector<KindForm> forms = {},
-                     std::optional<Diagnosis> diagnosis = {}, Hint hint = Hint::none)
-        : Error(sentence, hint), status_(status), forms_(std::move(forms)), diagnosis_(std::move(diagnosis))
+                     std::optional<Diagnosis> diagnosis = {}, Hint hint = Hint::none, OtherTypes types = {})
+        : Error(sentence, hint), status_(status), forms_(std::move(forms)), diagnosis_(std::move(diagnosis)),
+          types_(std::move(types))
     {
     }
     Refusal(const std::string &sentence, Hint hint, std::size_t place = std::string::npos, std::uint32_t status = 0)
@@ -95,11 +99,14 @@ public:
     const std::vector<KindForm> &forms() const { return forms_; }
     /// Of a text that is refused; none if nothing is known but that. The sentence holds its reason.
     const std::optional<Diagnosis> &diagnosis() const { return diagnosis_; }
+    /// Those that take the text as it stands.
+    const OtherTypes &types() const { return types_; }
 
 private:
     std::uint32_t status_;
     std::vector<KindForm> forms_;
     std::optional<Diagnosis> diagnosis_;
+    OtherTypes types_;
 };
 
 } // namespace bgpdt::toolkit

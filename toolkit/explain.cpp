@@ -49,50 +49,26 @@ Part part_of(const FieldReader &reader, const Field &field, std::size_t offset)
     return part;
 }
 
-/// The parts of one entry of the layout. What scripts alone know has no bytes.
+/// The parts of one entry of the layout.
 void add_entry(std::vector<Part> &parts, const FieldReader &reader, const Layout &layout, std::size_t entry)
 {
-    std::vector<Field> fields(layout.fields.begin(), layout.fields.end());
-    std::ranges::stable_sort(fields, {}, &Field::offset);
     const std::size_t begin = entry * layout.stride;
     const std::size_t end = std::min(begin + layout.stride, reader.value.size());
     std::size_t at = begin;
-    for (const Field &field : fields) {
-        const std::size_t offset = begin + field.offset;
-        if (field.size() != 0 && offset >= at && offset + field.size() <= end) {
-            add_unnamed(parts, reader.value, at, offset);
-            Part &part = parts.emplace_back(part_of(reader, field, offset));
-            if (layout.repeat > 1) {
-                const std::string index = std::to_string(entry + 1);
-                part.name += " " + index;
-                for (NamedValue &piece : part.pieces)
-                    piece.name += " " + index;
-                part.key = layout.key + ("[" + index + "].") + part.key;
-            }
-            at = offset + field.size();
+    for (const Field *const field : fields_in_order(layout, end - begin)) {
+        const std::size_t offset = begin + field->offset;
+        add_unnamed(parts, reader.value, at, offset);
+        Part &part = parts.emplace_back(part_of(reader, *field, offset));
+        if (layout.repeat > 1) {
+            const std::string index = std::to_string(entry + 1);
+            part.name += " " + index;
+            for (NamedValue &piece : part.pieces)
+                piece.name += " " + index;
+            part.key = layout.key + ("[" + index + "].") + part.key;
         }
+        at = offset + field->size();
     }
     add_unnamed(parts, reader.value, at, end);
-}
-
-/// The first of the entries at the end that are all alike.
-std::size_t first_alike(const Layout &layout, Value value)
-{
-    std::size_t entry = layout.repeat - std::size_t{1};
-    const auto bytes = [&](std::size_t n) { return value.subspan(n * layout.stride, layout.stride); };
-    while (entry > 0 && std::ranges::equal(bytes(entry - 1), bytes(entry)))
-        --entry;
-    return entry;
-}
-
-/// Whether nothing is in the entry: its numbers are 0 but for those that say so.
-bool is_empty(const FieldReader &reader, const Layout &layout, std::size_t entry)
-{
-    return std::ranges::all_of(layout.fields, [&](const Field &field) {
-        const FieldValue read =
-            reader.read(field, reader.value.subspan(entry * layout.stride + field.offset, field.size()));
-        return read.meaning == unused_entry || std::ranges::all_of(read.numbers, [](auto n) { return n == 0; });
-    });
 }
 
 /// Entries that are alike, told in one part.
@@ -109,9 +85,7 @@ Part alike(const Layout &layout, std::size_t first, const std::string &meaning)
 std::vector<Part> parts_of_fields(const FieldReader &reader, const Layout &layout)
 {
     std::vector<Part> parts;
-    const std::size_t last = first_alike(layout, reader.value);
-    const bool empty = layout.repeat > 1 && is_empty(reader, layout, last);
-    const std::size_t told = empty ? last : last + 1;
+    const auto [told, empty] = reader.entries(layout);
     for (std::size_t entry = 0; entry < told; ++entry)
         add_entry(parts, reader, layout, entry);
     if (told < layout.repeat)
@@ -120,17 +94,12 @@ std::vector<Part> parts_of_fields(const FieldReader &reader, const Layout &layou
     return parts;
 }
 
-/// A value without fields is a number if it is as long as one, else octets.
 Part whole_value(const SYSDT_Record &type, Value value)
 {
-    const bool number = type.baseKind == SYSDT_KIND_BINARY && std::has_single_bit(value.size()) && value.size() <= 8;
-    const Field field{.name = number ? "index" : "value",
-                      .width = static_cast<std::uint8_t>(number ? value.size() : 1),
-                      .count = 1,
-                      .form = number ? Form::number : Form::bytes};
+    const Field field = whole_field(type);
     const FieldReader reader(value);
     Part part = part_of(reader, field, 0);
-    if (!number) {
+    if (!field.host_order()) {
         part.size = value.size();
         part.shown = octets_text(value);
     }

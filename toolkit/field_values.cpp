@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <charconv>
+#include <iterator>
 #include <utility>
 
 #include "coded_octets.hpp"
@@ -48,13 +50,23 @@ std::uint64_t number_at(Value bytes)
     return number;
 }
 
+/// The numbers of a field of them.
+template <class Take>
+void each_number(const Field &field, Value bytes, const Take &take)
+{
+    for (std::size_t i = 0; field.host_order() && i < field.count; ++i)
+        take(number_at(bytes.subspan(i * field.width, field.width)));
+}
+
 std::vector<std::uint64_t> numbers_of(const Field &field, Value bytes)
 {
     std::vector<std::uint64_t> numbers;
-    for (std::size_t i = 0; field.host_order() && i < field.count; ++i)
-        numbers.push_back(number_at(bytes.subspan(i * field.width, field.width)));
+    each_number(field, bytes, [&](std::uint64_t number) { numbers.push_back(number); });
     return numbers;
 }
+
+/// What is one number and nothing else.
+bool is_number(const Field &field) { return field.form == Form::number && field.count == 1; }
 
 /// "1-3 5": the identifiers in a set.
 std::string identifiers(Value bits)
@@ -79,10 +91,16 @@ std::string text(Value bytes)
                        static_cast<std::size_t>(std::ranges::find(bytes, 0) - bytes.begin())});
 }
 
-std::string ipv4_text(std::uint64_t address)
+void append_number(std::string &out, std::uint64_t number)
 {
-    std::array<char, 16> buffer{};
-    return PAL_IpAddrToStr(static_cast<std::uint32_t>(address), buffer.data());
+    std::array<char, 20> digits; // NOLINT(cppcoreguidelines-pro-type-member-init): written next
+    out.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr);
+}
+
+void append_ipv4(std::string &out, std::uint64_t address)
+{
+    std::array<char, 16> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written next
+    out += PAL_IpAddrToStr(static_cast<std::uint32_t>(address), buffer.data());
 }
 
 std::string dotted(Value octets)
@@ -106,26 +124,64 @@ std::string router_id(std::uint64_t protocol, Value octets)
     }
 }
 
-/// The two halves of a community (RFC 1997), the three numbers of a large one (RFC 8092).
-std::vector<NamedValue> pieces_of(const Field &field, Value bytes, std::span<const std::uint64_t> numbers)
-{
-    if (is_coded(field))
-        return coded_pieces(field, bytes);
-    const auto piece = [](const char *name, std::uint64_t number) {
-        return NamedValue{name, std::to_string(number), number};
-    };
-    if (field.name == std::string_view("community"))
-        return {piece("community", numbers[0]), piece("AS number", numbers[0] >> 16),
-                piece("local value", numbers[0] & 0xffff)};
-    if (numbers.size() == 3 && field.key == std::string_view("largeCommunity"))
-        return {piece("administrator", numbers[0]), piece("local data 1", numbers[1]),
-                piece("local data 2", numbers[2])};
-    return {};
-}
+bool is_community(const Field &field) { return field.name == std::string_view("community"); }
 
 } // namespace
 
-FieldReader::FieldReader(Value bytes, std::string kind, const Layout &layout) : value(bytes), kind_(std::move(kind))
+std::vector<const Field *> fields_in_order(const Layout &layout, std::size_t size)
+{
+    std::vector<const Field *> all;
+    std::ranges::transform(layout.fields, std::back_inserter(all), [](const Field &field) { return &field; });
+    std::ranges::stable_sort(all, {}, [](const Field *field) { return field->offset; });
+    std::size_t at = 0;
+    std::erase_if(all, [&](const Field *field) {
+        const bool told = field->size() != 0 && field->offset >= at && field->offset + field->size() <= size;
+        at = told ? field->offset + field->size() : at;
+        return !told;
+    });
+    return all;
+}
+
+Field whole_field(const SYSDT_Record &type)
+{
+    const std::size_t size = value_size(type);
+    if (type.baseKind == SYSDT_KIND_BINARY && std::has_single_bit(size) && size <= 8)
+        return {.name = "index", .width = static_cast<std::uint8_t>(size), .count = 1, .form = Form::number};
+    return {.name = "value", .width = 1, .count = 1, .form = Form::bytes};
+}
+
+/// The two halves of a community (RFC 1997), the three numbers of a large one (RFC 8092).
+void add_pieces(const Field &field, Value bytes, const AddNamed &add)
+{
+    const auto piece = [&add](const char *name, std::uint64_t number) {
+        NamedValue &value = add(name);
+        append_number(value.text, number);
+        value.number = number;
+    };
+    if (is_coded(field)) {
+        add_coded_pieces(field, bytes, add);
+    } else if (is_community(field)) {
+        const std::uint64_t number = number_at(bytes);
+        piece("community", number);
+        piece("AS number", number >> 16);
+        piece("local value", number & 0xffff);
+    } else if (field.count == 3 && field.key == std::string_view("largeCommunity")) {
+        const char *const names[] = {"administrator", "local data 1", "local data 2"};
+        const char *const *name = names;
+        each_number(field, bytes, [&](std::uint64_t number) { piece(*name++, number); });
+    }
+}
+
+static std::vector<NamedValue> pieces_of(const Field &field, Value bytes)
+{
+    std::vector<NamedValue> pieces;
+    add_pieces(field, bytes, [&pieces](std::string_view name) -> NamedValue & {
+        return pieces.emplace_back(NamedValue{std::string(name), {}});
+    });
+    return pieces;
+}
+
+FieldReader::FieldReader(Value bytes, std::string_view kind, const Layout &layout) : value(bytes), kind_(kind)
 {
     const auto protocol = std::ranges::find(layout.fields, Words::ls_protocol, &Field::words);
     if (protocol != layout.fields.end() && protocol->offset + protocol->size() <= value.size())
@@ -134,51 +190,98 @@ FieldReader::FieldReader(Value bytes, std::string kind, const Layout &layout) : 
 
 FieldValue FieldReader::read(const Field &field, Value bytes) const
 {
-    FieldValue result{"", "", numbers_of(field, bytes)};
-    result.meaning = meaning(field, bytes, result.numbers);
-    result.in_words = field.words != Words::none && result.meaning != reading(field);
-    result.pieces = pieces_of(field, bytes, result.numbers);
-    result.shown = shown(field, bytes, result.numbers);
+    FieldValue result{meaning(field, bytes), "", numbers_of(field, bytes)};
+    result.in_words = word(field, bytes).has_value();
+    result.pieces = pieces_of(field, bytes);
+    append_shown(result.shown, field, bytes);
     return result;
 }
 
-std::string FieldReader::meaning(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const
+void FieldReader::read(const Field &field, Value bytes, NamedValue &into) const
 {
-    if (is_coded(field))
-        return coded_meaning(field, bytes);
+    if (const auto its_word = word(field, bytes)) {
+        into.text = *its_word;
+        return;
+    }
+    append_shown(into.text, field, bytes);
+    if (is_number(field))
+        into.number = number_at(bytes);
+}
+
+/// What the field's number stands for, if not for itself.
+std::optional<std::string_view> FieldReader::word(const Field &field, Value bytes) const
+{
     if (field.words == Words::sub_kind)
         return kind_.empty() ? "unknown" : kind_;
     if (field.words == Words::target_form && is_mac_like_target(value))
         return "six octets";
-    const char *const word = numbers.size() == 1 ? word_for(field.words, numbers[0]) : nullptr;
-    return word == nullptr ? reading(field) : word;
+    const bool may_stand = field.words != Words::none && is_number(field);
+    const char *const found = may_stand ? word_for(field.words, number_at(bytes)) : nullptr;
+    return found != nullptr ? std::optional<std::string_view>(found) : std::nullopt;
 }
 
-std::string FieldReader::shown(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const
+std::string FieldReader::meaning(const Field &field, Value bytes) const
 {
-    std::array<char, 46> buffer{};
+    return is_coded(field) ? coded_meaning(field, bytes) : std::string(word(field, bytes).value_or(reading(field)));
+}
+
+void FieldReader::append_shown(std::string &out, const Field &field, Value bytes) const
+{
+    std::array<char, 46> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written where it is read
     if (is_coded(field)) {
-        const std::vector<NamedValue> pieces = coded_pieces(field, bytes);
-        return pieces[1].text + (pieces.size() > 2 ? ", " + pieces[2].text : "");
+        const std::vector<NamedValue> pieces = pieces_of(field, bytes);
+        out += pieces[1].text + (pieces.size() > 2 ? ", " + pieces[2].text : "");
+        return;
     }
-    if (is_router_id(field))
-        return router_id(protocol_, bytes);
-    if (field.name == std::string_view("community"))
-        return std::to_string(numbers[0]) + " = " + std::to_string(numbers[0] >> 16) + ", " +
-               std::to_string(numbers[0] & 0xffff);
+    if (is_router_id(field)) {
+        out += router_id(protocol_, bytes);
+        return;
+    }
+    if (is_community(field)) {
+        const std::uint64_t number = number_at(bytes);
+        out += std::to_string(number) + " = " + std::to_string(number >> 16) + ", " + std::to_string(number & 0xffff);
+        return;
+    }
     switch (field.form) {
-    case Form::bytes: return octets_text(bytes);
-    case Form::text: return text(bytes);
-    case Form::bits: return identifiers(bytes);
-    case Form::ipv6: return PAL_Inet_ntoa_b_ipv6(bytes.data(), buffer.data());
-    case Form::mac: return grouped(bytes, 2, '-');
-    case Form::esi: return grouped(bytes, 2, '.');
+    case Form::bytes: out += octets_text(bytes); return;
+    case Form::text: out += text(bytes); return;
+    case Form::bits: out += identifiers(bytes); return;
+    case Form::ipv6: out += PAL_Inet_ntoa_b_ipv6(bytes.data(), buffer.data()); return;
+    case Form::mac: out += grouped(bytes, 2, '-'); return;
+    case Form::esi: out += grouped(bytes, 2, '.'); return;
     default: break;
     }
-    std::vector<std::string> texts;
-    for (const std::uint64_t number : numbers)
-        texts.push_back(field.form == Form::ipv4 ? ipv4_text(number) : std::to_string(number));
-    return joined(texts, ", ");
+    const char *before = "";
+    each_number(field, bytes, [&](std::uint64_t number) {
+        out += std::exchange(before, ", ");
+        if (field.form == Form::ipv4)
+            append_ipv4(out, number);
+        else
+            append_number(out, number);
+    });
+}
+
+/// Whether nothing is in the entry: its numbers are 0 but for those that say so.
+bool FieldReader::is_empty(const Layout &layout, std::size_t entry) const
+{
+    return std::ranges::all_of(layout.fields, [&](const Field &field) {
+        const Value bytes = value.subspan(entry * layout.stride + field.offset, field.size());
+        bool zero = true;
+        each_number(field, bytes, [&](std::uint64_t number) { zero = zero && number == 0; });
+        return zero || meaning(field, bytes) == unused_entry;
+    });
+}
+
+FieldReader::Entries FieldReader::entries(const Layout &layout) const
+{
+    if (layout.repeat == 1)
+        return {1, false};
+    std::size_t last = layout.repeat - std::size_t{1};
+    const auto bytes = [&](std::size_t n) { return value.subspan(n * layout.stride, layout.stride); };
+    while (last > 0 && std::ranges::equal(bytes(last - 1), bytes(last)))
+        --last;
+    const bool empty = is_empty(layout, last);
+    return {empty ? last : last + 1, empty};
 }
 
 std::string octets_text(Value bytes)

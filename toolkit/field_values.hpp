@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,6 +28,13 @@ struct FieldValue {
 /// What is said of an entry of a list that holds nothing.
 inline constexpr std::string_view unused_entry = "unused entry";
 
+/// The fields of an entry of the layout, in the order of their bytes: of those that share bytes the first, without those
+/// beyond so many bytes, and without what scripts alone know, which has no bytes.
+std::vector<const Field *> fields_in_order(const Layout &layout, std::size_t size);
+
+/// The only field of a value without fields: a number if it is as long as one, else octets, all there are.
+Field whole_field(const SYSDT_Record &type);
+
 /// Reads the fields of one value.
 class FieldReader {
 public:
@@ -34,20 +42,36 @@ public:
 
     /// A value without fields.
     explicit FieldReader(Value bytes) : value(bytes) {}
-    /// @param kind  the sub-kind's name
-    FieldReader(Value bytes, std::string kind, const Layout &layout);
+    /// @param kind  the sub-kind's name, which outlives the reader
+    FieldReader(Value bytes, std::string_view kind, const Layout &layout);
 
     FieldValue read(const Field &field, Value bytes) const;
+
+    // Parts of that.
+    std::string meaning(const Field &field, Value bytes) const;
+    void append_shown(std::string &out, const Field &field, Value bytes) const;
+    /// Into a cleared value of its name: what its number stands for, else what is shown, and the number if that is one.
+    void read(const Field &field, Value bytes, NamedValue &into) const;
+
+    /// How many entries of the layout's list are told, which are not like all behind them; or hold nothing.
+    struct Entries {
+        std::size_t told;
+        bool empty; ///< those behind them
+    };
+    Entries entries(const Layout &layout) const;
 
     const Value value;
 
 private:
-    std::string meaning(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const;
-    std::string shown(const Field &field, Value bytes, std::span<const std::uint64_t> numbers) const;
+    std::optional<std::string_view> word(const Field &field, Value bytes) const;
+    bool is_empty(const Layout &layout, std::size_t entry) const;
 
-    std::string kind_;
+    std::string_view kind_;
     std::uint64_t protocol_ = 0; ///< of a BGP-LS key
 };
+
+/// What the field's value is made of, if of more than one piece.
+void add_pieces(const Field &field, std::span<const std::uint8_t> bytes, const AddNamed &add);
 
 /// In hexadecimal; a long row of zeros at the end is cut.
 std::string octets_text(std::span<const std::uint8_t> bytes);

@@ -3,11 +3,11 @@
 #include "fields.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <utility>
 
 #include "errors.hpp"
-#include "explain.hpp"
 #include "kinds.hpp"
 #include "near_names.hpp"
 #include "samples.hpp"
@@ -16,43 +16,34 @@ namespace bgpdt::toolkit {
 namespace {
 
 constexpr std::string_view family_suffix = " family";
+constexpr std::string_view ipv4_suffix = " IPv4";
+constexpr std::string_view ipv6_suffix = " IPv6";
 
-/// The name of the address that the part is the family of; empty for any other part.
-std::string address_of(const Part &part)
+/// The name of the address that the field is the family of; empty for any other field.
+std::string_view address_of(const Field &field)
 {
-    return part.name.ends_with(family_suffix) ? part.name.substr(0, part.name.size() - family_suffix.size()) : "";
+    const std::string_view name = field.name;
+    return name.ends_with(family_suffix) ? name.substr(0, name.size() - family_suffix.size()) : "";
 }
 
-const Part *part_named(std::span<const Part> parts, const std::string &name)
+using Fields = std::span<const Field *const>;
+
+/// Of the address in a family; null if there is none.
+const Field *field_of(Fields fields, std::string_view address, std::string_view suffix)
 {
-    const auto found = std::ranges::find(parts, name, &Part::name);
-    return found == parts.end() ? nullptr : &*found;
+    const auto found = std::ranges::find_if(fields, [&](const Field *field) {
+        const std::string_view name = field->name;
+        return name.size() == address.size() + suffix.size() && name.starts_with(address) && name.ends_with(suffix);
+    });
+    return found == fields.end() ? nullptr : *found;
 }
 
-/// The parts of the addresses that have a family beside them.
-std::vector<std::string> parts_of_addresses(std::span<const Part> parts)
+/// Whether the field is an address of one family, with the family beside it.
+bool is_of_family(Fields fields, const Field &field)
 {
-    std::vector<std::string> names;
-    for (const Part &part : parts)
-        if (const std::string name = address_of(part); !name.empty())
-            names.insert(names.end(), {name + " IPv4", name + " IPv6"});
-    return names;
-}
-
-NamedValue named_value(const Part &part)
-{
-    if (part.in_words)
-        return {part.name, part.meaning};
-    const bool plain = part.numbers.size() == 1 && part.shown == std::to_string(part.numbers.front());
-    return {part.name, part.shown, plain ? std::optional(part.numbers.front()) : std::nullopt};
-}
-
-/// Under a name that no other field has: what goes with another field, as its notation does, is named after that.
-void add(std::vector<NamedValue> &values, NamedValue value, const std::string &before)
-{
-    if (std::ranges::find(values, value.name, &NamedValue::name) != values.end())
-        value.name = before + " " + value.name;
-    values.push_back(std::move(value));
+    const std::string_view name = field.name;
+    const bool may_be = name.ends_with(ipv4_suffix) || name.ends_with(ipv6_suffix);
+    return may_be && field_of(fields, name.substr(0, name.size() - ipv4_suffix.size()), family_suffix) != nullptr;
 }
 
 Bytes bare_value(const SYSDT_Record &type, std::uint32_t kind)
@@ -107,26 +98,104 @@ std::string text_in(std::span<const NamedValue> values, const std::string &name)
 
 } // namespace
 
+void ValueFields::plan(const Layout &layout, std::size_t size)
+{
+    layout_ = &layout;
+    rows_.clear();
+    const std::vector<const Field *> fields = fields_in_order(layout, std::min<std::size_t>(layout.stride, size));
+    for (const Field *const field : fields) {
+        const std::string_view address = address_of(*field);
+        if (!address.empty())
+            rows_.push_back(
+                {field, address, {field_of(fields, address, ipv4_suffix), field_of(fields, address, ipv6_suffix)}});
+        else if (!is_of_family(fields, *field))
+            rows_.push_back({field});
+    }
+    has_kinds_ = std::ranges::find(layout.fields, Words::sub_kind, &Field::words) != layout.fields.end();
+}
+
+std::string_view ValueFields::kind(Value value)
+{
+    if (!has_kinds_)
+        return {};
+    if (const std::uint32_t number = kind_of(value); kind_number_ != number) {
+        kind_number_ = number;
+        kind_ = kind_name(session_, type_, number);
+    }
+    return kind_;
+}
+
+/// Under a name that no other value of the entry has: what goes with another field, as its notation does, is named after
+/// that.
+NamedValue &ValueFields::add(std::string_view name)
+{
+    if (used_ == values_.size())
+        values_.emplace_back();
+    NamedValue &value = values_[used_];
+    value.text.clear();
+    value.number.reset();
+    if (value.name != name || !index_.empty()) // mostly it is what the value before had there
+        value.name.assign(name).append(index_);
+    const auto others = std::span(values_).subspan(entry_begin_, used_ - entry_begin_);
+    if (std::ranges::find(others, value.name, &NamedValue::name) != others.end())
+        value.name = std::string(before_) + index_ + " " + value.name;
+    ++used_;
+    return value;
+}
+
+void ValueFields::add_row(const FieldReader &reader, const Row &row, std::size_t offset)
+{
+    const auto bytes_of = [&](const Field &field) { return reader.value.subspan(offset + field.offset, field.size()); };
+    const Value bytes = bytes_of(*row.field);
+    if (!row.address.empty()) {
+        const std::string family = reader.meaning(*row.field, bytes);
+        for (const Field *const field : row.of_family)
+            if (field != nullptr && std::string_view(field->name).ends_with(family))
+                return reader.read(*field, bytes_of(*field), add(row.address));
+    }
+    const std::size_t before = used_;
+    add_pieces(*row.field, bytes, [this](std::string_view name) -> NamedValue & { return add(name); });
+    if (used_ == before)
+        reader.read(*row.field, bytes, add(row.field->name));
+}
+
+void ValueFields::add_entry(const FieldReader &reader, std::size_t entry)
+{
+    entry_begin_ = used_;
+    before_ = {};
+    for (const Row &row : rows_) {
+        add_row(reader, row, entry * layout_->stride);
+        before_ = row.field->name;
+    }
+}
+
+std::span<const NamedValue> ValueFields::of(Value value)
+{
+    used_ = 0;
+    entry_begin_ = 0;
+    index_.clear();
+    const Layout &layout = layout_of(type_.typeId, value, std::endian::native);
+    if (layout.fields.empty()) {
+        const Field field = whole_field(type_);
+        FieldReader(value).read(field, value, add(field.name));
+        return std::span(values_).first(used_);
+    }
+    if (&layout != layout_)
+        plan(layout, value.size());
+    const FieldReader reader(value, kind(value), layout);
+    for (std::size_t entry = 0, told = reader.entries(layout).told; entry < told; ++entry) {
+        if (layout.repeat > 1)
+            index_ = " " + std::to_string(entry + 1);
+        add_entry(reader, entry);
+    }
+    return std::span(values_).first(used_);
+}
+
 std::vector<NamedValue> named_values(Session &session, const SYSDT_Record &type, std::span<const std::uint8_t> value)
 {
-    const std::vector<Part> parts = parts_of(session, type, value);
-    const std::vector<std::string> in_addresses = parts_of_addresses(parts);
-    std::vector<NamedValue> values;
-    std::string before;
-    for (const Part &part : parts) {
-        if (part.name.empty() || part.repeats > 0 || std::ranges::find(in_addresses, part.name) != in_addresses.end())
-            continue;
-        const std::string address = address_of(part);
-        const Part *const chosen = address.empty() ? nullptr : part_named(parts, address + " " + part.meaning);
-        if (chosen != nullptr)
-            add(values, {address, chosen->shown}, before);
-        else if (part.pieces.empty())
-            add(values, named_value(part), before);
-        for (const NamedValue &piece : part.pieces)
-            add(values, piece, before);
-        before = part.name;
-    }
-    return values;
+    ValueFields fields(session, type);
+    const std::span<const NamedValue> values = fields.of(value);
+    return {values.begin(), values.end()};
 }
 
 std::vector<std::string> field_names(Session &session, const SYSDT_Record &type)

@@ -50,7 +50,8 @@ void add_diagnosis(JsonObject &json, const Diagnosis &diagnosis)
     if (!diagnosis.repair.empty())
         json.add("repair", diagnosis.repair).add("change", word_for(diagnosis.change));
     std::vector<std::string> types;
-    std::ranges::transform(diagnosis.types, std::back_inserter(types), &TypeName::name);
+    if (diagnosis.types)
+        std::ranges::transform(*diagnosis.types, std::back_inserter(types), &TypeName::name);
     if (!types.empty())
         json.add("other_types", types);
 }
@@ -85,7 +86,12 @@ const char *storage_of(const SYSDT_Record &type)
     }
 }
 
-JsonObject json_answer() { return JsonObject().add("schema", json_schema); }
+JsonObject json_answer(Buffer room)
+{
+    JsonObject answer(std::move(room));
+    answer.add("schema", json_schema);
+    return answer;
+}
 
 JsonObject json_answer(const SYSDT_Record &type) { return json_answer().add("type", name_of(type)); }
 
@@ -207,9 +213,9 @@ void add_notes(JsonObject &answer, const std::vector<std::string> &notes)
         answer.add("notes", notes);
 }
 
-JsonObject fields_json(std::span<const NamedValue> fields)
+JsonObject fields_json(std::span<const NamedValue> fields, Buffer room)
 {
-    JsonObject object;
+    JsonObject object(std::move(room));
     for (const NamedValue &field : fields) {
         if (field.number)
             object.add(field.name, *field.number);
@@ -219,17 +225,18 @@ JsonObject fields_json(std::span<const NamedValue> fields)
     return object;
 }
 
-JsonObject line_json(const std::optional<std::string> &text, const std::optional<JsonText> &table,
-                     std::span<const NamedValue> fields, const std::string &hex)
+JsonObject line_json(const std::optional<std::string_view> &text, const std::optional<JsonView> &table,
+                     const JsonObject &fields, JsonView hex, Buffer room)
 {
-    JsonObject line = json_answer();
+    JsonObject line = json_answer(std::move(room));
     if (text)
         line.add("text", *text);
     if (table)
         line.add("table", *table);
     if (!fields.empty())
-        line.add("fields", fields_json(fields));
-    return line.add("hex", hex);
+        line.add("fields", fields);
+    line.add("hex", hex);
+    return line;
 }
 
 void add_wire(JsonObject &value, std::span<const NamedValue> beside, std::span<const std::uint8_t> octets)

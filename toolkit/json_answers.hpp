@@ -27,7 +27,7 @@ namespace bgpdt::toolkit {
 /// Begins every answer: it is raised when a member is gone or means something else.
 inline constexpr int json_schema = 2;
 
-JsonObject json_answer();
+JsonObject json_answer(Buffer room = {});
 /// Of a type.
 JsonObject json_answer(const SYSDT_Record &type);
 
@@ -61,10 +61,10 @@ JsonObject candidates_json(const std::vector<std::string> &candidates);
 void add_notes(JsonObject &answer, const std::vector<std::string> &notes);
 
 /// The fields by their names.
-JsonObject fields_json(std::span<const NamedValue> fields);
+JsonObject fields_json(std::span<const NamedValue> fields, Buffer room = {});
 /// A value in a line of a stream, with the members that it has.
-JsonObject line_json(const std::optional<std::string> &text, const std::optional<JsonText> &table,
-                     std::span<const NamedValue> fields, const std::string &hex);
+JsonObject line_json(const std::optional<std::string_view> &text, const std::optional<JsonView> &table,
+                     const JsonObject &fields, JsonView hex, Buffer room = {});
 
 /// Adds to a value what of it stood on the wire.
 /// @param beside  what the value has no room for

@@ -11,7 +11,10 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "buffer.hpp"
 
 namespace bgpdt::toolkit {
 
@@ -22,43 +25,63 @@ struct JsonText {
 
 /// Appends the text as a string. Control characters are escaped, DEL and those of C1 too, which terminals obey; a byte
 /// that is no UTF-8, or the beginning of a character that breaks off, becomes U+FFFD.
-void append_json(std::string &out, std::string_view text);
+void append_json(Buffer &out, std::string_view text);
 
-inline void append_json(std::string &out, const JsonText &value) { out += value.text; }
+inline void append_json(Buffer &out, const JsonText &value) { out.append(value.text); }
+
+/// JSON that stands elsewhere.
+struct JsonView {
+    std::string_view text;
+};
+
+inline void append_json(Buffer &out, JsonView value) { out.append(value.text); }
 
 template <std::integral Number>
-void append_json(std::string &out, Number number)
+void append_json(Buffer &out, Number number)
 {
     if constexpr (std::same_as<Number, bool>) {
-        out += number ? "true" : "false";
+        out.append(number ? "true" : "false");
     } else {
-        char written[24];
-        out.append(written, std::to_chars(written, written + sizeof written, number).ptr);
+        constexpr std::size_t longest = 20;
+        char *const to = out.room(longest);
+        out.grown(static_cast<std::size_t>(std::to_chars(to, to + longest, number).ptr - to));
     }
 }
 
 /// An array.
 template <class Value>
-void append_json(std::string &out, const std::vector<Value> &values)
+void append_json(Buffer &out, const std::vector<Value> &values)
 {
     char before = '[';
     for (const Value &value : values) {
-        out += before;
+        out.append(before);
         append_json(out, value);
         before = ',';
     }
-    out += values.empty() ? "[]" : "]";
+    out.append(values.empty() ? "[]" : "]");
+}
+
+template <class Value>
+std::string to_json(const Value &value)
+{
+    Buffer text;
+    append_json(text, value);
+    return std::string(text.text());
 }
 
 /// An object that members are added to, each of a name of its own.
 class JsonObject {
 public:
+    JsonObject() = default;
+    /// @param room  what is there no more, whose memory serves for this one
+    explicit JsonObject(Buffer room) : text_(std::move(room)) { text_.clear(); }
+
     template <class Value>
     JsonObject &add(std::string_view name, const Value &value)
     {
-        text_ += empty() ? '{' : ',';
+        text_.append(empty() ? '{' : ',');
         append_json(text_, name);
-        text_ += ':';
+        text_.append(':');
         append_json(text_, value);
         return *this;
     }
@@ -68,13 +91,23 @@ public:
         return text.empty() ? *this : add(name, text);
     }
 
-    bool empty() const { return text_.empty(); }
-    std::string text() const { return empty() ? "{}" : text_ + "}"; }
+    bool empty() const { return text_.size() == 0; }
+    std::string text() const { return to_json(*this); }
+    /// The text, which is then no longer here.
+    Buffer taken()
+    {
+        text_.append(empty() ? "{}" : "}");
+        return std::move(text_);
+    }
+
+    friend void append_json(Buffer &out, const JsonObject &object)
+    {
+        out.append(object.empty() ? "{" : object.text_.text());
+        out.append('}');
+    }
 
 private:
-    std::string text_; ///< without the end
+    Buffer text_; ///< without the end
 };
-
-inline void append_json(std::string &out, const JsonObject &object) { out += object.text(); }
 
 } // namespace bgpdt::toolkit

@@ -93,6 +93,8 @@ std::vector<Kind> kinds(Session &session, const SYSDT_Record &type)
     return kinds;
 }
 
+bool has_kinds(Session &session, const SYSDT_Record &type) { return !tables_of(session, type).rows.empty(); }
+
 std::string kind_name(Session &session, const SYSDT_Record &type, std::uint32_t number)
 {
     std::span<const SYSDT_DispatchRow> rows = tables_of(session, type).rows;

@@ -28,6 +28,10 @@ struct Kind {
 /// In the order of the type's dispatch table; none for a type without.
 std::vector<Kind> kinds(Session &session, const SYSDT_Record &type);
 
+/// Whether the type offers its values to the rows of a dispatch table. Compare of such a type asks row by row until one
+/// calls the values equal, and orders none.
+bool has_kinds(Session &session, const SYSDT_Record &type);
+
 /// The name of one of them alone; empty if there is none of the number. The types of one kind of route key have its
 /// sub-kind word too, and the names of all.
 std::string kind_name(Session &session, const SYSDT_Record &type, std::uint32_t number);

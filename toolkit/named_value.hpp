@@ -5,8 +5,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace bgpdt::toolkit {
 
@@ -17,5 +19,8 @@ struct NamedValue {
     std::optional<std::uint64_t> number =
         {}; ///< of a field that is one and stands for nothing else; the text is it in decimal
 };
+
+/// Gives a cleared value of the name, for the caller to fill.
+using AddNamed = std::function<NamedValue &(std::string_view name)>;
 
 } // namespace bgpdt::toolkit

@@ -3,6 +3,7 @@
 #include "other_types.hpp"
 
 #include <algorithm>
+#include <new>
 
 #include "bgp_datatype/values.h"
 #include "reasons.hpp"
@@ -35,13 +36,18 @@ bool is_unlikely(std::uint16_t type_id, std::string_view text)
 std::vector<TypeName> types_that_take(Session &session, std::string_view text)
 {
     std::vector<TypeName> types;
+    std::string room; // of all: a long text's own memory, again and again, would take longer than to read it
     for (const std::uint16_t id : by_likelihood) {
         const auto all = session.host().types();
         const auto type = std::ranges::find(all, id, &SYSDT_Record::typeId);
         if (type == all.end() || is_unlikely(id, text))
             continue;
-        const host::Converted converted = session.parse(**type, text, session.mode_for(**type));
-        if (converted.ok() && !converted.data.empty())
+        room = text;
+        host::Converter converter(**type, session.mode_for(**type));
+        const host::Delivery delivery = converter.parse(room);
+        if (delivery.status == SYSDT_ERR_NO_MEMORY)
+            throw std::bad_alloc();
+        if (delivery.ok() && !delivery.data.empty())
             types.push_back({name_of(**type), sample_of(id).about});
     }
     return types;

@@ -71,20 +71,55 @@ std::string_view string_at(lua_State *lua, int index)
     return {text, length};
 }
 
-void append_table(std::string &out, lua_State *lua, int table)
+void append_table(Buffer &out, lua_State *lua, int table)
 {
     const Entries entries = entries_of(lua, table, [lua] { return script_json(lua, -1).text; });
     const char *const brackets = entries.is_array ? "[]" : "{}";
-    out += brackets[0];
+    out.append(brackets[0]);
     for (const Entry &entry : entries.all) {
-        out += &entry == entries.all.data() ? "" : ",";
+        out.append(&entry == entries.all.data() ? "" : ",");
         if (!entries.is_array) {
             append_json(out, entry.key);
-            out += ':';
+            out.append(':');
         }
-        out += entry.value;
+        out.append(entry.value);
     }
-    out += brackets[1];
+    out.append(brackets[1]);
+}
+
+void append_record(Buffer &out, const host::ScriptRecord &record, const host::ScriptRecord::Value &value);
+
+void append_record_table(Buffer &out, const host::ScriptRecord &record, const host::ScriptRecord::Value &table)
+{
+    const bool is_array = record.is_array(table);
+    char before = is_array ? '[' : '{';
+    for (const auto &[key, value] : record.entries(table)) {
+        out.append(std::exchange(before, ','));
+        if (!is_array) {
+            append_json(out, record.text(key));
+            out.append(':');
+        }
+        append_record(out, record, value);
+    }
+    out.append(record.entries(table).empty() ? "{}" : is_array ? "]" : "}");
+}
+
+void append_record(Buffer &out, const host::ScriptRecord &record, const host::ScriptRecord::Value &value)
+{
+    using Kind = host::ScriptRecord::Kind;
+    switch (value.kind) {
+    case Kind::number: return append_json(out, value.number);
+    case Kind::text: return append_json(out, record.text(value));
+    case Kind::table: return append_record_table(out, record, value);
+    }
+}
+
+/// Whether there is a table.
+bool is_made(std::uint32_t status)
+{
+    if (status == SYSDT_ERR_NO_MEMORY)
+        throw std::bad_alloc(); // which says nothing of the value
+    return status == SYSDT_OK;
 }
 
 /// A name as it stands, an index or any other text in brackets.
@@ -178,15 +213,35 @@ LuaState new_lua_state()
 
 JsonText script_json(lua_State *lua, int index)
 {
-    std::string text;
     switch (lua_type(lua, index)) {
-    case LUA_TBOOLEAN: append_json(text, lua_toboolean(lua, index) != 0); break;
-    case LUA_TNUMBER: append_json(text, lua_tointeger(lua, index)); break;
-    case LUA_TSTRING: append_json(text, string_at(lua, index)); break;
-    case LUA_TTABLE: append_table(text, lua, lua_absindex(lua, index)); break;
+    case LUA_TBOOLEAN: return {to_json(lua_toboolean(lua, index) != 0)};
+    case LUA_TNUMBER: return {to_json(lua_tointeger(lua, index))};
+    case LUA_TSTRING: return {to_json(string_at(lua, index))};
+    case LUA_TTABLE: break;
     default: return {};
     }
-    return {std::move(text)};
+    Buffer text;
+    append_table(text, lua, lua_absindex(lua, index));
+    return {std::string(text.text())};
+}
+
+bool ScriptJson::append(Buffer &out, host::Host &host, const SYSDT_Record &type, std::span<const std::uint8_t> value)
+{
+    if (type.luaSet == nullptr)
+        return false;
+    if (const auto status = host.record_script_value(record_, type, value)) {
+        if (is_made(*status))
+            append_record(out, record_, record_.value());
+        return *status == SYSDT_OK;
+    }
+    if (!lua_)
+        lua_ = new_lua_state();
+    std::string error;
+    if (!is_made(host.push_script_value(lua_.get(), type, value, error)))
+        return false;
+    append_json(out, script_json(lua_.get(), -1));
+    lua_pop(lua_.get(), 1);
+    return true;
 }
 
 std::string script_text(lua_State *lua, int index) { return text_at(lua, index, 0); }

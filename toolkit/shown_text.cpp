@@ -75,10 +75,15 @@ constexpr Invisible invisible_characters[] = {
     {0xfeff, 0xfeff, "BYTE ORDER MARK"},
 };
 
-std::vector<Column> columns_of(std::string_view text)
+/// Those before and behind a place, on either side more than a line has room for, if there are.
+std::vector<Column> columns_round(std::string_view text, std::size_t place)
 {
+    constexpr std::size_t reach = 4 * (line_width + 1); // a character has at most four bytes
+    std::size_t at = place - std::min(place, reach);
+    while (at != 0 && (byte_at(text, at) & 0xc0) == 0x80)
+        --at; // what is no continuation begins a character
     std::vector<Column> columns;
-    for (std::size_t at = 0; at < text.size(); at += character_size(text, at))
+    for (; at < text.size() && at < place + reach; at += character_size(text, at))
         columns.push_back({shown_character(text, at), at});
     return columns;
 }
@@ -165,7 +170,7 @@ std::string shortened(std::string_view text)
 
 std::string underlined(std::string_view text, std::size_t at, std::size_t length)
 {
-    const std::vector<Column> columns = columns_of(text);
+    const std::vector<Column> columns = columns_round(text, at);
     const auto place = std::ranges::find_if(columns, [at](const Column &column) { return column.at >= at; });
     auto first = place;
     auto last = place;

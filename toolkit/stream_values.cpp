@@ -22,6 +22,10 @@ namespace {
 
 using nlohmann::ordered_json;
 
+constexpr const char *text_member = "text";
+constexpr const char *table_member = "table";
+constexpr const char *hex_member = "hex";
+
 /// The digits' values; 0xff for what is none.
 constexpr auto hex_values = [] {
     std::array<std::uint8_t, 256> values{};
@@ -32,24 +36,6 @@ constexpr auto hex_values = [] {
     }
     return values;
 }();
-
-/// The members that say the value in another way than by its bytes, as far as the type has them.
-JsonObject other_members(Session &session, host::Converter &printer, lua_State *lua, const SYSDT_Record &type,
-                         Value value)
-{
-    JsonObject members;
-    if (type.formatOut != nullptr) {
-        const host::Delivery printed = printer.print(value);
-        if (printed.ok() && printed.kind == SYSDT_KIND_STRING)
-            members.add("text", printed.text());
-    }
-    std::string error;
-    if (type.luaSet != nullptr && session.host().push_script_value(lua, type, value, error) == SYSDT_OK) {
-        members.add("table", script_json(lua, -1));
-        lua_pop(lua, 1);
-    }
-    return members;
-}
 
 /// As equal as two tables are to scripts: the fields' order does not matter.
 bool same(const ordered_json &first, const ordered_json &second)
@@ -99,8 +85,10 @@ ValueReader::ValueReader(Session &session, const SYSDT_Record &type, Format form
 {
     if (format == Format::text && type.formatIn == nullptr)
         throw Refusal(name_of(type) + " takes no text", Hint::bytes);
-    if (format == Format::json)
+    if (format == Format::json) {
+        lines_.emplace(session, type);
         lua_ = new_lua_state();
+    }
 }
 
 Value ValueReader::read_other(std::span<char> line)
@@ -188,20 +176,20 @@ Bytes ValueReader::value_of(const ordered_json &record)
             throw Refusal(std::string("its member \"") + member + "\" is no string");
         return record[member].get<std::string>();
     };
-    if (record.contains("hex")) {
-        Bytes value = from_hex(text_of("hex"));
+    if (record.contains(hex_member)) {
+        Bytes value = from_hex(text_of(hex_member));
         if (!session_.settings().native)
             turn_to_native(type_, value);
         return value;
     }
-    if (record.contains("table")) {
-        push_script_json(lua_.get(), record["table"]);
+    if (record.contains(table_member)) {
+        push_script_json(lua_.get(), record[table_member]);
         Bytes value = read_table(session_, lua_.get(), type_);
         lua_settop(lua_.get(), 0);
         return value;
     }
-    if (record.contains("text")) {
-        std::string text = text_of("text");
+    if (record.contains(text_member)) {
+        std::string text = text_of(text_member);
         if (text.find('\0') != std::string::npos)
             throw Refusal("its text holds a NUL, where texts end");
         if (type_.formatIn == nullptr)
@@ -215,36 +203,62 @@ Bytes ValueReader::value_of(const ordered_json &record)
     throw Refusal(R"(it has none of the members "hex", "table" and "text")");
 }
 
+/// Whether what a member says is what it says of the value, or a text that is another way to write that.
+bool ValueReader::agrees(const ordered_json &given, const char *member, const std::string &says, Value value)
+{
+    if (!given.contains(member) || given[member].dump() == says || same(given[member], ordered_json::parse(says)))
+        return true;
+    if (std::string_view(member) != text_member || !given[member].is_string() || type_.formatIn == nullptr)
+        return false;
+    std::string text = given[member].get<std::string>();
+    Bytes room;
+    const Value parsed = filled_up(type_, read_text(text), room);
+    return parsed.data() != nullptr && std::ranges::equal(parsed, value);
+}
+
 /// The members beside the one that the value was taken from must not say another.
 void ValueReader::require_agreement(const ordered_json &given, Value value)
 {
-    const ordered_json own = ordered_json::parse(other_members(session_, converter_, lua_.get(), type_, value).text());
-    for (const auto &[member, says] : own.items()) {
-        if (!given.contains(member) || same(given[member], says))
-            continue;
-        if (member == "text" && given[member].is_string() && type_.formatIn != nullptr) { // written in another way
-            std::string text = given[member].get<std::string>();
-            Bytes room;
-            const Value parsed = filled_up(type_, read_text(text), room);
-            if (parsed.data() != nullptr && std::ranges::equal(parsed, value))
-                continue;
-        }
-        const std::string source = given.contains("hex") ? "hex" : "table";
-        throw Refusal("its \"" + member + "\" " +
-                      (member == source ? "is not the table of the value that it says"
-                                        : "says another value than its \"" + source + "\""));
-    }
+    const std::string source = given.contains(hex_member) ? hex_member : table_member;
+    const auto require = [&](const char *member, const std::string &says) {
+        if (!agrees(given, member, says, value))
+            throw Refusal("its \"" + std::string(member) + "\" " +
+                          (member == source ? "is not the table of the value that it says"
+                                            : "says another value than its \"" + source + "\""));
+    };
+    if (const auto text = lines_->text(value))
+        require(text_member, to_json(*text));
+    if (const auto table = lines_->table(value))
+        require(table_member, std::string(table->text));
+}
+
+/// A line as it would be written: its members agree.
+bool ValueReader::read_written(std::string_view line)
+{
+    constexpr std::string_view front = R"("hex":")";
+    constexpr std::string_view back = R"("})";
+    const std::size_t size = front.size() + 2 * size_ + back.size();
+    if (line.size() < size || session_.settings().notation != Notation::as_written)
+        return false;
+    const std::string_view hex = line.substr(line.size() - size);
+    if (!hex.starts_with(front) || read_plain_hex(hex.substr(front.size(), 2 * size_)).data() == nullptr)
+        return false;
+    if (!session_.settings().native)
+        turn_to_native(type_, value_);
+    return lines_->line(value_, value_) == line;
 }
 
 Value ValueReader::read_json(std::string_view text)
 {
+    if (read_written(text))
+        return value_;
     try {
-        std::optional<ordered_json> record = toolkit::read_json(text);
+        const std::optional<ordered_json> record = toolkit::read_json(text);
         if (!record || !record->is_object())
             throw Refusal("the line is no JSON object");
         const Bytes value = value_of(*record);
         keep(value);
-        if (record->contains("hex") || record->contains("table")) {
+        if (record->contains(hex_member) || record->contains(table_member)) {
             const Bytes kept = value_;
             require_agreement(*record, kept);
             value_ = kept;

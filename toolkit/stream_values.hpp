@@ -64,6 +64,37 @@ private:
     Bytes halves_; ///< the positions' low bytes, then the high ones, while they are worked out
 };
 
+/// Writes values as JSON, one thread's own. Each text stays until the next of its kind.
+class JsonLines {
+public:
+    /// @param columns  the fields; all of them if empty
+    JsonLines(Session &session, const SYSDT_Record &type, std::vector<std::string> columns = {});
+
+    /// Without the line's end.
+    /// @param printed  the value in the notation of the text
+    std::string_view line(Value value, Value printed);
+
+    // The members that say the value in another way than by its bytes, as far as the type has them.
+    std::optional<std::string_view> text(Value value);
+    std::optional<JsonView> table(Value value);
+
+private:
+    std::span<const NamedValue> fields(Value value);
+
+    Session &session_;
+    const SYSDT_Record &type_;
+    host::Converter printer_;
+    ByteOrder order_;
+    ScriptJson script_;
+    ValueFields fields_;
+    const std::vector<std::string> columns_;
+    std::vector<NamedValue> asked_;
+    Buffer table_;
+    Buffer hex_; ///< with its quotes
+    Buffer members_;
+    Buffer line_;
+};
+
 /// Reads values, one thread's own.
 class ValueReader {
 public:
@@ -83,8 +114,10 @@ private:
     Value read_hex(std::string_view text);
     Value read_plain_hex(std::string_view text);
     Value read_json(std::string_view text);
+    bool read_written(std::string_view line);
     Value keep(Bytes value);
     Bytes value_of(const nlohmann::ordered_json &record);
+    bool agrees(const nlohmann::ordered_json &given, const char *member, const std::string &says, Value value);
     void require_agreement(const nlohmann::ordered_json &given, Value value);
 
     Session &session_;
@@ -92,6 +125,7 @@ private:
     const Format format_;
     const std::size_t size_;
     host::Converter converter_;
+    std::optional<JsonLines> lines_;
     LuaState lua_{nullptr, nullptr};
     Bytes value_;
     std::uint32_t status_ = 0;
@@ -125,8 +159,7 @@ private:
     void write_binary(Value value, Buffer &out);
     void write_json(Value value, Buffer &out);
     void write_row(Value value, Buffer &out);
-    std::optional<std::string> text_of(Value value);
-    std::optional<JsonText> table_of(Value value);
+    std::string text_of(Value value);
     std::string hex_of(Value value);
     std::string column(const std::string &name, Value value, std::span<const NamedValue> fields);
 
@@ -135,7 +168,8 @@ private:
     const Format format_;
     host::Converter converter_;
     ByteOrder order_;
-    LuaState lua_{nullptr, nullptr};
+    ValueFields fields_;
+    std::optional<JsonLines> lines_;
     Bytes filled_;
     Bytes changed_; ///< in another notation
     std::vector<std::string> columns_;

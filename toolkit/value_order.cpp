@@ -6,6 +6,8 @@
 #include <bit>
 #include <cstring>
 
+#include "kinds.hpp"
+
 namespace bgpdt::toolkit {
 namespace {
 
@@ -43,8 +45,9 @@ bool compares_numbers(const SYSDT_Record &type)
            compared(type, one.data(), two.data()) == compared(type, one.data(), more.data());
 }
 
-ValueOrder::ValueOrder(const SYSDT_Record &type)
-    : type_(type), size_(value_size(type)), reads_numbers_(compares_numbers(type)), target_(type, false)
+ValueOrder::ValueOrder(Session &session, const SYSDT_Record &type)
+    : type_(type), size_(value_size(type)), asks_(type.compare != nullptr && !has_kinds(session, type)),
+      reads_numbers_(asks_ && compares_numbers(type)), target_(type, false)
 {
 }
 
@@ -69,7 +72,7 @@ ValueOrder::Key ValueOrder::key_of_target(const std::uint8_t *value, std::uint8_
 
 int ValueOrder::compare(Key first, Key second) const
 {
-    if (type_.compare != nullptr) {
+    if (asks_) {
         const int order = compared(type_, first.compared(*this), second.compared(*this));
         if (order == 1 || order == -1)
             return order;

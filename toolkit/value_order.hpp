@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "session.hpp"
 #include "stream_values.hpp"
 
 namespace bgpdt::toolkit {
@@ -20,7 +21,7 @@ namespace bgpdt::toolkit {
 /// lexicographic product of weak orders by group, by Compare and by bytes, the last of which is total.
 class ValueOrder {
 public:
-    explicit ValueOrder(const SYSDT_Record &type);
+    ValueOrder(Session &session, const SYSDT_Record &type);
 
     /// A value as it is compared. What is turned for that is turned once.
     class Key {
@@ -37,6 +38,8 @@ public:
         const std::uint8_t *bytes_;
     };
 
+    /// The size of the value in the target's order, which a key begins with.
+    std::size_t target_size() const { return size_; }
     /// The size of a key in bytes, whatever the value.
     std::size_t key_size() const { return reads_numbers_ ? 2 * size_ : size_; }
     void make_key(Value value, std::uint8_t *key);
@@ -51,7 +54,9 @@ public:
 private:
     const SYSDT_Record &type_;
     const std::size_t size_;
-    bool reads_numbers_; ///< Compare reads numbers of the machine's order, so that the target's answer is its answer
+    const bool asks_; ///< Compare orders some values
+    const bool
+        reads_numbers_; ///< Compare reads numbers of the machine's order, so that the target's answer is its answer
     ByteOrder target_;
 };
 

@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <functional>
+#include <iterator>
 #include <utility>
-
-#include <lua.hpp>
 
 #include "conversions.hpp"
 #include "digits.hpp"
@@ -26,6 +24,16 @@ constexpr auto hex_pairs = [] {
         pairs[byte] = {hex_digits[byte >> 4], hex_digits[byte & 0x0f]};
     return pairs;
 }();
+
+/// Two digits a byte, in that order.
+void put_hex(char *to, Value value, ByteOrder &order)
+{
+    const std::uint16_t *const positions = order.positions(value);
+    const std::uint8_t *const bytes = value.data();
+#pragma GCC unroll 4
+    for (std::size_t i = 0, size = value.size(); i < size; ++i)
+        std::memcpy(to + 2 * i, hex_pairs[bytes[positions[i]]].data(), 2);
+}
 
 constexpr std::string_view text_column = "text";
 constexpr std::string_view hex_column = "hex";
@@ -87,14 +95,64 @@ std::vector<std::string> columns_of(Session &session, const SYSDT_Record &type, 
     return asked;
 }
 
+// ------------------------------------------------------------------------------------------------ JSON
+
+JsonLines::JsonLines(Session &session, const SYSDT_Record &type, std::vector<std::string> columns)
+    : session_(session), type_(type), printer_(type, session.mode_for(type)), order_(type, session.settings().native),
+      fields_(session, type), columns_(std::move(columns))
+{
+}
+
+std::optional<std::string_view> JsonLines::text(Value value)
+{
+    if (type_.formatOut == nullptr)
+        return {};
+    const host::Delivery printed = printer_.print(value);
+    return printed.ok() && printed.kind == SYSDT_KIND_STRING ? std::optional(printed.text()) : std::nullopt;
+}
+
+std::optional<JsonView> JsonLines::table(Value value)
+{
+    table_.clear();
+    return script_.append(table_, session_.host(), type_, value) ? std::optional(JsonView{table_.text()})
+                                                                 : std::nullopt;
+}
+
+std::span<const NamedValue> JsonLines::fields(Value value)
+{
+    const std::span<const NamedValue> all = fields_.of(value);
+    if (columns_.empty())
+        return all;
+    asked_.clear();
+    std::ranges::copy_if(all, std::back_inserter(asked_), [this](const NamedValue &field) {
+        return std::ranges::find(columns_, field.name) != columns_.end();
+    });
+    return asked_;
+}
+
+std::string_view JsonLines::line(Value value, Value printed)
+{
+    hex_.clear();
+    hex_.append('"');
+    put_hex(hex_.room(2 * value.size()), value, order_);
+    hex_.grown(2 * value.size());
+    hex_.append('"');
+    JsonObject members = fields_json(fields(value), std::move(members_));
+    line_ = line_json(text(printed), table(value), members, {hex_.text()}, std::move(line_)).taken();
+    members_ = members.taken();
+    return line_.text();
+}
+
+// ------------------------------------------------------------------------------------------------ all formats
+
 ValueWriter::ValueWriter(Session &session, const SYSDT_Record &type, Format format, std::vector<std::string> columns)
     : session_(session), type_(type), format_(format), converter_(type, session.mode_for(type)),
-      order_(type, session.settings().native), columns_(std::move(columns))
+      order_(type, session.settings().native), fields_(session, type), columns_(std::move(columns))
 {
     if (format == Format::text && type.formatOut == nullptr)
         throw Refusal(name_of(type) + " prints no text");
     if (format == Format::json)
-        lua_ = new_lua_state();
+        lines_.emplace(session, type, columns_);
 }
 
 bool ValueWriter::write(Value value, Buffer &out)
@@ -128,11 +186,7 @@ bool ValueWriter::write_text(Value value, Buffer &out)
 void ValueWriter::write_hex(Value value, Buffer &out)
 {
     char *const to = out.room(2 * value.size() + 1);
-    const std::uint16_t *const positions = order_.positions(value);
-    const std::uint8_t *const bytes = value.data();
-#pragma GCC unroll 4
-    for (std::size_t i = 0, size = value.size(); i < size; ++i)
-        std::memcpy(to + 2 * i, hex_pairs[bytes[positions[i]]].data(), 2);
+    put_hex(to, value, order_);
     to[2 * value.size()] = '\n';
     out.grown(2 * value.size() + 1);
 }
@@ -147,43 +201,25 @@ void ValueWriter::write_binary(Value value, Buffer &out)
     out.grown(value.size());
 }
 
-std::optional<std::string> ValueWriter::text_of(Value value)
+std::string ValueWriter::text_of(Value value)
 {
     if (type_.formatOut == nullptr)
         return {};
     const host::Delivery printed = converter_.print(in_asked_notation(session_, type_, value, changed_));
-    return printed.ok() && printed.kind == SYSDT_KIND_STRING ? std::optional(std::string(printed.text()))
-                                                             : std::nullopt;
+    return printed.ok() && printed.kind == SYSDT_KIND_STRING ? std::string(printed.text()) : "";
 }
 
 std::string ValueWriter::hex_of(Value value)
 {
-    Buffer hex;
-    write_hex(value, hex);
-    return std::string(hex.text().substr(0, hex.size() - 1));
-}
-
-std::optional<JsonText> ValueWriter::table_of(Value value)
-{
-    std::string error;
-    if (type_.luaSet == nullptr || session_.host().push_script_value(lua_.get(), type_, value, error) != SYSDT_OK)
-        return {};
-    std::optional<JsonText> table = script_json(lua_.get(), -1);
-    lua_pop(lua_.get(), 1);
-    return table;
+    std::string hex(2 * value.size(), '\0');
+    put_hex(hex.data(), value, order_);
+    return hex;
 }
 
 void ValueWriter::write_json(Value value, Buffer &out)
 {
     value = filled_up(type_, value, filled_);
-    const std::optional<std::string> text = text_of(value);
-    const std::optional<JsonText> table = table_of(value);
-    std::vector<NamedValue> fields = named_values(session_, type_, value);
-    const auto is_asked = [this](const NamedValue &field) {
-        return columns_.empty() || std::ranges::find(columns_, field.name) != columns_.end();
-    };
-    std::erase_if(fields, std::not_fn(is_asked));
-    out.append(line_json(text, table, fields, hex_of(value)).text());
+    out.append(lines_->line(value, in_asked_notation(session_, type_, value, changed_)));
     out.append('\n');
 }
 
@@ -195,7 +231,7 @@ std::string ValueWriter::header() const
 std::string ValueWriter::column(const std::string &name, Value value, std::span<const NamedValue> fields)
 {
     if (name == text_column)
-        return text_of(value).value_or("");
+        return text_of(value);
     if (name == hex_column)
         return hex_of(value);
     const auto field = std::ranges::find(fields, name == kind_column ? "sub-kind" : name, &NamedValue::name);
@@ -205,7 +241,7 @@ std::string ValueWriter::column(const std::string &name, Value value, std::span<
 void ValueWriter::write_row(Value value, Buffer &out)
 {
     value = filled_up(type_, value, filled_);
-    const std::vector<NamedValue> fields = named_values(session_, type_, value);
+    const std::span<const NamedValue> fields = fields_.of(value);
     std::vector<std::string> cells;
     for (const std::string &name : columns_)
         cells.push_back(column(name, value, fields));

@@ -87,8 +87,7 @@ int answer_json(const bgpdt_type *type, const Work &work)
 {
     return answer([&](bgpdt_error **error) {
         return library::answer({.type = type, .error = error}, true, [&] {
-            answered.clear();
-            toolkit::append_json(answered, work());
+            answered = toolkit::to_json(work());
             return BGPDT_OK;
         });
     });

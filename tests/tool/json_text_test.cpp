@@ -18,13 +18,6 @@
 namespace bgpdt::toolkit {
 namespace {
 
-std::string written(const std::string &text)
-{
-    std::string json;
-    append_json(json, text);
-    return json;
-}
-
 /// As the other writer has it; DEL and the controls of C1, which stand as they are there, escaped.
 std::string expected(const std::string &text)
 {
@@ -51,7 +44,7 @@ TEST(JsonText, EveryPairOfBytes)
     for (int first = 0; first < 256; ++first) {
         for (int second = 0; second < 256; ++second) {
             const std::string text{static_cast<char>(first), static_cast<char>(second), 'a'};
-            ASSERT_EQ(written(text), expected(text)) << first << " " << second;
+            ASSERT_EQ(to_json(text), expected(text)) << first << " " << second;
         }
     }
 }
@@ -67,7 +60,7 @@ TEST(JsonText, AnyBytes)
         std::string text;
         for (std::size_t i = 0; i < 6; ++i)
             text += pieces[random() % pieces.size()];
-        ASSERT_EQ(written(text), expected(text)) << testing::PrintToString(text);
+        ASSERT_EQ(to_json(text), expected(text)) << testing::PrintToString(text);
     }
 }
 

@@ -21,7 +21,7 @@ int sign(int number) { return (number > 0) - (number < 0); }
 
 /// The keys of a type's values, and every comparison.
 struct Table {
-    explicit Table(const SYSDT_Record &type, const std::vector<Bytes> &list) : order(type), size(list.size())
+    explicit Table(const SYSDT_Record &type, const std::vector<Bytes> &list) : order(session(), type), size(list.size())
     {
         std::vector<Bytes> keys(size, Bytes(order.key_size()));
         for (std::size_t i = 0; i < size; ++i)

@@ -206,7 +206,7 @@ void expect_row(Session &session, const Row &row)
     EXPECT_EQ(diagnosis.repair, row.repair);
     EXPECT_TRUE(row.repair.empty() || diagnosis.change == row.change);
     EXPECT_TRUE(row.repair.empty() || session.host().parse(type, row.repair, session.mode_for(type)).ok());
-    EXPECT_EQ(types_sentence(diagnosis.types), row.types);
+    EXPECT_EQ(types_sentence(diagnosis.types.value_or(std::vector<TypeName>{})), row.types);
 }
 
 TEST(TrueRefusals, TeachWhatIsTrue)
