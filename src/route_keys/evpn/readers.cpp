@@ -104,6 +104,8 @@ char *read_bracketed(char *at, SYSDT_EvpnAddress &address)
     return read_ipv6(text.get(), address) == SYSDT_OK ? end + 1 : nullptr;
 }
 
+// A key has up to three members: what reads one inlines all that it calls.
+
 [[gnu::flatten]] char *read_inner_member(char *at, u8 least, SYSDT_EvpnSizedAddress &member)
 {
     char *const end = read_length(at, least, longest_member, member.length); // (7)
