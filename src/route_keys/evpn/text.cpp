@@ -176,7 +176,7 @@ u32 read_segment_alone(const char *text, SYSDT_BolEvpn *value, u32 lenient)
     return SYSDT_OK;
 }
 
-/// The first line that fits the text decides. (3)
+/// The first line that fits the text decides. (3) In one without brackets no IPv6 address is looked for.
 u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 lenient)
 {
     const u32 brackets = shape.brackets;
@@ -186,7 +186,8 @@ u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 leni
     if (shape.outside_colons >= 6 && shape.outside_colons <= 8)
         return read_multicast(shape.outside_colons, text, value);
     if (shape.dots_ahead == 4)
-        return read_as<segment>(text, value, lenient, brackets == 0 ? Families::ipv4 : Families::either);
+        return brackets == 0 ? read_as<segment>(text, value, lenient, Families::ipv4)
+                             : SYSDT_Str2Es(text, value, lenient);
     if (brackets == 2 && dashes == 0)
         return (shape.brackets_ahead == 0 ? SYSDT_Str2Inclusive : SYSDT_Str2Ipv6Prefix)(text, value);
     if (brackets == 2 && dashes == 2)
