@@ -12,8 +12,8 @@ namespace {
 
 bool floor_parse_as(char *text, SYSDT_AsNum &out)
 {
-    const char *at = trimmed(text);
-    return at != nullptr && floor_as(at, out) && *at == '\0';
+    const char *at = SYSDT_BTrim(text);
+    return floor_as(at, out) && *at == '\0';
 }
 
 char *floor_print_as(const SYSDT_AsNum &value, char *out)
@@ -179,9 +179,7 @@ bool is_digit(char character) { return character >= '0' && character <= '9'; }
 
 bool floor_parse_community(const SYSDT_Context &context, char *text, SYSDT_Community &out)
 {
-    const char *at = trimmed(text);
-    if (at == nullptr)
-        return false;
+    const char *at = SYSDT_BTrim(text);
     if (is_digit(*at))
         return floor_community(at, out) && *at == '\0';
     u32 community;
@@ -346,11 +344,11 @@ int port_print_community_list(const SYSDT_CommunityList &value, char *out, std::
 
 bool floor_parse_large(char *text, SYSDT_LargeCommunity &out)
 {
-    const char *at = trimmed(text);
+    const char *at = SYSDT_BTrim(text);
     u32 a;
     u32 b;
     u32 c;
-    if (at == nullptr || !number_and(at, a, ':') || !number_and(at, b, ':') || !last_number(at, c))
+    if (!number_and(at, a, ':') || !number_and(at, b, ':') || !last_number(at, c))
         return false;
     out = {{a, b, c}, 0};
     return true;

@@ -98,12 +98,18 @@ struct Context {
 
 // ------------------------------------------------------------------------------------------------ floor
 
+/// A place in a text.
+struct Cursor {
+    const char *at;
+    const char *end; ///< the text's NUL
+};
+
 template <std::size_t size>
-bool word(const char *&at, const char (&text)[size])
+bool word(Cursor &text, const char (&expected)[size])
 {
-    if (std::strncmp(at, text, size - 1) != 0)
+    if (text.end - text.at < static_cast<std::ptrdiff_t>(size - 1) || std::memcmp(text.at, expected, size - 1) != 0)
         return false;
-    at += size - 1;
+    text.at += size - 1;
     return true;
 }
 
@@ -141,40 +147,47 @@ bool igp_router(const char *&at, u32 protocol, u8 *out)
 }
 
 /// Groups in any order, each once, up to the bracket that closes the node.
-bool floor_node(const char *&at, u32 protocol, Node &out)
+bool floor_node(Cursor &text, u32 protocol, Node &out)
 {
-    while (*at == '[') {
-        ++at;
+    while (*text.at == '[') {
+        ++text.at;
         bool taken = false;
-        switch (*at) {
+        switch (*text.at) {
         case 'a':
-            taken = word(at, "as") && (*at == ']' || (once(out.seen, has_as) && floor_as(at, out.as))) && close(at);
+            taken = word(text, "as") && (*text.at == ']' || (once(out.seen, has_as) && floor_as(text.at, out.as))) &&
+                    close(text.at);
             break;
         case 'b':
-            taken = at[4] == 'l'
-                        ? word(at, "bgp-ls-identifier") && once(out.seen, has_ls_id) && address_group(at, out.ls_id)
-                        : word(at, "bgp-router-id") && once(out.seen, has_bgp) && address_group(at, out.bgp_router);
+            taken =
+                text.at[4] == 'l'
+                    ? word(text, "bgp-ls-identifier") && once(out.seen, has_ls_id) && address_group(text.at, out.ls_id)
+                    : word(text, "bgp-router-id") && once(out.seen, has_bgp) && address_group(text.at, out.bgp_router);
             break;
         case 'i':
-            if (at[1] == 'g') {
-                taken = word(at, "igp-router-id") && once(out.seen, has_igp) &&
-                        igp_router(at, protocol, out.igp_router) && close(at);
-            } else if (at[3] == '4') {
-                taken = word(at, "ipv4-router-id") && once(out.seen, has_v4) && address_group(at, out.ipv4_router);
+            if (text.at[1] == 'g') {
+                taken = word(text, "igp-router-id") && once(out.seen, has_igp) &&
+                        igp_router(text.at, protocol, out.igp_router) && close(text.at);
+            } else if (text.at[3] == '4') {
+                taken =
+                    word(text, "ipv4-router-id") && once(out.seen, has_v4) && address_group(text.at, out.ipv4_router);
             } else {
-                taken = word(at, "ipv6-router-id") && once(out.seen, has_v6) && ipv6(at, out.ipv6_router) && close(at);
+                taken = word(text, "ipv6-router-id") && once(out.seen, has_v6) && ipv6(text.at, out.ipv6_router) &&
+                        close(text.at);
             }
             break;
-        case 'o': taken = word(at, "ospf-area-id") && once(out.seen, has_area) && address_group(at, out.area); break;
+        case 'o':
+            taken = word(text, "ospf-area-id") && once(out.seen, has_area) && address_group(text.at, out.area);
+            break;
         case 'm':
-            taken = word(at, "member-as") && once(out.seen, has_member) && floor_as(at, out.member) && close(at);
+            taken = word(text, "member-as") && once(out.seen, has_member) && floor_as(text.at, out.member) &&
+                    close(text.at);
             break;
         default: break;
         }
         if (!taken)
             return false;
     }
-    return close(at);
+    return close(text.at);
 }
 
 /// IPv6 if there is a colon.
@@ -196,7 +209,7 @@ bool link_address(const char *&at, u32 &v4, u8 *v6)
     return close(at);
 }
 
-bool floor_link(const char *&at, u32 protocol, SYSDT_LsLink &out)
+bool floor_link(Cursor &text, u32 protocol, SYSDT_LsLink &out)
 {
     u32 seen = 0;
     u32 local_id = 0;
@@ -204,26 +217,29 @@ bool floor_link(const char *&at, u32 protocol, SYSDT_LsLink &out)
     u32 interface = 0;
     u32 neighbor = 0;
     u32 mt_id = protocol == SYSDT_LS_BGP ? 0 : SYSDT_LS_NO_MT_ID;
-    while (*at == '[') {
-        ++at;
+    while (*text.at == '[') {
+        ++text.at;
         bool taken = false;
-        switch (*at) {
+        switch (*text.at) {
         case 'i':
-            taken = at[1] == 'f' ? word(at, "if-address") && link_address(at, interface, out.ipv6Interface)
-                                 : word(at, "identifier") && once(seen, 1) && ipv4(at, local_id) && skip(at, '.') &&
-                                       address_group(at, remote_id);
+            taken = text.at[1] == 'f' ? word(text, "if-address") && link_address(text.at, interface, out.ipv6Interface)
+                                      : word(text, "identifier") && once(seen, 1) && ipv4(text.at, local_id) &&
+                                            skip(text.at, '.') && address_group(text.at, remote_id);
             break;
-        case 'p': taken = word(at, "peer-address") && link_address(at, neighbor, out.ipv6Neighbor); break;
+        case 'p': taken = word(text, "peer-address") && link_address(text.at, neighbor, out.ipv6Neighbor); break;
         case 'l':
-            if (at[1] == 'o') {
-                taken = word(at, "local") && once(seen, 2) && link_address(at, interface, out.ipv6Interface);
+            if (text.at[1] == 'o') {
+                taken = word(text, "local") && once(seen, 2) && link_address(text.at, interface, out.ipv6Interface);
             } else {
-                taken = at[5] == 'l' ? word(at, "link-local-id") && once(seen, 8) && address_group(at, local_id)
-                                     : word(at, "link-remote-id") && once(seen, 16) && address_group(at, remote_id);
+                taken = text.at[5] == 'l'
+                            ? word(text, "link-local-id") && once(seen, 8) && address_group(text.at, local_id)
+                            : word(text, "link-remote-id") && once(seen, 16) && address_group(text.at, remote_id);
             }
             break;
-        case 'r': taken = word(at, "remote") && once(seen, 4) && link_address(at, neighbor, out.ipv6Neighbor); break;
-        case 'm': taken = word(at, "mt-id") && once(seen, 32) && number_group(at, mt_id); break;
+        case 'r':
+            taken = word(text, "remote") && once(seen, 4) && link_address(text.at, neighbor, out.ipv6Neighbor);
+            break;
+        case 'm': taken = word(text, "mt-id") && once(seen, 32) && number_group(text.at, mt_id); break;
         default: break;
         }
         if (!taken)
@@ -234,32 +250,32 @@ bool floor_link(const char *&at, u32 protocol, SYSDT_LsLink &out)
     out.ipv4Interface = interface;
     out.ipv4Neighbor = neighbor;
     out.mtId = mt_id;
-    return close(at) && (protocol != SYSDT_LS_BGP || (seen & 7) == 7);
+    return close(text.at) && (protocol != SYSDT_LS_BGP || (seen & 7) == 7);
 }
 
 /// Of IPv4 or IPv6, which have the same head.
-bool floor_prefix(const char *&at, u32 type, u32 protocol, SYSDT_LsPrefix &out)
+bool floor_prefix(Cursor &text, u32 type, u32 protocol, SYSDT_LsPrefix &out)
 {
     u32 seen = 0;
     u32 mt_id = SYSDT_LS_NO_MT_ID;
     u32 ospf_type = 0;
-    while (*at == '[') {
-        ++at;
+    while (*text.at == '[') {
+        ++text.at;
         bool taken = false;
         u32 length;
-        switch (*at) {
-        case 'm': taken = word(at, "mt-id") && once(seen, 1) && number_group(at, mt_id); break;
-        case 'o': taken = word(at, "ospf-route-type") && once(seen, 2) && number_group(at, ospf_type); break;
+        switch (*text.at) {
+        case 'm': taken = word(text, "mt-id") && once(seen, 1) && number_group(text.at, mt_id); break;
+        case 'o': taken = word(text, "ospf-route-type") && once(seen, 2) && number_group(text.at, ospf_type); break;
         case 'p':
-            if (!word(at, "prefix") || !once(seen, 4))
+            if (!word(text, "prefix") || !once(seen, 4))
                 return false;
             if (type == SYSDT_LS_IPV4_PREFIX) {
                 u32 prefix = 0;
-                taken = ipv4(at, prefix) && skip(at, '/') && number_group(at, length);
+                taken = ipv4(text.at, prefix) && skip(text.at, '/') && number_group(text.at, length);
                 out.ipv4Prefix.prefix = prefix;
                 out.ipv4Prefix.prefixLength = taken ? static_cast<u8>(length) : u8{0};
             } else {
-                taken = ipv6(at, out.ipv6Prefix.prefix) && skip(at, '/') && number_group(at, length);
+                taken = ipv6(text.at, out.ipv6Prefix.prefix) && skip(text.at, '/') && number_group(text.at, length);
                 out.ipv6Prefix.prefixLength = taken ? static_cast<u8>(length) : u8{0};
             }
             break;
@@ -271,7 +287,7 @@ bool floor_prefix(const char *&at, u32 type, u32 protocol, SYSDT_LsPrefix &out)
     out.ipv4Prefix.mtId = mt_id;
     out.ipv4Prefix.ospfRouteType = ospf_type;
     const u32 needed = type == SYSDT_LS_IPV4_PREFIX || protocol == SYSDT_LS_OSPFV3 ? 6 : 7;
-    return close(at) && (seen & needed) == needed;
+    return close(text.at) && (seen & needed) == needed;
 }
 
 bool te_address(const char *&at, LsIpAddr &out)
@@ -285,35 +301,36 @@ bool te_address(const char *&at, LsIpAddr &out)
     return close(at);
 }
 
-bool floor_te(const char *&at, SYSDT_LsTePolicy &out)
+bool floor_te(Cursor &text, SYSDT_LsTePolicy &out)
 {
     u32 seen = 0;
-    while (*at == '[') {
-        ++at;
+    while (*text.at == '[') {
+        ++text.at;
         bool taken = false;
         u32 number = 0;
-        switch (*at) {
+        switch (*text.at) {
         case 'p':
-            taken = word(at, "protocol-origin") && once(seen, 1) && number_group(at, number, 255);
+            taken = word(text, "protocol-origin") && once(seen, 1) && number_group(text.at, number, 255);
             out.protocolOrigin = static_cast<u8>(number);
             break;
         case 'F':
-            taken = word(at, "Flag") && once(seen, 2) && number_group(at, number, 255);
+            taken = word(text, "Flag") && once(seen, 2) && number_group(text.at, number, 255);
             out.flags = static_cast<u8>(number);
             break;
-        case 'e': taken = word(at, "endpoint") && once(seen, 4) && te_address(at, out.endpoint); break;
+        case 'e': taken = word(text, "endpoint") && once(seen, 4) && te_address(text.at, out.endpoint); break;
         case 'c':
-            taken = word(at, "color") && once(seen, 8) && number_group(at, number);
+            taken = word(text, "color") && once(seen, 8) && number_group(text.at, number);
             out.color = number;
             break;
         case 'o':
-            taken = at[12] == 's'
-                        ? word(at, "originator-as") && once(seen, 16) &&
-                              (floor_as(at, out.originatorAs) || at[-1] == '0') && close(at)
-                        : word(at, "originator-address") && once(seen, 32) && te_address(at, out.originatorAddress);
+            taken =
+                text.at[12] == 's'
+                    ? word(text, "originator-as") && once(seen, 16) &&
+                          (floor_as(text.at, out.originatorAs) || text.at[-1] == '0') && close(text.at)
+                    : word(text, "originator-address") && once(seen, 32) && te_address(text.at, out.originatorAddress);
             break;
         case 'd':
-            taken = word(at, "discriminator") && once(seen, 64) && number_group(at, number);
+            taken = word(text, "discriminator") && once(seen, 64) && number_group(text.at, number);
             out.discriminator = number;
             break;
         default: break;
@@ -321,68 +338,70 @@ bool floor_te(const char *&at, SYSDT_LsTePolicy &out)
         if (!taken)
             return false;
     }
-    return close(at) && seen == 127;
+    return close(text.at) && seen == 127;
 }
 
-bool floor_sid(const char *&at, SYSDT_LsSrv6Sid &out)
+bool floor_sid(Cursor &text, SYSDT_LsSrv6Sid &out)
 {
     u32 seen = 0;
     u32 mt_id = SYSDT_LS_NO_MT_ID;
-    while (*at == '[') {
-        ++at;
-        const bool taken = *at == 'm' ? word(at, "mt-id") && once(seen, 1) && number_group(at, mt_id)
-                                      : word(at, "sid") && once(seen, 2) && ipv6(at, out.sid) && close(at);
+    while (*text.at == '[') {
+        ++text.at;
+        const bool taken = *text.at == 'm'
+                               ? word(text, "mt-id") && once(seen, 1) && number_group(text.at, mt_id)
+                               : word(text, "sid") && once(seen, 2) && ipv6(text.at, out.sid) && close(text.at);
         if (!taken)
             return false;
     }
     out.mtId = mt_id;
-    return close(at) && (seen & 2) != 0;
+    return close(text.at) && (seen & 2) != 0;
 }
 
-u32 floor_type(const char *&at)
+u32 floor_type(Cursor &text)
 {
-    switch (*at) {
-    case 'N': return word(at, "NODE]") ? SYSDT_LS_NODE : 0;
-    case 'L': return word(at, "LINK]") ? SYSDT_LS_LINK : 0;
+    switch (*text.at) {
+    case 'N': return word(text, "NODE]") ? SYSDT_LS_NODE : 0;
+    case 'L': return word(text, "LINK]") ? SYSDT_LS_LINK : 0;
     case 'I':
-        return at[3] == '4' ? (word(at, "IPV4-PREFIX]") ? SYSDT_LS_IPV4_PREFIX : 0)
-                            : (word(at, "IPV6-PREFIX]") ? SYSDT_LS_IPV6_PREFIX : 0);
-    case 'T': return word(at, "TEPOLICY]") ? SYSDT_LS_TE_POLICY : 0;
-    default: return word(at, "SRV6-SID]") ? SYSDT_LS_SRV6_SID : 0;
+        return text.at[3] == '4' ? (word(text, "IPV4-PREFIX]") ? SYSDT_LS_IPV4_PREFIX : 0)
+                                 : (word(text, "IPV6-PREFIX]") ? SYSDT_LS_IPV6_PREFIX : 0);
+    case 'T': return word(text, "TEPOLICY]") ? SYSDT_LS_TE_POLICY : 0;
+    default: return word(text, "SRV6-SID]") ? SYSDT_LS_SRV6_SID : 0;
     }
 }
 
-u32 floor_protocol(const char *&at)
+u32 floor_protocol(Cursor &text)
 {
-    switch (*at) {
+    switch (*text.at) {
     case 'I': {
-        const bool known = word(at, "ISIS-LEVEL-");
-        const u32 level = known ? static_cast<u32>(static_cast<u8>(*at++)) - '0' : 0;
-        return (level == 1 || level == 2) && close(at) ? level : 0;
+        const bool known = word(text, "ISIS-LEVEL-");
+        const u32 level = known ? static_cast<u32>(static_cast<u8>(*text.at++)) - '0' : 0;
+        return (level == 1 || level == 2) && close(text.at) ? level : 0;
     }
     case 'O':
-        return at[5] == '2' ? (word(at, "OSPFv2]") ? SYSDT_LS_OSPFV2 : 0) : (word(at, "OSPFv3]") ? SYSDT_LS_OSPFV3 : 0);
-    case 'D': return word(at, "DIRECT]") ? SYSDT_LS_DIRECT : 0;
-    case 'B': return word(at, "BGP]") ? SYSDT_LS_BGP : 0;
+        return text.at[5] == '2' ? (word(text, "OSPFv2]") ? SYSDT_LS_OSPFV2 : 0)
+                                 : (word(text, "OSPFv3]") ? SYSDT_LS_OSPFV3 : 0);
+    case 'D': return word(text, "DIRECT]") ? SYSDT_LS_DIRECT : 0;
+    case 'B': return word(text, "BGP]") ? SYSDT_LS_BGP : 0;
     case 'S':
-        return at[1] == 'T' ? (word(at, "STATIC]") ? SYSDT_LS_STATIC : 0)
-                            : (word(at, "SEGMENT-ROUTING]") ? SYSDT_LS_SEGMENT_ROUTING : 0);
+        return text.at[1] == 'T' ? (word(text, "STATIC]") ? SYSDT_LS_STATIC : 0)
+                                 : (word(text, "SEGMENT-ROUTING]") ? SYSDT_LS_SEGMENT_ROUTING : 0);
     default: return 0;
     }
 }
 
-bool floor_groups(const char *at, SYSDT_LsPrefix &out)
+bool floor_groups(Cursor text, SYSDT_LsPrefix &out)
 {
-    if (!skip(at, '['))
+    if (!skip(text.at, '['))
         return false;
-    const u32 type = floor_type(at);
-    if (type == 0 || !skip(at, '['))
+    const u32 type = floor_type(text);
+    if (type == 0 || !skip(text.at, '['))
         return false;
-    const u32 protocol = floor_protocol(at);
+    const u32 protocol = floor_protocol(text);
     u32 identifier;
     Node local;
-    if (protocol == 0 || !word(at, "[IDENTIFIER") || !number_group(at, identifier) || !word(at, "[LOCAL") ||
-        !floor_node(at, protocol, local) || !fits(local, type, protocol))
+    if (protocol == 0 || !word(text, "[IDENTIFIER") || !number_group(text.at, identifier) || !word(text, "[LOCAL") ||
+        !floor_node(text, protocol, local) || !fits(local, type, protocol))
         return false;
     out.head = {type, protocol, identifier};
     store_local(local, type, out);
@@ -390,26 +409,26 @@ bool floor_groups(const char *at, SYSDT_LsPrefix &out)
     switch (type) {
     case SYSDT_LS_LINK: {
         Node remote;
-        taken = word(at, "[REMOTE") && floor_node(at, protocol, remote) && (remote.seen & has_ls_id) != 0 &&
-                word(at, "[LINK") && floor_link(at, protocol, out.link);
+        taken = word(text, "[REMOTE") && floor_node(text, protocol, remote) && (remote.seen & has_ls_id) != 0 &&
+                word(text, "[LINK") && floor_link(text, protocol, out.link);
         store_member(remote, out.link.remote);
         out.link.remoteBgpRouterId = remote.bgp_router;
         break;
     }
     case SYSDT_LS_IPV4_PREFIX:
-    case SYSDT_LS_IPV6_PREFIX: taken = word(at, "[PREFIX") && floor_prefix(at, type, protocol, out); break;
-    case SYSDT_LS_TE_POLICY: taken = word(at, "[TE") && floor_te(at, out.tePolicy); break;
-    case SYSDT_LS_SRV6_SID: taken = word(at, "[SID") && floor_sid(at, out.srv6Sid); break;
+    case SYSDT_LS_IPV6_PREFIX: taken = word(text, "[PREFIX") && floor_prefix(text, type, protocol, out); break;
+    case SYSDT_LS_TE_POLICY: taken = word(text, "[TE") && floor_te(text, out.tePolicy); break;
+    case SYSDT_LS_SRV6_SID: taken = word(text, "[SID") && floor_sid(text, out.srv6Sid); break;
     default: break;
     }
-    return taken && *at == '\0';
+    return taken && *text.at == '\0';
 }
 
 bool floor_parse(char *text, SYSDT_LsPrefix &out)
 {
-    const char *const at = trimmed(text);
+    const char *const at = SYSDT_BTrim(text);
     const Context context;
-    return at != nullptr && floor_groups(at, out);
+    return floor_groups({at, at + std::strlen(at)}, out);
 }
 
 char *put_name(char *out, const char *name) { return stpcpy(out, name); }

@@ -37,14 +37,19 @@ bool sized_address(const char *&at, SYSDT_EvpnSizedAddress &out, u32 least = 0, 
 
 bool ends(const char *at) { return *at == '\0'; }
 
-bool membership(const char *&at, SYSDT_EvpnMembership &out)
+/// Behind the tag.
+bool membership(const char *&at, u32 tag, SYSDT_EvpnMembership &out)
 {
-    u32 tag;
-    if (!number_and(at, tag, ':') || !sized_address(at, out.source, 0, 128) || !skip(at, ':') ||
-        !sized_address(at, out.group, 1, 128) || !skip(at, ':') || !sized_address(at, out.originator, 1, 128))
-        return false;
     out.tag = tag;
-    return true;
+    return sized_address(at, out.source, 0, 128) && skip(at, ':') && sized_address(at, out.group, 1, 128) &&
+           skip(at, ':') && sized_address(at, out.originator, 1, 128);
+}
+
+const char *behind_hex(const char *at)
+{
+    while (hex_value(*at) < 16)
+        ++at;
+    return at;
 }
 
 /// What begins with an Ethernet segment identifier.
@@ -63,33 +68,41 @@ bool with_segment(const char *at, SYSDT_EvpnKey &key)
         key.routeType = SYSDT_EVPN_SEGMENT;
         return !odd;
     }
-    const char *behind = at + 1;
-    if (*at != ':' || ones || !bench::number(behind, number))
+    if (!skip(at, ':') || ones || !bench::number(at, number))
         return false;
-    if (ends(behind)) {
+    if (ends(at)) {
         key.routeType = SYSDT_EVPN_AUTO_DISCOVERY;
         key.autoDiscovery.tag = number;
         return true;
     }
-    ++at;
-    if (odd || *behind != ':')
+    if (odd || !skip(at, ':'))
         return false;
-    const char *const address_at = behind + 1;
-    const char *rest = at;
-    if (*address_at == '[' || std::strchr(address_at, ':') == nullptr) {
+    if (*at == '[' || *behind_hex(at) == '.') {
         key.routeType = SYSDT_EVPN_SEGMENT;
-        return sized_address(rest, key.segment.ip) && ends(rest);
+        key.segment.ip.length = static_cast<u8>(number);
+        return address(at, key.segment.ip.address) && number <= (key.segment.ip.address.family == 0 ? 255 : 128) &&
+               ends(at);
     }
-    if (!membership(rest, key.sync.membership))
+    if (!membership(at, number, key.sync.membership))
         return false;
     key.routeType = SYSDT_EVPN_JOIN;
-    if (ends(rest))
+    if (ends(at))
         return true;
     key.routeType = SYSDT_EVPN_LEAVE;
-    u32 sequence;
-    if (!skip(rest, ':') || !last_number(rest, sequence))
+    if (!skip(at, ':') || !last_number(at, number))
         return false;
-    key.sync.sequence = sequence;
+    key.sync.sequence = number;
+    return true;
+}
+
+/// An address, and the length behind it.
+bool ip_prefix(const char *at, SYSDT_EvpnKey &key)
+{
+    u32 bits;
+    key.routeType = SYSDT_EVPN_IP_PREFIX;
+    if (!address(at, key.prefix.ip.address) || !skip(at, ':') || !last_number(at, bits, 255))
+        return false;
+    key.prefix.ip.length = static_cast<u8>(bits);
     return true;
 }
 
@@ -101,33 +114,16 @@ bool with_tag(const char *at, SYSDT_EvpnKey &key)
     if (!number_and(at, tag, ':'))
         return false;
     key.macIp.tag = tag; // at the same place in all of these route types
-    if (*at == '[') {
-        key.routeType = SYSDT_EVPN_IP_PREFIX;
-        if (!address(at, key.prefix.ip.address) || *at++ == '\0' || !last_number(at, bits, 255))
-            return false;
-        key.prefix.ip.length = static_cast<u8>(bits);
-        return true;
-    }
     const char *const field = at;
-    if (!number(at, bits, 255))
+    if (*at == '[' || (number(at, bits, 255) && *at == '.'))
+        return ip_prefix(field, key);
+    if (at == field || bits > 255 || !skip(at, ':'))
         return false;
-    if (*at == '.') {
-        at = field;
-        key.routeType = SYSDT_EVPN_IP_PREFIX;
-        if (!address(at, key.prefix.ip.address) || !skip(at, ':') || !last_number(at, bits, 255))
-            return false;
-        key.prefix.ip.length = static_cast<u8>(bits);
-        return true;
-    }
-    if (!skip(at, ':'))
-        return false;
-    const char *const second = at;
-    if (*at != '[' && at[std::strcspn(at, "-.")] == '-') {
+    if (*at != '[' && *behind_hex(at) == '-') {
         key.routeType = SYSDT_EVPN_MAC_IP;
         key.macIp.macLength = static_cast<u8>(bits);
         return mac(at, key.macIp.mac) && skip(at, ':') && sized_address(at, key.macIp.ip) && ends(at);
     }
-    at = second;
     if (!address(at, key.inclusive.ip.address))
         return false;
     key.inclusive.ip.length = static_cast<u8>(bits);
@@ -142,12 +138,10 @@ bool with_tag(const char *at, SYSDT_EvpnKey &key)
 
 bool floor_parse(char *text, SYSDT_BolEvpn &out)
 {
-    const char *const at = trimmed(text);
+    const char *const at = SYSDT_BTrim(text);
     out.subKind = SYSDT_BOL_EVN;
-    return at != nullptr && (hex_value(*at) < 16 && hex_value(at[1]) < 16 && hex_value(at[2]) < 16 &&
-                                     hex_value(at[3]) < 16 && at[4] == '.'
-                                 ? with_segment(at, out.key)
-                                 : with_tag(at, out.key));
+    const char *const behind = behind_hex(at);
+    return behind - at == 4 && *behind == '.' ? with_segment(at, out.key) : with_tag(at, out.key);
 }
 
 char *put_address(char *out, const SYSDT_EvpnAddress &address)
@@ -189,53 +183,194 @@ char *floor_print(const SYSDT_BolEvpn &value, char *out)
 
 // ------------------------------------------------------------------------------------------------ plain port
 
-struct Address {
-    char text[50];
-    unsigned bits;
-};
-
-bool read_address(const Address &from, SYSDT_EvpnSizedAddress &out, unsigned most = 255)
+/// The text up to the next colon, which is left behind, as a text of its own.
+bool cut(const char *&at, char *field, std::size_t longest)
 {
-    if (from.bits > most)
+    const char *const colon = std::strchr(at, ':');
+    const std::size_t length = colon == nullptr ? 0 : static_cast<std::size_t>(colon - at);
+    if (length < 1 || length > longest)
         return false;
-    out.length = static_cast<u8>(from.bits);
-    if (std::strchr(from.text, ':') != nullptr) {
-        out.address.family = 1;
-        return from.bits <= 128 && SYSDT_Str2Ipv6(from.text, out.address.ipv6) == SYSDT_OK;
-    }
-    u32 number = 0;
-    if (SYSDT_Str2Ipv4(from.text, &number) != SYSDT_OK)
-        return false;
-    out.address.ipv4 = number;
+    std::memcpy(field, at, length);
+    field[length] = '\0';
+    at = colon + 1;
     return true;
 }
 
-bool read_esi(const char *text, u8 *out, bool zero_too = false)
+bool cut_number(const char *&at, u32 &out, std::size_t digits, u32 least = 0, u32 most = UINT32_MAX)
 {
-    unsigned group[5];
-    int end = 0;
-    if (std::sscanf(text, "%4x.%4x.%4x.%4x.%4x%n", &group[0], &group[1], &group[2], &group[3], &group[4], &end) != 5 ||
-        end != 24)
+    char field[11];
+    return cut(at, field, digits) && SMP_StrToUint32(field, &out) == SYSDT_OK && out >= least && out <= most;
+}
+
+bool read_ipv4(const char *text, SYSDT_EvpnAddress &out)
+{
+    u32 number = 0;
+    const bool read = SYSDT_Str2Ipv4(text, &number) == SYSDT_OK;
+    out.ipv4 = number;
+    return read;
+}
+
+/// An IPv6 address in brackets, behind which the cursor then stands.
+bool read_bracketed(const char *&at, SYSDT_EvpnAddress &out)
+{
+    char field[50];
+    const char *const end = *at == '[' ? std::strchr(at, ']') : nullptr;
+    const std::size_t length = end == nullptr ? 0 : static_cast<std::size_t>(end - at) - 1;
+    if (length < 1 || length > sizeof field - 1)
         return false;
-    unsigned all = 0xFFFF;
-    unsigned any = 0;
-    for (int i = 0; i < 5; ++i) {
-        out[2 * i] = static_cast<u8>(group[i] >> 8);
-        out[2 * i + 1] = static_cast<u8>(group[i]);
-        all &= group[i];
-        any |= group[i];
-    }
-    return all != 0xFFFF && (zero_too || any != 0);
+    std::memcpy(field, at + 1, length);
+    field[length] = '\0';
+    at = end + 1;
+    out.family = 1;
+    return SYSDT_Str2Ipv6(field, out.ipv6) == SYSDT_OK;
 }
 
-bool read_membership(const Address (&flow)[3], unsigned tag, SYSDT_EvpnMembership &out)
+/// A length and an address that end the text.
+bool read_tail(const char *at, SYSDT_EvpnSizedAddress &out)
 {
-    out.tag = tag;
-    return read_address(flow[0], out.source, 128) && flow[1].bits != 0 && read_address(flow[1], out.group, 128) &&
-           flow[2].bits != 0 && read_address(flow[2], out.originator, 128);
+    u32 bits = 0;
+    const bool ipv6 = std::strchr(at, '[') != nullptr;
+    if (!cut_number(at, bits, 3, 0, ipv6 ? 128 : 255))
+        return false;
+    out.length = static_cast<u8>(bits);
+    return ipv6 ? read_bracketed(at, out.address) && *at == '\0' : read_ipv4(at, out.address);
 }
 
-bool done(const char *text, int end) { return end > 0 && text[end] == '\0'; }
+/// Five groups of hexadecimal digits.
+bool read_esi(const char *text, u8 *out)
+{
+    char copy[25];
+    char group[5];
+    if (std::strlen(text) != 24)
+        return false;
+    std::memcpy(copy, text, sizeof copy);
+    int groups = 0;
+    std::size_t digits = 0;
+    int zeros = 0;
+    int ones = 0;
+    for (const char *at = SYSDT_BTrim(copy);; ++at) {
+        if (NCF_IsHex(*at) != 0) {
+            if (digits == 4)
+                return false;
+            zeros += *at == '0' ? 1 : 0;
+            ones += *at == 'F' || *at == 'f' ? 1 : 0;
+            group[digits++] = *at;
+            continue;
+        }
+        if ((*at != '.' && *at != '\0') || digits == 0 || groups == 5)
+            return false;
+        group[digits] = '\0';
+        digits = 0;
+        const u32 number = SMP_atoulx(group);
+        out[2 * groups] = static_cast<u8>(number >> 8);
+        out[2 * groups + 1] = static_cast<u8>(number);
+        ++groups;
+        if (*at == '\0')
+            return groups == 5 && zeros != 20 && ones != 20;
+    }
+}
+
+bool cut_esi(const char *&at, u8 *out)
+{
+    char field[25];
+    return cut(at, field, 24) && read_esi(field, out);
+}
+
+bool cut_discovery_esi(const char *&at, u8 *out)
+{
+    char field[25]{};
+    if (!cut(at, field, 24))
+        return false;
+    int zeros = 0;
+    for (const char character : field)
+        zeros += character == '0' ? 1 : 0;
+    if (zeros != 20)
+        return read_esi(field, out);
+    std::memset(out, 0, 10);
+    return true;
+}
+
+/// A length and an address, the last of the text or not.
+bool read_member(const char *&at, SYSDT_EvpnSizedAddress &out, u32 least, bool last)
+{
+    u32 bits = 0;
+    char field[50];
+    if (!cut_number(at, bits, 3, least, 128))
+        return false;
+    out.length = static_cast<u8>(bits);
+    if (*at == '[')
+        return last && read_bracketed(at, out.address);
+    return last ? read_ipv4(at, out.address) : cut(at, field, 49) && read_ipv4(field, out.address);
+}
+
+bool read_membership(const char *&at, SYSDT_EvpnMembership &out, bool last)
+{
+    u32 tag = 0;
+    if (!cut_number(at, tag, 10))
+        return false;
+    out.tag = tag;
+    return read_member(at, out.source, 0, false) && read_member(at, out.group, 1, false) &&
+           read_member(at, out.originator, 1, last);
+}
+
+bool read_leave(const char *at, SYSDT_EvpnKey &key)
+{
+    u32 sequence = 0;
+    if (!cut_esi(at, key.sync.esi) || !read_membership(at, key.sync.membership, false) || std::strlen(at) > 10 ||
+        SMP_StrToUint32(at, &sequence) != SYSDT_OK)
+        return false;
+    key.sync.sequence = sequence;
+    return true;
+}
+
+/// An auto-discovery route.
+bool read_discovery(const char *at, SYSDT_EvpnKey &key)
+{
+    u32 tag = 0;
+    if (!cut_discovery_esi(at, key.autoDiscovery.esi) || SMP_StrToUint32(at, &tag) != SYSDT_OK)
+        return false;
+    key.autoDiscovery.tag = tag;
+    return true;
+}
+
+bool read_mac_ip(const char *at, SYSDT_EvpnKey &key)
+{
+    u32 tag = 0;
+    u32 bits = 0;
+    char mac[15];
+    if (!cut_number(at, tag, 10) || !cut_number(at, bits, 3, 0, 255) || !cut(at, mac, 14) ||
+        SMP_Str2Mac(mac, key.macIp.mac) != SYSDT_OK)
+        return false;
+    key.macIp.tag = tag;
+    key.macIp.macLength = static_cast<u8>(bits);
+    return read_tail(at, key.macIp.ip);
+}
+
+bool read_inclusive(const char *at, SYSDT_EvpnKey &key)
+{
+    u32 tag = 0;
+    if (!cut_number(at, tag, 10))
+        return false;
+    key.inclusive.tag = tag;
+    return read_tail(at, key.inclusive.ip);
+}
+
+bool read_prefix(const char *at, SYSDT_EvpnKey &key, bool ipv6)
+{
+    u32 tag = 0;
+    u32 bits = 0;
+    char field[16];
+    SYSDT_EvpnAddress &address = key.prefix.ip.address;
+    if (!cut_number(at, tag, 10))
+        return false;
+    if (ipv6 ? !read_bracketed(at, address) || *at++ == '\0' : !cut(at, field, 15) || !read_ipv4(field, address))
+        return false;
+    if (SMP_StrToUint32(at, &bits) != SYSDT_OK || bits > 255)
+        return false;
+    key.prefix.tag = tag;
+    key.prefix.ip.length = static_cast<u8>(bits);
+    return true;
+}
 
 /// What a text is told by.
 struct Census {
@@ -244,102 +379,90 @@ struct Census {
     int outside = 0; ///< colons outside brackets
     int hyphens = 0;
     int brackets = 0;
-    int dots_ahead = 0; ///< of the second colon
+    bool inclusive = false; ///< no bracket stands ahead of the second colon
+    bool prefix = true;     ///< a dot stands there
+    bool segment = false;   ///< four dots stand there
 
-    explicit Census(const char *text)
+    /// False where a character is none of a key.
+    bool count(const char *text)
     {
         bool inside = false;
         for (; *text != '\0'; ++text) {
-            dots += *text == '.';
-            dots_ahead += *text == '.' && colons < 2;
-            colons += *text == ':';
-            outside += *text == ':' && !inside;
-            hyphens += *text == '-';
-            brackets += *text == '[' || *text == ']';
-            inside = *text == '[' || (inside && *text != ']');
+            switch (*text) {
+            case '.': ++dots; break;
+            case ':':
+                ++colons;
+                outside += inside ? 0 : 1;
+                if (colons == 2) {
+                    segment = dots == 4;
+                    inclusive = brackets == 0 && !segment;
+                    prefix = dots != 0 && !segment;
+                }
+                break;
+            case '-': ++hyphens; break;
+            case '[':
+            case ']':
+                ++brackets;
+                inside = *text == '[';
+                break;
+            default:
+                if (NCF_IsHex(*text) == 0)
+                    return false;
+            }
         }
+        return true;
     }
 };
 
-#define HEX "0123456789abcdefABCDEF"
+/// The route type that the separators tell; 0 if none.
+u8 type_of(const Census &shape)
+{
+    switch (shape.outside) {
+    case 6: return SYSDT_EVPN_SELECTIVE;
+    case 7: return SYSDT_EVPN_JOIN;
+    case 8: return SYSDT_EVPN_LEAVE;
+    default: break;
+    }
+    if (shape.segment)
+        return SYSDT_EVPN_SEGMENT;
+    if (shape.brackets == 2 && shape.hyphens == 0)
+        return shape.inclusive ? SYSDT_EVPN_INCLUSIVE : SYSDT_EVPN_IP_PREFIX;
+    if (shape.brackets == 2 && shape.hyphens == 2)
+        return shape.colons < 5 ? 0 : SYSDT_EVPN_MAC_IP;
+    if ((shape.dots != 3 && shape.dots != 4 && shape.dots != 7) || shape.colons > 4 || shape.brackets != 0)
+        return 0;
+    if (shape.hyphens == 0 && shape.colons == 2)
+        return !shape.prefix ? SYSDT_EVPN_INCLUSIVE : shape.dots == 3 ? SYSDT_EVPN_IP_PREFIX : 0;
+    switch (shape.colons) {
+    case 0: return shape.dots == 4 ? SYSDT_EVPN_SEGMENT : 0;
+    case 1: return shape.dots == 4 ? SYSDT_EVPN_AUTO_DISCOVERY : 0;
+    case 4: return SYSDT_EVPN_MAC_IP;
+    default: return 0;
+    }
+}
 
 bool port_parse(char *text, SYSDT_BolEvpn &out)
 {
-    text = port::look(text, 1, 183);
-    if (text == nullptr || std::strspn(text, HEX ".:-[]") != std::strlen(text))
+    Census shape;
+    const char *at = port::look(text, 1, 183);
+    if (at == nullptr || !shape.count(at))
         return false;
     out.subKind = SYSDT_BOL_EVN;
-    const Census shape(text);
     SYSDT_EvpnKey &key = out.key;
-    char segment[25];
-    char mac[15];
-    Address ip[3];
-    unsigned tag = 0;
-    unsigned bits = 0;
-    unsigned sequence = 0;
-    int end = 0;
-    const auto scan = [&](int wanted, const char *format, auto... arguments) {
-        end = 0;
-        return std::sscanf(text, format, arguments..., &end) == wanted && done(text, end);
-    };
-    switch (shape.outside) {
-    case 6:
-        key.routeType = SYSDT_EVPN_SELECTIVE;
-        return (scan(7, "%10u:%3u:%49[0-9.]:%3u:%49[0-9.]:%3u:%49[0-9.]%n", &tag, &ip[0].bits, ip[0].text, &ip[1].bits,
-                     ip[1].text, &ip[2].bits, ip[2].text) ||
-                scan(7, "%10u:%3u:%49[0-9.]:%3u:%49[0-9.]:%3u:[%49[" HEX ":.]]%n", &tag, &ip[0].bits, ip[0].text,
-                     &ip[1].bits, ip[1].text, &ip[2].bits, ip[2].text)) &&
-               read_membership(ip, tag, key.selective);
-    case 7:
-        key.routeType = SYSDT_EVPN_JOIN;
-        return (scan(8, "%24[" HEX ".]:%10u:%3u:%49[0-9.]:%3u:%49[0-9.]:%3u:%49[0-9.]%n", segment, &tag, &ip[0].bits,
-                     ip[0].text, &ip[1].bits, ip[1].text, &ip[2].bits, ip[2].text) ||
-                scan(8, "%24[" HEX ".]:%10u:%3u:%49[0-9.]:%3u:%49[0-9.]:%3u:[%49[" HEX ":.]]%n", segment, &tag,
-                     &ip[0].bits, ip[0].text, &ip[1].bits, ip[1].text, &ip[2].bits, ip[2].text)) &&
-               read_esi(segment, key.sync.esi) && read_membership(ip, tag, key.sync.membership);
-    case 8:
-        key.routeType = SYSDT_EVPN_LEAVE;
-        if (!scan(9, "%24[" HEX ".]:%10u:%3u:%49[0-9.]:%3u:%49[0-9.]:%3u:%49[0-9.]:%10u%n", segment, &tag, &ip[0].bits,
-                  ip[0].text, &ip[1].bits, ip[1].text, &ip[2].bits, ip[2].text, &sequence))
-            return false;
-        key.sync.sequence = sequence;
-        return read_esi(segment, key.sync.esi) && read_membership(ip, tag, key.sync.membership);
-    default: break;
+    key.routeType = type_of(shape);
+    switch (key.routeType) {
+    case SYSDT_EVPN_AUTO_DISCOVERY: return read_discovery(at, key);
+    case SYSDT_EVPN_MAC_IP: return read_mac_ip(at, key);
+    case SYSDT_EVPN_INCLUSIVE: return read_inclusive(at, key);
+    case SYSDT_EVPN_SEGMENT:
+        return shape.colons == 0 ? read_esi(at, key.segment.esi)
+                                 : cut_esi(at, key.segment.esi) && read_tail(at, key.segment.ip);
+    case SYSDT_EVPN_IP_PREFIX: return read_prefix(at, key, shape.brackets != 0);
+    case SYSDT_EVPN_SELECTIVE: return read_membership(at, key.selective, true);
+    case SYSDT_EVPN_JOIN: return cut_esi(at, key.sync.esi) && read_membership(at, key.sync.membership, true);
+    case SYSDT_EVPN_LEAVE: return read_leave(at, key);
+    default: return false;
     }
-    const bool ipv6 = shape.brackets == 2;
-    if (shape.hyphens == 2) {
-        key.routeType = SYSDT_EVPN_MAC_IP;
-        if (!scan(5, ipv6 ? "%10u:%3u:%14[" HEX "-]:%3u:[%49[" HEX ":.]]%n" : "%10u:%3u:%14[" HEX "-]:%3u:%49[0-9.]%n",
-                  &tag, &bits, mac, &ip[0].bits, ip[0].text))
-            return false;
-        key.macIp.tag = tag;
-        key.macIp.macLength = static_cast<u8>(bits);
-        return bits <= 255 && SMP_Str2Mac(mac, key.macIp.mac) == SYSDT_OK && read_address(ip[0], key.macIp.ip);
-    }
-    if (shape.colons == 0) {
-        key.routeType = SYSDT_EVPN_SEGMENT;
-        return read_esi(text, key.segment.esi);
-    }
-    if (shape.colons == 1) {
-        key.routeType = SYSDT_EVPN_AUTO_DISCOVERY;
-        if (!scan(2, "%24[" HEX ".]:%10u%n", segment, &tag))
-            return false;
-        key.autoDiscovery.tag = tag;
-        return read_esi(segment, key.autoDiscovery.esi, true);
-    }
-    if (shape.dots_ahead == 4) {
-        key.routeType = SYSDT_EVPN_SEGMENT;
-        return scan(3, ipv6 ? "%24[" HEX ".]:%3u:[%49[" HEX ":.]]%n" : "%24[" HEX ".]:%3u:%49[0-9.]%n", segment,
-                    &ip[0].bits, ip[0].text) &&
-               read_esi(segment, key.segment.esi) && read_address(ip[0], key.segment.ip);
-    }
-    const bool prefix = ipv6 ? std::strchr(text, ':')[1] == '[' : shape.dots_ahead != 0;
-    key.routeType = prefix ? SYSDT_EVPN_IP_PREFIX : SYSDT_EVPN_INCLUSIVE;
-    const bool scanned =
-        prefix ? scan(3, ipv6 ? "%10u:[%49[" HEX ":.]]:%10u%n" : "%10u:%15[0-9.]:%10u%n", &tag, ip[0].text, &ip[0].bits)
-               : scan(3, ipv6 ? "%10u:%3u:[%49[" HEX ":.]]%n" : "%10u:%3u:%49[0-9.]%n", &tag, &ip[0].bits, ip[0].text);
-    key.inclusive.tag = tag; // at the same place in both
-    return scanned && read_address(ip[0], key.inclusive.ip);
 }
 
 /// snprintf piece by piece.

@@ -45,13 +45,6 @@ Number get(const u8 *at)
 
 // ------------------------------------------------------------------------------------------------ readers
 
-/// The host calls that most types begin with; null for a blank inside.
-inline char *trimmed(char *text)
-{
-    text = SYSDT_BTrim(text);
-    return NCF_IsSpaceInString(text) == 0 ? text : nullptr;
-}
-
 inline bool skip(const char *&at, char character)
 {
     if (*at != character)

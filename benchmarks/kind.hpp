@@ -4,9 +4,9 @@
 /// A kind of text or value, and the converters that it is measured with: the plug-in's own, a floor and a plain port.
 ///
 /// The floor is the least that a strict converter can do: one pass over well-formed text, every number's range checked,
-/// and the host calls that the contract demands. The plain port is the description put into sscanf and snprintf, with
-/// the same host calls, address services included. Both are written as a parse or a print of the bare value; the
-/// templates below make callbacks of them.
+/// and of the host the trim and the blocks that the contract names. It asks for no white space, as no grammar has any.
+/// The plain port is the description, step by step, in sscanf, snprintf and the host's services. Both are written as a
+/// parse or a print of the bare value; the templates below make callbacks of them.
 #pragma once
 
 #include <cstring>
@@ -63,7 +63,8 @@ void *take(const SYSDT_Context &context, u32 size)
 
 /// FormatIn of a parser `bool (char *text, Value &value)`, or with the context in front.
 template <auto parse, class Value, u16 kind, bool plain = false>
-u32 format_in(SYSDT_Context *context, u32, u32, char *text, u16 *out_kind, u16 *out_length, void **out_data)
+[[gnu::flatten]] u32 format_in(SYSDT_Context *context, u32, u32, char *text, u16 *out_kind, u16 *out_length,
+                               void **out_data)
 {
     Value value{};
     if constexpr (requires { parse(*context, text, value); }) {

@@ -47,56 +47,65 @@ bool is_multicast(const SYSDT_EvpnAddress &address)
 
 // ------------------------------------------------------------------------------------------------ floor
 
-bool either(const char *&at, SYSDT_EvpnAddress &out)
+/// Whether one to three digits and a dot stand here.
+bool is_ipv4(const char *at)
+{
+    const auto is_digit = [](char character) { return static_cast<u32>(static_cast<u8>(character)) - '0' < 10; };
+    return is_digit(at[0]) &&
+           (at[1] == '.' || (is_digit(at[1]) && (at[2] == '.' || (is_digit(at[2]) && at[3] == '.'))));
+}
+
+bool ipv4_field(const char *&at, SYSDT_EvpnAddress &out)
 {
     u32 number;
-    if (hex_value(*at) < 10 && (at[1] == '.' || (hex_value(at[1]) < 10 && (at[2] == '.' || at[3] == '.')))) {
-        if (!ipv4(at, number))
-            return false;
-        out.ipv4 = number;
-        return true;
-    }
+    if (!ipv4(at, number))
+        return false;
+    out.ipv4 = number;
+    return true;
+}
+
+bool either(const char *&at, SYSDT_EvpnAddress &out)
+{
+    if (is_ipv4(at))
+        return ipv4_field(at, out);
     out.family = 1;
     return ipv6(at, out.ipv6);
 }
 
-/// An AS number, or an address in its place; `separator` is what ends it.
-bool first_section(const char *&at, char separator, u8 *key, bool &is_as)
+/// An AS number, or an address in its place.
+bool first_section(const char *&at, u8 *key, bool &is_as)
 {
     const char *const start = at;
-    const bool dotted = separator == ':' || std::memchr(at, ':', 5) == nullptr;
     SYSDT_AsNum as;
-    if (dotted && floor_as(at, as) && (*at == separator || *at == '\0')) {
+    is_as = floor_as(at, as) && (*at == '\0' || *at == '-' || (*at == ':' && is_ipv4(at + 1)));
+    if (is_as) {
         std::memcpy(key, &as, sizeof as);
-        is_as = true;
         return true;
     }
     at = start;
-    is_as = false;
     return either(at, *reinterpret_cast<SYSDT_EvpnAddress *>(key));
 }
 
 bool floor_parse(char *text, SYSDT_BolValue &out)
 {
-    const char *at = trimmed(text);
-    if (at == nullptr)
-        return false;
-    const char separator = std::strchr(at, '-') != nullptr ? '-' : ':';
+    const char *at = SYSDT_BTrim(text);
     bool as;
-    if (!first_section(at, separator, out.key, as))
+    if (!first_section(at, out.key, as))
+        return false;
+    const char separator = *at;
+    if (separator != '\0' && separator != ':' && separator != '-')
         return false;
     u8 *next = out.key + (as ? sizeof(SYSDT_AsNum) : sizeof(SYSDT_EvpnAddress));
     u32 addresses = as ? 0 : 1;
     u32 ipv6_sections = 0;
-    while (*at == separator) {
+    while (*at != '\0') {
         auto &field = *reinterpret_cast<SYSDT_EvpnAddress *>(next);
-        ++at;
-        if (++addresses > 4 || !(separator == '-' || hex_value(*at) < 10) || !either(at, field))
+        if (*at++ != separator || ++addresses > 4 || !(separator == ':' ? ipv4_field : either)(at, field))
             return false;
         ipv6_sections += field.family;
         next += sizeof field;
     }
-    if (*at != '\0' || (as && (addresses > 2 || (separator == '-' && ipv6_sections != addresses))))
+    if (as && (addresses > 2 || (separator == '-' && ipv6_sections != addresses)))
         return false;
     u32 sub_kind = as ? with_as[addresses] : addresses_alone[addresses];
     if (sub_kind == SYSDT_BOL_NG_TYPE_4_1 &&

@@ -83,8 +83,8 @@ template <Codes codes, bool zero_too>
 bool floor_octets(char *text, SYSDT_Octets &out)
 {
     u32 form;
-    const char *const at = trimmed(text);
-    if (at == nullptr || !floor_octets_at<codes, zero_too>(at, out.octets, form))
+    const char *const at = SYSDT_BTrim(text);
+    if (!floor_octets_at<codes, zero_too>(at, out.octets, form))
         return false;
     out.form = form;
     return true;

@@ -64,10 +64,10 @@ int port_print_ipv6(const SYSDT_BolIpv6 &value, char *out, std::size_t size)
 template <u32 sub_kind, class Value>
 bool floor_parse_masked(char *text, Value &out)
 {
-    const char *at = trimmed(text);
+    const char *at = SYSDT_BTrim(text);
     u32 address;
     u32 length;
-    if (at == nullptr || !ipv4(at, address) || !skip(at, '/') || !last_number(at, length, 32))
+    if (!ipv4(at, address) || !skip(at, '/') || !last_number(at, length, 32))
         return false;
     out.subKind = sub_kind;
     out.prefix.prefix = address;

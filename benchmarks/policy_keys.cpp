@@ -35,11 +35,11 @@ bool canonical_address(const char *&at, Key &out)
 
 bool floor_parse_rpd(char *text, SYSDT_BolRpd &out)
 {
-    const char *at = trimmed(text);
+    const char *at = SYSDT_BTrim(text);
     u32 type;
     u32 peer;
     u32 distinguisher;
-    if (at == nullptr || !canonical_and(at, type, '/', 1) || !ipv4(at, peer) || !skip(at, '/') ||
+    if (!canonical_and(at, type, '/', 1) || !ipv4(at, peer) || !skip(at, '/') ||
         !canonical_and(at, distinguisher, '\0'))
         return false;
     out.subKind = SYSDT_BOL_RPD;
@@ -57,12 +57,12 @@ char *floor_print_rpd(const SYSDT_BolRpd &value, char *out)
 
 bool floor_parse_sdwan(char *text, SYSDT_BolSdwan &out)
 {
-    const char *at = trimmed(text);
+    const char *at = SYSDT_BTrim(text);
     u32 type;
     u32 port;
     u32 site;
-    if (at == nullptr || !canonical_and(at, type, '-', 65535) || !canonical_and(at, port, '-') ||
-        !canonical_and(at, site, '-') || !canonical_address(at, out.key) || *at != '\0')
+    if (!canonical_and(at, type, '-', 65535) || !canonical_and(at, port, '-') || !canonical_and(at, site, '-') ||
+        !canonical_address(at, out.key) || *at != '\0')
         return false;
     out.subKind = SYSDT_BOL_SDWAN;
     out.key.routeType = static_cast<u16>(type);
@@ -86,12 +86,11 @@ char *floor_print_sdwan(const SYSDT_BolSdwan &value, char *out)
 
 bool floor_parse_sr(char *text, SYSDT_BolSrPolicy &out)
 {
-    const char *at = trimmed(text);
+    const char *at = SYSDT_BTrim(text);
     u32 distinguisher;
     u32 colour;
-    if (at == nullptr || !skip(at, '[') || !canonical_and(at, distinguisher, ']') || !skip(at, '[') ||
-        !canonical_and(at, colour, ']') || !skip(at, '[') || !canonical_address(at, out.key) || *at++ == '\0' ||
-        *at != '\0')
+    if (!skip(at, '[') || !canonical_and(at, distinguisher, ']') || !skip(at, '[') || !canonical_and(at, colour, ']') ||
+        !skip(at, '[') || !canonical_address(at, out.key) || *at++ == '\0' || *at != '\0')
         return false;
     out.subKind = SYSDT_BOL_SRPOLICY;
     out.key.distinguisher = distinguisher;

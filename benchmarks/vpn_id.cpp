@@ -86,9 +86,7 @@ bool is_written_octets(const char *text) { return text[4] == '-'; }
 
 bool floor_parse_rt_ext(char *text, SYSDT_BolRouteTarget &out)
 {
-    const char *at = trimmed(text);
-    if (at == nullptr)
-        return false;
+    const char *at = SYSDT_BTrim(text);
     out.subKind = SYSDT_BOL_VRFRTEXT;
     u32 form = VRF_RD_FORM_AS4DOT;
     if (std::strlen(at) == 14 && is_written_octets(at)) {
@@ -155,11 +153,11 @@ int port_print_rt_ext(const SYSDT_BolRouteTarget &value, char *out, std::size_t 
 
 bool floor_parse_rtp(char *text, SYSDT_RtpRd &out)
 {
-    const char *at = trimmed(text);
+    const char *at = SYSDT_BTrim(text);
     u32 first;
     u32 second;
     u32 last = 0;
-    if (at == nullptr || !number(at, first))
+    if (!number(at, first))
         return false;
     const auto assigned = [&](u32 max) {
         out.star = *at == '*';
@@ -328,10 +326,10 @@ bool small_hex(const char *&at, u32 &out, u32 digits)
 
 bool floor_parse_vpn_id(char *text, SYSDT_VpnId &out)
 {
-    const char *at = trimmed(text);
+    const char *at = SYSDT_BTrim(text);
     u32 oui;
     u32 index;
-    if (at == nullptr || !small_hex(at, oui, 6) || !skip(at, ':') || !small_hex(at, index, 8) || *at != '\0')
+    if (!small_hex(at, oui, 6) || !skip(at, ':') || !small_hex(at, index, 8) || *at != '\0')
         return false;
     out = {oui, index};
     return (oui | index) != 0;
@@ -363,8 +361,8 @@ int port_print_vpn_id(const SYSDT_VpnId &value, char *out, std::size_t size)
 
 bool floor_parse_rt_v6(char *text, SYSDT_VrfRtV6 &out)
 {
-    const char *at = trimmed(text);
-    if (at == nullptr || !ipv6(at, out.octets + 2) || *at != '.' || (at[1] != '0' && at[1] != '1') || at[2] != '\0')
+    const char *at = SYSDT_BTrim(text);
+    if (!ipv6(at, out.octets + 2) || *at != '.' || (at[1] != '0' && at[1] != '1') || at[2] != '\0')
         return false;
     out.octets[1] = 0x0C;
     out.octets[19] = static_cast<u8>(at[1] - '0');

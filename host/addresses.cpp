@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstring>
+#include <iterator>
 
 #include "host/ascii.hpp"
 #include "host/services.hpp"
@@ -19,20 +20,26 @@ constexpr int32_t family_ipv6 = 10;
 constexpr uint32_t ipv6_text_size = 46; // the longest IPv6 text with a dotted tail, and its NUL
 constexpr size_t group_count = 8;
 
-/// Reads one decimal octet without leading zeros and moves behind it.
+uint32_t decimal_digit(char character) { return static_cast<uint8_t>(character) - uint32_t{'0'}; }
+
+/// Reads one decimal octet without leading zeros and moves behind it. A fourth digit is left to who reads on.
 bool read_octet(const char *&at, uint32_t &octet)
 {
-    if (!is_digit(*at))
+    octet = decimal_digit(*at);
+    if (octet > 9)
         return false;
-    octet = static_cast<uint32_t>(*at++ - '0');
-    while (is_digit(*at)) {
-        if (octet == 0)
-            return false;
-        octet = octet * 10 + static_cast<uint32_t>(*at++ - '0');
-        if (octet > 255)
-            return false;
-    }
-    return true;
+    uint32_t digit = decimal_digit(*++at);
+    if (digit > 9)
+        return true;
+    if (octet == 0)
+        return false;
+    octet = octet * 10 + digit;
+    digit = decimal_digit(*++at);
+    if (digit > 9)
+        return true;
+    octet = octet * 10 + digit;
+    ++at;
+    return octet <= 255;
 }
 
 uint32_t read_ipv4(const char *text, uint32_t *address)
@@ -40,81 +47,94 @@ uint32_t read_ipv4(const char *text, uint32_t *address)
     if (text == nullptr || address == nullptr)
         return SYSDT_ERR_NULL_PTR;
     uint32_t value = 0;
-    for (int left = 4; left != 0; --left) {
-        uint32_t octet = 0;
-        if (!read_octet(text, octet) || *text++ != (left == 1 ? '\0' : '.'))
+    uint32_t octet = 0;
+    for (int left = 3; left != 0; --left) {
+        if (!read_octet(text, octet) || *text++ != '.')
             return SYSDT_ERR_FAIL;
         value = value << 8 | octet;
     }
-    *address = value;
+    if (!read_octet(text, octet) || *text != '\0')
+        return SYSDT_ERR_FAIL;
+    *address = value << 8 | octet;
     return SYSDT_OK;
 }
 
-constexpr size_t no_gap = group_count + 1;
+/// 1 to `most` hexadecimal digits, behind those that the group has; moves behind them.
+template <int most>
+[[gnu::always_inline]] inline bool read_digits(const char *&at, uint32_t &group)
+{
+    const uint32_t digit = digit_value(*at);
+    if (digit > 15)
+        return false;
+    group = group << 4 | digit;
+    ++at;
+    if constexpr (most > 1)
+        read_digits<most - 1>(at, group);
+    return true;
+}
 
 /// The groups of an IPv6 text.
 struct Groups {
     uint8_t bytes[sizeof(in6_addr)];
-    size_t count = 0;
-    size_t gap = no_gap; ///< how many stand in front of the "::", if there is one
+    uint8_t *gap = nullptr; ///< where the "::" stands, if there is one
 
     bool read(const char *text);
 
 private:
-    void add(uint32_t group)
-    {
-        bytes[2 * count] = static_cast<uint8_t>(group >> 8);
-        bytes[2 * count + 1] = static_cast<uint8_t>(group);
-        ++count;
-    }
-    bool read_groups(const char *at);
+    uint8_t *read_groups(const char *at);
 };
 
+uint8_t *put_group(uint8_t *to, uint32_t group)
+{
+    to[0] = static_cast<uint8_t>(group >> 8);
+    to[1] = static_cast<uint8_t>(group);
+    return to + 2;
+}
+
 /// Reads all groups in front of the text's end or its dotted tail.
-bool Groups::read_groups(const char *at)
+///
+/// @return where they end; null if they are refused
+uint8_t *Groups::read_groups(const char *at)
 {
     if (*at == ':' && *++at != ':')
-        return false;
-    for (;;) {
+        return nullptr;
+    for (uint8_t *to = bytes;;) {
         if (*at == ':') {
-            if (gap != no_gap)
-                return false;
-            gap = count;
+            if (gap != nullptr)
+                return nullptr;
+            gap = to;
             if (*++at == '\0')
-                return true;
+                return to;
         }
         const char *const first = at;
         uint32_t group = 0;
-        for (uint32_t digit = 0; (digit = digit_value(*at)) < 16; ++at)
-            group = group << 4 | digit;
+        const bool has_digits = read_digits<4>(at, group); // behind a fifth there is no separator
         if (*at == '.') {
             uint32_t tail = 0;
-            if (count > group_count - 2 || read_ipv4(first, &tail) != SYSDT_OK)
-                return false;
-            add(tail >> 16);
-            add(tail);
-            return true;
+            if (std::end(bytes) - to < 4 || read_ipv4(first, &tail) != SYSDT_OK)
+                return nullptr;
+            return put_group(put_group(to, tail >> 16), tail);
         }
-        if (at == first || at - first > 4 || count == group_count)
-            return false;
-        add(group);
+        if (!has_digits || to == std::end(bytes))
+            return nullptr;
+        to = put_group(to, group);
         if (*at == '\0')
-            return true;
+            return to;
         if (*at++ != ':')
-            return false;
+            return nullptr;
     }
 }
 
 bool Groups::read(const char *text)
 {
-    if (!read_groups(text))
-        return false;
-    if (gap == no_gap)
-        return count == group_count;
-    const size_t behind = count - gap;
-    std::memmove(bytes + 2 * (group_count - behind), bytes + 2 * gap, 2 * behind);
-    std::memset(bytes + 2 * gap, 0, 2 * (group_count - count));
-    return count < group_count;
+    const uint8_t *const end = read_groups(text);
+    if (end == nullptr || gap == nullptr)
+        return end == std::end(bytes);
+    const auto behind = static_cast<size_t>(end - gap);
+    const auto missing = static_cast<size_t>(std::end(bytes) - end);
+    std::memmove(std::end(bytes) - behind, gap, behind);
+    std::memset(gap, 0, missing);
+    return missing != 0;
 }
 
 uint32_t read_ipv6(const char *text, void *address)
@@ -233,20 +253,6 @@ char *write_ipv6(char *out, const uint8_t *address)
     }
     *out = '\0';
     return out;
-}
-
-/// 1 to `most` hexadecimal digits, behind those that the group has; moves behind them.
-template <int most>
-bool read_digits(const char *&at, uint32_t &group)
-{
-    const uint32_t digit = digit_value(*at);
-    if (digit > 15)
-        return false;
-    group = group << 4 | digit;
-    ++at;
-    if constexpr (most > 1)
-        read_digits<most - 1>(at, group);
-    return true;
 }
 
 /// The 21 bytes of an address field: IPv4 as a number in the processor's order, IPv6, family.

@@ -120,9 +120,10 @@ u32 SYSDT_Str2Community(u32 handle, char *text, SYSDT_Community *out)
     const auto census = Census::of<"0123456789:">(text);
     if (census.admits(1, 19))
         return SYSDT_Str2CommunitySetCmty(census.colons(), text, out);
-    if (census.length() < 1 || census.length() > 19 || NCF_IsSpaceInString(text) != 0)
+    const std::size_t length = std::strlen(text);
+    if (length < 1 || length > 19 || NCF_IsSpaceInString(text) != 0)
         return SYSDT_ERR_FAIL;
-    return SYSDT_CmntyStrToEnhValue(handle, text, census.length(), *out);
+    return SYSDT_CmntyStrToEnhValue(handle, text, length, *out);
 }
 
 u32 SYSDT_FormatNoWellKnowCmy(u32 *characters, char *buffer, void **outData, const SYSDT_Community *value)

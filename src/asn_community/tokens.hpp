@@ -26,7 +26,7 @@ public:
     constexpr Tokens(char *text, std::size_t longest) : at_(text), longest_(longest) {}
 
     /// Finds the next token; false if there is none, or only one with another character in it or too long.
-    constexpr bool next(Token &token)
+    bool next(Token &token)
     {
         while (*at_ == ' ')
             ++at_;

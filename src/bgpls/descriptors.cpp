@@ -8,7 +8,6 @@
 #include "asn_community/as_number.hpp"
 #include "bgpls/key.hpp"
 #include "common/bytes.hpp"
-#include "common/census.hpp"
 #include "common/cut.hpp"
 #include "common/scan.hpp"
 
@@ -55,14 +54,10 @@ bool parse_octet(char *text, u8 &octet)
     return true;
 }
 
-/// As SYSDT_Str2AsNum with the lowest number 1, SYSDT_Str2AsNumExt with 0; nearly every text is without their trim.
 template <u64 lowest>
 bool parse_as_from(char *text, SYSDT_AsNum &as)
 {
-    const auto census = Census::of<"0123456789.">(text);
-    if (census.admits(1, most_as_characters))
-        return read_as_number(text, census.dots(), lowest, as) == SYSDT_OK;
-    return (lowest == 0 ? SYSDT_Str2AsNumExt : SYSDT_Str2AsNum)(text, &as) == SYSDT_OK;
+    return read_as_section<lowest>(text, as) == SYSDT_OK;
 }
 
 /// System identifier and pseudonode, "0000.0000.0001.00". (10)

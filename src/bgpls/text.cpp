@@ -45,6 +45,7 @@
 
 #include "bgpls/groups.hpp"
 #include "bgpls/key.hpp"
+#include "common/trimmed.hpp"
 
 using namespace bgpdt;
 using namespace bgpdt::bgpls;
@@ -326,15 +327,14 @@ LsPrefixParseContext *SYSDT_CreateLsPrefixParseContext(char *text, SYSDT_LsPrefi
 {
     if (text == nullptr || record == nullptr || parserTable == nullptr)
         return nullptr;
-    text = SYSDT_BTrim(text);
     constexpr std::size_t longest_text = 500;
-    const std::size_t length = std::strlen(text);
-    if (length < 1 || length > longest_text || NCF_IsSpaceInString(text) != 0)
+    const auto [kept, length] = trimmed(text, 1, longest_text);
+    if (kept == nullptr)
         return nullptr;
     auto *const context = static_cast<LsPrefixParseContext *>(SYS_DataTypeMalloc(sizeof(LsPrefixParseContext)));
     if (context == nullptr)
         return nullptr;
-    *context = {.text = text,
+    *context = {.text = kept,
                 .length = static_cast<u32>(length),
                 .seen = 0,
                 .output = record,

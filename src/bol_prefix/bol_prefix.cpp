@@ -28,6 +28,7 @@
 #include "common/bytes.hpp"
 #include "common/dispatch.hpp"
 #include "common/text_offer.hpp"
+#include "common/trimmed.hpp"
 
 using namespace bgpdt;
 
@@ -55,15 +56,12 @@ u32 sub_kind(u32 length, const void *value)
     return load<u32>(word);
 }
 
-/// No blank is above the space.
-bool may_be_blank(char character) { return static_cast<u8>(character) <= ' '; }
-
 /// Trims the text in place if it may have to be. (1)
 ///
 /// @return whether it had blanks, and must be counted anew
 bool cut_blanks(TextOffer &offer)
 {
-    if (offer.shape.others() == 0 && !offer.shape.is_too_long())
+    if (offer.shape.others == 0 && !offer.shape.is_too_long())
         return false;
     const char last = offer.text[offer.shape.all.length() - 1]; // there is one: the empty text has no others
     if (may_be_blank(offer.shape.first()) || may_be_blank(last)) {

@@ -79,7 +79,7 @@ constexpr auto ipv6_prefix = [] {
 
 /// It does not trim: of blanks it refuses the text.
 BGPDT_MAY_READ(SYSDT_VplsAdPrefixFormatIn, shape.dots() == 3 && shape.colons() == 0 && shape.hyphens() == 0 &&
-                                               shape.others() == 0 && !offer.had_blanks)
+                                               shape.others == 0 && !offer.had_blanks)
 BGPDT_FORMAT_IN(SYSDT_VplsAdPrefixFormatIn, ipv4_prefix)
 BGPDT_FORMAT_OUT(SYSDT_VplsAdPrefixFormatOut, ipv4_prefix)
 BGPDT_CHECK(SYSDT_VplsAdPrefixCheck, ipv4_prefix)
@@ -113,7 +113,7 @@ u32 SYSDT_Ipv6Prefix2Str(const SYSDT_BolIpv6 *value, char *buffer, u32 *outputLe
         value, buffer, outputLength, [](const SYSDT_BolIpv6 &key, Writer &out) { return print_ipv6(key, 0, out); });
 }
 
-BGPDT_MAY_READ(SYSDT_Ipv6BolPrefixFormatIn, shape.colons() >= 2 && shape.hyphens() == 0 && shape.others() == 0)
+BGPDT_MAY_READ(SYSDT_Ipv6BolPrefixFormatIn, shape.colons() >= 2 && shape.hyphens() == 0 && shape.others == 0)
 BGPDT_FORMAT_IN(SYSDT_Ipv6BolPrefixFormatIn, ipv6_prefix)
 BGPDT_FORMAT_OUT(SYSDT_Ipv6BolPrefixFormatOut, ipv6_prefix)
 BGPDT_LUA_SET(SYSDT_Ipv6BolPrefixLuaSet, ipv6_prefix)

@@ -33,7 +33,7 @@ namespace {
 
 u32 parse_prefix(char *text, std::size_t shortest, std::size_t longest, u32 &address, u32 &mask_length)
 {
-    text = trimmed(text, shortest, longest);
+    text = trimmed(text, shortest, longest).text;
     u32 prefix = 0;
     if (text == nullptr || scan<"%q/%u">(text, prefix, mask_length) != 2 || mask_length > 32) // (7)
         return SYSDT_ERR_FAIL;

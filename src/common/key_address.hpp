@@ -16,7 +16,15 @@ inline constexpr u8 family_ipv6 = 1;
 
 // These read an address as the host does; SYSDT_ERR_FAIL if it is none. The other family's field stays as it is.
 
-u32 read_ipv4(const char *text, SYSDT_EvpnAddress &field);
+inline u32 read_ipv4(const char *text, SYSDT_EvpnAddress &field)
+{
+    u32 address = 0;
+    if (SYSDT_Str2Ipv4(text, &address) != SYSDT_OK)
+        return SYSDT_ERR_FAIL;
+    field.ipv4 = address;
+    field.family = family_ipv4;
+    return SYSDT_OK;
+}
 
 inline u32 read_ipv6(const char *text, SYSDT_EvpnAddress &field)
 {

@@ -120,39 +120,49 @@ template <unsigned Base, unsigned Width, class Number>
     return at;
 }
 
-/// A number; most begin with a digit, or are as many digits as their width.
-template <unsigned Base, unsigned Width, class Number>
-[[gnu::noinline]] constexpr const char *scan_number(const char *at, Number &number)
+/// A number in decimal; most begin with a digit.
+template <unsigned Width, class Number>
+[[gnu::noinline]] constexpr const char *scan_decimal(const char *at, Number &number)
 {
-    if constexpr (Base == 16 && Width != 0 && Width <= std::numeric_limits<Number>::digits / 4) {
-        Number value = 0;
-        unsigned length = 0;
-        for (unsigned digit = 0; length != Width && (digit = digit_value<Base>(at[length])) < Base; ++length)
-            value = static_cast<Number>(value * Base + digit);
-        if (length == Width) {
-            number = value;
+    if constexpr (Width == 0 && std::is_unsigned_v<Number>)
+        if (digit_value<10>(*at) < 10)
+            return read_digits<10>(at, nullptr, number);
+    return scan_led_number<10, Width>(at, number);
+}
+
+/// A number in hexadecimal; most have as many digits as their width.
+template <unsigned Width, class Number>
+constexpr const char *scan_hex(const char *at, Number &number)
+{
+    if constexpr (Width == 2) {
+        const unsigned high = digit_value<16>(at[0]);
+        const unsigned low = high < 16 ? digit_value<16>(at[1]) : 16;
+        if (low < 16) {
+            number = static_cast<Number>(high << 4 | low);
             return at + Width;
         }
     }
-    if constexpr (Width == 0 && Base == 10 && std::is_unsigned_v<Number>)
-        if (digit_value<Base>(*at) < Base)
-            return read_digits<Base>(at, nullptr, number);
-    return scan_led_number<Base, Width>(at, number);
+    return scan_led_number<16, Width>(at, number);
 }
 
 /// A number that is an octet; most begin with a digit.
 constexpr const char *scan_octet(const char *at, u32 &octet)
 {
-    octet = digit_value<10>(*at);
-    if (octet >= 10) {
+    u32 value = digit_value<10>(*at);
+    if (value >= 10) {
         at = scan_led_number<10, 0>(at, octet);
         return octet <= UINT8_MAX ? at : nullptr;
     }
-    for (unsigned digit = 0; (digit = digit_value<10>(*++at)) < 10;) {
-        octet = octet * 10 + digit;
-        if (octet > UINT8_MAX)
-            return nullptr;
+    unsigned digit = digit_value<10>(*++at);
+    if (digit < 10) {
+        value = value * 10 + digit;
+        while ((digit = digit_value<10>(*++at)) < 10) { // two digits are an octet always
+            value = value * 10 + digit;
+            if (value > UINT8_MAX)
+                return nullptr;
+        }
     }
+    octet = value;
     return at;
 }
 
@@ -223,7 +233,10 @@ constexpr const char *scan_argument(const char *at, Argument &argument)
     } else {
         static_assert(8 * sizeof(Argument) == piece.bits, "the argument's size is not the conversion's");
         static_assert(std::is_signed_v<Argument> == (piece.conversion == Conversion::signed_), "the argument's sign");
-        return scan_number < piece.conversion == Conversion::hex ? 16 : 10, piece.width > (at, argument);
+        if constexpr (piece.conversion == Conversion::hex)
+            return scan_hex<piece.width>(at, argument);
+        else
+            return scan_decimal<piece.width>(at, argument);
     }
 }
 

@@ -16,16 +16,19 @@ struct TextShape {
     static constexpr std::size_t longest = 183; ///< that any row reads: an EVPN key
 
     const char *text;
-    Census field; ///< ahead of the first colon or other
-    Census all;
+    Census field; ///< ahead of the first colon, which is counted, or other
+    Census all;   ///< others count in the length alone
+    u32 others;
 
-    static constexpr TextShape of(const char *text)
+    static TextShape of(const char *text)
     {
-        constexpr FixedString known = "0123456789abcdefABCDEF.:-";
-        const auto field = Census::of_field<known>(text);
-        auto all = Census::of<known>(text + field.length());
-        all += field;
-        return {text, field, all};
+        CensusWalk<"0123456789abcdefABCDEF.:-"> walk(text, 1);
+        char stop = walk.next();
+        const auto field = walk.census();
+        u32 others = 0;
+        for (; stop != '\0'; stop = walk.next())
+            others += stop == ':' ? 0 : 1;
+        return {text, field, walk.census(), others};
     }
 
     /// Then the counts do not hold.
@@ -39,7 +42,6 @@ struct TextShape {
     constexpr u32 dots() const { return all.dots(); }
     constexpr u32 colons() const { return all.colons(); }
     constexpr u32 hyphens() const { return all.marks(); }
-    constexpr u32 others() const { return all.strangers(); }
 };
 
 /// What is offered: FormatIn's arguments, in a mode that the rows serve, and the counted text.

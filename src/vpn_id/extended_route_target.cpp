@@ -65,18 +65,20 @@ u32 SYSDT_Str2FourOctecAsRT(const char *text, SYSDT_Octets &out)
     return parse_as4dot_form(text, route_target_codes, out);
 }
 
+Census count(const char *text) { return Census::of<"0123456789abcdefABCDEF.:-">(text); }
+
+bool is_admitted(const Census &census) { return census.admits(1, 100); }
+
 u32 parse_form(const char *text, SYSDT_Octets &out)
 {
-    u32 dots = 0;
-    u32 colons = 0;
-    u32 hyphens = 0;
-    if (SYSDT_CheckVrfRtExtStr(text, &dots, &colons, &hyphens) != SYSDT_OK)
+    const auto census = count(text);
+    if (!is_admitted(census))
         return SYSDT_ERR_FAIL;
-    if (colons == 0 && dots == 0 && hyphens == 2) // (4)
+    if (census.colons() == 0 && census.dots() == 0 && census.marks() == 2) // (4)
         return SYSDT_Str2EvpnOctecAsRT(text, out);
-    if (colons != 1)
+    if (census.colons() != 1)
         return SYSDT_ERR_FAIL;
-    switch (dots) {
+    switch (census.dots()) {
     case 0: return SYSDT_Str2TwoOctecAsRT(text, out);
     case 1: return SYSDT_Str2FourOctecAsRT(text, out);
     case 3: return SYSDT_Str2IpAddressRT(text, out);
@@ -149,7 +151,7 @@ constexpr Layout read_layout{read_fields, SYSDT_BOL_SIZE};
 /// Behind the only colon stands a number without dots; octets have neither.
 constexpr bool may_be_route_target(const TextShape &shape)
 {
-    if (shape.colons() > 1 || shape.others() != 0 || shape.dots_behind_field() != 0)
+    if (shape.colons() > 1 || shape.others != 0 || shape.dots_behind_field() != 0)
         return false;
     return shape.colons() == 1 || (shape.dots() == 0 && shape.hyphens() == 2);
 }
@@ -160,8 +162,8 @@ u32 SYSDT_CheckVrfRtExtStr(const char *text, u32 *dots, u32 *colons, u32 *hyphen
 {
     if (text == nullptr || dots == nullptr || colons == nullptr || hyphens == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    const auto census = Census::of<"0123456789abcdefABCDEF.:-">(text);
-    if (!census.admits(1, 100))
+    const auto census = count(text);
+    if (!is_admitted(census))
         return SYSDT_ERR_FAIL;
     *dots = census.dots();
     *colons = census.colons();

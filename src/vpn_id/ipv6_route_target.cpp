@@ -60,7 +60,7 @@ u32 SYSDT_Str2VrfRtV6(char *text, SYSDT_VrfRtV6 *output)
 {
     if (text == nullptr || output == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = trimmed(text, 1, longest_text);
+    text = trimmed(text, 1, longest_text).text;
     if (text == nullptr)
         return SYSDT_ERR_PARAM;                                               // (2)
     const char *const dot = std::strrchr(text, '.');                          // (3)

@@ -51,7 +51,7 @@ constexpr auto evpn_prefix = [] {
     auto type = bol_row<SYSDT_BolEvpn>(); // (1) (2) (13) (18)
     type.parse = [](u32, char *text, SYSDT_BolEvpn &value) {
         value.subKind = SYSDT_BOL_EVN;
-        return SYSDT_Str2EvnPrefix(text, &value, 1);
+        return evpn::read_trimmed(SYSDT_BTrim(text), value, 1);
     };
     type.print = [](const SYSDT_BolEvpn &value, u8, Writer &out) {
         return evpn::print_key(value.key.routeType, value.key, out);
@@ -84,12 +84,12 @@ constexpr bool may_be_plain(const TextShape &shape)
 /// A pair of brackets stands behind an ESI or a tag.
 constexpr bool may_be_bracketed(const TextShape &shape)
 {
-    return shape.behind_field() == ':' && (shape.field.dots() == 0 || begins_with_esi(shape)) && shape.others() >= 2;
+    return shape.behind_field() == ':' && (shape.field.dots() == 0 || begins_with_esi(shape)) && shape.others >= 2;
 }
 
 constexpr bool may_be_key(const TextShape &shape)
 {
-    return shape.others() == 0 ? may_be_plain(shape) : may_be_bracketed(shape);
+    return shape.others == 0 ? may_be_plain(shape) : may_be_bracketed(shape);
 }
 
 /// FormatIn of a text that is counted already.

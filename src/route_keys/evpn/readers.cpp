@@ -104,7 +104,9 @@ char *read_bracketed(char *at, SYSDT_EvpnAddress &address)
     return read_ipv6(text.get(), address) == SYSDT_OK ? end + 1 : nullptr;
 }
 
-char *read_inner_member(char *at, u8 least, SYSDT_EvpnSizedAddress &member)
+// A key has up to three members: what reads one inlines all that it calls.
+
+[[gnu::flatten]] char *read_inner_member(char *at, u8 least, SYSDT_EvpnSizedAddress &member)
 {
     char *const end = read_length(at, least, longest_member, member.length); // (7)
     return end == nullptr ? nullptr : read_inner_address(end + 1, member.address);
@@ -122,7 +124,7 @@ bool read_last_address(char *at, SYSDT_EvpnAddress &address)
     return *at != '\0' && read_ipv4(at, address) == SYSDT_OK;
 }
 
-bool read_ip(char *at, Families families, SYSDT_EvpnSizedAddress &ip)
+[[gnu::flatten]] bool read_ip(char *at, Families families, SYSDT_EvpnSizedAddress &ip)
 {
     char *const end = read_length(at, 0, UINT8_MAX, ip.length); // (7)
     if (end == nullptr)
@@ -134,7 +136,7 @@ bool read_ip(char *at, Families families, SYSDT_EvpnSizedAddress &ip)
     return end_of_text != nullptr && *end_of_text == '\0';
 }
 
-bool read_prefix(char *at, Families families, SYSDT_EvpnSizedAddress &prefix)
+[[gnu::flatten]] bool read_prefix(char *at, Families families, SYSDT_EvpnSizedAddress &prefix)
 {
     const char *const end =
         families == Families::ipv6 ? read_bracketed(at, prefix.address) : read_inner_address(at, prefix.address);
@@ -147,7 +149,7 @@ bool read_prefix(char *at, Families families, SYSDT_EvpnSizedAddress &prefix)
     return true;
 }
 
-bool read_last_member(char *at, u8 least, SYSDT_EvpnSizedAddress &member)
+[[gnu::flatten]] bool read_last_member(char *at, u8 least, SYSDT_EvpnSizedAddress &member)
 {
     char *const end = read_length(at, least, longest_member, member.length); // (7)
     return end != nullptr && read_last_address(end + 1, member.address);

@@ -135,7 +135,7 @@ struct Shape {
     }
 
     /// Counts the characters; false if there is one that no text may have.
-    [[gnu::noinline]] bool count(const char *text)
+    bool count(const char *text)
     {
         CensusWalk<plain_characters> walk(text, 2);
         u32 colons = 0; // ahead of the last bracket
@@ -176,7 +176,7 @@ u32 read_segment_alone(const char *text, SYSDT_BolEvpn *value, u32 lenient)
     return SYSDT_OK;
 }
 
-/// The first line that fits the text decides. (3)
+/// The first line that fits the text decides. (3) In one without brackets no IPv6 address is looked for.
 u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 lenient)
 {
     const u32 brackets = shape.brackets;
@@ -186,7 +186,8 @@ u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 leni
     if (shape.outside_colons >= 6 && shape.outside_colons <= 8)
         return read_multicast(shape.outside_colons, text, value);
     if (shape.dots_ahead == 4)
-        return SYSDT_Str2Es(text, value, lenient);
+        return brackets == 0 ? read_as<segment>(text, value, lenient, Families::ipv4)
+                             : SYSDT_Str2Es(text, value, lenient);
     if (brackets == 2 && dashes == 0)
         return (shape.brackets_ahead == 0 ? SYSDT_Str2Inclusive : SYSDT_Str2Ipv6Prefix)(text, value);
     if (brackets == 2 && dashes == 2)
@@ -196,15 +197,17 @@ u32 read_by_shape(const Shape &shape, char *text, SYSDT_BolEvpn *value, u32 leni
     if (dashes != 0 && dashes != 2)
         return SYSDT_ERR_FAIL;
     if (dashes == 0 && colons == 2 && shape.dots_ahead == 0)
-        return SYSDT_Str2Inclusive(text, value);
+        return read_as<inclusive>(text, value, 0, Families::ipv4);
     if (dashes == 0 && colons == 2)
         return dots == 3 ? SYSDT_Str2IpPrefix(text, value) : SYSDT_ERR_FAIL;
     if (colons == 0 && dots == 4)
         return read_segment_alone(text, value, lenient);
     if (colons == 1 && dots == 4)
         return SYSDT_Str2Ad(text, value, lenient);
-    return colons == 4 ? SYSDT_Str2EvnMac(text, value) : SYSDT_ERR_FAIL;
+    return colons == 4 ? read_as<mac_ip>(text, value, 0, Families::ipv4) : SYSDT_ERR_FAIL;
 }
+
+} // namespace
 
 u32 read_trimmed(char *text, SYSDT_BolEvpn &value, u32 lenient)
 {
@@ -214,8 +217,6 @@ u32 read_trimmed(char *text, SYSDT_BolEvpn &value, u32 lenient)
     return read_by_shape(shape, text, &value, lenient);
 }
 
-} // namespace
-
 } // namespace bgpdt::evpn
 
 using namespace bgpdt;
@@ -223,8 +224,8 @@ using namespace bgpdt;
 u32 evpn::read_counted(const TextOffer &offer, SYSDT_BolEvpn &value)
 {
     value = {.subKind = SYSDT_BOL_EVN, .key = {}};
-    return offer.shape.others() == 0 ? read_by_shape(Shape::of_plain(offer.shape), offer.counted, &value, 1)
-                                     : read_trimmed(offer.counted, value, 1);
+    return offer.shape.others == 0 ? read_by_shape(Shape::of_plain(offer.shape), offer.counted, &value, 1)
+                                   : read_trimmed(offer.counted, value, 1);
 }
 
 u32 SYSDT_Str2EvnPrefix(char *text, SYSDT_BolEvpn *value, u32 lenient)

@@ -25,6 +25,7 @@
 
 #include <cstring>
 
+#include "asn_community/as_number.hpp"
 #include "common/bytes.hpp"
 #include "common/text_offer.hpp"
 
@@ -34,7 +35,7 @@ namespace {
 
 u32 read_section(const Section &section, char *text, ReadAddress *read_address, SYSDT_BolValue &value)
 {
-    return section.role == Role::as ? SYSDT_Str2AsNum(text, &section.in<SYSDT_AsNum>(value))
+    return section.role == Role::as ? read_as_section<1>(text, section.in<SYSDT_AsNum>(value))
                                     : read_address(text, section.in<SYSDT_EvpnAddress>(value));
 }
 
@@ -51,42 +52,72 @@ u32 read_ipv4_alone(const char *text, SYSDT_BolValue &value)
     return SYSDT_OK;
 }
 
-/// Cuts the text at its separators; false if there are more than three.
-bool cut_at(char separator, Split &split)
-{
-    char *at = split.text;
-    for (u32 number = 1; number <= split.separators; ++number) {
-        at = std::strchr(at, separator);
-        if (SYSDT_GetSectionPos(number, static_cast<u32>(at - split.text), split.positions) != SYSDT_OK)
-            return false;
-        *at++ = '\0';
+/// What a text is made of: characters that it may have, and separators between its sections.
+struct Found {
+    Split split;
+    Census census; ///< separators count in its length alone
+    char stop;     ///< the first other character, or the NUL
+
+    /// Whether the text has so many characters at most, and no other and no section too much.
+    bool admits(std::size_t longest) const
+    {
+        return stop == '\0' && split.separators < most_sections && census.length() >= 1 && census.length() <= longest;
     }
-    return true;
+};
+
+/// Looks through a text whose sections, of the Known characters, the separator ends.
+template <FixedString Known>
+Found find_sections(char *text, char separator)
+{
+    Found found{{text, 0}, {}, '\0'};
+    CensusWalk<Known> walk(text, CensusWalk<Known>::no_colon);
+    while ((found.stop = walk.next()) == separator)
+        if (++found.split.separators < most_sections)
+            found.split.positions[found.split.separators - 1] = static_cast<u32>(walk.census().length()) + 1;
+    found.census = walk.census();
+    return found;
 }
 
+/// The sections are texts of their own while this lives: NULs stand for the separators so long.
+class Sections {
+public:
+    Sections(const Split &split, char separator) : split_(split), separator_(separator) { end_with('\0'); }
+    ~Sections() { end_with(separator_); }
+    Sections(const Sections &) = delete;
+    Sections &operator=(const Sections &) = delete;
+
+private:
+    void end_with(char character) const
+    {
+        for (u32 number = 1; number <= split_.separators; ++number)
+            split_.section(number)[-1] = character;
+    }
+
+    const Split &split_;
+    char separator_;
+};
+
 /// IPv4 keys, by the number of colons and dots. (3)
-u32 parse_with_colons(const char *text, const Census &census, SYSDT_BolValue &value)
+u32 parse_with_colons(const Found &text, SYSDT_BolValue &value)
 {
-    char copy[64];
-    if (!census.admits(1, sizeof copy - 1))
+    if (!text.admits(63))
         return SYSDT_ERR_FAIL;
-    std::memcpy(copy, text, census.length() + 1);
-    Split split{copy, census.colons()};
-    if (!cut_at(':', split))
-        return SYSDT_ERR_FAIL;
+    const Split &split = text.split;
+    const u32 dots = text.census.dots();
+    const Sections sections(split, ':');
     switch (split.separators) {
     case 0:
-        if (census.dots() == 3)
-            return read_ipv4_alone(copy, value); // (1)
+        if (dots == 3)
+            return read_ipv4_alone(split.text, value); // (1)
         return read_sections(kind<SYSDT_BOL_NG_TYPE_2>, split, read_ipv4, value);
     case 1:
-        if (census.dots() != 6)
+        if (dots != 6)
             return read_sections(kind<SYSDT_BOL_NG_TYPE_4_2>, split, read_ipv4, value);
         read_ipv4_pair(split, value);
         return SYSDT_OK;
     case 2:
-        return read_sections(census.dots() == 9 ? kind<SYSDT_BOL_NG_TYPE_3> : kind<SYSDT_BOL_NG_TYPE_6>, split,
-                             read_ipv4, value);
+        return read_sections(dots == 9 ? kind<SYSDT_BOL_NG_TYPE_3> : kind<SYSDT_BOL_NG_TYPE_6>, split, read_ipv4,
+                             value);
     default: return read_sections(kind<SYSDT_BOL_NG_TYPE_4_3>, split, read_ipv4, value);
     }
 }
@@ -101,23 +132,20 @@ bool begins_with_address(const char *first, const Census &all)
 /// Keys with IPv6 addresses, by the number of hyphens. (3)
 u32 parse_with_hyphens(char *text, SYSDT_BolValue &value)
 {
-    char copy[160];
-    text = SYSDT_BTrim(text);
-    const auto census = Census::of_start<"0123456789abcdefABCDEF.:-">(text);
-    if (text[census.length()] != '\0' || !census.admits(1, sizeof copy - 1))
+    const auto found = find_sections<"0123456789abcdefABCDEF.:">(text, '-');
+    if (!found.admits(159))
         return SYSDT_ERR_FAIL;
-    std::memcpy(copy, text, census.length() + 1);
-    Split split{copy, census.marks()};
-    if (!cut_at('-', split))
-        return SYSDT_ERR_FAIL;
+    const Split &split = found.split;
+    const u32 dots = found.census.dots();
+    const Sections sections(split, '-');
     switch (split.separators) {
     case 1: return read_pair(split, value);
     case 2:
-        if (begins_with_address(copy, census))
+        if (begins_with_address(text, found.census))
             return read_sections(kind<SYSDT_BOL_NG_TYPE_3>, split, read_either, value);
         return read_sections(kind<SYSDT_BOL_NG_TYPE_6>, split, read_ipv6, value); // (5)
     case 3:
-        if (census.dots() != 0 && census.dots() != 6)
+        if (dots != 0 && dots != 6)
             return SYSDT_ERR_FAIL; // (6)
         return read_sections(kind<SYSDT_BOL_NG_TYPE_4_3>, split, read_either, value);
     default: return SYSDT_ERR_FAIL;
@@ -173,7 +201,7 @@ namespace {
 /// addresses, of two colons or more each, and IPv4 ones, of four sections none or two.
 constexpr bool may_be_mvpn(const TextShape &shape)
 {
-    if (shape.others() != 0)
+    if (shape.others != 0)
         return false;
     const u32 colons = shape.colons();
     switch (shape.hyphens()) {
@@ -196,7 +224,7 @@ u32 SYSDT_Str2NGIpv6Prefix(char *text, SYSDT_BolValue *value)
 {
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    return parse_with_hyphens(text, *value);
+    return parse_with_hyphens(SYSDT_BTrim(text), *value);
 }
 
 u32 SYSDT_Str2NGPrefix(char *text, SYSDT_BolValue *value)
@@ -204,11 +232,11 @@ u32 SYSDT_Str2NGPrefix(char *text, SYSDT_BolValue *value)
     if (text == nullptr || value == nullptr)
         return SYSDT_ERR_NULL_PTR;
     text = SYSDT_BTrim(text);
-    const auto census = Census::of_start<"0123456789.:">(text);
-    const char *const rest = text + census.length();
-    if (*rest == '\0')
-        return parse_with_colons(text, census, *value);
-    return std::strchr(rest, '-') != nullptr ? SYSDT_Str2NGIpv6Prefix(text, value) : u32{SYSDT_ERR_FAIL}; // (2)
+    const auto found = find_sections<"0123456789.">(text, ':');
+    if (found.stop == '\0')
+        return parse_with_colons(found, *value);
+    const char *const rest = text + found.census.length();
+    return std::strchr(rest, '-') != nullptr ? parse_with_hyphens(text, *value) : u32{SYSDT_ERR_FAIL}; // (2)
 }
 
 BGPDT_MAY_READ(SYSDT_NGPrefixFormatIn, may_be_mvpn(shape))

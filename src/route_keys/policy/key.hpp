@@ -41,11 +41,10 @@ struct Lengths {
 //     dropped                     how many characters at the end of an IPv6 text are not its address's
 
 template <class Text>
-u32 parse_ipv4_form(const char *text, typename Text::Key &key)
+u32 parse_ipv4_form(const char *text, std::size_t length, typename Text::Key &key)
 {
     typename Text::Numbers numbers;
     u32 address = 0;
-    const std::size_t length = std::strlen(text);
     const auto read = [&](auto &...number) { return scan_back<Text::ipv4_form>(text, length, number..., address); };
     if (!Text::ipv4_lengths.admit(length) || !std::apply(read, numbers))
         return SYSDT_ERR_FAIL;
@@ -55,11 +54,10 @@ u32 parse_ipv4_form(const char *text, typename Text::Key &key)
 }
 
 template <class Text>
-u32 parse_ipv6_form(const char *text, typename Text::Key &key)
+u32 parse_ipv6_form(const char *text, std::size_t length, typename Text::Key &key)
 {
     typename Text::Numbers numbers;
     char address[Text::ipv6_lengths.longest + 1];
-    const std::size_t length = std::strlen(text);
     const auto read = [&](auto &...number) {
         return scan<Text::ipv6_form>(text, number..., std::span(address)) == int{sizeof...(number)} + 1;
     };
@@ -81,10 +79,11 @@ u32 parse_ipv6_form(const char *text, typename Text::Key &key)
 template <class Text>
 u32 parse_either_form(char *text, typename Text::Key &key)
 {
-    text = trimmed(text, 0, SIZE_MAX);
-    if (text == nullptr)
+    const auto [kept, length] = trimmed(text, 0, SIZE_MAX);
+    if (kept == nullptr)
         return SYSDT_ERR_FAIL;
-    return std::strchr(text, '.') != nullptr ? parse_ipv4_form<Text>(text, key) : parse_ipv6_form<Text>(text, key);
+    return std::strchr(kept, '.') != nullptr ? parse_ipv4_form<Text>(kept, length, key)
+                                             : parse_ipv6_form<Text>(kept, length, key);
 }
 
 template <class Text>

@@ -28,12 +28,13 @@ using namespace bgpdt::policy;
 
 namespace {
 
-u32 parse_text(const char *text, SYSDT_Rpd &key)
+u32 parse_text(const Trimmed &text, SYSDT_Rpd &key)
 {
     u32 type = 0;
     u32 peer = 0;
     u32 distinguisher = 0;
-    if (!scan_back<"%u/%q/%u">(text, std::strlen(text), type, peer, distinguisher) || type > 1) // (1) (2)
+    if (text.text == nullptr || !scan_back<"%u/%q/%u">(text.text, text.length, type, peer, distinguisher) ||
+        type > 1) // (1) (2)
         return SYSDT_ERR_FAIL;
     key.policyType = static_cast<u8>(type);
     key.distinguisher = distinguisher;
@@ -64,8 +65,7 @@ u32 SYSDT_Str2RpdPrefix(char *text, SYSDT_Rpd *key)
 {
     if (text == nullptr || key == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    text = trimmed(text, 11, 31);
-    return text == nullptr ? SYSDT_ERR_FAIL : parse_text(text, *key);
+    return parse_text(trimmed(text, 11, 31), *key);
 }
 
 u32 SYSDT_RpdPrefix2Str(const SYSDT_Rpd *key, char *buffer, u32 *outputLength)

@@ -78,12 +78,14 @@ u32 SYSDT_Str2SdwanPrefix(char *text, SYSDT_BolSdwan *value)
 
 u32 SYSDT_Str2SdwanV4Prefix(char *text, SYSDT_BolSdwan *value)
 {
-    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR : parse_ipv4_form<Text>(text, value->key);
+    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR
+                                               : parse_ipv4_form<Text>(text, std::strlen(text), value->key);
 }
 
 u32 SYSDT_Str2SdwanV6Prefix(char *text, SYSDT_BolSdwan *value)
 {
-    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR : parse_ipv6_form<Text>(text, value->key);
+    return text == nullptr || value == nullptr ? SYSDT_ERR_NULL_PTR
+                                               : parse_ipv6_form<Text>(text, std::strlen(text), value->key);
 }
 
 u32 SYSDT_SdwanPrefix2Str(const SYSDT_BolSdwan *value, char *buffer, u32 *outputLength)

@@ -74,12 +74,14 @@ u32 SYSDT_Str2SrPolicyPrefix(char *text, SYSDT_SrPolicy *key)
 
 u32 SYSDT_Str2Srv4PolicyPrefix(char *text, SYSDT_SrPolicy *key)
 {
-    return text == nullptr || key == nullptr ? SYSDT_ERR_NULL_PTR : parse_ipv4_form<Text>(text, *key);
+    return text == nullptr || key == nullptr ? SYSDT_ERR_NULL_PTR
+                                             : parse_ipv4_form<Text>(text, std::strlen(text), *key);
 }
 
 u32 SYSDT_Str2Srv6PolicyPrefix(char *text, SYSDT_SrPolicy *key)
 {
-    return text == nullptr || key == nullptr ? SYSDT_ERR_NULL_PTR : parse_ipv6_form<Text>(text, *key);
+    return text == nullptr || key == nullptr ? SYSDT_ERR_NULL_PTR
+                                             : parse_ipv6_form<Text>(text, std::strlen(text), *key);
 }
 
 u32 SYSDT_SrPolicyPrefix2Str(const SYSDT_SrPolicy *key, char *buffer, u32 *outputLength)
