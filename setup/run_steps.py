@@ -45,7 +45,8 @@ STEPS = (
     Step("i686", "the suite as a 32-bit little-endian build, under ASan", ("i686",)),
     Step("fuzz", "ten seconds with each fuzzer"),
     Step("sweeps", "every case that other steps thin out, of the target one in five", ("release", "ppc")),
-    Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage")),
+    Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage bgp_datatype")),
+    Step("coverage-rooms", "(only when named) the suite reaches nearly all of host, toolkit, library, tool and modules", ("coverage",)),
     Step("tsan", "every vector line and libbgpdt's functions from eight threads at once, under TSan",
          ("tsan bgpdt_threads_test", "tsan bgpdt_library_threads_test")),
     Step("packages", "(only when named) the Debian packages under lintian, and programs with what they hold, without installing them"),
@@ -65,7 +66,7 @@ STEPS = (
 )
 QUICK = ("style", "release", "ppc", "sanitize")
 # asan has sanitize's vectors; msan and those behind it build or install for minutes
-APART = ("sanitize", "size", "msan", "recipes-whole", "web", "python-columns", "python-everywhere", "packages", "debian", "luarocks")
+APART = ("sanitize", "size", "msan", "coverage-rooms", "recipes-whole", "web", "python-columns", "python-everywhere", "packages", "debian", "luarocks")
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 

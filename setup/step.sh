@@ -81,6 +81,14 @@ python-columns | python-everywhere) "$top/tests/python/run.sh" "${step#python-}"
 recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;
 recipes-whole) "$top/tests/recipes/recipes.py" "$top/build/recipes-whole" --whole ;;
 coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
+coverage-rooms)
+    rm -rf "$top/build/coverage/profiles" # earlier runs' counts
+    # Not those that look at the plug-in alone, or at what the compiler makes without instruments.
+    plugin='vectors|plugin|faults|mistakes|sweep|threads|printers|common|formats|format[.].*'
+    LLVM_PROFILE_FILE=$top/build/coverage/profiles/%2m.profraw \
+        run_tests coverage -E "^($plugin|links[.].*|install|grammar.*|dialects|library[.](exports|threads))\$"
+    "$top/setup/coverage_rooms.sh" "$top/build/coverage"
+    ;;
 fuzz)
     told=$top/build/steps/fuzz.txt
     "$top/fuzz" 10 >"$told" || { cat "$told"; exit 1; }
