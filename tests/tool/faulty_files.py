@@ -48,8 +48,12 @@ ERRORS = {
     "stat64": (errno.EACCES, errno.EIO),
 }
 MEMORY_FAULTS = 8  # of each command, of the thousands of requests that it makes
-HARMLESS = {"read": ("short", errno.EINTR), "write": ("short", errno.EINTR), "pread64": ("short", errno.EINTR)}
-FOREVER = {errno.EINTR}  # an interruption for good would be a hang
+HARMLESS = {
+    "read": ("short", errno.EINTR, errno.EAGAIN),
+    "write": ("short", errno.EINTR, errno.EAGAIN),
+    "pread64": ("short", errno.EINTR),
+}
+FOREVER = {errno.EINTR, errno.EAGAIN}  # an interruption for good would be a hang
 SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP, signal.SIGKILL)
 
 
