@@ -33,15 +33,6 @@ Bytes joined(std::initializer_list<Bytes> parts)
     return all;
 }
 
-std::string hex_of(const Bytes &bytes)
-{
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string hex;
-    for (const std::uint8_t byte : bytes)
-        hex += {digits[byte >> 4], digits[byte & 0x0f]};
-    return hex;
-}
-
 toolkit::JsonText json_of(const ScriptValue &value);
 
 toolkit::JsonText table_json(const ScriptTable &table)

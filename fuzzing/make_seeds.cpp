@@ -3,7 +3,7 @@
 /// @file
 /// make_seeds FOLDER: writes the fuzzers' seeds and their dictionary, made of the tests' vectors and of the wire's samples.
 ///
-/// The folder gets records/, display_record/, library/ and wire/, a file a seed, and the dictionary records.dict.
+/// The folder gets a folder for each fuzzer, a file a seed, and the dictionary records.dict.
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
@@ -17,6 +17,7 @@
 #include <string>
 
 #include "bgp_datatype/values.h"
+#include "front_seeds.hpp"
 #include "host/host.hpp"
 #include "input.hpp"
 #include "script.hpp"
@@ -131,7 +132,8 @@ class SeedMaker {
 public:
     SeedMaker(const host::Host &host, const std::filesystem::path &folder)
         : subjects_(all_subjects(host)), parsers_(all_parsers(host)), types_(host.types().size()),
-          records_(folder / "records"), display_(folder / "display_record"), library_(folder / "library")
+          records_(folder / "records"), display_(folder / "display_record"), library_(folder / "library"),
+          fronts_(folder)
     {
     }
 
@@ -167,6 +169,7 @@ private:
     Seeds records_;
     Seeds display_;
     Seeds library_;
+    FrontSeeds fronts_;
 };
 
 void SeedMaker::value_seeds(const Line &line, const Bytes &value)
@@ -196,8 +199,10 @@ void SeedMaker::add(const Line &line)
     const std::size_t number = subject(line);
     if (number == subjects_.size())
         throw std::runtime_error(line.place() + ": no subject " + line.subject);
-    if (number < types_)
+    if (number < types_) {
         add_library_seeds(library_, number, line);
+        fronts_.add(number, line);
+    }
     const test::Form form = subjects_[number].form();
     switch (line.verb) {
     case Verb::in:

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -14,8 +15,17 @@
 
 #include "input.hpp"
 #include "support/vector_file.hpp"
+#include "toolkit/digits.hpp"
 
 namespace bgpdt::fuzzing {
+
+inline std::string hex_of(const test::Bytes &bytes)
+{
+    std::string hex;
+    for (const std::uint8_t byte : bytes)
+        hex += {toolkit::hex_digits[byte >> 4], toolkit::hex_digits[byte & 0x0f]};
+    return hex;
+}
 
 /// A folder of seeds, each under a name of what it holds.
 class Seeds {

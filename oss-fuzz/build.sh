@@ -10,7 +10,8 @@ cmake -S "$SRC/bgpdt" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=None -DBGPDT_HOST=
 cmake --build "$build"
 
 cp "$build"/fuzzing/*_fuzzer "$build"/host/libbgpdt_host.so.?.? "$build"/library/libbgpdt.so.? \
-    "$build/src/libbgp_datatype.so" "$(pkg-config --variable=libdir lua5.4)"/liblua5.4.so.0 "$OUT"
+    "$build/src/libbgp_datatype.so" "$(pkg-config --variable=libdir lua5.4)"/liblua5.4.so.0 \
+    "$(pkg-config --variable=libdir sqlite3)"/libsqlite3.so.0 "$OUT"
 cp -r "$SRC/bgpdt/tests/vectors" "$OUT"
 for fuzzer in "$build"/fuzzing/*_fuzzer; do
     name=$(basename "$fuzzer")

@@ -42,10 +42,17 @@ STEPS = (
     Step("tidy", "clang-tidy over the sources, its analyzer over a fifth of the plug-in and the host", ("release",)),
     Step("valgrind", "the vectors under memcheck", ("release",)),
     Step("msan", "(only when named) the vectors under MSan, which looks at the plug-in", ("msan bgpdt_vectors_test",)),
+<<<<<<< HEAD
     Step("i686", "the plug-in's suite as a 32-bit little-endian build, under ASan", ("i686",)),
     Step("fuzz", "ten seconds with each fuzzer"),
+=======
+    Step("i686", "the suite as a 32-bit little-endian build, under ASan", ("i686",)),
+    Step("fuzz", "ten seconds with each fuzzer of records, library and wire"),
+    Step("fuzz-fronts", "(only when named) ten seconds with each fuzzer of command lines, lines, names, Lua, SQL and sequences of calls"),
+>>>>>>> w/attack
     Step("sweeps", "every case that other steps thin out, of the target one in five", ("release", "ppc")),
-    Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage")),
+    Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage bgp_datatype")),
+    Step("coverage-rooms", "(only when named) the suite reaches nearly all of host, toolkit, library, tool and modules", ("coverage",)),
     Step("tsan", "every vector line and libbgpdt's functions from eight threads at once, under TSan",
          ("tsan bgpdt_threads_test", "tsan bgpdt_library_threads_test")),
     Step("packages", "(only when named) the Debian packages under lintian, and programs with what they hold, without installing them"),
@@ -65,7 +72,7 @@ STEPS = (
 )
 QUICK = ("style", "release", "ppc", "sanitize")
 # asan has sanitize's vectors; msan and those behind it build or install for minutes
-APART = ("sanitize", "size", "msan", "recipes-whole", "web", "python-columns", "python-everywhere", "packages", "debian", "luarocks")
+APART = ("sanitize", "size", "msan", "coverage-rooms", "fuzz-fronts", "recipes-whole", "web", "python-columns", "python-everywhere", "packages", "debian", "luarocks")
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 

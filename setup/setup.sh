@@ -12,7 +12,7 @@ fail() {
 build_packages="g++ cmake ninja-build pkg-config liblua5.4-dev"
 tool_packages="$build_packages libcli11-dev nlohmann-json3-dev"
 bench_packages="$build_packages nlohmann-json3-dev libbenchmark-dev valgrind python3"
-fuzz_packages="$build_packages nlohmann-json3-dev clang libclang-rt-dev llvm"
+fuzz_packages="$tool_packages clang libclang-rt-dev llvm libsqlite3-dev"
 target_packages="g++-powerpc-linux-gnu qemu-user dpkg-dev"
 web_packages="g++ cmake ninja-build dpkg-dev nlohmann-json3-dev emscripten zopfli nodejs"
 deb_packages="$tool_packages dpkg-dev debhelper dh-python libsqlite3-dev python3-dev libgtest-dev lintian"

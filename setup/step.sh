@@ -33,6 +33,13 @@ same_answers() {
     }
 }
 
+# fuzz TARGET...: for a short while
+fuzz() {
+    told=$top/build/steps/$step.txt
+    "$top/fuzz" 10 "$@" >"$told" || { cat "$told"; exit 1; }
+    sed 's/^/proved: /' "$told"
+}
+
 step=$1
 case $step in
 build)
@@ -81,11 +88,16 @@ python-columns | python-everywhere) "$top/tests/python/run.sh" "${step#python-}"
 recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;
 recipes-whole) "$top/tests/recipes/recipes.py" "$top/build/recipes-whole" --whole ;;
 coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
-fuzz)
-    told=$top/build/steps/fuzz.txt
-    "$top/fuzz" 10 >"$told" || { cat "$told"; exit 1; }
-    sed 's/^/proved: /' "$told"
+coverage-rooms)
+    rm -rf "$top/build/coverage/profiles" # earlier runs' counts
+    # Not those that look at the plug-in alone, or at what the compiler makes without instruments.
+    plugin='vectors|plugin|faults|mistakes|sweep|threads|printers|common|formats|format[.].*'
+    LLVM_PROFILE_FILE=$top/build/coverage/profiles/%2m.profraw BGPDT_TEST_SEED=0 \
+        run_tests coverage -E "^($plugin|links[.].*|install|grammar.*|dialects|library[.](exports|threads))\$"
+    "$top/setup/coverage_rooms.sh" "$top/build/coverage"
     ;;
+fuzz) fuzz display_record library wire records ;;
+fuzz-fronts) fuzz sequence command_line lines names lua sql ;;
 web)
     # shellcheck disable=SC2086 # lists of words
     need_packages $web_packages $web_test_packages

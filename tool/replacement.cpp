@@ -72,10 +72,10 @@ bool Replacement::take_name(Make make)
     constexpr int most_tries = 1000;
     const std::string begin = ".bgpdt-" + std::to_string(getpid()) + "-";
     for (int i = 0; i < most_tries; ++i) {
-        const fs::path name = folder_of(path_) / (begin + std::to_string(i));
+        fs::path name = folder_of(path_) / (begin + std::to_string(i));
         const SignalsHeld held;
         if (make(name.c_str())) {
-            name_.emplace(name);
+            name_.emplace(std::move(name)); // which takes no memory: the file is there
             return true;
         }
         if (errno != EEXIST)

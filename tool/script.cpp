@@ -48,6 +48,23 @@ void pass_arguments(lua_State *lua, const std::string &file, std::span<const std
         lua_pushlstring(lua, argument.data(), argument.size());
 }
 
+struct Script {
+    bgpdt_library *library;
+    const std::string &file;
+    std::span<const std::string> arguments;
+};
+
+/// Engine function: the script that is loaded, and its arguments.
+int prepare(lua_State *lua)
+{
+    const auto &script = *static_cast<const Script *>(lua_touserdata(lua, 1));
+    install(lua, script.library);
+    if (luaL_loadfile(lua, script.file.c_str()) != LUA_OK)
+        return lua_error(lua);
+    pass_arguments(lua, script.file, script.arguments);
+    return static_cast<int>(script.arguments.size()) + 1;
+}
+
 } // namespace
 
 void run_script(Session &session, const std::string &file, std::span<const std::string> arguments)
@@ -55,11 +72,12 @@ void run_script(Session &session, const std::string &file, std::span<const std::
     bgpdt_library library(session);
     const LuaState owner = new_lua_state();
     lua_State *lua = owner.get();
-    install(lua, &library);
+    Script script{&library, file, arguments};
     lua_pushcfunction(lua, traceback);
-    if (luaL_loadfile(lua, file.c_str()) != LUA_OK)
+    lua_pushcfunction(lua, prepare);
+    lua_pushlightuserdata(lua, &script);
+    if (lua_pcall(lua, 1, LUA_MULTRET, 0) != LUA_OK)
         throw UsageError(lua_tostring(lua, -1));
-    pass_arguments(lua, file, arguments);
     if (lua_pcall(lua, static_cast<int>(arguments.size()), 0, 1) != LUA_OK)
         throw ScriptError(lua_tostring(lua, -1));
 }

@@ -42,6 +42,9 @@ TEST_F(Arguments, Opening)
     options.struct_size = sizeof options;
     options.plugin.size = 1;
     expect_no_sense(bgpdt_open(&options, &library, error_.out()));
+    options.plugin.size = 0;
+    options.names.size = 1;
+    expect_no_sense(bgpdt_open(&options, &library, error_.out()));
     bgpdt_close(nullptr);
     EXPECT_EQ(bgpdt_type_count(nullptr), 0U);
     EXPECT_EQ(bgpdt_type_at(nullptr, 0), nullptr);
@@ -91,13 +94,18 @@ TEST_F(Arguments, Values)
     EXPECT_EQ(bgpdt_order(type_, value_.data(), 12, null, 12, &order_), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_order(type_, value_.data(), 12, value_.data(), 12, nullptr), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_order(type_, value_.data(), 12, value_.data(), 11, &order_), BGPDT_NO_SENSE);
+    EXPECT_EQ(bgpdt_order(type_, value_.data(), 11, value_.data(), 12, &order_), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_to_native(nullptr, value_.data(), 12), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_to_native(type_, nullptr, 12), BGPDT_NO_SENSE);
+    EXPECT_EQ(bgpdt_to_native(type_, value_.data(), 13), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_from_native(nullptr, value_.data(), 12), BGPDT_NO_SENSE);
+    EXPECT_EQ(bgpdt_from_native(type_, nullptr, 12), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_from_native(type_, value_.data(), 13), BGPDT_NO_SENSE);
     expect_no_sense(bgpdt_from_hex(nullptr, "00", 2, value_.data(), 12, error_.out()));
     expect_no_sense(bgpdt_from_hex(type_, nullptr, 2, value_.data(), 12, error_.out()));
     expect_no_sense(bgpdt_from_hex(type_, "00", 2, nullptr, 12, error_.out()));
+    EXPECT_EQ(bgpdt_from_hex(type_, "0000fbf00000000100000001", 24, value_.data(), 11, error_.out()), BGPDT_NO_ROOM);
+    EXPECT_EQ(value_, Bytes(12));
 }
 
 TEST_F(Arguments, Tables)
@@ -117,6 +125,8 @@ TEST_F(Arguments, Tables)
     expect_no_sense(bgpdt_fields_of(nullptr, value_.data(), 12, &fields, error_.out()));
     expect_no_sense(bgpdt_fields_of(type_, nullptr, 12, &fields, error_.out()));
     expect_no_sense(bgpdt_fields_of(type_, value_.data(), 12, nullptr, error_.out()));
+    EXPECT_EQ(bgpdt_fields_of(type_, nullptr, 0, &fields, error_.out()), BGPDT_REFUSED);
+    EXPECT_EQ(fields, nullptr);
     expect_no_sense(bgpdt_known_fields(nullptr, &fields, error_.out()));
     expect_no_sense(bgpdt_known_fields(type_, nullptr, error_.out()));
     bgpdt_fields_free(nullptr);
@@ -128,7 +138,12 @@ TEST_F(Arguments, Tables)
     expect_no_sense(bgpdt_read_table(type_, "1", 1, nullptr, 12, error_.out()));
     EXPECT_EQ(bgpdt_read_table(type_, "1", 1, value_.data(), 11, error_.out()), BGPDT_NO_ROOM);
     expect_no_sense(bgpdt_push_lua(type_, value_.data(), 12, nullptr, error_.out()));
+    expect_no_sense(bgpdt_push_lua(nullptr, value_.data(), 12, nullptr, error_.out()));
     expect_no_sense(bgpdt_read_lua(type_, nullptr, value_.data(), 12, error_.out()));
+    expect_no_sense(bgpdt_read_lua(nullptr, nullptr, value_.data(), 12, error_.out()));
+    auto *const engine = reinterpret_cast<lua_State *>(text_); // not looked at
+    expect_no_sense(bgpdt_push_lua(type_, nullptr, 12, engine, error_.out()));
+    expect_no_sense(bgpdt_read_lua(type_, engine, nullptr, 12, error_.out()));
     EXPECT_EQ(json_, nullptr);
     bgpdt_free(nullptr);
     bgpdt_error_free(nullptr);
@@ -215,6 +230,8 @@ TEST_F(ColumnArguments, Spoiled)
     EXPECT_EQ(bgpdt_parse_many(nullptr, &good_, value_.data(), 12, nullptr, 0, nullptr), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_parse_many(library_.type("SID_STRUCTURE"), &good_, value_.data(), 12, nullptr, 0, nullptr),
               BGPDT_NO_TEXT);
+    EXPECT_EQ(bgpdt_parse_many(type_, &good_, nullptr, 24, nullptr, 0, nullptr), BGPDT_NO_SENSE);
+    EXPECT_EQ(bgpdt_parse_many(type_, &good_, nullptr, 0, nullptr, 0, nullptr), BGPDT_NO_ROOM);
 }
 
 TEST_F(ColumnArguments, Printing)
@@ -243,6 +260,15 @@ TEST_F(ColumnArguments, Printing)
     EXPECT_EQ(bgpdt_print_many(type_, values.data(), 24, 2, nullptr, nullptr, &size_, nullptr), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_print_many(type_, values.data(), 24, 2, nullptr, &room, nullptr, nullptr), BGPDT_NO_SENSE);
     EXPECT_EQ(bgpdt_print_many(nullptr, values.data(), 24, 2, nullptr, &room, &size_, nullptr), BGPDT_NO_SENSE);
+    bgpdt_refused shapeless{};
+    EXPECT_EQ(bgpdt_print_many(type_, values.data(), 24, 2, nullptr, &room, &size_, &shapeless), BGPDT_NO_SENSE);
+    EXPECT_EQ(bgpdt_print_many(type_, nullptr, 0, 0, nullptr, &room, &size_, nullptr), BGPDT_OK);
+    room.bytes = nullptr;
+    room.bytes_room = 0;
+    EXPECT_EQ(bgpdt_print_many(type_, nullptr, 0, 0, nullptr, &room, &size_, nullptr), BGPDT_OK);
+    const bgpdt_type *const silent = library_.type("TIME_RANGE");
+    EXPECT_EQ(bgpdt_print_many(silent, values.data(), size_of(silent), 1, nullptr, &room, &size_, nullptr),
+              BGPDT_NO_OPERATION);
 }
 
 } // namespace

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // The library where memory is out: each request refused in turn. It answers a code, loses nothing, and goes on.
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -317,6 +319,44 @@ TEST_F(LibraryWithoutMemory, Columns)
                   answer.code = bgpdt_parse_many(type, &column, values, sizeof values, nullptr, 0, nullptr);
               }),
               0);
+}
+
+TEST_F(LibraryWithoutMemory, PrintedColumns)
+{
+    const Bytes key = value("EVNPREFIX", "100:32:192.0.2.1");
+    EXPECT_EQ(refuse_in([&key, type = library_.type("EVNPREFIX")](Answer &answer) {
+                  std::uint64_t offsets[2];
+                  char text[64];
+                  std::size_t printed = 0;
+                  const bgpdt_column_room room{sizeof room, offsets, sizeof offsets[0], text, sizeof text, nullptr, 0};
+                  answer.code = bgpdt_print_many(type, key.data(), key.size(), 1, nullptr, &room, &printed, nullptr);
+                  answer.keep(text, offsets[1]);
+              }),
+              0);
+}
+
+/// Names that cannot be loaded leave those that are there.
+TEST_F(LibraryWithoutMemory, Names)
+{
+    const std::string files[] = {testing::TempDir() + "bgpdt_names_before", testing::TempDir() + "bgpdt_names_after"};
+    std::ofstream(files[0]) << "7 red\n";
+    std::ofstream(files[1]) << "7 blue\n8 a_name_that_is_longer_than_any_that_is_kept_in_place\n";
+    const auto load = [this](const std::string &file) {
+        return bgpdt_load_names(library_.get(), file.data(), file.size(), nullptr);
+    };
+    const bgpdt_type *const type = library_.type("PDID2PDNAME");
+    const int met = refuse_in_turn([&](Fault fault) {
+        EXPECT_EQ(load(files[0]), BGPDT_OK);
+        program_memory.refuse(fault);
+        const int code = load(files[1]);
+        const bool refused = program_memory.relent();
+        EXPECT_TRUE(code == BGPDT_OK || (refused && (code == BGPDT_NO_MEMORY || code == BGPDT_NO_PLUGIN))) << code;
+        EXPECT_EQ(printed(type, {0, 0, 0, 7}), code == BGPDT_OK ? "blue" : "red");
+        return refused;
+    });
+    EXPECT_GT(met, 5);
+    for (const std::string &file : files)
+        static_cast<void>(std::remove(file.c_str()));
 }
 
 TEST(OpeningWithoutMemory, AnswersACode)

@@ -28,6 +28,14 @@ TEST(Opening, AgainGivesTheSame)
     EXPECT_EQ(bgpdt_open(&other, &again, error.out()), BGPDT_NO_PLUGIN);
     EXPECT_EQ(again, nullptr);
     EXPECT_EQ(string_of(error->message).rfind("the process has the library open with ", 0), 0U);
+    const bgpdt_options same{sizeof same, text_of(BGPDT_BUILT_PLUGIN), {}};
+    EXPECT_EQ(bgpdt_open(&same, &again, nullptr), BGPDT_OK);
+    EXPECT_EQ(again, library.get());
+    bgpdt_close(again);
+    const bgpdt_options other_names{sizeof other_names, {}, text_of("/nowhere/names")};
+    EXPECT_EQ(bgpdt_open(&other_names, &again, error.out()), BGPDT_NO_PLUGIN);
+    EXPECT_EQ(again, nullptr);
+    EXPECT_EQ(string_of(error->message), "the process has the library open with other names");
 }
 
 TEST(Opening, Fails)
@@ -55,6 +63,10 @@ TEST(Opening, WithNames)
     ASSERT_EQ(bgpdt_find(library, "PDID2PDNAME", 11, &type, nullptr), BGPDT_OK);
     EXPECT_EQ(parsed(type, "red"), (Bytes{0, 0, 0, 7}));
     EXPECT_EQ(printed(type, {0, 0, 0, 7}), "red");
+    bgpdt_library *again = nullptr;
+    EXPECT_EQ(bgpdt_open(&options, &again, nullptr), BGPDT_OK);
+    EXPECT_EQ(again, library);
+    bgpdt_close(again);
     bgpdt_close(library);
     static_cast<void>(std::remove(file.c_str()));
 }

@@ -25,6 +25,11 @@ local rd = assert(bgp.parse("VRFRD", "64496:1"))
 assert(rd.type == "VRFRD" and tostring(rd) == "64496:1")
 assert(bgp.value("VRFRD", bgp.table(rd)) == rd)
 
+-- What is no value equals none.
+local equals = debug.getmetatable(rd).__eq
+assert(equals(rd, bgp.parse("VRFRD", "064496:1")) and not equals(rd, bgp.parse("VRFRD", "64496:2")))
+assert(not equals(rd, "64496:1") and not equals("64496:1", rd) and not equals(rd, bgp.parse("ASNUM", "1")))
+
 -- A refusal is nil, a message and, of a text, the place of the first wrong byte.
 local value, message, position = bgp.parse("VRFRD", "64496:1x")
 assert(value == nil and message:find("VRFRD refuses \"64496:1x\"", 1, true) and position == 8)

@@ -32,6 +32,13 @@ written() {
 expect 0 "$lua" "$here/module.lua" "$here/../../lua/bgp.d.lua"
 echo ok | written out
 
+# An interpreter that has the engine in itself tells so by where its string library is; one without it tells nothing.
+expect 1 "$lua" -e 'string.byte = require("bgp").parse; package.loaded.bgp = nil; require "bgp"'
+grep -q 'the interpreter does not export its engine' "$work/err"
+for strange in 'string = nil' 'string.byte = nil' 'string.byte = function() end'; do
+    expect 0 "$lua" -e "$strange; assert(require('bgp').parse('VRFRD', '64496:1'))"
+done
+
 # What the module needs is told where it cannot be found.
 expect 1 env BGPDT_PLUGIN=/nowhere/plugin.so "$lua" -e 'require "bgp"'
 grep -q 'cannot load the plug-in: /nowhere/plugin.so' "$work/err"

@@ -48,6 +48,11 @@ SELECT bgp_text('CVRFNAME', bgp_value('CVRFNAME', 'abc')), bgp_valid('CVRFNAME',
 SELECT rtrim(bgp_text('ATTRIDBITMAP', CAST(x'2e' || zeroblob(31) AS BLOB)), char(13, 10));
 SELECT size, operations LIKE 'parse print%' FROM bgp_types WHERE name = 'EVNPREFIX';
 SELECT count(*) FROM bgp_types a JOIN bgp_types b USING (id);
+SELECT about, rowid < 33 FROM bgp_types WHERE name = 'VRFRD';
+SELECT bgp_field('BGPLSPREFIX', v, 'identifier'), typeof(bgp_field('BGPLSPREFIX', v, 'identifier')) FROM (
+    SELECT CAST(substr(w, 1, 8) || x'ffffffffffffffff' || substr(w, 17) AS BLOB) v FROM (
+    SELECT bgp_value('BGPLSPREFIX', '[NODE][OSPFv2][IDENTIFIER1][LOCAL[as64496][bgp-ls-identifier192.0.2.1]' ||
+        '[ospf-area-id0.0.0.0][igp-router-id192.0.2.2]]') w));
 SELECT name, type, flags & 0x200800 = 0x200800 FROM pragma_function_list WHERE name LIKE 'bgp%' ORDER BY name;
 --
 0001000A00000001
@@ -65,6 +70,8 @@ abc|0
 Attribute ID: 1 to 3 5
 89|1
 33
+route distinguisher|1
+18446744073709551615|text
 bgp_canon|s|1
 bgp_field|s|1
 bgp_json|s|1
@@ -82,7 +89,14 @@ refuses "SELECT bgp_valid('NONE', '1');" 'there is no type NONE; the table bgp_t
 refuses "SELECT bgp_value('SID_STRUCTURE', '1');" 'SID_STRUCTURE takes no text; its values are blobs'
 refuses "SELECT bgp_text('ASNUM', x'00');" '1 byte, must be 8'
 refuses "SELECT bgp_text('ASNUM', 'text');" 'must be a blob'
+refuses "SELECT bgp_text('ASNUM', zeroblob(0));" '0 bytes, must be 8'
 refuses "CREATE VIRTUAL TABLE t USING bgp_types;" 'no such module'
+
+# What the extension needs is told where it cannot be found.
+(
+    export BGPDT_PLUGIN=/nowhere/plugin.so
+    refuses "SELECT 1;" 'cannot load the plug-in: /nowhere/plugin.so'
+)
 
 # By value, not by letters; what is no value stands behind, by its bytes; one value is one key however it is written.
 gives <<'END'

@@ -48,6 +48,7 @@ int refuse_in_turn(const std::function<bool(Fault fault)> &meets)
 using bgpdt::test::counted;
 using bgpdt::test::program_memory;
 
+#pragma GCC visibility push(default) // clang would keep them to the program
 extern "C" {
 
 void *malloc(std::size_t size) { return program_memory.grants() ? counted(__libc_malloc(size)) : nullptr; }
@@ -75,3 +76,4 @@ void free(void *block)
     __libc_free(block);
 }
 }
+#pragma GCC visibility pop

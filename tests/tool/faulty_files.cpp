@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// Loaded in front of the C library: calls for files that fail. BGPDT_FAULTS="FUNCTION:NUMBER:WHAT,..." says which, each
+/// Loaded in front of the C library: calls for files, and for memory, that fail. BGPDT_FAULTS="FUNCTION:NUMBER:WHAT,..." says which, each
 /// the call of that number, from 1, or with "NUMBER+" that and all after it. WHAT is an error's number, "short" (half of
 /// the bytes), or a signal as "-NUMBER", raised in front of the call. FUNCTION is the name of a function below, or
-/// "unnamed": opening a file without a name. How often each is called goes to the file that BGPDT_CALLS names.
+/// "unnamed": opening a file without a name; or "memory". How often each is called goes to the file that BGPDT_CALLS names.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
@@ -23,8 +23,9 @@
 
 namespace {
 
-constexpr const char *functions[] = {"open64", "unnamed", "close",  "dup",    "read",   "write",      "pread64",
-                                     "rename", "linkat",  "unlink", "fchmod", "fchown", "mkostemp64", "stat64"};
+constexpr const char *functions[] = {"open64", "unnamed", "close",      "dup",    "read",
+                                     "write",  "pread64", "rename",     "linkat", "unlink",
+                                     "fchmod", "fchown",  "mkostemp64", "stat64", "memory"};
 std::atomic<long> calls[std::size(functions)];
 
 /// What becomes of a call.
@@ -98,10 +99,47 @@ struct Report {
     }
 } report;
 
+using Main = int(int count, char **words, char **environment);
+Main *program_main = nullptr;
+std::atomic<bool> has_begun = false; ///< before, libraries take memory of their own, and cannot say that there is none
+
+int begin(int count, char **words, char **environment)
+{
+    has_begun = true;
+    const int status = program_main(count, words, environment);
+    has_begun = false;
+    return status;
+}
+
+bool lacks_memory() { return has_begun && fate("memory").error != 0 && fails(ENOMEM) != 0; }
+
 } // namespace
+
+// glibc's own memory, behind the functions that stand in front of it here.
+// NOLINTBEGIN(bugprone-reserved-identifier)
+extern "C" {
+void *__libc_malloc(std::size_t size);
+void *__libc_calloc(std::size_t count, std::size_t size);
+void *__libc_realloc(void *block, std::size_t size);
+
+int __libc_start_main(Main *main, int count, char **words, void (*begins)(), void (*ends)(), void (*loader_ends)(),
+                      void *stack)
+{
+    using Start = int(Main *, int, char **, void (*)(), void (*)(), void (*)(), void *);
+    program_main = main;
+    return own<Start>("__libc_start_main")(begin, count, words, begins, ends, loader_ends, stack);
+}
+}
+// NOLINTEND(bugprone-reserved-identifier)
 
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's have none
 extern "C" {
+
+void *malloc(std::size_t size) { return lacks_memory() ? nullptr : __libc_malloc(size); }
+
+void *calloc(std::size_t count, std::size_t size) { return lacks_memory() ? nullptr : __libc_calloc(count, size); }
+
+void *realloc(void *block, std::size_t size) { return lacks_memory() ? nullptr : __libc_realloc(block, size); }
 
 int open64(const char *path, int flags, ...) // NOLINT(cert-dcl50-cpp): as the C library has it
 {

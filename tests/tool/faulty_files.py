@@ -2,7 +2,7 @@
 # SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """faulty_files.py BGPDT LAYER FOLDER: commands whose files fail, with each call that they make in turn, once and for good:
-errors, short reads and writes, signals. Of BGPDT_TEST_SHARE faults one is tried, another by the day (BGPDT_TEST_SEED).
+errors, short reads and writes, signals; and commands that lack memory, with some of their requests. Of BGPDT_TEST_SHARE faults one is tried, another by the day (BGPDT_TEST_SEED).
 
 A command either does all that it does otherwise, or says in a sentence what failed and leaves every file as it was, in
 whole. It never crashes, hangs, changes its input or leaves a file of its own behind."""
@@ -47,8 +47,13 @@ ERRORS = {
     "fchown": (errno.EPERM,),
     "stat64": (errno.EACCES, errno.EIO),
 }
-HARMLESS = {"read": ("short", errno.EINTR), "write": ("short", errno.EINTR), "pread64": ("short", errno.EINTR)}
-FOREVER = {errno.EINTR}  # an interruption for good would be a hang
+MEMORY_FAULTS = 8  # of each command, of the thousands of requests that it makes
+HARMLESS = {
+    "read": ("short", errno.EINTR, errno.EAGAIN),
+    "write": ("short", errno.EINTR, errno.EAGAIN),
+    "pread64": ("short", errno.EINTR),
+}
+FOREVER = {errno.EINTR, errno.EAGAIN}  # an interruption for good would be a hang
 SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP, signal.SIGKILL)
 
 
@@ -82,7 +87,7 @@ JOBS = [
     Job("check VRFRD --in in"),
     Job("parse VRFRD 64496:1"),
     Job("parse VRFRD 64496:1 --json"),
-    Job("lua script"),
+    Job("lua script one two"),
     Job("types"),
     Job("--help"),
 ]
@@ -138,7 +143,7 @@ def wrong_with_files(whole, end):
     return None
 
 
-def wrong_with(job, whole, end, must_do):
+def wrong_with(job, whole, end, must_do, lacks_memory):
     if wrong := wrong_with_files(whole, end):
         return wrong
     if end.status == whole.status:
@@ -149,6 +154,8 @@ def wrong_with(job, whole, end, must_do):
         return f"ends by signal {-end.status}"
     if end.status != UNUSABLE:
         return f"ends with {end.status}"
+    if lacks_memory:  # perhaps for the sentence too
+        return None
     told = end.told + (end.files["printed"] if "--json" in job.arguments else "")
     return None if SENTENCE.search(told) else f"does not say what failed: {told!r}"
 
@@ -168,11 +175,21 @@ def faults_of(calls):
                 yield function, f"{number}", -number_of_signal, None
 
 
+def memory_faults(count):
+    """Of as many requests: some, other ones every day."""
+    step = max(1, count // MEMORY_FAULTS)
+    for number in range(1 + SEED % step, count + 1, step):
+        yield "memory", f"{number}", errno.ENOMEM, False
+        yield "memory", f"{number}+", errno.ENOMEM, False
+
+
 def main():
     injected, failures, given_up, turn = 0, [], 0, 0
     for job in JOBS:
         whole = run(job, [])
-        for function, number, what, must_do in faults_of(calls_of()):
+        calls = calls_of()
+        requests = calls.pop("memory")
+        for function, number, what, must_do in [*faults_of(calls), *memory_faults(requests)]:
             turn += 1
             if (turn + SEED) % SHARE:
                 continue
@@ -185,13 +202,14 @@ def main():
                 continue
             given_up += end.status == UNUSABLE
             is_signal = must_do is None
-            wrong = wrong_with_files(whole, end) if is_signal else wrong_with(job, whole, end, must_do)
+            wrong = wrong_with_files(whole, end) if is_signal else wrong_with(
+                job, whole, end, must_do, function == "memory")
             if wrong:
                 failures.append(f"{job}: {fault}: {wrong}")
     for failure in failures[:40]:
         print(failure)
     print(f"one fault in {SHARE}, seed {SEED}")
-    print(f"proved: {injected} faults of files in {len(JOBS)} commands, {given_up} of them told, {len(failures)} missed")
+    print(f"proved: {injected} faults of files and memory in {len(JOBS)} commands, {given_up} of them told, {len(failures)} missed")
     return 1 if failures else 0
 
 

@@ -3,6 +3,7 @@
 /// @file
 /// A plug-in of types that no router has: one for every shape that a caller of arbitrary records must cope with.
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "bgp_datatype/host.h"
@@ -63,6 +64,95 @@ std::uint32_t check_nothing(const void *, std::uint32_t, std::uint32_t, const vo
 std::int32_t compare_nothing(const void *, std::uint32_t, const void *, const void *) { return SYSDT_ERR_FAIL; }
 
 std::uint32_t swap_nothing(void *, std::uint32_t, std::uint32_t, void *) { return SYSDT_ERR_NULL_PTR; }
+
+/// One of the statuses, all of which have its upper bytes; 0 is done.
+std::uint32_t status_of(std::uint32_t low) { return low == 0 ? SYSDT_OK : (SYSDT_ERR_FAIL & ~0xffU) | low; }
+
+/// Of an "x" with two digits behind it; any other text is refused as a value.
+std::uint32_t refuse_text(SYSDT_Context *, std::uint32_t, std::uint32_t, char *text, std::uint16_t *, std::uint16_t *,
+                          void **)
+{
+    return text[0] == 'x' ? status_of(static_cast<std::uint32_t>(std::strtoul(text + 1, nullptr, 16)))
+                          : SYSDT_ERR_INVALID_VALUE;
+}
+
+std::uint32_t status_in(const void *value)
+{
+    std::uint8_t low = 0;
+    std::memcpy(&low, value, 1);
+    return status_of(low);
+}
+
+std::uint32_t refuse_print(SYSDT_Context *, std::uint32_t, std::uint32_t, const void *value, std::uint16_t *,
+                           std::uint16_t *, void **)
+{
+    return status_in(value);
+}
+
+std::uint32_t help(SYSDT_Context *context, std::uint32_t, std::uint32_t, const void *, const SYSDT_HelpRequest *,
+                   SYSDT_HelpInfo *info)
+{
+    const char text[] = "x and two digits";
+    if (SYSDT_InitHelpInfo(context->handle, info, 1) != SYSDT_OK)
+        return SYSDT_ERR_NO_MEMORY;
+    void *block = SYS_DataTypeMalloc(sizeof text);
+    if (block == nullptr)
+        return SYSDT_ERR_NO_MEMORY;
+    info->entries[0] = static_cast<char *>(std::memcpy(block, text, sizeof text));
+    return SYSDT_OK;
+}
+
+std::uint32_t refuse_check(const void *, std::uint32_t, std::uint32_t, const void *value) { return status_in(value); }
+
+/// Some types' statuses are negative.
+std::int32_t refuse_compare(const void *, std::uint32_t, const void *first, const void *second)
+{
+    return static_cast<std::int32_t>(status_in(first)) * (status_in(second) == SYSDT_OK ? 1 : -1);
+}
+
+std::uint32_t refuse_set(void *, std::int32_t, const char *, std::uint32_t, std::uint32_t, const void *value)
+{
+    return status_in(value);
+}
+
+/// The whole text, however long.
+std::uint32_t parse_word(SYSDT_Context *context, std::uint32_t, std::uint32_t, char *text, std::uint16_t *kind,
+                         std::uint16_t *length, void **data)
+{
+    return deliver(context, SYSDT_KIND_STRING, text, std::strlen(text) + 1, kind, length, data);
+}
+
+std::uint32_t print_word(SYSDT_Context *context, std::uint32_t, std::uint32_t, const void *value, std::uint16_t *kind,
+                         std::uint16_t *length, void **data)
+{
+    return deliver(context, SYSDT_KIND_STRING, value, std::strlen(static_cast<const char *>(value)) + 1, kind, length,
+                   data);
+}
+
+std::int32_t compare_words(const void *, std::uint32_t, const void *, const void *) { return 1; }
+
+/// { [""] = 1, ["1a"] = 2 }: keys that are neither names nor indexes.
+std::uint32_t set_odd_keys(void *state, std::int32_t index, const char *field, std::uint32_t, std::uint32_t,
+                           const void *)
+{
+    SYSDT_SPTI_CreateTable(state, 0, 2);
+    const std::int32_t table = SYSDT_SPTI_GetTop(state);
+    SYSDT_SPTI_PushUInt(state, 1);
+    SYSDT_SPTI_SetField(state, table, "");
+    SYSDT_SPTI_PushUInt(state, 2);
+    SYSDT_SPTI_SetField(state, table, "1a");
+    SYSDT_SPTI_SetField(state, index < 0 ? index - 1 : index, field);
+    return SYSDT_OK;
+}
+
+/// More than any of the router's types prints.
+std::uint32_t print_long(SYSDT_Context *context, std::uint32_t, std::uint32_t, const void *, std::uint16_t *kind,
+                         std::uint16_t *length, void **data)
+{
+    char text[5001] = {};
+    std::memset(text, 'x', sizeof text - 1);
+    return deliver(context, SYSDT_KIND_STRING, text, sizeof text, kind, length, data);
+}
 
 /// Swaps the number 258 alone.
 std::uint32_t swap_258(void *, std::uint32_t, std::uint32_t, void *data)
@@ -194,6 +284,45 @@ const SYSDT_Record records[] = {
      .name = "PRINTED",
      .formatIn = {},
      .formatOut = print_mode,
+     .check = {},
+     .help = {},
+     .compare = {},
+     .reserved = {},
+     .luaSet = {},
+     .luaGet = {},
+     .endian = {}},
+    {.typeId = 0x7007,
+     .dataLength = 1,
+     .baseKind = SYSDT_KIND_EXTEND,
+     .name = "STATUS",
+     .formatIn = refuse_text,
+     .formatOut = refuse_print,
+     .check = refuse_check,
+     .help = help,
+     .compare = refuse_compare,
+     .reserved = {},
+     .luaSet = refuse_set,
+     .luaGet = {},
+     .endian = {}},
+    {.typeId = 0x7008,
+     .dataLength = 4,
+     .baseKind = SYSDT_KIND_STRING,
+     .name = "WORD",
+     .formatIn = parse_word,
+     .formatOut = print_word,
+     .check = {},
+     .help = {},
+     .compare = compare_words,
+     .reserved = {},
+     .luaSet = set_odd_keys,
+     .luaGet = {},
+     .endian = {}},
+    {.typeId = 0x7009,
+     .dataLength = 2000,
+     .baseKind = SYSDT_KIND_EXTEND,
+     .name = "LONG",
+     .formatIn = {},
+     .formatOut = print_long,
      .check = {},
      .help = {},
      .compare = {},

@@ -15,4 +15,8 @@ refused("makes no value", bgp.parse("SILENT", "x"))
 assert(tostring(bgp.from_hex("COPY", "0102")) == "0x0102")
 refused("has no script table", bgp.table(bgp.from_hex("PRINTED", "00")))
 refused("reads no script table", bgp.value("PRINTED", {}))
+
+-- Longer than any of the router's.
+local long = assert(bgp.from_hex("LONG", ("0"):rep(4000)))
+assert(long.size == 2000 and #long.hex == 4000 and #tostring(long) == 5000 and #bgp.print(long) == 5000)
 print("ok")
