@@ -42,14 +42,9 @@ STEPS = (
     Step("tidy", "clang-tidy over the sources, its analyzer over a fifth of the plug-in and the host", ("release",)),
     Step("valgrind", "the vectors under memcheck", ("release",)),
     Step("msan", "(only when named) the vectors under MSan, which looks at the plug-in", ("msan bgpdt_vectors_test",)),
-<<<<<<< HEAD
     Step("i686", "the plug-in's suite as a 32-bit little-endian build, under ASan", ("i686",)),
-    Step("fuzz", "ten seconds with each fuzzer"),
-=======
-    Step("i686", "the suite as a 32-bit little-endian build, under ASan", ("i686",)),
     Step("fuzz", "ten seconds with each fuzzer of records, library and wire"),
     Step("fuzz-fronts", "(only when named) ten seconds with each fuzzer of command lines, lines, names, Lua, SQL and sequences of calls"),
->>>>>>> w/attack
     Step("sweeps", "every case that other steps thin out, of the target one in five", ("release", "ppc")),
     Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage bgp_datatype")),
     Step("coverage-rooms", "(only when named) the suite reaches nearly all of host, toolkit, library, tool and modules", ("coverage",)),

@@ -330,7 +330,7 @@ TEST_F(LibraryWithoutMemory, PrintedColumns)
                   std::size_t printed = 0;
                   const bgpdt_column_room room{sizeof room, offsets, sizeof offsets[0], text, sizeof text, nullptr, 0};
                   answer.code = bgpdt_print_many(type, key.data(), key.size(), 1, nullptr, &room, &printed, nullptr);
-                  answer.keep(text, offsets[1]);
+                  answer.keep(text, static_cast<std::size_t>(offsets[1]));
               }),
               0);
 }
