@@ -105,11 +105,13 @@ void ValueFields::plan(const Layout &layout, std::size_t size)
     const std::vector<const Field *> fields = fields_in_order(layout, std::min<std::size_t>(layout.stride, size));
     for (const Field *const field : fields) {
         const std::string_view address = address_of(*field);
-        if (!address.empty())
-            rows_.push_back(
-                {field, address, {field_of(fields, address, ipv4_suffix), field_of(fields, address, ipv6_suffix)}});
-        else if (!is_of_family(fields, *field))
-            rows_.push_back({field});
+        const bool is_family = !address.empty();
+        if (is_family || !is_of_family(fields, *field))
+            rows_.push_back({field, address});
+        if (is_family) {
+            rows_.back().of_family[0] = field_of(fields, address, ipv4_suffix);
+            rows_.back().of_family[1] = field_of(fields, address, ipv6_suffix);
+        }
     }
     has_kinds_ = std::ranges::find(layout.fields, Words::sub_kind, &Field::words) != layout.fields.end();
 }
