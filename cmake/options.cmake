@@ -18,13 +18,10 @@ option(BGPDT_COVERAGE "Instrument for coverage of lines, branches and conditions
 option(BGPDT_WERROR "Let no warning pass; another compiler may have more of them" OFF)
 option(BGPDT_VALGRIND "Test the vectors under valgrind's memcheck too" OFF)
 set(BGPDT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
-# Other programs load these: a sanitizer's runtime would have to come first in them.
-cmake_dependent_option(BGPDT_LUA_MODULE "Build the module for stock Lua 5.4 (needs nlohmann-json)" OFF
-    "BGPDT_HOST;NOT BGPDT_SANITIZE" OFF)
+cmake_dependent_option(BGPDT_LUA_MODULE "Build the module for stock Lua 5.4 (needs nlohmann-json)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_LUA_ALONE "Let the Lua module be one file with the libraries it needs in it" OFF
     "BGPDT_LUA_MODULE;BGPDT_LINKED" OFF)
-cmake_dependent_option(BGPDT_SQLITE "Build the extension for SQLite (needs its header, nlohmann-json)" OFF
-    "BGPDT_HOST;NOT BGPDT_SANITIZE" OFF)
+cmake_dependent_option(BGPDT_SQLITE "Build the extension for SQLite (needs its header, nlohmann-json)" OFF BGPDT_HOST OFF)
 cmake_dependent_option(BGPDT_PYTHON "Build the package for Python (needs nlohmann-json)" OFF BGPDT_HOST OFF)
 
 if(NOT CMAKE_BUILD_TYPE)

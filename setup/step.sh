@@ -63,6 +63,10 @@ i686)
 sanitize) run_tests asan -R '^vectors$' ;;
 msan) run_tests msan -R '^vectors$' ;;
 tsan) run_tests tsan -R '^(library\.)?threads$' ;;
+tsan-fronts)
+    TSAN_OPTIONS=suppressions=$top/cmake/no_races.txt run_tests tsan-fronts -R '^(modules|(lua|sqlite)[.]install)$'
+    ;;
+asan-fronts) run_tests asan-fronts -R '^(modules|lua[.].*|sqlite[.].*)$' ;;
 abi) "$top/tests/library/abi.sh" ;;
 valgrind) run_tests release -R '^valgrind' ;;
 sweeps)

@@ -240,7 +240,11 @@ bgpdt_library *opened()
 extern "C" __attribute__((visibility("default"))) int sqlite3_bgpdtsqlite_init(sqlite3 *database, char **message,
                                                                                const sqlite3_api_routines *api)
 {
-    SQLITE_EXTENSION_INIT2(api);
+    static const bool is_set = [api] { // once: connections of other threads read it
+        SQLITE_EXTENSION_INIT2(api);
+        return true;
+    }();
+    static_cast<void>(is_set);
     try {
         return bgpdt::sqlite::add_all(database, bgpdt::sqlite::opened());
     } catch (const std::bad_alloc &) {
