@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include <lua.hpp>
@@ -31,14 +32,20 @@ const bgpdt_type *in_mode(lua_State *lua, int index, const bgpdt_type *type)
     return type;
 }
 
+/// Finds the type whose name is the first argument.
+int find(lua_State *lua, const bgpdt_type *&type, bgpdt_error *&error)
+{
+    const std::string_view name = string_at(lua, 1);
+    return bgpdt_find(library_of(lua), name.data(), name.size(), &type, &error);
+}
+
 /// Pushes a value of the type whose name is the first argument, which the work fills or refuses.
 template <class Work>
 int push_value(lua_State *lua, const Work &work)
 {
-    const std::string_view name = string_at(lua, 1);
     const bgpdt_type *type = nullptr;
     bgpdt_error *error = nullptr;
-    if (bgpdt_find(library_of(lua), name.data(), name.size(), &type, &error) != BGPDT_OK)
+    if (find(lua, type, error) != BGPDT_OK)
         return refuse(lua, error);
     LuaValue &value = new_value(lua, type);
     return work(type, value.bytes(), value.size, &error) == BGPDT_OK ? 1 : refuse(lua, error);
@@ -51,6 +58,28 @@ int parse(lua_State *lua)
     return push_value(lua, [&](const bgpdt_type *type, std::uint8_t *bytes, std::size_t size, bgpdt_error **error) {
         return bgpdt_parse(in_mode(lua, 3, type), text.data(), text.size(), bytes, size, error);
     });
+}
+
+/// A refused text leaves nothing for the engine to collect, unless values of the type are longer than the router's.
+int try_parse(lua_State *lua)
+{
+    const std::string_view text = string_at(lua, 2);
+    lua_settop(lua, 3);
+    const bgpdt_type *type = nullptr;
+    bgpdt_error *error = nullptr;
+    if (find(lua, type, error) != BGPDT_OK)
+        return refuse(lua, error);
+    std::uint8_t room[BGPDT_VALUE_ROOM];
+    const std::size_t size = bgpdt_about(type)->value_size;
+    std::uint8_t *const bytes = size <= sizeof room ? room : new_value(lua, type).bytes();
+    const int code = bgpdt_parse(in_mode(lua, 3, type), text.data(), text.size(), bytes, size, nullptr);
+    if (code == BGPDT_NO_MEMORY)
+        return raise_no_memory(lua);
+    if (code != BGPDT_OK)
+        lua_pushnil(lua);
+    else if (bytes == room)
+        std::memcpy(new_value(lua, type).bytes(), room, size);
+    return 1;
 }
 
 int from_hex(lua_State *lua)
@@ -101,8 +130,7 @@ int check(lua_State *lua)
 int compare(lua_State *lua)
 {
     LuaValue &first = value_at(lua, 1);
-    LuaValue &second = value_at(lua, 2);
-    luaL_argcheck(lua, first.type == second.type, 2, "the values are of different types");
+    LuaValue &second = value_of_same_type(lua, 2, first);
     bgpdt_error *error = nullptr;
     int order = 0;
     if (bgpdt_compare(first.type, first.bytes(), first.size, second.bytes(), second.size, &order, &error) != BGPDT_OK)
@@ -145,8 +173,8 @@ int types(lua_State *lua)
 }
 
 constexpr luaL_Reg functions[] = {
-    {"check", check}, {"compare", compare}, {"from_hex", from_hex}, {"parse", parse},   {"print", print},
-    {"table", table}, {"types", types},     {"value", value},       {nullptr, nullptr},
+    {"check", check}, {"compare", compare},     {"from_hex", from_hex}, {"parse", parse}, {"print", print},
+    {"table", table}, {"try_parse", try_parse}, {"types", types},       {"value", value}, {nullptr, nullptr},
 };
 
 /// Opens the module.

@@ -60,6 +60,29 @@ int value_equal(lua_State *lua)
     return 1;
 }
 
+/// How the first value stands to the second in the order in which all values of their type stand.
+int order_of_two(lua_State *lua)
+{
+    LuaValue &first = value_at(lua, 1);
+    LuaValue &second = value_of_same_type(lua, 2, first);
+    int order = 0;
+    if (bgpdt_order(first.type, first.bytes(), first.size, second.bytes(), second.size, &order) == BGPDT_NO_MEMORY)
+        raise_no_memory(lua);
+    return order;
+}
+
+int value_less(lua_State *lua)
+{
+    lua_pushboolean(lua, order_of_two(lua) < 0 ? 1 : 0);
+    return 1;
+}
+
+int value_not_greater(lua_State *lua)
+{
+    lua_pushboolean(lua, order_of_two(lua) <= 0 ? 1 : 0);
+    return 1;
+}
+
 /// Its hex where the type prints no text.
 int value_text(lua_State *lua)
 {
@@ -73,10 +96,8 @@ int value_text(lua_State *lua)
 }
 
 constexpr luaL_Reg methods[] = {
-    {"__eq", value_equal},
-    {"__index", value_index},
-    {"__tostring", value_text},
-    {nullptr, nullptr},
+    {"__eq", value_equal}, {"__index", value_index},   {"__le", value_not_greater},
+    {"__lt", value_less},  {"__tostring", value_text}, {nullptr, nullptr},
 };
 
 } // namespace
@@ -93,6 +114,13 @@ LuaValue &new_value(lua_State *lua, const bgpdt_type *type)
 LuaValue &value_at(lua_State *lua, int index)
 {
     return *static_cast<LuaValue *>(luaL_checkudata(lua, index, value_name));
+}
+
+LuaValue &value_of_same_type(lua_State *lua, int index, const LuaValue &first)
+{
+    LuaValue &value = value_at(lua, index);
+    luaL_argcheck(lua, value.type == first.type, index, "the values are of different types");
+    return value;
 }
 
 std::string_view string_at(lua_State *lua, int index)

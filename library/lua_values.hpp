@@ -26,6 +26,8 @@ struct LuaValue {
 LuaValue &new_value(lua_State *lua, const bgpdt_type *type);
 /// The value at the index; the engine raises an error for anything else.
 LuaValue &value_at(lua_State *lua, int index);
+/// The same of a value that must be of the first one's type.
+LuaValue &value_of_same_type(lua_State *lua, int index, const LuaValue &first);
 /// The string there likewise.
 std::string_view string_at(lua_State *lua, int index);
 

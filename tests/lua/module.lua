@@ -35,6 +35,27 @@ local value, message, position = bgp.parse("VRFRD", "64496:1x")
 assert(value == nil and message:find("VRFRD refuses \"64496:1x\"", 1, true) and position == 8)
 assert(select("#", bgp.parse("NONE", "1")) == 2)
 
+-- Or nil alone.
+assert(bgp.try_parse("VRFRD", "64496:1") == rd and bgp.try_parse("ASNUM", "1", 6).hex == "0000000100000000")
+assert(bgp.try_parse("ASNUM", "1", 5) == nil and bgp.try_parse("ASNUM", "1\0") == nil)
+assert(select("#", bgp.try_parse("VRFRD", "64496:1x")) == 1 and bgp.try_parse("VRFRD", "64496:1x") == nil)
+assert(select("#", bgp.try_parse("SID_STRUCTURE", "1")) == 1)
+assert(select(2, bgp.try_parse("NONE", "1")) == "there is no type NONE; bgp.types() lists the types")
+
+-- In the order of their type, of which bgp.compare tells what the router knows: EVPN keys of different route types too.
+local keys = {}
+for _, text in ipairs { "99:192.0.2.0:24", "100:32:192.0.2.1", "100:192.0.2.0:24", "99:32:192.0.2.1" } do
+    keys[#keys + 1] = assert(bgp.try_parse("EVNPREFIX", text))
+end
+assert(bgp.compare(keys[1], keys[2]) == nil)
+table.sort(keys)
+local sorted = {}
+for i, key in ipairs(keys) do
+    sorted[i] = tostring(key)
+    assert(key <= keys[#keys] and not (key < keys[1]) and not (key < key) and key <= key)
+end
+assert(table.concat(sorted, " ") == "99:32:192.0.2.1 100:32:192.0.2.1 99:192.0.2.0:24 100:192.0.2.0:24")
+
 -- What else there is to do is told in this module's words.
 local function why(...)
     return select(2, ...)
@@ -49,10 +70,14 @@ assert(why(bgp.print(bgp.parse("CVRFNAME", "abc"), 2)) ==
 for _, call in ipairs {
     { bgp.parse, 1 }, { bgp.parse, "ASNUM", {} }, { bgp.parse, "ASNUM", "1", "x" }, { bgp.parse, "ASNUM", "1", 256 },
     { bgp.from_hex, "ASNUM" }, { bgp.value, "ASNUM" }, { bgp.table, "ASNUM" }, { bgp.print, rd, {} }, { bgp.check },
+    { bgp.try_parse, "ASNUM", {} }, { bgp.try_parse, "ASNUM", "1", 256 },
     { bgp.compare, rd, "64496:1" }, { bgp.compare, rd, bgp.parse("ASNUM", "1") },
 } do
     local done, why = pcall(table.unpack(call))
     assert(not done and why:find("bad argument", 1, true), why)
+end
+for _, other in ipairs { "64496:1", assert(bgp.parse("ASNUM", "1")) } do
+    assert(not pcall(function() return rd < other end) and not pcall(function() return other <= rd end))
 end
 for _, call in ipairs {
     { bgp.parse, "ASNUM", "" }, { bgp.parse, "ASNUM", "1\0" }, { bgp.parse, "ASNUM", "1", 255 },

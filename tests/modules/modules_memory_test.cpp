@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <set>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -18,6 +19,7 @@
 #include <sqlite3.h>
 
 #include "support/lacking_memory.hpp"
+#include "support/vector_file.hpp"
 
 using bgpdt::test::Fault;
 using bgpdt::test::Memory;
@@ -89,6 +91,13 @@ private:
     char text_[1024];
     std::size_t size_ = 0;
 };
+
+/// A statement of SQL, as sqlite3_mprintf writes it.
+template <class... Words>
+auto print(const char *form, Words... words)
+{
+    return std::unique_ptr<char, void (*)(void *)>(sqlite3_mprintf(form, words...), sqlite3_free);
+}
 
 class SqlWithoutMemory : public testing::Test {
 protected:
@@ -222,6 +231,43 @@ TEST_F(SqlWithoutMemory, Statements) { EXPECT_GT(refuse_in_statements(modules), 
 
 TEST_F(SqlWithoutMemory, StatementsRefusedByTheEngine) { EXPECT_GT(refuse_in_statements(engine), 500); }
 
+/// Keeps the places of all texts in the order of their type, as comparisons with memory or without find them.
+void keep_places(Connection &connection, const std::set<std::string> &types, const char *table_name)
+{
+    EXPECT_EQ(connection.ask(print("CREATE TABLE %w(place, text)", table_name).get()), "");
+    for (const std::string &type : types) {
+        const auto statement =
+            print("INSERT INTO %w SELECT row_number() OVER (ORDER BY k COLLATE bgp_%w, rowid), rowid "
+                  "FROM t WHERE type = %Q",
+                  table_name, type.c_str(), type.c_str());
+        EXPECT_EQ(connection.ask(statement.get()), "");
+    }
+}
+
+TEST_F(SqlWithoutMemory, OrdersTheVectorsAlike)
+{
+    Connection connection;
+    ASSERT_EQ(connection.load(), SQLITE_OK);
+    ASSERT_EQ(connection.ask("CREATE TABLE t(type, k)"), "");
+    std::set<std::string> types;
+    for (const bgpdt::test::Line &line : bgpdt::test::read_vector_folder(BGPDT_SOURCE_VECTORS).lines) {
+        const bool of_text = line.verb == bgpdt::test::Verb::in || line.verb == bgpdt::test::Verb::bad;
+        if (line.row || !of_text)
+            continue;
+        const auto insert = print("INSERT INTO t VALUES (%Q, %Q)", line.subject.c_str(), line.text.c_str());
+        ASSERT_EQ(connection.ask(insert.get()), "");
+        types.insert(line.subject);
+    }
+    modules.refuse({1, false});
+    keep_places(connection, types, "anew");
+    EXPECT_TRUE(modules.relent()); // every comparison asked for a cache
+    const long before = modules.blocks;
+    keep_places(connection, types, "known");
+    EXPECT_EQ(modules.blocks, before + 1); // which stays
+    EXPECT_EQ(connection.ask("SELECT count(*) FROM (SELECT * FROM anew EXCEPT SELECT * FROM known)"), "0");
+    EXPECT_EQ(connection.ask("SELECT count(*) > 2000 AND count(*) = (SELECT count(*) FROM t) FROM known"), "1");
+}
+
 using SqlWithoutMemoryDeathTest = SqlWithoutMemory;
 
 TEST_F(SqlWithoutMemoryDeathTest, HugeTexts)
@@ -320,6 +366,12 @@ const struct {
     {"bgp.parse('ASNUM', '1.10', 2)", "1.10"},
     {"select(3, bgp.parse('VRFRD', '64496:1x'))", "8"},
     {"select('#', bgp.parse('NONE', '1'))", "2"},
+    {"bgp.try_parse('VRFRD', '64496:1')", "64496:1"},
+    {"bgp.try_parse('ASNUM', '1.10', 6)", "1.10"},
+    {"select('#', bgp.try_parse('VRFRD', '64496:1x'))", "1"},
+    {"select('#', bgp.try_parse('NONE', '1'))", "2"},
+    {"rd < bgp.parse('VRFRD', '64496:2')", "true"},
+    {"rd <= bgp.parse('VRFRD', '64495:2')", "false"},
     {"bgp.from_hex('ASNUM', '0001000a00000001')", "1.10"},
     {"select('#', bgp.from_hex('ASNUM', '00'))", "2"},
     {"bgp.value('VRFRD', fields)", "64496:1"},
