@@ -221,10 +221,11 @@ void ValueReader::require_agreement(const ordered_json &given, Value value)
 {
     const std::string source = given.contains(hex_member) ? hex_member : table_member;
     const auto require = [&](const char *member, const std::string &says) {
-        if (!agrees(given, member, says, value))
-            throw Refusal("its \"" + std::string(member) + "\" " +
-                          (member == source ? "is not the table of the value that it says"
-                                            : "says another value than its \"" + source + "\""));
+        if (agrees(given, member, says, value))
+            return;
+        throw Refusal("its \"" + std::string(member) + "\" " +
+                      (member == source ? "is not the table of the value that it says"
+                                        : "says another value than its \"" + source + "\""));
     };
     if (const auto text = lines_->text(value))
         require(text_member, to_json(*text));
