@@ -246,7 +246,8 @@ Exit sort_lines(Session &session, const Options &options)
 {
     Stream stream(session, options, files_in(options), format_from(options));
     const bool binary = stream.from() == Format::binary;
-    Sorter sorter(session, stream.type(), {.memory = options.memory, .unique = options.unique, .reverse = options.reverse});
+    Sorter sorter(session, stream.type(),
+                  {.memory = options.memory, .unique = options.unique, .reverse = options.reverse});
     Output output(options.output, "the output");
     Buffer lines;
     const auto write = [&](std::string_view line) {
