@@ -7,11 +7,11 @@
 #include <string>
 
 #include "answer.hpp"
-#include "json_table.hpp"
 #include "toolkit/dialects.hpp"
 #include "toolkit/explain.hpp"
 #include "toolkit/fields.hpp"
 #include "toolkit/json_answers.hpp"
+#include "toolkit/json_table.hpp"
 #include "toolkit/stream_values.hpp"
 #include "values.hpp"
 
@@ -311,7 +311,7 @@ int bgpdt_read_table(const bgpdt_type *type, const char *json, size_t json_size,
     const bool sense = type != nullptr && is_buffer(json, json_size) && value != nullptr;
     return answer({type, BGPDT_READ_TABLE, error}, sense, [&] {
         const toolkit::LuaState lua = toolkit::new_lua_state();
-        push_json(lua.get(), {json, json_size});
+        toolkit::push_json(lua.get(), {json, json_size});
         return read_table(*type, lua.get(), {value, value_room});
     });
 }

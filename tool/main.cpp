@@ -6,9 +6,11 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -112,10 +114,25 @@ int exit_status(int argc, const char *const *argv)
     }
 }
 
+/// CLI11 asks for memory where nothing may be thrown, too.
+[[noreturn]] void end_without_memory() noexcept
+{
+    try {
+        if (const std::exception_ptr thrown = std::current_exception())
+            std::rethrow_exception(thrown);
+    } catch (const std::bad_alloc &) {
+        write_all(STDERR_FILENO, "bgpdt: not enough memory\n");
+        _exit(exit_usage);
+    } catch (...) { // NOLINT(bugprone-empty-catch): a mistake of the program's
+    }
+    std::abort();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    std::set_terminate(end_without_memory);
     guard_standard_descriptors();
     try {
         return exit_status(argc, argv);

@@ -39,6 +39,8 @@ std::string sentence(const std::exception &error)
         const bool of_script = dynamic_cast<const ScriptError *>(&error) != nullptr;
         return of_script ? shown_lines(words) : shown(words);
     }
+    if (dynamic_cast<const std::bad_alloc *>(&error) != nullptr)
+        return "not enough memory";
     return shown(error.what());
 }
 

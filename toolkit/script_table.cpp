@@ -9,7 +9,6 @@
 #include <vector>
 
 #include <lua.hpp>
-#include <nlohmann/json.hpp>
 
 #include "digits.hpp"
 #include "shown_text.hpp"
@@ -17,8 +16,6 @@
 
 namespace bgpdt::toolkit {
 namespace {
-
-using nlohmann::ordered_json;
 
 constexpr std::size_t table_width = 100;
 
@@ -158,50 +155,7 @@ std::string text_at(lua_State *lua, int index, std::size_t indent)
     }
 }
 
-void push_table_json(lua_State *lua, const ordered_json &table)
-{
-    if (lua_checkstack(lua, 4) == 0)
-        throw std::bad_alloc();
-    lua_newtable(lua);
-    lua_Integer index = 0;
-    for (const auto &[key, entry] : table.items()) {
-        if (table.is_array())
-            lua_pushinteger(lua, ++index);
-        else
-            push_script_key(lua, key);
-        push_script_json(lua, entry);
-        lua_rawset(lua, -3);
-    }
-}
-
 } // namespace
-
-void push_script_key(lua_State *lua, const std::string &key)
-{
-    if (key.empty() || key.size() > 9 || key.find_first_not_of("0123456789") != std::string::npos)
-        lua_pushlstring(lua, key.data(), key.size());
-    else
-        lua_pushinteger(lua, std::stoi(key));
-}
-
-void push_script_json(lua_State *lua, const ordered_json &value)
-{
-    using JsonKind = ordered_json::value_t;
-    switch (value.type()) {
-    case JsonKind::boolean: lua_pushboolean(lua, value.get<bool>() ? 1 : 0); return;
-    case JsonKind::number_integer:
-    case JsonKind::number_unsigned: lua_pushinteger(lua, value.get<lua_Integer>()); return;
-    case JsonKind::number_float: lua_pushnumber(lua, value.get<lua_Number>()); return;
-    case JsonKind::string: {
-        const auto &text = value.get_ref<const std::string &>();
-        lua_pushlstring(lua, text.data(), text.size());
-        return;
-    }
-    case JsonKind::array:
-    case JsonKind::object: push_table_json(lua, value); return;
-    default: lua_pushnil(lua);
-    }
-}
 
 LuaState new_lua_state()
 {

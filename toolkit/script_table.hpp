@@ -9,8 +9,6 @@
 #include <span>
 #include <string>
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "host/host.hpp"
 #include "json_text.hpp"
 
@@ -40,11 +38,5 @@ private:
 
 /// As Lua reads it, "{ asNumValue = 100, asType = 0 }"; what does not fit a line stands one entry a line.
 std::string script_text(lua_State *lua, int index);
-
-/// Pushes a key as JSON has it: digits alone are an index.
-void push_script_key(lua_State *lua, const std::string &key);
-
-/// Pushes what read_json read.
-void push_script_json(lua_State *lua, const nlohmann::ordered_json &value);
 
 } // namespace bgpdt::toolkit

@@ -13,6 +13,7 @@
 
 #include "conversions.hpp"
 #include "errors.hpp"
+#include "json_table.hpp"
 #include "samples.hpp"
 #include "shown_text.hpp"
 #include "strict_json.hpp"
@@ -183,7 +184,7 @@ Bytes ValueReader::value_of(const ordered_json &record)
         return value;
     }
     if (record.contains(table_member)) {
-        push_script_json(lua_.get(), record[table_member]);
+        push_json(lua_.get(), record[table_member].dump());
         Bytes value = read_table(session_, lua_.get(), type_);
         lua_settop(lua_.get(), 0);
         return value;

@@ -28,6 +28,8 @@
 #include "bgpdt/bgpdt.h"
 
 namespace bgpdt {
+/// What links to the static library has its own names apart.
+inline namespace v1 {
 
 inline std::string_view view(bgpdt_text text) { return {text.data, text.size}; }
 
@@ -435,6 +437,7 @@ private:
     std::shared_ptr<bgpdt_library> library_;
 };
 
+} // namespace v1
 } // namespace bgpdt
 
 template <>

@@ -2,7 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The bgpdt authors
 # SPDX-License-Identifier: Apache-2.0
 """faulty_files.py BGPDT LAYER FOLDER: commands whose files fail, with each call that they make in turn, once and for good:
-errors, short reads and writes, signals; and commands that lack memory, with some of their requests. Of BGPDT_TEST_SHARE faults one is tried, another by the day (BGPDT_TEST_SEED).
+errors, short reads and writes, signals; and commands that lack memory, with some of their requests. Of BGPDT_TEST_SHARE
+faults one is tried, another by the day (BGPDT_TEST_SEED).
 
 A command either does all that it does otherwise, or says in a sentence what failed and leaves every file as it was, in
 whole. It never crashes, hangs, changes its input or leaves a file of its own behind."""
@@ -26,7 +27,8 @@ SECONDS = 60  # for what hangs
 LINES = "".join(f"64496:{7919 * i % 10007}\n" for i in range(2500)) + "no route distinguisher\n"
 OLD = "what was there\n"
 SCRIPT = 'print("one")\n'
-BEFORE = {"work/in": LINES, "work/out": OLD, "work/script": SCRIPT, "printed": ""}
+TABLES = '{"table":{"bolType":1,"bolPrefixRtType":3,"bolPrefixRtValue":"100:32:192.0.2.1"}}\n'
+BEFORE = {"work/in": LINES, "work/out": OLD, "work/script": SCRIPT, "work/tables": TABLES, "printed": ""}
 UNUSABLE = 2  # the status of what could not be done
 SENTENCE = re.compile(r"(^bgpdt: |\": ?\").*(cannot|can be) .*: .+$", re.MULTILINE)
 OWN_NAME = re.compile(r"(work/[.]bgpdt-\d+-\d+|temporary/bgpdt[.]\w{6})")
@@ -84,6 +86,7 @@ JOBS = [
     Job("convert VRFRD in --to hex"),
     Job("convert VRFRD --rejects rejects"),
     Job("sort VRFRD in --memory 64K"),
+    Job("convert EVNPREFIX --from json tables"),
     Job("check VRFRD --in in"),
     Job("parse VRFRD 64496:1"),
     Job("parse VRFRD 64496:1 --json"),

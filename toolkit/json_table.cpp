@@ -9,11 +9,19 @@
 
 #include <lua.hpp>
 
-#include "toolkit/script_table.hpp"
-#include "toolkit/strict_sax.hpp"
+#include "strict_sax.hpp"
 
-namespace bgpdt::library {
+namespace bgpdt::toolkit {
 namespace {
+
+/// Digits alone are an index.
+void push_key(lua_State *lua, const std::string &key)
+{
+    if (key.empty() || key.size() > 9 || key.find_first_not_of("0123456789") != std::string::npos)
+        lua_pushlstring(lua, key.data(), key.size());
+    else
+        lua_pushinteger(lua, std::stoi(key));
+}
 
 /// Where an engine function finds what it is to do.
 constexpr int work_index = 1;
@@ -26,7 +34,7 @@ int run_work(lua_State *lua)
 }
 
 /// Pushes values and stores them, each by a protected call: an error of the engine would cross the parser.
-class Pusher final : public toolkit::StrictSax {
+class Pusher final : public StrictSax {
 public:
     explicit Pusher(lua_State *lua) : lua_(lua)
     {
@@ -66,7 +74,7 @@ protected:
         if (std::ranges::find(names, name) != names.end())
             return false;
         names.push_back(name);
-        push([&name](lua_State *lua) { toolkit::push_script_key(lua, name); });
+        push([&name](lua_State *lua) { push_key(lua, name); });
         return true;
     }
 
@@ -143,7 +151,7 @@ void push_json(lua_State *lua, std::string_view text)
 {
     Pusher pusher(lua);
     if (!nlohmann::ordered_json::sax_parse(text, &pusher))
-        throw toolkit::Refusal("the script table is no JSON");
+        throw Refusal("the script table is no JSON");
 }
 
-} // namespace bgpdt::library
+} // namespace bgpdt::toolkit

@@ -8,10 +8,10 @@
 
 struct lua_State;
 
-namespace bgpdt::library {
+namespace bgpdt::toolkit {
 
 /// Pushes what the text says.
-/// @throws toolkit::Refusal if it is no JSON, is nested deeply or tells a member twice; std::bad_alloc
+/// @throws Refusal if it is no JSON, is nested deeply or tells a member twice; std::bad_alloc
 void push_json(lua_State *lua, std::string_view text);
 
-} // namespace bgpdt::library
+} // namespace bgpdt::toolkit
