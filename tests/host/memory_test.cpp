@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::uint32_t handle = 17;
+constexpr std::uint32_t some_handle = 17;
 
 class Memory : public testing::Test {
 protected:
@@ -19,7 +19,7 @@ protected:
 
 TEST_F(Memory, FreeTakesBlocksOfEitherAllocatorAndNull)
 {
-    void *const owned = SYS_DataTypeMallocByHandle(handle, 257);
+    void *const owned = SYS_DataTypeMallocByHandle(some_handle, 257);
     void *const plain = SYS_DataTypeMalloc(257);
     ASSERT_NE(owned, nullptr);
     ASSERT_NE(plain, nullptr);
@@ -32,7 +32,7 @@ TEST_F(Memory, FreeTakesBlocksOfEitherAllocatorAndNull)
 
 TEST_F(Memory, AnEmptyBlockIsABlock)
 {
-    void *const owned = SYS_DataTypeMallocByHandle(handle, 0);
+    void *const owned = SYS_DataTypeMallocByHandle(some_handle, 0);
     void *const plain = SYS_DataTypeMalloc(0);
     EXPECT_NE(owned, nullptr);
     EXPECT_NE(plain, nullptr);
@@ -43,13 +43,13 @@ TEST_F(Memory, AnEmptyBlockIsABlock)
 TEST_F(Memory, HelpHasNullEntriesAndIsReleasedWhole)
 {
     SYSDT_HelpInfo info{};
-    ASSERT_EQ(SYSDT_InitHelpInfo(handle, &info, 3), SYSDT_OK);
-    EXPECT_EQ(test_memory::last_handle, handle);
+    ASSERT_EQ(SYSDT_InitHelpInfo(some_handle, &info, 3), SYSDT_OK);
+    EXPECT_EQ(test_memory::last_handle, some_handle);
     ASSERT_EQ(info.count, 3u);
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(info.entries[i], nullptr);
-    info.entries[0] = static_cast<char *>(SYS_DataTypeMallocByHandle(handle, 1));
-    info.entries[2] = static_cast<char *>(SYS_DataTypeMallocByHandle(handle, 1));
+    info.entries[0] = static_cast<char *>(SYS_DataTypeMallocByHandle(some_handle, 1));
+    info.entries[2] = static_cast<char *>(SYS_DataTypeMallocByHandle(some_handle, 1));
     SYSDT_ClearHelpInfo(&info);
     EXPECT_EQ(info.count, 0u);
     EXPECT_EQ(info.entries, nullptr);
@@ -61,16 +61,16 @@ TEST_F(Memory, HelpWithoutMemory)
 {
     SYSDT_HelpInfo info{7, nullptr};
     const test_memory::Shortage shortage(0);
-    EXPECT_EQ(SYSDT_InitHelpInfo(handle, &info, 1), SYSDT_ERR_NO_MEMORY);
+    EXPECT_EQ(SYSDT_InitHelpInfo(some_handle, &info, 1), SYSDT_ERR_NO_MEMORY);
     EXPECT_EQ(info.count, 0u);
     EXPECT_EQ(info.entries, nullptr);
-    EXPECT_EQ(SYSDT_InitHelpInfo(handle, nullptr, 1), SYSDT_ERR_NULL_PTR);
+    EXPECT_EQ(SYSDT_InitHelpInfo(some_handle, nullptr, 1), SYSDT_ERR_NULL_PTR);
 }
 
 TEST_F(Memory, HelpOfMoreThanABlockHolds)
 {
     SYSDT_HelpInfo info{};
-    EXPECT_EQ(SYSDT_InitHelpInfo(handle, &info, 0x40000000), SYSDT_ERR_NO_MEMORY); // 2^32 bytes at least
+    EXPECT_EQ(SYSDT_InitHelpInfo(some_handle, &info, 0x40000000), SYSDT_ERR_NO_MEMORY); // 2^32 bytes at least
 }
 
 TEST_F(Memory, AddressesMayBeEnteredAnywhere)
