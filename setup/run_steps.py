@@ -42,7 +42,8 @@ STEPS = (
     Step("tidy", "clang-tidy over the sources, its analyzer over a fifth of the plug-in and the host", ("release",)),
     Step("valgrind", "the vectors under memcheck", ("release",)),
     Step("msan", "(only when named) the vectors under MSan, which looks at the plug-in", ("msan bgpdt_vectors_test",)),
-    Step("i686", "the plug-in's suite as a 32-bit little-endian build, under ASan", ("i686",)),
+    Step("i686", "the vectors as a 32-bit little-endian build, under ASan", ("i686 bgpdt_vectors_test",)),
+    Step("i686-whole", "(only when named) the plug-in's suite as that build", ("i686",)),
     Step("fuzz", "ten seconds with each fuzzer of records, library and wire"),
     Step("fuzz-fronts", "(only when named) ten seconds with each fuzzer of command lines, lines, names, Lua, SQL and sequences of calls"),
     Step("sweeps", "every case that other steps thin out, of the target one in five", ("release", "ppc")),
@@ -64,14 +65,14 @@ STEPS = (
     Step("python-everywhere", "(only when named) its wheel on every Python that is there, its sdist, and under ASan"),
     Step("recipes", "the vectors and tables with an invented type and an invented kind of route key"),
     Step("recipes-whole", "(only when named) the suite with these"),
-    Step("answers", "the three processors answer alike", ("release", "i686", "ppc")),
+    Step("answers", "the three processors answer alike", ("release", "i686 bgpdt_answers", "ppc")),
     Step("web", "(only when named) WebAssembly answers as the native build, its npm package and its page work",
          ("release bgpdt_web_answers",)),
     Step("size", "(only when named) prints the footprint on the target", ("ppc",)),
 )
 QUICK = ("style", "release", "ppc", "sanitize")
 # asan has sanitize's vectors; msan and those behind it build or install for minutes
-APART = ("sanitize", "size", "msan", "coverage-rooms", "fuzz-fronts", "asan-fronts", "tsan-fronts", "recipes-whole", "web", "python-columns", "python-everywhere", "packages", "debian", "luarocks")
+APART = ("sanitize", "size", "msan", "i686-whole", "coverage-rooms", "fuzz-fronts", "asan-fronts", "tsan-fronts", "recipes-whole", "web", "python-columns", "python-everywhere", "packages", "debian", "luarocks")
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 
