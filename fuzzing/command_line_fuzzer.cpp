@@ -3,7 +3,6 @@
 /// @file
 /// Fuzzes the tool's command lines. An input is text: a word a line, an empty line, then standard input. Files are neither
 /// read nor written, and no script runs.
-#include <sanitizer/allocator_interface.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -92,9 +91,8 @@ void run(std::string_view text)
     now = &line;
     const Outcome first = run_tool(line.words, line.input);
     require_answer(line, first);
-    const std::size_t before = __sanitizer_get_current_allocated_bytes();
-    require(run_tool(line.words, line.input) == first, "a second run answers the same");
-    require(__sanitizer_get_current_allocated_bytes() == before, "no memory is left taken");
+    require_no_memory_taken(
+        [&] { require(run_tool(line.words, line.input) == first, "a second run answers the same"); });
     now = nullptr;
 }
 

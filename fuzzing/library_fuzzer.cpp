@@ -5,8 +5,6 @@
 /// form of an input is told in library_input.hpp.
 #include "library_fuzzer.hpp"
 
-#include <sanitizer/allocator_interface.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -322,9 +320,7 @@ void run(Bytes input)
     const auto function = static_cast<Function>(input[1] % static_cast<std::uint8_t>(Function::count));
     const LibraryCase one{opened(), type_of(input[0], input[2]), function, input[3], input.subspan(library_header)};
     now = &one;
-    const std::size_t before = __sanitizer_get_current_allocated_bytes();
-    call(one);
-    require(__sanitizer_get_current_allocated_bytes() == before, "no memory is left taken");
+    require_no_memory_taken([&] { call(one); });
     now = nullptr;
 }
 

@@ -4,7 +4,6 @@
 /// Fuzzes the module for Lua: calls with whatever values, of which some are what earlier calls gave, with and without
 /// memory. A step of an input is a byte for the function, one for which request for memory is refused, then the arguments:
 /// a byte for how many, and for each a byte for its kind and what the kind needs, as Pieces has it.
-#include <sanitizer/allocator_interface.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -189,9 +188,7 @@ private:
 void run(std::span<const std::uint8_t> input)
 {
     Engine(Pieces(input)).run(); // modes that are asked for first stay
-    const std::size_t before = __sanitizer_get_current_allocated_bytes();
-    Engine(Pieces(input)).run();
-    require(__sanitizer_get_current_allocated_bytes() == before, "no memory is left taken");
+    require_no_memory_taken([&] { Engine(Pieces(input)).run(); });
 }
 
 } // namespace

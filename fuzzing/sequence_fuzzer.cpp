@@ -3,7 +3,6 @@
 /// @file
 /// Fuzzes libbgpdt by sequences of calls: what one gives is what the next takes. A step of an input is a byte for the call,
 /// one for the value it is about, and what the call needs, as Pieces has it.
-#include <sanitizer/allocator_interface.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -255,9 +254,7 @@ void Sequence::step()
 void run(std::span<const std::uint8_t> input)
 {
     Sequence(Pieces(input)).run(); // what functions make at their first call stays
-    const std::size_t before = __sanitizer_get_current_allocated_bytes();
-    Sequence(Pieces(input)).run();
-    require(__sanitizer_get_current_allocated_bytes() == before, "no memory is left taken");
+    require_no_memory_taken([&] { Sequence(Pieces(input)).run(); });
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <string>
 
 #include "property.hpp"
 
@@ -86,8 +87,9 @@ void prepare_tool()
 {
     keep_plugin();
     __sanitizer_set_report_fd(reinterpret_cast<void *>(static_cast<std::intptr_t>(dup(STDERR_FILENO))));
-    char folder[] = "/tmp/bgpdt-fuzz-XXXXXX";
-    require(mkdtemp(folder) != nullptr && chdir(folder) == 0 && rmdir(folder) == 0, "there is an empty folder");
+    std::string folder = std::filesystem::temp_directory_path() / "bgpdt-fuzz-XXXXXX";
+    require(mkdtemp(folder.data()) != nullptr && chdir(folder.c_str()) == 0 && rmdir(folder.c_str()) == 0,
+            "there is an empty folder");
 }
 
 } // namespace bgpdt::fuzzing
