@@ -14,6 +14,20 @@ using State = Automaton::State;
 
 constexpr std::size_t shown_differences = 5;
 
+/// The digits of the next number.
+void count_up(std::string &digits, unsigned base)
+{
+    const std::string all = "0123456789abcdef";
+    for (std::size_t at = digits.size(); at-- != 0;) {
+        if (digits[at] != all[base - 1]) {
+            digits[at] = all[all.find(digits[at]) + 1];
+            return;
+        }
+        digits[at] = '0';
+    }
+    digits.insert(digits.begin(), '1');
+}
+
 std::vector<unsigned char> all_samples(const Automaton &automaton)
 {
     std::vector<unsigned char> samples = samples_of_classes(automaton);
@@ -40,14 +54,16 @@ Proof::Proof(const Automaton &automaton, Judge takes, std::vector<unsigned char>
     }
 }
 
-void Proof::try_text(std::string_view text, bool expected)
+void Trial::add(std::string_view text, bool right)
 {
-    ++trial_.texts;
-    if (takes_(text) == expected)
+    ++texts;
+    if (right)
         return;
-    if (++trial_.wrong <= shown_differences)
-        trial_.differences.emplace_back(text);
+    if (++wrong <= shown_differences)
+        differences.emplace_back(text);
 }
+
+void Proof::try_text(std::string_view text, bool expected) { trial_.add(text, takes_(text) == expected); }
 
 void Proof::try_endings(State state, std::string &text)
 {
@@ -148,18 +164,18 @@ void Proof::try_numbers(const Place &place, const std::vector<std::uint64_t> &va
     }
 }
 
-void Proof::try_every_number(const Place &place)
+void try_every_number(const Automaton &automaton, const Judge &takes, const Place &place, Trial &trial)
 {
     constexpr std::uint64_t beyond = 70'000;
-    const std::uint64_t last = std::max(place.number.high, place.number.high + beyond);
-    std::string text = place.front;
-    const State state = automaton_.run(automaton_.start, place.front);
-    for (std::uint64_t value = 0; value <= last; ++value) {
-        text.resize(place.front.size());
-        text += digits_of(value, place.number.base);
-        const State behind = automaton_.run(state, std::string_view(text).substr(place.front.size()));
-        text += place.behind;
-        try_text(text, automaton_.accepting[automaton_.run(behind, place.behind)]);
+    const std::uint64_t first = place.number.low - std::min(place.number.low, beyond);
+    const std::uint64_t last = place.number.high + beyond;
+    const State state = automaton.run(automaton.start, place.front);
+    std::string text;
+    std::string digits = digits_of(first, place.number.base);
+    for (std::uint64_t value = first; value <= last; ++value, count_up(digits, place.number.base)) {
+        (text = place.front).append(digits).append(place.behind);
+        const State behind = automaton.run(automaton.run(state, digits), place.behind);
+        trial.add(text, takes(text) == automaton.accepting[behind]);
     }
 }
 

@@ -22,7 +22,12 @@ struct Trial {
     std::uint64_t texts = 0;
     std::vector<std::string> differences; ///< the first texts on which parser and automaton differ
     std::uint64_t wrong = 0;
+
+    void add(std::string_view text, bool right);
 };
+
+/// Numbers at a place: every value within its bounds, and some beyond.
+void try_every_number(const Automaton &automaton, const Judge &takes, const Place &place, Trial &trial);
 
 /// Compares a parser with a minimal automaton.
 class Proof {
@@ -44,8 +49,7 @@ public:
     void try_runs(std::size_t longest, std::size_t share);
     /// Numbers at a place: these values, with up to so many leading zeros.
     void try_numbers(const Place &place, const std::vector<std::uint64_t> &values, unsigned zeros);
-    /// Numbers at a place: every value within its bounds, and some beyond.
-    void try_every_number(const Place &place);
+    void try_every_number(const Place &place) { grammar::try_every_number(automaton_, takes_, place, trial_); }
 
 private:
     void try_endings(Automaton::State state, std::string &text);

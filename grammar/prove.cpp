@@ -11,8 +11,10 @@
 #include <iostream>
 #include <optional>
 #include <random>
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "catalogue.hpp"
@@ -27,9 +29,9 @@ using namespace bgpdt::grammar;
 
 struct Settings {
     std::string plugin;
-    double texts = 5e7;    ///< about as many words for each automaton at most
-    bool is_short = false; ///< of a large automaton not all states are tried
-    bool every_number = false;
+    double texts = 5e7;        ///< about as many words for each automaton at most
+    bool is_short = false;     ///< of a large automaton not all states are tried
+    bool every_number = false; ///< numbers from 65536 to 2^32 - 1 alone are tried, with every value
     std::vector<std::string> names;
 };
 
@@ -63,13 +65,13 @@ struct Subject {
     std::vector<Place> places;
 };
 
+bool is_small(const Number &number) { return number.high < 0x10000; }
+
 void try_places(Proof &proof, const std::vector<Place> &places, const Settings &settings)
 {
-    constexpr std::uint64_t small = 65'536;
     for (const Place &place : places) {
         proof.try_numbers(place, edges(place.number, settings.is_short ? 1 : 20), 3);
-        const bool every = place.number.high < small ? !settings.is_short : settings.every_number;
-        if (every && place.number.high <= 0xffffffff)
+        if (is_small(place.number) && !settings.is_short)
             proof.try_every_number(place);
     }
 }
@@ -103,20 +105,25 @@ Outcome prove(const Subject &subject, const Settings &settings)
 
 std::uint64_t texts_tried = 0; // by all proofs
 
+bool report_differences(const Trial &trial)
+{
+    texts_tried += trial.texts;
+    if (trial.wrong == 0)
+        return true;
+    std::cout << "  differs from the parser in " << trial.wrong << " texts:\n";
+    for (const std::string &text : trial.differences)
+        std::cout << "    " << shown(text) << '\n';
+    return false;
+}
+
 bool report(const std::string &name, const char *what, const Outcome &outcome)
 {
-    texts_tried += outcome.trial.texts;
     std::cout << name << ' ' << what << ": " << outcome.states << " states, " << outcome.trial.texts << " texts, "
               << outcome.extra_states << " more states, runs of " << outcome.longest;
     if (outcome.share != 1)
         std::cout << ", one state in " << outcome.share << " with every byte";
     std::cout << '\n';
-    if (outcome.trial.wrong == 0)
-        return true;
-    std::cout << "  differs from the parser in " << outcome.trial.wrong << " texts:\n";
-    for (const std::string &text : outcome.trial.differences)
-        std::cout << "    " << shown(text) << '\n';
-    return false;
+    return report_differences(outcome.trial);
 }
 
 bool report_findings(const Printing &printing)
@@ -201,9 +208,9 @@ Frame filled(const Grammar &grammar, Frame frame, const Automaton &part)
     return frame;
 }
 
-/// Whether a part within a text is what the judge says of the whole.
-Outcome prove_frame(const Grammar &grammar, const Frame &frame, const std::string &name, const Judge &judge,
-                    const Settings &settings)
+/// Tries a part within a text, where the judge says what the whole is.
+template <typename Attempt>
+auto try_frame(const Grammar &grammar, const Frame &frame, const std::string &name, const Judge &judge, Attempt attempt)
 {
     Automaton part = automaton_of(grammar, name);
     std::optional<Automaton> others;
@@ -218,7 +225,7 @@ Outcome prove_frame(const Grammar &grammar, const Frame &frame, const std::strin
     const Judge takes = [&](std::string_view text) {
         return !(others && others->accepts(text)) && judge(frame.front + std::string(text) + frame.behind);
     };
-    return prove({part, run_length(part), takes, places(grammar, name)}, settings);
+    return attempt(Subject{part, run_length(part), takes, places(grammar, name)});
 }
 
 /// A word so many times in a row: more than it may be, too.
@@ -271,11 +278,12 @@ void add(Outcome &sum, const Outcome &one)
 Outcome prove_fields(Parser &parser, Printing &printing, const Grammar &grammar, const Settings &settings)
 {
     Outcome fields{0, 0, ~0U, 1, {}};
+    const auto attempt = [&](const Subject &subject) { return prove(subject, settings); };
     for (const Frame &frame : grammar.frames) {
         if (frame.part.empty())
             continue;
         const Frame whole = filled(grammar, frame, automaton_of(grammar, frame.part));
-        add(fields, prove_frame(grammar, whole, frame.part, following(parser, printing), settings));
+        add(fields, try_frame(grammar, whole, frame.part, following(parser, printing), attempt));
     }
     return fields;
 }
@@ -287,10 +295,11 @@ Outcome prove_printed_parts(Printing &printing, const Grammar &grammar, const Se
     if (std::ranges::all_of(grammar.frames, &std::string::empty, &Frame::canonical))
         return prove_canonical(printing, grammar, digits, settings);
     const Judge prints = [&](std::string_view text) { return printing.prints_as_it_is(text); };
+    const auto attempt = [&](const Subject &subject) { return prove(subject, settings); };
     Outcome parts{0, 0, ~0U, 1, {}};
     for (const Frame &frame : grammar.frames)
         if (!frame.canonical.empty())
-            add(parts, prove_frame(grammar, frame, frame.canonical, prints, settings));
+            add(parts, try_frame(grammar, frame, frame.canonical, prints, attempt));
     return parts;
 }
 
@@ -317,6 +326,30 @@ bool prove_parts(Parser &parser, const Grammar &grammar, const Settings &setting
         add(orders, prove_order(order, automaton_of(grammar, order.part), following(parser, printing), settings));
     right &= grammar.orders.empty() || report(grammar.name, "orders", orders);
     return report_printed(grammar.name, printing) && right;
+}
+
+/// Every value of the numbers from 65536 to 2^32 - 1, of each number of the grammar at the first place where it stands.
+bool prove_numbers(Parser &parser, const Grammar &grammar)
+{
+    std::set<std::pair<std::string, std::uint64_t>> swept; // parts, and the bounds in them
+    Trial trial;
+    const auto sweep = [&](const Subject &subject) {
+        for (const Place &place : subject.places)
+            if (!is_small(place.number) && place.number.high <= 0xffffffff &&
+                swept.emplace(place.part, place.number.high).second)
+                try_every_number(subject.automaton, subject.takes, place, trial);
+    };
+    const Judge takes = [&](std::string_view text) { return parser.takes(text); };
+    if (grammar.frames.empty()) {
+        const Within within(grammar);
+        sweep({within.cut(texts_of(grammar)), 0, within.judge(takes), places(grammar, "text")});
+    }
+    for (const Frame &frame : grammar.frames)
+        if (!frame.part.empty())
+            try_frame(grammar, frame, frame.part, takes, sweep);
+    if (!swept.empty())
+        std::cout << grammar.name << " numbers: every value of " << swept.size() << ", " << trial.texts << " texts\n";
+    return report_differences(trial);
 }
 
 /// Values to begin with: each byte of them is changed in turn.
@@ -362,6 +395,8 @@ bool prove_type(const host::Host &host, const std::string &name, const Settings 
 {
     const Grammar grammar = grammar_of(name);
     Parser parser(host, name);
+    if (settings.every_number)
+        return !grammar.has("text") || prove_numbers(parser, grammar);
     if (!grammar.has("text"))
         return !grammar.has("printed") || prove_values(parser, grammar, settings);
     if (parser.prints() != grammar.prints) {
