@@ -253,7 +253,7 @@ def proofs(name):
     """What grammar/proof.txt says of the name."""
     what = {"texts": "equal to the parser", "fields": "field by field equal to the parser",
             "rows": "how many, and how long", "orders": "its groups in every order",
-            "canonical": "the canonical texts, too", "values": "", "printed": ""}
+            "numbers": "", "canonical": "the canonical texts, too", "values": "", "printed": ""}
     told = {}
     for line in (top / "grammar/proof.txt").read_text(encoding="utf-8").splitlines():
         if found := re.match(re.escape(name) + r" (\w+): (\d+) states, (\d+) texts, (\d+) more states, "
@@ -262,6 +262,8 @@ def proofs(name):
             more = f", up to {found[4]} more states" * (found[4] != "0")
             runs = f", one character up to {found[5]} times in a row" * (found[5] != "0")
             told[found[1]] = f"{what[found[1]]}: {states}{int(found[3]):,} texts{more}{runs}{found[6] or ''}"
+        elif found := re.match(re.escape(name) + r" numbers: every value of (\d+), (\d+) texts$", line):
+            told["numbers"] = f"every value of {found[1]} large number{'s' * (found[1] != '1')}, {int(found[2]):,} texts"
         elif found := re.match(re.escape(name) + r" values: (\d+) printed$", line):
             told["values"] = f"what {int(found[1]):,} values print as"
         elif found := re.match(re.escape(name) + r" printed: (\d+) of (\d+) steps met, (\d+) values compared$", line):

@@ -9,14 +9,20 @@
 
 #include "bgp_datatype/bgp_datatype.h"
 #include "bgp_datatype/fields.hpp"
+#include "toolkit/display_record.hpp"
 
 namespace bgpdt::grammar {
 namespace {
 
 constexpr std::uint8_t text_mode = 2; // in which every type reads texts as they are, and most print them
 
-/// The host's own strings print as another form in mode 2.
-std::uint8_t printing_mode(const SYSDT_Record &record) { return record.baseKind == SYSDT_KIND_STRING ? 1 : text_mode; }
+bool is_bitmap(const SYSDT_Record &record) { return record.typeId == SYSDT_TYPE_ATTRIDBITMAP; }
+
+/// The host's own strings print as another form in mode 2, and bitmaps are not listed in it.
+std::uint8_t printing_mode(const SYSDT_Record &record)
+{
+    return record.baseKind == SYSDT_KIND_STRING || is_bitmap(record) ? 1 : text_mode;
+}
 
 } // namespace
 
@@ -65,7 +71,8 @@ bool Parser::takes(std::string_view text)
 
 std::string_view Parser::printed(std::span<const std::uint8_t> value)
 {
-    const std::string_view text = writer_.print(value).text();
+    const std::string_view text =
+        (is_bitmap(row_.record) ? writer_.print(toolkit::printable(row_.record, value)) : writer_.print(value)).text();
     return text.find_first_not_of('\0') == text.npos ? "" : text;
 }
 

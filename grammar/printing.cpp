@@ -86,10 +86,11 @@ void Printing::compare(std::string_view text, const Bytes &value, const std::str
 void Printing::follow_value(std::span<const std::uint8_t> value)
 {
     const std::string printed(parser_.printed(value));
-    if (printed_->accepts(printed))
-        meet(printed);
-    else
-        find(printed, "is printed, and the grammar does not have it");
+    if (!printed_->accepts(printed))
+        return find(printed, "is printed, and the grammar does not have it");
+    meet(printed);
+    if (!is_lossy(printed))
+        compare(printed, {value.begin(), value.end()}, printed);
 }
 
 void Printing::meet(std::string_view printed)

@@ -5,7 +5,7 @@
 # circle, a header and its source being one, and the rooms as the list has them.
 set -eu
 cd "$1"
-below=' host:bgp_datatype toolkit:bgp_datatype toolkit:host library:bgp_datatype library:bgpdt library:host library:toolkit wire:bgp_datatype wire:toolkit grammar:bgp_datatype grammar:host '
+below=' host:bgp_datatype toolkit:bgp_datatype toolkit:host library:bgp_datatype library:bgpdt library:host library:toolkit wire:bgp_datatype wire:toolkit grammar:bgp_datatype grammar:host grammar:toolkit '
 fronts=' tool:wire tool:grammar tool:host tool:library tool:toolkit lua:bgpdt lua:library lua:toolkit sqlite:bgpdt python:bgpdt '
 pairs=$(mktemp)
 trap 'rm -f "$pairs"' EXIT
