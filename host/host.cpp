@@ -384,7 +384,7 @@ std::optional<std::uint32_t> Host::record_script_value(ScriptRecord &record, con
     if (!record.is_complete())
         return {};
     const std::uint32_t status = memory.status(answered);
-    return status != SYSDT_OK || record.finish() ? std::optional(status) : std::nullopt;
+    return status != SYSDT_OK || record.finish(script_field) ? std::optional(status) : std::nullopt;
 }
 
 std::uint32_t Host::read_script_value(lua_State *lua, const SYSDT_Record &type, std::size_t size, Bytes &value,

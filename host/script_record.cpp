@@ -33,11 +33,13 @@ void ScriptRecord::begin()
     create_table();
 }
 
-bool ScriptRecord::finish()
+bool ScriptRecord::finish(std::string_view name)
 {
     for (std::size_t i = 0; complete_ && i < used_; ++i)
         complete_ = sort(tables_[i]);
-    return complete_ && tables_.front().entries.size() == 1;
+    if (!complete_ || is_array(root) || entries(root).size() != 1)
+        return false;
+    return text(entries(root).front().key) == name;
 }
 
 /// By name; false if one stands there twice.
@@ -65,7 +67,7 @@ void ScriptRecord::create_table() noexcept
 void ScriptRecord::pop(std::int32_t count) noexcept
 {
     work([&] {
-        if (count < 0 || count > top())
+        if (count < 0 || count >= top()) // the table to store in stays
             return give_up();
         stack_.resize(stack_.size() - static_cast<std::size_t>(count));
     });
@@ -93,7 +95,7 @@ ScriptRecord::Value ScriptRecord::kept(std::string_view text)
 ScriptRecord::Table *ScriptRecord::table_at(std::int32_t index, std::int32_t operands)
 {
     const std::int32_t at = index < 0 ? top() + index : index - 1;
-    const bool there = index != 0 && at >= 0 && at < top() - operands;
+    const bool there = at >= 0 && at < top() - operands;
     if (!there || stack_[static_cast<std::size_t>(at)].kind != Kind::table)
         return nullptr;
     return &tables_[static_cast<std::size_t>(stack_[static_cast<std::size_t>(at)].number)];

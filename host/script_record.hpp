@@ -41,13 +41,13 @@ public:
         return std::string_view(characters_).substr(static_cast<std::size_t>(text.number), text.size);
     }
 
-    /// Empty, but for a table on the stack to store one value in, under the name.
+    /// Empty, but for a table on the stack to store one value in.
     void begin();
     /// Whether all that was asked could be done; memory may have been out.
     bool is_complete() const { return complete_; }
     bool memory_out() const { return memory_out_; }
-    /// Whether it holds one value then.
-    bool finish();
+    /// Whether it holds one value then, under the name.
+    bool finish(std::string_view name);
 
     // The services.
     std::int32_t top() const { return static_cast<std::int32_t>(stack_.size()); }

@@ -8,7 +8,7 @@ cd "$(dirname -- "$0")/.."
 
 llvm-profdata-19 merge -o "$build/rooms.profdata" "$build"/profiles/*.profraw
 status=0
-for room in host toolkit library tool lua sqlite; do
+for room in host toolkit wire library tool lua sqlite; do
     setup/coverage.py "$room" "$build/rooms.profdata" "$build/tool/bgpdt" "$build/host/libbgpdt_host.so" \
         "$build/library/libbgpdt.so" "$build/lua/bgp.so" "$build/sqlite/bgpdt_sqlite.so" || status=1
 done

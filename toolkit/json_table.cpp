@@ -65,7 +65,6 @@ public:
     {
         return put([&value](lua_State *lua) { lua_pushlstring(lua, value.data(), value.size()); });
     }
-    bool binary(nlohmann::ordered_json::binary_t &) override { return false; } // which text never is
 
 protected:
     bool begin_member(std::string &name) override

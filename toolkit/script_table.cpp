@@ -30,6 +30,13 @@ struct Entries {
     std::vector<Entry> all;
 };
 
+std::string_view string_at(lua_State *lua, int index)
+{
+    std::size_t length = 0;
+    const char *text = lua_tolstring(lua, index, &length);
+    return {text, length};
+}
+
 /// The number of entries if the keys are 1 to n, else 0.
 lua_Integer array_length(lua_State *lua, int table)
 {
@@ -55,17 +62,11 @@ Entries entries_of(lua_State *lua, int table, const Form &form)
         return entries;
     for (lua_pushnil(lua); lua_next(lua, table) != 0; lua_pop(lua, 1)) {
         const bool named = lua_type(lua, -2) == LUA_TSTRING;
-        entries.all.push_back({named ? lua_tostring(lua, -2) : std::to_string(lua_tointeger(lua, -2)), form()});
+        std::string key = named ? std::string(string_at(lua, -2)) : std::to_string(lua_tointeger(lua, -2));
+        entries.all.push_back({std::move(key), form()});
     }
     std::ranges::sort(entries.all, {}, &Entry::key);
     return entries;
-}
-
-std::string_view string_at(lua_State *lua, int index)
-{
-    std::size_t length = 0;
-    const char *text = lua_tolstring(lua, index, &length);
-    return {text, length};
 }
 
 void append_table(Buffer &out, lua_State *lua, int table)
@@ -138,7 +139,7 @@ std::string table_text(lua_State *lua, int table, std::size_t indent)
     for (const Entry &entry : entries.all)
         texts.push_back((entries.is_array ? "" : key_text(entry.key) + " = ") + entry.value);
     const std::string line = joined(texts, ", ");
-    if (indent + line.size() > table_width || line.find('\n') != std::string::npos) {
+    if (indent + line.size() > table_width) { // as a line has with a broken table in it
         const std::string margin(indent, ' ');
         return "{\n    " + margin + joined(texts, ",\n    " + margin) + "\n" + margin + "}";
     }

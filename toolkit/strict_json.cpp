@@ -24,7 +24,6 @@ public:
     bool number_unsigned(std::uint64_t value) override { return put(value); }
     bool number_float(double value, const std::string &) override { return put(value); }
     bool string(std::string &value) override { return put(std::move(value)); }
-    bool binary(ordered_json::binary_t &value) override { return put(std::move(value)); }
 
 protected:
     bool begin_member(std::string &name) override

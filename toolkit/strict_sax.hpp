@@ -26,6 +26,7 @@ public:
             throw Refusal("it has the member " + lua_quoted(name) + " twice");
         return true;
     }
+    bool binary(nlohmann::ordered_json::binary_t &) final { return false; } // which text never is
     bool start_object(std::size_t) final { return open(true); }
     bool start_array(std::size_t) final { return open(false); }
     bool end_object() final { return close(); }

@@ -136,7 +136,7 @@ void require_same(const Form &form, Octets value, Octets sent)
         return;
     const auto place = static_cast<std::size_t>(differs - value.begin());
     const auto is_field = [place](const Field &field) {
-        return field.name != nullptr && field.offset <= place && place - field.offset < field.size();
+        return field.offset <= place && place - field.offset < field.size();
     };
     const auto fields = layout_of(form.type, value, std::endian::native).fields;
     const auto field = std::ranges::find_if(fields, is_field);

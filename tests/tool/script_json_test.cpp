@@ -3,8 +3,10 @@
 /// @file
 /// Script tables that are written without an engine are those that an engine has, for every value of the vectors.
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <lua.hpp>
@@ -65,75 +67,126 @@ TEST(ScriptJson, NeedsNoEngineForTheRoutersTypes)
     }
 }
 
-/// A type whose LuaSet is the work.
+/// What the type's LuaSet makes, a table that only an engine can hold among it.
 template <class Work>
-std::optional<std::uint32_t> recorded(host::ScriptRecord &record, Work)
+std::string json_of(ScriptJson &script, Work)
 {
     SYSDT_Record type{};
     type.luaSet = [](void *state, std::int32_t table, const char *name, std::uint32_t, std::uint32_t, const void *) {
         return Work()(state, table, name);
     };
-    return session().host().record_script_value(record, type, Bytes{0});
+    Buffer json;
+    return script.append(json, session().host(), type, Bytes{0}) ? std::string(json.text()) : "none";
 }
 
 constexpr std::uint32_t done = SYSDT_OK;
 
-TEST(ScriptRecord, HoldsWhatIsStored)
+TEST(ScriptJson, AsksAnEngineForWhatNoRecordHolds)
 {
-    host::ScriptRecord record;
-    const auto status = recorded(record, [](void *state, std::int32_t table, const char *name) {
-        SYSDT_SPTI_PushLString(state, "a\0b", 3);
-        SYSDT_SPTI_PushUInt(state, 7);
-        SYSDT_SPTI_Pop(state, 1);
+    ScriptJson script;
+    EXPECT_EQ(json_of(script, [](void *, std::int32_t, const char *) { return done; }), "null");
+    const auto of_two = [](void *state, std::int32_t table, const char *name) {
+        SYSDT_SPTI_CreateTable(state, 0, 2);
+        for (const std::uint32_t position : {1U, 3U}) {
+            SYSDT_SPTI_PushUInt(state, position);
+            SYSDT_SPTI_PushLString(state, "a\0b", 3);
+            SYSDT_SPTI_SetTable(state, -3);
+        }
         SYSDT_SPTI_SetField(state, table, name);
         return done;
-    });
-    ASSERT_EQ(status, done);
-    EXPECT_EQ(record.value().kind, host::ScriptRecord::Kind::text);
-    EXPECT_EQ(record.text(record.value()), std::string_view("a\0b", 3));
+    };
+    for (int time = 0; time < 2; ++time)
+        EXPECT_EQ(json_of(script, of_two), R"({"1":"a\u0000b","3":"a\u0000b"})");
+    EXPECT_EQ(json_of(script,
+                      [](void *state, std::int32_t table, const char *name) {
+                          SYSDT_SPTI_CreateTable(state, 0, 1);
+                          SYSDT_SPTI_PushLString(state, "a\0b", 3);
+                          SYSDT_SPTI_CreateTable(state, 0, 0);
+                          SYSDT_SPTI_SetTable(state, -3);
+                          SYSDT_SPTI_SetField(state, table, name);
+                          return done;
+                      }),
+              R"({"a\u0000b":{}})");
+    EXPECT_EQ(json_of(script,
+                      [](void *state, std::int32_t, const char *) {
+                          SYSDT_SPTI_Pop(state, 10);
+                          return done;
+                      }),
+              "none");
 }
 
-TEST(ScriptRecord, AnswersTheTypesStatus)
+TEST(ScriptJson, HasNoTableOfWhatIsRefused)
 {
-    host::ScriptRecord record;
-    const auto refuse = [](void *, std::int32_t, const char *) { return std::uint32_t{SYSDT_ERR_FAIL}; };
-    EXPECT_EQ(recorded(record, refuse), std::uint32_t{SYSDT_ERR_FAIL});
-}
-
-/// What an engine may take, or raise an error for.
-TEST(ScriptRecord, LeavesTheRestToAnEngine)
-{
-    host::ScriptRecord record;
-    const auto left = [&record](auto work) { return !recorded(record, work).has_value(); };
-    using Name = const char *;
-    EXPECT_TRUE(left([](void *, std::int32_t, Name) { return done; })) << "no value";
-    EXPECT_TRUE(left([](void *state, std::int32_t, Name) {
-        SYSDT_SPTI_Pop(state, 2);
-        return done;
-    })) << "more popped than there is";
-    EXPECT_TRUE(left([](void *state, std::int32_t table, Name name) {
-        SYSDT_SPTI_SetField(state, table, name);
-        return done;
-    })) << "a field without a value";
-    EXPECT_TRUE(left([](void *state, std::int32_t table, Name name) {
-        SYSDT_SPTI_PushUInt(state, 1);
-        SYSDT_SPTI_SetField(state, table, name);
-        SYSDT_SPTI_PushUInt(state, 2);
-        SYSDT_SPTI_SetField(state, table, name);
-        return done;
-    })) << "a field twice";
-    EXPECT_TRUE(left([](void *state, std::int32_t table, Name name) {
-        SYSDT_SPTI_CreateTable(state, 1, 0);
-        SYSDT_SPTI_PushUInt(state, 2);
-        SYSDT_SPTI_PushUInt(state, 2);
-        SYSDT_SPTI_SetTable(state, -3);
-        SYSDT_SPTI_SetField(state, table, name);
-        return done;
-    })) << "an array that begins at 2";
-    EXPECT_TRUE(left([](void *state, std::int32_t table, Name name) {
+    ScriptJson script;
+    EXPECT_EQ(json_of(script, [](void *, std::int32_t, const char *) { return std::uint32_t{SYSDT_ERR_FAIL}; }),
+              "none");
+    const auto refused_by_an_engine = [](void *state, std::int32_t table, const char *name) {
         SYSDT_SPTI_GetField(state, table, name);
-        return SYSDT_SPTI_IsTable(state, -1) != 0 ? done : std::uint32_t{SYSDT_ERR_PARAM};
-    })) << "what is read";
+        return std::uint32_t{SYSDT_ERR_FAIL};
+    };
+    EXPECT_EQ(json_of(script, refused_by_an_engine), "none");
+    EXPECT_EQ(json_of(script,
+                      [](void *state, std::int32_t table, const char *name) {
+                          SYSDT_SPTI_CreateTable(state, 0, 0);
+                          SYSDT_SPTI_SetField(state, table, name);
+                          return done;
+                      }),
+              "{}");
+}
+
+/// Memory that is out says nothing of the value.
+TEST(ScriptJson, IsNotMadeWithoutMemory)
+{
+    ScriptJson script;
+    const auto without = [](void *, std::int32_t, const char *) { return std::uint32_t{SYSDT_ERR_NO_MEMORY}; };
+    EXPECT_THROW(json_of(script, without), std::bad_alloc);
+}
+
+// ------------------------------------------------------------------------------------------------ an engine's values
+
+/// What the script returns, as text and as JSON.
+std::pair<std::string, std::string> shown(const std::string &script)
+{
+    EXPECT_EQ(luaL_dostring(engine().get(), script.c_str()), LUA_OK) << lua_tostring(engine().get(), -1);
+    std::pair<std::string, std::string> both{script_text(engine().get(), -1), script_json(engine().get(), -1).text};
+    lua_pop(engine().get(), 1);
+    return both;
+}
+
+using Both = std::pair<std::string, std::string>;
+
+TEST(ScriptValue, IsShownAsLuaReadsIt)
+{
+    EXPECT_EQ(shown("return 7"), Both("7", "7"));
+    EXPECT_EQ(shown("return -9223372036854775807 - 1"), Both("-9223372036854775808", "-9223372036854775808"));
+    EXPECT_EQ(shown("return 'a\"b'"), Both(R"("a\"b")", R"("a\"b")"));
+    EXPECT_EQ(shown("return true"), Both("true", "true"));
+    EXPECT_EQ(shown("return false"), Both("false", "false"));
+    EXPECT_EQ(shown("return nil"), Both("nil", "null"));
+    EXPECT_EQ(shown("return {}"), Both("{}", "{}"));
+    EXPECT_EQ(shown("return {1, {}}"), Both("{1, {}}", "[1,{}]"));
+    EXPECT_EQ(shown("return {b = 1, a = {x = 2}}"), Both("{ a = { x = 2 }, b = 1 }", R"({"a":{"x":2},"b":1})"));
+}
+
+TEST(ScriptValue, HasKeysOfAnySort)
+{
+    EXPECT_EQ(shown("return {[0] = 1}"), Both("{ [0] = 1 }", R"({"0":1})"));
+    EXPECT_EQ(shown("return {[1] = 1, a_1 = 2}"), Both("{ [1] = 1, a_1 = 2 }", R"({"1":1,"a_1":2})"));
+    EXPECT_EQ(shown("return {[''] = 1}"), Both(R"({ [""] = 1 })", R"({"":1})"));
+    EXPECT_EQ(shown("return {['1a'] = 1}"), Both(R"({ ["1a"] = 1 })", R"({"1a":1})"));
+    EXPECT_EQ(shown("return {['a-b'] = 1}"), Both(R"({ ["a-b"] = 1 })", R"({"a-b":1})"));
+}
+
+/// What does not fit a line of 100 characters stands one entry a line.
+TEST(ScriptValue, IsBrokenWhereALineEnds)
+{
+    const std::string fits = '"' + std::string(98, 'x') + '"';
+    const std::string longer = '"' + std::string(99, 'x') + '"';
+    EXPECT_EQ(shown("return {" + fits + "}").first, "{" + fits + "}");
+    EXPECT_EQ(shown("return {" + longer + "}").first, "{\n    " + longer + "\n}");
+    EXPECT_EQ(shown("return {" + fits + ", 7}").first, "{\n    " + fits + ",\n    7\n}");
+    EXPECT_EQ(shown("return {a = {" + fits + "}, b = 7}").first,
+              "{\n    a = {\n        " + fits + "\n    },\n    b = 7\n}");
 }
 
 } // namespace

@@ -3,10 +3,13 @@
 /// @file
 /// Values from the wire and back: the samples, what becomes of them broken off and changed, what is refused.
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <iostream>
 
 #include <gtest/gtest.h>
 
+#include "bgp_datatype/values.h"
 #include "samples.hpp"
 #include "support/share.hpp"
 #include "toolkit/conversions.hpp"
@@ -27,6 +30,12 @@ const Sample &sample_of(const std::string &form, const std::string &text)
 {
     const auto is_it = [&](const Sample &sample) { return sample.form->name == form && sample.text == text; };
     return *std::ranges::find_if(samples(), is_it);
+}
+
+/// Of a BGP-LS key whose text begins so.
+const Sample &sample_with(const std::string &front)
+{
+    return *std::ranges::find_if(samples(), [&](const Sample &sample) { return sample.text.starts_with(front); });
 }
 
 toolkit::Session &session()
@@ -228,6 +237,7 @@ TEST(Wire, AdvisesWhereMoreIsGiven)
     const std::string family = "the NLRI begins behind the attribute's address family and next hop";
     EXPECT_EQ(advised("communities", "c0 08 04 fbf00064"), attribute);
     EXPECT_EQ(advised("communities", "c0 08 03 fbf00064"), "");
+    EXPECT_EQ(advised("communities", "c0 08"), "");
     EXPECT_EQ(advised("large", "c0 08 04 fbf00064"), "");
     EXPECT_EQ(advised("rd", "0000"), "");
     EXPECT_EQ(advised("EVPN", "0019 46 04 c0000201 00 0311"), family);
@@ -254,6 +264,153 @@ TEST(Wire, SaysWhyAValueIsNotSent)
     five[offsetof(SYSDT_BolEvpn, key.inclusive.ip.length)] = 5;
     EXPECT_EQ(reason_not_sent(evpn, five, {{"RD", "64496:1"}}),
               "the length of the originator is 0 or 32 on the wire, not 5");
+}
+
+/// Why the sample's value is not sent with another number at a place in it.
+template <class Number>
+std::string reason_changed(const Sample &sample, std::size_t place, Number number)
+{
+    Bytes value = value_of(sample);
+    std::memcpy(value.data() + place, &number, sizeof number);
+    return reason_not_sent(*sample.form, value, sample.beside);
+}
+
+TEST(Wire, SendsNoOtherKindsOfKeys)
+{
+    const Sample &evpn = sample_of("EVNPREFIX", "100:32:192.0.2.1");
+    constexpr std::size_t route_type = offsetof(SYSDT_BolEvpn, key.routeType);
+    EXPECT_EQ(reason_changed(evpn, 0, std::uint32_t{SYSDT_BOL_IPV4}), "the value is no key of EVPN");
+    EXPECT_EQ(reason_changed(evpn, route_type, std::uint8_t{0}), "the value is no key of EVPN");
+    EXPECT_EQ(reason_changed(evpn, route_type, std::uint8_t{9}), "the value is no key of EVPN");
+    const Sample &policy = sample_of("SRPOLICY", "[1][2][192.0.2.1]");
+    EXPECT_EQ(reason_changed(policy, 0, std::uint32_t{SYSDT_BOL_IPV4}), "the value is no key of SR policy");
+    const Sample &router = sample_of("L2VPN", "192.0.2.1");
+    EXPECT_EQ(reason_changed(router, 0, std::uint32_t{SYSDT_BOL_IPV6}), "the value is no key of VPLS");
+    const Sample &node = *std::ranges::find(samples(), find_form("BGP-LS"), &Sample::form);
+    for (const std::uint32_t route : {0U, 7U})
+        EXPECT_EQ(reason_changed(node, offsetof(SYSDT_LsHead, routeType), route), "the value is no key of BGP-LS");
+}
+
+TEST(Wire, SaysWhichNumbersAreNotSent)
+{
+    const Sample &mac = sample_of("EVNPREFIX", "100:48:0000-5e00-5301:0:0.0.0.0");
+    EXPECT_EQ(reason_changed(mac, offsetof(SYSDT_BolEvpn, key.macIp.macLength), std::uint8_t{47}),
+              "the MAC length is 48 on the wire, not 47");
+    const Sample &prefix = sample_with("[IPV4-PREFIX]");
+    constexpr std::size_t length = offsetof(SYSDT_LsIpv4Prefix, prefixLength);
+    EXPECT_EQ(reason_changed(prefix, offsetof(SYSDT_LsIpv4Prefix, ospfRouteType), std::uint32_t{256}),
+              "the OSPF route type is at most 255 on the wire, not 256");
+    EXPECT_EQ(reason_changed(prefix, offsetof(SYSDT_LsIpv4Prefix, mtId), std::uint32_t{4096}),
+              "an MT-ID is at most 4095, not 4096");
+    EXPECT_EQ(reason_changed(prefix, length, std::uint8_t{33}), "the prefix's length is at most 32, not 33");
+    EXPECT_EQ(reason_changed(prefix, length, std::uint8_t{16}),
+              "the prefix has bits behind its length, which are not sent");
+    const Sample &policy = sample_with("[TEPOLICY]");
+    constexpr std::size_t flags = offsetof(SYSDT_LsTePolicy, flags);
+    EXPECT_EQ(reason_changed(policy, flags, std::uint8_t{0x80}),
+              "the flags have bit 0x80 set where an address is IPv6, and here they say otherwise");
+    EXPECT_EQ(reason_changed(policy, flags, std::uint8_t{0x40}),
+              "the flags have bit 0x40 set where an address is IPv6, and here they say otherwise");
+}
+
+TEST(Wire, SaysWhichAddressesAreNotSent)
+{
+    constexpr std::size_t ip = offsetof(SYSDT_BolEvpn, key.inclusive.ip);
+    const Sample &ipv4 = sample_of("EVNPREFIX", "100:32:192.0.2.1");
+    EXPECT_EQ(reason_changed(ipv4, offsetof(SYSDT_BolEvpn, key.inclusive.ip.address.family), std::uint8_t{2}),
+              "the family of the originator is 0 or 1, not 2");
+    EXPECT_EQ(reason_changed(ipv4, ip, std::uint8_t{128}),
+              "the length of the originator is 0 or 32 on the wire, not 128");
+    const Sample &ipv6 = sample_of("EVNPREFIX", "4294967295:128:[2001:db8::1]");
+    EXPECT_EQ(reason_changed(ipv6, ip, std::uint8_t{32}),
+              "the length of the originator is 0 or 128 on the wire, not 32");
+    EXPECT_EQ(reason_changed(ipv6, ip, std::uint8_t{0}), "without an address there is no IPv6 originator");
+    const Sample &source_active = sample_of("MVPN", "192.0.2.1:233.252.0.1");
+    EXPECT_EQ(reason_changed(source_active, offsetof(SYSDT_BolNg5, group.family), std::uint8_t{1}),
+              "the group is of another family than what stands in front of it");
+}
+
+/// A field whose TLV is said to be absent is not lost silently.
+TEST(Wire, NamesTheFieldThatIsNotSent)
+{
+    const Sample &node = *std::ranges::find(samples(), find_form("BGP-LS"), &Sample::form);
+    EXPECT_EQ(reason_not_sent(*node.form, value_of(node), {{"local TLV 513", "absent"}}),
+              "the value's BGP-LS identifier has no place on the wire");
+    EXPECT_EQ(reason_not_sent(*node.form, value_of(node), {{"local TLV 513", "maybe"}}),
+              R"(local TLV 513 is "present" or "absent", not "maybe")");
+    EXPECT_EQ(reason_not_sent(*node.form, value_of(node), {{"local TLV 513", "present"}}), "it is sent");
+}
+
+TEST(Wire, SaysWhatMustStandBeside)
+{
+    const auto beside = [](const Sample &sample, const std::string &name, const std::string &text) {
+        std::vector<NamedValue> all = sample.beside;
+        std::erase_if(all, [&](const NamedValue &value) { return value.name == name || value.name == "MPLS " + name; });
+        if (!text.empty())
+            all.push_back({name, text});
+        return reason_not_sent(*sample.form, value_of(sample), all);
+    };
+    const Sample &segment = sample_of("EVNPREFIX", "0011.2233.4455.6677.8899:100");
+    EXPECT_EQ(beside(segment, "label", ""), "the label, for which the value has no room, must be told beside it");
+    EXPECT_EQ(beside(segment, "label", "x"), R"(label is a number up to 16777215, not "x")");
+    EXPECT_EQ(beside(segment, "label", "16777216"), R"(label is a number up to 16777215, not "16777216")");
+    EXPECT_EQ(beside(segment, "MPLS label", "1048576"), R"(MPLS label is a number up to 1048575, not "1048576")");
+    EXPECT_EQ(beside(segment, "RD", "4294967296:1"),
+              R"(RD is a route distinguisher such as 64496:100 or 192.0.2.1:7, not "4294967296:1")");
+    const Sample &mac = sample_of("EVNPREFIX", "100:48:0000-5e00-5301:0:0.0.0.0");
+    for (const std::string text : {"0000.0000.0000.0000.000", "00000.000.0000.0000.0000", "0000.0000.0000.0000.000g",
+                                   "0000.0000.0000.0000.0000.0000", "00000000000000000000"})
+        EXPECT_EQ(beside(mac, "ESI", text),
+                  "ESI is five groups of four hexadecimal digits, as in 0000.0000.0000.0000.0000, not \"" + text +
+                      "\"");
+    const Sample &ipv4 = sample_of("EVNPREFIX", "100:192.0.2.0:24");
+    EXPECT_EQ(beside(ipv4, "gateway", "::1"),
+              R"(gateway is an IPv4 address, as the value has one, such as 0.0.0.0, not "::1")");
+    const Sample &ipv6 = sample_of("EVNPREFIX", "0:[2001:db8::]:64");
+    EXPECT_EQ(beside(ipv6, "gateway", "192.0.2.1"),
+              R"(gateway is an IPv6 address, as the value has one, such as ::, not "192.0.2.1")");
+    const Sample &join = sample_of("MVPN", "64496:192.0.2.1:233.252.0.1");
+    EXPECT_EQ(beside(join, "route type", "5"), R"(route type is from 6 to 7, not "5")");
+    EXPECT_EQ(beside(join, "route type", "8"), R"(route type is a number up to 7, not "8")");
+    const Sample &community = sample_of("COMMUNITY", "64496:100");
+    EXPECT_EQ(beside(community, "label", "3"), R"(nothing called "label" stands beside such a value)");
+}
+
+/// TLVs that no length of two bytes can say.
+TEST(Wire, SaysWhichTlvsAreNotSent)
+{
+    const Sample &node = *std::ranges::find(samples(), find_form("BGP-LS"), &Sample::form);
+    const auto with_tlv = [&](const std::string &name, const std::string &text) {
+        return reason_not_sent(*node.form, value_of(node), {{name, text}});
+    };
+    const auto octets = [](std::size_t size) { return "0x" + std::string(2 * size, '0'); };
+    const std::string none = R"(nothing called "TLV 300" stands beside such a value, only )"
+                             "local IGP router identifier length";
+    EXPECT_EQ(with_tlv("TLV 300", octets(2)), "it is sent");
+    EXPECT_EQ(with_tlv("TLV 300", octets(0xffff)), "more would be sent than a length of 2 bytes can say");
+    EXPECT_EQ(with_tlv("TLV 300", octets(0x10000)), none);
+    EXPECT_EQ(with_tlv("TLV 300", "0x0"), none);
+    EXPECT_EQ(with_tlv("TLV 300", "00"), none);
+}
+
+TEST(Wire, TakesTheSecondLabelInEitherWay)
+{
+    const Sample &mac = sample_of("EVNPREFIX", "0:48:0000-5e00-5301:128:[2001:db8::1]");
+    const std::vector<NamedValue> beside{
+        {"RD", "64496:100"}, {"ESI", "0000.0000.0000.0000.0000"}, {"label", "10100"}, {"MPLS second label", "631"}};
+    Bytes expected = mac.octets;
+    expected.back() = 0x71; // 631, at the bottom of the stack
+    EXPECT_EQ(write(*mac.form, value_of(mac), beside), expected);
+}
+
+TEST(Wire, ReadsNoListThatIsTooLong)
+{
+    const Form &list = *find_form("CMNTY_ENHANCE");
+    Bytes octets(4 * SYSDT_COMMUNITY_LIST_ENTRIES, 1);
+    EXPECT_EQ(again(list, octets), octets);
+    octets.resize(octets.size() + 4, 1);
+    EXPECT_EQ(reason(list, toolkit::to_hex(octets)),
+              "a list has room for 32 communities, and more stand from byte 128");
 }
 
 TEST(Wire, SendsPrefixesThatAreOnes)
@@ -300,8 +457,9 @@ TEST(Wire, WritesEachRdInAWayOfItsOwn)
         ASSERT_EQ(rd.size(), rd_size) << text;
         EXPECT_EQ(rd_text(rd), text);
     }
-    for (const char *text : {"", "1", "1:", ":1", "1:2:3", "1.2.3:4", "192.0.2.1:65536", "65536:65536",
-                             "65535:4294967296", "1.65536:1", "0x00", "x:1", "1:x", "+1:1"})
+    for (const char *text :
+         {"", "1", "1:", ":1", "1:2:3", "1.2.3:4", "192.0.2.1:65536", "65536:65536", "65535:4294967296", "1.65536:1",
+          "65536.1:1", "x.1:1", "1.x:1", "1.1:65536", "4294967296:1", "0x00", "x:1", "1:x", "+1:1"})
         EXPECT_NE(rd_octets(text).size(), rd_size) << text;
 }
 
@@ -361,6 +519,25 @@ TEST(Message, HasNoValuesIfItIsNoUpdate)
     EXPECT_TRUE(stretches_of(with_header(1, "04 fbf0 00b4 c0000201 00")).empty());
     EXPECT_TRUE(stretches_of(with_header(2, "0000 0000")).empty());
     EXPECT_TRUE(stretches_of(with_header(2, "0000 0006 80 0f 03 0019 46")).empty()); // the end of a table
+}
+
+TEST(Message, HasNoValuesInOtherAttributes)
+{
+    EXPECT_TRUE(stretches_of(with_header(2, "0000 000c  c0 00 04 fbf00064  c0 63 02 0000")).empty());
+}
+
+TEST(Message, IsRefusedWithoutAType)
+{
+    Bytes message(18, 0xff);
+    message[16] = 0;
+    message[17] = 18;
+    try {
+        stretches_of(message);
+        FAIL();
+    } catch (const BadBytes &bad) {
+        EXPECT_EQ(bad.at(), 16U);
+        EXPECT_EQ(bad.size(), 2U);
+    }
 }
 
 TEST(Message, IsRefusedBrokenOff)
