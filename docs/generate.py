@@ -290,8 +290,9 @@ def grammar_section(description):
             parts.append(f"![The grammar of {subject} as a railroad](../pictures/grammar/{subject.replace(' ', '.')}.svg)\n")
     if not parts:
         return ""
-    return ("## Grammar\n\n[The notation](../../grammar/README.md). `bgpdt grammar` has it as ABNF, regular expression, "
-            "YANG and picture.\n\n" + "\n".join(parts))
+    pictured = any(grammar(subject, "svg") for subject in named)
+    others = " `bgpdt grammar` has it as ABNF, regular expression, YANG and picture." * pictured
+    return f"## Grammar\n\n[The notation](../../grammar/README.md).{others}\n\n" + "\n".join(parts)
 
 
 def yang_module(names):
