@@ -48,13 +48,14 @@ STEPS = (
     Step("fuzz-fronts", "(only when named) ten seconds with each fuzzer of command lines, lines, names, Lua, SQL and sequences of calls"),
     Step("sweeps", "every case that other steps thin out, of the target one in five", ("release", "ppc")),
     Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage bgp_datatype")),
-    Step("coverage-rooms", "(only when named) the suite reaches nearly all of host, toolkit, library, tool and modules", ("coverage",)),
+    Step("coverage-rooms", "(only when named) the suite reaches nearly all of host, toolkit, wire, library, tool and modules", ("coverage",)),
     Step("tsan", "every vector line and libbgpdt's functions from eight threads at once, under TSan",
          ("tsan bgpdt_threads_test", "tsan bgpdt_library_threads_test")),
     Step("asan-fronts", "(only when named) the modules in lua5.4, sqlite3 and a program with threads, under ASan and UBSan",
          ("asan-fronts bgp_lua bgp_annotate bgpdt_sqlite bgpdt_modules_test",)),
     Step("tsan-fronts", "(only when named) the modules in a program with threads, under TSan",
          ("tsan-fronts bgp_lua bgpdt_sqlite bgpdt_modules_test",)),
+    Step("tsan-tool", "(only when named) the tool's threads under TSan", ("tsan-tool bgpdt", "tsan-tool bgp_datatype")),
     Step("packages", "(only when named) the Debian packages under lintian, and programs with what they hold, without installing them"),
     Step("debian", "(only when named) the packages built, tested, installed, upgraded and removed in clean chroots, as root"),
     Step("luarocks", "(only when named) luarocks builds and installs the module for Lua, as a user and as root"),
@@ -72,7 +73,7 @@ STEPS = (
 )
 QUICK = ("style", "release", "ppc", "sanitize")
 # asan has sanitize's vectors; msan and those behind it build or install for minutes
-APART = ("sanitize", "size", "msan", "i686-whole", "coverage-rooms", "fuzz-fronts", "asan-fronts", "tsan-fronts", "recipes-whole", "web", "python-columns", "python-everywhere", "packages", "debian", "luarocks")
+APART = ("sanitize", "size", "msan", "i686-whole", "coverage-rooms", "fuzz-fronts", "asan-fronts", "tsan-fronts", "tsan-tool", "recipes-whole", "web", "python-columns", "python-everywhere", "packages", "debian", "luarocks")
 ALL = tuple(step.name for step in STEPS if step.name not in APART)
 
 

@@ -67,6 +67,7 @@ tsan) run_tests tsan -R '^(library\.)?threads$' ;;
 tsan-fronts)
     TSAN_OPTIONS=suppressions=$top/cmake/no_races.txt run_tests tsan-fronts -R '^(modules|(lua|sqlite)[.]install)$'
     ;;
+tsan-tool) run_tests tsan-tool -R '^tool[.]threads$' ;;
 asan-fronts) run_tests asan-fronts -R '^(modules|lua[.].*|sqlite[.].*)$' ;;
 abi) "$top/tests/library/abi.sh" ;;
 valgrind) run_tests release -R '^valgrind' ;;

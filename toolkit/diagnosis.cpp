@@ -26,7 +26,7 @@ std::optional<Diagnosis> diagnose(Session &session, const SYSDT_Record &type, st
             refused.best->kinds.push_back(kind.name);
     if (refused.best->repair.empty() || refused.best->change != Change::spelling)
         refused.best->types = types_that_take(session, text);
-    if (refused.best->change == Change::value && refused.best->types && !refused.best->types->empty())
+    if (refused.best->change == Change::value && !refused.best->types->empty())
         refused.best->repair.clear(); // what was meant is another type's
     return refused.best;
 }

@@ -37,7 +37,7 @@ bool is_router_id(const Field &field) { return field.form == Form::bytes && fiel
 bool is_mac_like_target(Value value)
 {
     constexpr std::size_t code = 4; // behind the sub-kind word; type 6, sub-type 2 (RFC 7432, section 7.6)
-    return kind_of(value) == SYSDT_BOL_VRFRTEXT && value[code] == 6 && value[code + 1] == 2;
+    return value[code] == 6 && value[code + 1] == 2;
 }
 
 std::uint64_t number_at(Value bytes)
@@ -215,8 +215,7 @@ std::optional<std::string_view> FieldReader::word(const Field &field, Value byte
         return kind_.empty() ? "unknown" : kind_;
     if (field.words == Words::target_form && is_mac_like_target(value))
         return "six octets";
-    const bool may_stand = field.words != Words::none && is_number(field);
-    const char *const found = may_stand ? word_for(field.words, number_at(bytes)) : nullptr;
+    const char *const found = field.words != Words::none ? word_for(field.words, number_at(bytes)) : nullptr;
     return found != nullptr ? std::optional<std::string_view>(found) : std::nullopt;
 }
 
@@ -267,7 +266,7 @@ bool FieldReader::is_empty(const Layout &layout, std::size_t entry) const
     return std::ranges::all_of(layout.fields, [&](const Field &field) {
         const Value bytes = value.subspan(entry * layout.stride + field.offset, field.size());
         bool zero = true;
-        each_number(field, bytes, [&](std::uint64_t number) { zero = zero && number == 0; });
+        each_number(field, bytes, [&](std::uint64_t number) { zero &= number == 0; });
         return zero || meaning(field, bytes) == unused_entry;
     });
 }

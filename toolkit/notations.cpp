@@ -335,7 +335,7 @@ Found zone(Refused &refused)
 
 namespace {
 
-/// How many ones the mask begins with; none for what is no mask of whole octets in front.
+/// How many ones the mask begins with; none for what is no mask.
 std::optional<int> mask_length(std::string_view text)
 {
     std::uint32_t mask = 0;
@@ -348,7 +348,7 @@ std::optional<int> mask_length(std::string_view text)
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     const int ones = std::countl_one(mask);
-    return ones >= 8 && ones + std::countr_zero(mask) >= 32 ? std::optional(ones) : std::nullopt;
+    return ones + std::countr_zero(mask) >= 32 ? std::optional(ones) : std::nullopt;
 }
 
 } // namespace

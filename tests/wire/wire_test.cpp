@@ -336,6 +336,9 @@ TEST(Wire, NamesTheFieldThatIsNotSent)
     const Sample &node = *std::ranges::find(samples(), find_form("BGP-LS"), &Sample::form);
     EXPECT_EQ(reason_not_sent(*node.form, value_of(node), {{"local TLV 513", "absent"}}),
               "the value's BGP-LS identifier has no place on the wire");
+    const Sample &link = sample_with("[LINK][OSPFv2]");
+    EXPECT_EQ(reason_not_sent(*link.form, value_of(link), {{"local TLV 515", "absent"}}),
+              "the value's local IGP router identifier has no place on the wire");
     EXPECT_EQ(reason_not_sent(*node.form, value_of(node), {{"local TLV 513", "maybe"}}),
               R"(local TLV 513 is "present" or "absent", not "maybe")");
     EXPECT_EQ(reason_not_sent(*node.form, value_of(node), {{"local TLV 513", "present"}}), "it is sent");
