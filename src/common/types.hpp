@@ -9,6 +9,13 @@
 
 #include "bgp_datatype/host.h"
 
+/// All that a function calls becomes part of it, for speed.
+#ifdef __OPTIMIZE_SIZE__
+#define BGPDT_FLATTEN
+#else
+#define BGPDT_FLATTEN [[gnu::flatten]]
+#endif
+
 namespace bgpdt {
 
 using u8 = std::uint8_t;
