@@ -14,7 +14,7 @@ struct AnyValue;
 
 /// What the conversions ask of a type.
 struct AnyType : Type<AnyValue> {
-    std::size_t size; ///< of a value
+    u32 size; ///< of a value
 };
 
 template <const auto &declared>
@@ -50,12 +50,12 @@ struct OutputOfAny : Output {
     using Passed = OutputOfAny;
     const AnyType &type;
     AnyValue &room; ///< for a value: its owner's, which knows how large it is
-    std::size_t size = type.size;
+    u32 size = type.size;
 
     const Value &read_value(u32 passed, const void *from) const
     {
         std::memset(&room, 0, size);
-        std::memcpy(&room, from, type.reads == Input::whole ? size : std::min<std::size_t>(passed, size));
+        std::memcpy(&room, from, type.reads == Input::whole ? size : std::min(passed, size));
         return room;
     }
 };

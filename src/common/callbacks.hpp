@@ -5,7 +5,7 @@
 #pragma once
 
 #include "common/contract.hpp"
-#ifdef __OPTIMIZE_SIZE__ // FormatIn and FormatOut of all types are then one body each
+#if BGPDT_SMALL // FormatIn and FormatOut of all types are then one body each
 #include "common/any_type.hpp"
 #endif
 

@@ -9,11 +9,13 @@
 
 #include "bgp_datatype/host.h"
 
-/// All that a function calls becomes part of it, for speed.
+// What is compiled in a way of its own for speed is not where size counts (-Os).
 #ifdef __OPTIMIZE_SIZE__
+#define BGPDT_SMALL true
 #define BGPDT_FLATTEN
 #else
-#define BGPDT_FLATTEN [[gnu::flatten]]
+#define BGPDT_SMALL false
+#define BGPDT_FLATTEN [[gnu::flatten]] ///< all that the function calls becomes part of it
 #endif
 
 namespace bgpdt {
