@@ -84,7 +84,7 @@ constexpr Type<SYSDT_AsNumList> as_number_list{
     .layout = as_list_layout,                           // (5) (6)
 };
 
-constexpr auto &SYSDT_AsNumEnhanceFormatIn_ProcInString = parse_and_deliver<as_number_list>;
+constexpr auto &SYSDT_AsNumEnhanceFormatIn_ProcInString = parse_and_deliver<OutputOf<as_number_list>>;
 
 /// The text between double quotes, the closing one cut off in place; null if it does not stand in quotes.
 ///
@@ -111,7 +111,7 @@ u32 SYSDT_AsNumEnhanceFormatIn(Context *context, u32, u32 textLength, char *text
         if (text == nullptr)
             return SYSDT_ERR_UNSUPPORTED;
     }
-    return SYSDT_AsNumEnhanceFormatIn_ProcInString(*context, text, out);
+    return SYSDT_AsNumEnhanceFormatIn_ProcInString(*context, text, {out});
 }
 
 BGPDT_FORMAT_OUT(SYSDT_AsNumEnhanceFormatOut, as_number_list)

@@ -180,7 +180,7 @@ Scratch fresh(const ParseContext &context)
 
 /// Parses the groups within a group into its scratch record. One loop serves all, and all in it is inlined: its cursor
 /// then needs no place in memory.
-[[gnu::noinline, gnu::flatten]] u32 parse_within(Cursor &text, char last, Patterns patterns, void *scratch,
+[[gnu::noinline]] BGPDT_FLATTEN u32 parse_within(Cursor &text, char last, Patterns patterns, void *scratch,
                                                  ParseContext &context)
 {
     return parse_groups(text, last, patterns, [&](const LsPrefixPattern &row, Cursor &value) {
@@ -311,7 +311,7 @@ u32 parse_bracketed(const LsPrefixPattern &row, Cursor &text, SYSDT_LsPrefix &ke
 }
 
 /// Parses the groups of a key. All in it is inlined, as in parse_within().
-[[gnu::flatten]] u32 parse_key(Cursor text, SYSDT_LsPrefix &key, ParseContext &context)
+BGPDT_FLATTEN u32 parse_key(Cursor text, SYSDT_LsPrefix &key, ParseContext &context)
 {
     const auto parse = [&](const LsPrefixPattern &row, Cursor &value) {
         return *value.at == '[' ? parse_bracketed(row, value, key, context) : parse_value(row, value, &key, context);

@@ -100,8 +100,8 @@ i32 SYSDT_VplsAdPrefixCompare(const void *, u32 length, const void *first, const
 {
     if (first == nullptr || second == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    const auto a = read_value<ipv4_prefix>(length, first);
-    const auto b = read_value<ipv4_prefix>(length, second);
+    const auto a = OutputOf<ipv4_prefix>::read_value(length, first);
+    const auto b = OutputOf<ipv4_prefix>::read_value(length, second);
     if (a.subKind != SYSDT_BOL_IPV4 || b.subKind != SYSDT_BOL_IPV4)
         return SYSDT_ERR_FAIL; // (3)
     return (a.address > b.address) - (a.address < b.address);

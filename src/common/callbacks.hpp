@@ -5,19 +5,22 @@
 #pragma once
 
 #include "common/contract.hpp"
+#if BGPDT_SMALL // FormatIn and FormatOut of all types are then one body each
+#include "common/any_type.hpp"
+#endif
 
 #define BGPDT_FORMAT_IN(name, type)                                                                                    \
     std::uint32_t name(SYSDT_Context *context, std::uint32_t, std::uint32_t, char *text, std::uint16_t *kind,          \
                        std::uint16_t *length, void **data)                                                             \
     {                                                                                                                  \
-        return ::bgpdt::format_in<type>(context, text, {kind, length, data});                                          \
+        return ::bgpdt::format_in(context, text, ::bgpdt::OutputOf<type>{kind, length, data});                         \
     }
 
 #define BGPDT_FORMAT_OUT(name, type)                                                                                   \
     std::uint32_t name(SYSDT_Context *context, std::uint32_t, std::uint32_t size, const void *value,                   \
                        std::uint16_t *kind, std::uint16_t *length, void **data)                                        \
     {                                                                                                                  \
-        return ::bgpdt::format_out<type>(context, size, value, {kind, length, data});                                  \
+        return ::bgpdt::format_out(context, size, value, ::bgpdt::OutputOf<type>{kind, length, data});                 \
     }
 
 #define BGPDT_CHECK(name, type)                                                                                        \

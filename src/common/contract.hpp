@@ -107,58 +107,67 @@ inline void *take(Allocator allocator, const Context &context, std::size_t size)
 template <const auto &type>
 using ValueOf = typename std::remove_cvref_t<decltype(type)>::Value;
 
+/// The outputs of a conversion, and the type whose they are. The conversions are templates over this: from a type that
+/// the compiler knows they become code of that type's own. (Where size counts, any_type.hpp tells them another.)
+template <const auto &declared>
+struct OutputOf : Output {
+    using Value = ValueOf<declared>;
+    using Passed = Output; ///< what must be handed on of it: the compiler knows the rest
+    static constexpr const auto &type = declared;
+    static constexpr std::size_t size = sizeof(Value);
+
+    /// The value in FormatOut's input, of which a type reads all or only what was passed.
+    static Value read_value(u32 length, const void *data)
+    {
+        Value value;
+        if (type.reads == Input::whole || length >= sizeof value) {
+            std::memcpy(&value, data, sizeof value);
+        } else {
+            value = {};
+            std::memcpy(&value, data, length);
+        }
+        return value;
+    }
+};
+
 /// Delivers a value that was parsed.
-template <const auto &type>
-u32 deliver_value(const Context &context, Output out, const ValueOf<type> &value)
+template <class Out>
+u32 deliver_value(const Context &context, Out out, const typename Out::Value &value)
 {
-    out.report(type.kind, sizeof value);
-    void *const block = take(type.allocator, context, sizeof value);
+    out.report(out.type.kind, out.size);
+    void *const block = take(out.type.allocator, context, out.size);
     if (block == nullptr) {
         *out.length = 0;
-        if (type.no_memory_clears_data)
+        if (out.type.no_memory_clears_data)
             *out.data = nullptr;
         return SYSDT_ERR_NO_MEMORY;
     }
-    std::memcpy(block, &value, sizeof value);
+    std::memcpy(block, &value, out.size);
     *out.data = block;
     return SYSDT_OK;
 }
 
 /// Parses the text and delivers the value: FormatIn behind its screen.
-template <const auto &type>
-u32 parse_and_deliver(const Context &context, char *text, Output out)
+template <class Out>
+u32 parse_and_deliver(const Context &context, char *text, Out out)
 {
-    ValueOf<type> value{};
-    return type.parse(context.handle, text, value) == SYSDT_OK ? deliver_value<type>(context, out, value)
-                                                               : type.refusal;
+    typename Out::Value value{};
+    return out.type.parse(context.handle, text, value) == SYSDT_OK ? deliver_value(context, out, value)
+                                                                   : out.type.refusal;
 }
 
-template <const auto &type>
-u32 format_in(const Context *context, char *text, Output out)
+template <class Out>
+u32 format_in(const Context *context, char *text, Out out)
 {
     if (context == nullptr || text == nullptr || !out.complete())
         return SYSDT_ERR_NULL_PTR;
-    if (const u32 refused = type.input.status(context->mode); refused != SYSDT_OK)
+    if (const u32 refused = out.type.input.status(context->mode); refused != SYSDT_OK)
         return refused;
-    return parse_and_deliver<type>(*context, text, out);
+    return parse_and_deliver(*context, text, out);
 }
 
 /// Hands out the value's bytes as they are: FormatOut in mode 3 of the types that copy.
 u32 copy_out(Allocator allocator, const Context &context, u32 length, const void *data, Output out);
-
-/// The value in FormatOut's input, of which a type reads all or only what was passed.
-template <const auto &type>
-ValueOf<type> read_value(u32 length, const void *data)
-{
-    ValueOf<type> value;
-    if (type.reads == Input::whole || length >= sizeof value) {
-        std::memcpy(&value, data, sizeof value);
-    } else {
-        value = {};
-        std::memcpy(&value, data, length);
-    }
-    return value;
-}
 
 /// A printer that is exported by itself: the text goes into a buffer of the caller's, its length is told.
 template <std::size_t size, class Value, class Print>
@@ -173,9 +182,11 @@ u32 print_to_buffer(const Value *value, char *buffer, u32 *length, Print print)
 }
 
 /// Prints the value into the caller's block or one of its own: FormatOut behind its screen.
-template <const auto &type>
-u32 print_out(const Context &context, u32 length, const void *data, Output out)
+template <class Out>
+u32 print_out(const Context &context, u32 length, const void *data, typename Out::Passed passed)
 {
+    const Out out{passed};
+    const auto &type = out.type;
     const bool own = *out.data == nullptr;
     void *const block = own ? take(type.allocator, context, type.block) : *out.data;
     if (block == nullptr) {
@@ -184,9 +195,9 @@ u32 print_out(const Context &context, u32 length, const void *data, Output out)
     }
     Writer text(static_cast<char *>(block), type.limit);
     // A block of the caller's may hold the value itself, a short value must be completed: these are copied.
-    const bool in_place = own && (type.reads == Input::whole || length >= sizeof(ValueOf<type>));
-    const u32 status = in_place ? type.print(*static_cast<const ValueOf<type> *>(data), context.mode, text)
-                                : type.print(read_value<type>(length, data), context.mode, text);
+    const bool in_place = own && (type.reads == Input::whole || length >= out.size);
+    const u32 status = in_place ? type.print(*static_cast<const typename Out::Value *>(data), context.mode, text)
+                                : type.print(out.read_value(length, data), context.mode, text);
     const u32 printed = text.finish();
     if (status != SYSDT_OK && type.on_print_failure != OnPrintFailure::hand_back) {
         if (own || type.on_print_failure == OnPrintFailure::release) {
@@ -205,9 +216,10 @@ u32 print_out(const Context &context, u32 length, const void *data, Output out)
     return SYSDT_OK;
 }
 
-template <const auto &type>
-u32 format_out(const Context *context, u32 length, const void *data, Output out)
+template <class Out>
+u32 format_out(const Context *context, u32 length, const void *data, Out out)
 {
+    const auto &type = out.type;
     if (context == nullptr || data == nullptr || !out.complete())
         return SYSDT_ERR_NULL_PTR;
     if (type.clears_before_output)
@@ -216,7 +228,7 @@ u32 format_out(const Context *context, u32 length, const void *data, Output out)
         return refused;
     if (type.mode3 == Mode3::copy && context->mode == 3)
         return copy_out(type.allocator, *context, length, data, out);
-    return print_out<type>(*context, length, data, out);
+    return print_out<Out>(*context, length, data, out);
 }
 
 template <const auto &type>

@@ -97,6 +97,7 @@ template <unsigned Base, unsigned Width, class Number>
 [[gnu::noinline]] constexpr const char *scan_led_number(const char *at, Number &number)
 {
     using Unsigned = std::make_unsigned_t<Number>;
+    using Magnitude = std::conditional_t<BGPDT_SMALL, u64, Unsigned>; // the digits of all numbers then have one reader
 
     at = skip_space(at);
     const char *end = nullptr;
@@ -109,14 +110,14 @@ template <unsigned Base, unsigned Width, class Number>
     if constexpr (Base == 16)
         if (at != end && *at == '0' && at + 1 != end && (at[1] | 0x20) == 'x')
             at += 2;
-    Unsigned magnitude = 0;
+    Magnitude magnitude = 0;
     at = read_digits<Base>(at, end, magnitude);
     if (at == nullptr)
         return nullptr;
-    if constexpr (std::is_signed_v<Number>)
-        if (magnitude > Unsigned{std::numeric_limits<Number>::max()} + Unsigned{negative})
+    if constexpr (std::is_signed_v<Number> || sizeof magnitude != sizeof number)
+        if (magnitude > Unsigned{std::numeric_limits<Number>::max()} + Unsigned{std::is_signed_v<Number> && negative})
             return nullptr;
-    number = static_cast<Number>(negative ? Unsigned{0} - magnitude : magnitude);
+    number = static_cast<Number>(negative ? Magnitude{0} - magnitude : magnitude);
     return at;
 }
 
@@ -124,7 +125,7 @@ template <unsigned Base, unsigned Width, class Number>
 template <unsigned Width, class Number>
 [[gnu::noinline]] constexpr const char *scan_decimal(const char *at, Number &number)
 {
-    if constexpr (Width == 0 && std::is_unsigned_v<Number>)
+    if constexpr (Width == 0 && std::is_unsigned_v<Number> && !BGPDT_SMALL)
         if (digit_value<10>(*at) < 10)
             return read_digits<10>(at, nullptr, number);
     return scan_led_number<10, Width>(at, number);
@@ -134,7 +135,7 @@ template <unsigned Width, class Number>
 template <unsigned Width, class Number>
 constexpr const char *scan_hex(const char *at, Number &number)
 {
-    if constexpr (Width == 2) {
+    if constexpr (Width == 2 && !BGPDT_SMALL) {
         const unsigned high = digit_value<16>(at[0]);
         const unsigned low = high < 16 ? digit_value<16>(at[1]) : 16;
         if (low < 16) {
@@ -149,7 +150,7 @@ constexpr const char *scan_hex(const char *at, Number &number)
 constexpr const char *scan_octet(const char *at, u32 &octet)
 {
     u32 value = digit_value<10>(*at);
-    if (value >= 10) {
+    if (BGPDT_SMALL || value >= 10) {
         at = scan_led_number<10, 0>(at, octet);
         return octet <= UINT8_MAX ? at : nullptr;
     }

@@ -9,6 +9,15 @@
 
 #include "bgp_datatype/host.h"
 
+// What is compiled in a way of its own for speed is not where size counts (-Os).
+#ifdef __OPTIMIZE_SIZE__
+#define BGPDT_SMALL true
+#define BGPDT_FLATTEN
+#else
+#define BGPDT_SMALL false
+#define BGPDT_FLATTEN [[gnu::flatten]] ///< all that the function calls becomes part of it
+#endif
+
 namespace bgpdt {
 
 using u8 = std::uint8_t;

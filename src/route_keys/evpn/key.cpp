@@ -96,8 +96,9 @@ constexpr bool may_be_key(const TextShape &shape)
 [[gnu::noinline]] u32 read_offered(const TextOffer &offer)
 {
     SYSDT_BolEvpn value;
-    return evpn::read_counted(offer, value) == SYSDT_OK ? deliver_value<evpn_prefix>(*offer.context, offer.out, value)
-                                                        : u32{SYSDT_ERR_PARAM};
+    return evpn::read_counted(offer, value) == SYSDT_OK
+               ? deliver_value(*offer.context, OutputOf<evpn_prefix>{offer.out}, value)
+               : u32{SYSDT_ERR_PARAM};
 }
 
 } // namespace
@@ -118,8 +119,8 @@ i32 SYSDT_EVNPrefixCompare(const void *, u32 length, const void *first, const vo
 {
     if (first == nullptr || second == nullptr)
         return SYSDT_ERR_NULL_PTR;
-    const auto a = read_value<evpn_prefix>(length, first);
-    const auto b = read_value<evpn_prefix>(length, second);
+    const auto a = OutputOf<evpn_prefix>::read_value(length, first);
+    const auto b = OutputOf<evpn_prefix>::read_value(length, second);
     if (a.subKind != SYSDT_BOL_EVN || b.subKind != SYSDT_BOL_EVN || a.key.routeType != b.key.routeType)
         return SYSDT_ERR_FAIL; // (21)
     return evpn::compare_keys(a.key.routeType, a.key, b.key);

@@ -106,7 +106,7 @@ char *read_bracketed(char *at, SYSDT_EvpnAddress &address)
 
 // A key has up to three members: what reads one inlines all that it calls.
 
-[[gnu::flatten]] char *read_inner_member(char *at, u8 least, SYSDT_EvpnSizedAddress &member)
+BGPDT_FLATTEN char *read_inner_member(char *at, u8 least, SYSDT_EvpnSizedAddress &member)
 {
     char *const end = read_length(at, least, longest_member, member.length); // (7)
     return end == nullptr ? nullptr : read_inner_address(end + 1, member.address);
@@ -124,7 +124,7 @@ bool read_last_address(char *at, SYSDT_EvpnAddress &address)
     return *at != '\0' && read_ipv4(at, address) == SYSDT_OK;
 }
 
-[[gnu::flatten]] bool read_ip(char *at, Families families, SYSDT_EvpnSizedAddress &ip)
+BGPDT_FLATTEN bool read_ip(char *at, Families families, SYSDT_EvpnSizedAddress &ip)
 {
     char *const end = read_length(at, 0, UINT8_MAX, ip.length); // (7)
     if (end == nullptr)
@@ -136,7 +136,7 @@ bool read_last_address(char *at, SYSDT_EvpnAddress &address)
     return end_of_text != nullptr && *end_of_text == '\0';
 }
 
-[[gnu::flatten]] bool read_prefix(char *at, Families families, SYSDT_EvpnSizedAddress &prefix)
+BGPDT_FLATTEN bool read_prefix(char *at, Families families, SYSDT_EvpnSizedAddress &prefix)
 {
     const char *const end =
         families == Families::ipv6 ? read_bracketed(at, prefix.address) : read_inner_address(at, prefix.address);
@@ -149,7 +149,7 @@ bool read_last_address(char *at, SYSDT_EvpnAddress &address)
     return true;
 }
 
-[[gnu::flatten]] bool read_last_member(char *at, u8 least, SYSDT_EvpnSizedAddress &member)
+BGPDT_FLATTEN bool read_last_member(char *at, u8 least, SYSDT_EvpnSizedAddress &member)
 {
     char *const end = read_length(at, least, longest_member, member.length); // (7)
     return end != nullptr && read_last_address(end + 1, member.address);
