@@ -226,7 +226,7 @@ void Sorter::store(Value value, std::string_view line)
     note_differences(entry + sizeof(Head));
     const Head head{static_cast<std::uint32_t>(line.size()), static_cast<std::uint32_t>(key)};
     std::memcpy(entry, &head, sizeof head);
-    std::ranges::copy(line, entry + sizeof head + key);
+    std::memcpy(entry + sizeof head + key, line.data(), line.size());
     chunk.size += head.entry_size();
     chunk_left_ -= head.entry_size();
     used_ += head.entry_size();

@@ -74,7 +74,7 @@ std::size_t ValueOrder::make_key(Value value, std::uint8_t *room)
     const std::size_t size = std::min(size_, size_without_zeros(value) + target_.reach());
     for (std::size_t i = 0; i < size; ++i)
         room[i] = value[positions[i]];
-    std::fill(room + size, room + size_, std::uint8_t{0});
+    std::memset(room + size, 0, size_ - size);
     return size_without_zeros({room, size});
 }
 
@@ -82,8 +82,8 @@ const std::uint8_t *ValueOrder::asked(Key key, std::uint8_t *room) const
 {
     if (!reads_numbers_ && key.size() == size_)
         return key.data();
-    std::ranges::copy(key, room);
-    std::fill(room + key.size(), room + size_, std::uint8_t{0});
+    std::memcpy(room, key.data(), key.size());
+    std::memset(room + key.size(), 0, size_ - key.size());
     if (reads_numbers_)
         turn_to_native(type_, {room, size_});
     return room;
