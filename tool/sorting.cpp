@@ -235,7 +235,8 @@ void Sorter::store(Value value, std::string_view line)
 
 void Sorter::add(Value value, std::string_view line)
 {
-    constexpr std::size_t bookkeeping = 2 * sizeof(Entry); // of an entry, in the list and in sorting
+    // Of an entry, in the list and in sorting.
+    const std::size_t bookkeeping = 2 * sizeof(Entry) + (order_.is_of_bytes() ? 0 : value_size_);
     store(value, line);
     if (used_ + count_ * bookkeeping > settings_.memory)
         spill();
@@ -253,7 +254,7 @@ void Sorter::list_entries(std::span<const std::size_t> word_bytes)
             std::uint64_t word = 0;
             for (const std::size_t place : word_bytes)
                 word = word << 8 | (place < key.size() ? key[place] : 0);
-            entries_.push_back({entry, settings_.reverse ? ~word : word});
+            entries_.push_back({entry, is_descending() ? ~word : word});
         }
     }
 }
@@ -296,7 +297,7 @@ void Sorter::sort_equal_words()
         end = std::find_if(begin, entries_.end(), [&](const Entry &entry) { return entry.word != begin->word; });
         std::stable_sort(begin, end, [this](const Entry &first, const Entry &second) {
             const int order = compare_keys(key_of(first.bytes), key_of(second.bytes));
-            return settings_.reverse ? order > 0 : order < 0;
+            return is_descending() ? order > 0 : order < 0;
         });
     }
 }
@@ -313,37 +314,52 @@ void Sorter::sort_equal_words()
     __builtin_prefetch(entries_[place + ahead].bytes + cache_line);
 }
 
-/// Whether the type has no neighbours the other way round.
+/// Whether all neighbours are.
 bool Sorter::is_in_order() const
 {
     if (order_.is_of_bytes())
         return true;
-    Bytes rooms[] = {Bytes(value_size_), Bytes(value_size_)};
-    const std::uint8_t *before = nullptr;
+    Bytes asked[] = {Bytes(value_size_), Bytes(value_size_)};
     for (std::size_t i = 0; i < entries_.size(); ++i) {
         fetch_after(i);
-        const std::uint8_t *const asked = order_.asked(key_of(entries_[i].bytes), rooms[i % 2].data());
-        if (before != nullptr && order_.answer(before, asked) == (settings_.reverse ? -1 : 1))
+        order_.write_asked(key_of(entries_[i].bytes), asked[i % 2].data());
+        if (i == 0)
+            continue;
+        const int own = order_.answer(asked[(i - 1) % 2].data(), asked[i % 2].data());
+        const int order = own != 0 ? own : compare_keys(key_of(entries_[i - 1].bytes), key_of(entries_[i].bytes));
+        if (settings_.reverse ? order < 0 : order > 0)
             return false;
-        before = asked;
     }
     return true;
 }
 
-/// The type is asked about neighbours alone, as long as its order is that of the bytes, which many types' is: where no two
-/// neighbours are in disorder, none are, since the order is total.
+/// Asks the type about every two that are compared, which are in the order of their bytes: few are far from their place.
+/// What it is asked about is made once, and found by the word.
+void Sorter::sort_by_asking()
+{
+    Bytes asked(entries_.size() * value_size_);
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        entries_[i].word = i * value_size_;
+        order_.write_asked(key_of(entries_[i].bytes), asked.data() + entries_[i].word);
+    }
+    std::ranges::stable_sort(entries_, [&](const Entry &first, const Entry &second) {
+        const int own = order_.answer(asked.data() + first.word, asked.data() + second.word);
+        const int order = own != 0 ? own : compare_keys(key_of(first.bytes), key_of(second.bytes));
+        return settings_.reverse ? order > 0 : order < 0;
+    });
+}
+
+/// The type is asked about neighbours alone, as long as its order is that of the bytes, which most types' is, or that the
+/// other way round: where no two neighbours are in disorder, none are, since the order is total.
 void Sorter::sort()
 {
-    if (by_bytes_) {
+    sort_by_bytes();
+    while (by_ != By::asking && !is_in_order()) {
+        by_ = by_ == By::bytes ? By::bytes_reversed : By::asking;
         sort_by_bytes();
-        by_bytes_ = is_in_order();
     }
-    if (!by_bytes_) {
-        list_entries({});
-        std::ranges::stable_sort(entries_, [this](const Entry &first, const Entry &second) {
-            return compare(first.bytes, second.bytes) < 0;
-        });
-    }
+    if (by_ == By::asking)
+        sort_by_asking();
 }
 
 void Sorter::spill()

@@ -51,6 +51,11 @@ private:
         std::uint64_t word;
     };
 
+    /// What the order was found to be until now: that of the bytes, that the other way round, or one that is asked for.
+    enum class By : std::uint8_t { bytes, bytes_reversed, asking };
+
+    /// Whether the bytes' order is from the greatest to the least.
+    bool is_descending() const { return settings_.reverse != (by_ == By::bytes_reversed); }
     void store(toolkit::Value value, std::string_view line);
     void note_differences(const std::uint8_t *value);
     int compare(const std::uint8_t *first, const std::uint8_t *second) const;
@@ -60,6 +65,7 @@ private:
     void sort_equal_words();
     void fetch_after(std::size_t place) const;
     bool is_in_order() const;
+    void sort_by_asking();
     void sort();
     void spill();
     void merge(std::size_t first_run, std::size_t count, const Take &take);
@@ -76,7 +82,7 @@ private:
     toolkit::Bytes first_;       ///< of their values, in the target's order
     toolkit::Bytes differences_; ///< the bits in which values differ from that
     std::vector<Entry> entries_; ///< in order, once they are sorted
-    bool by_bytes_ = true;       ///< the order was that of the bytes until now
+    By by_ = By::bytes;
     std::unique_ptr<Runs> runs_; ///< if memory has not sufficed
 };
 

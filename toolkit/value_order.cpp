@@ -78,15 +78,12 @@ std::size_t ValueOrder::make_key(Value value, std::uint8_t *room)
     return size_without_zeros({room, size});
 }
 
-const std::uint8_t *ValueOrder::asked(Key key, std::uint8_t *room) const
+void ValueOrder::write_asked(Key key, std::uint8_t *room) const
 {
-    if (!reads_numbers_ && key.size() == size_)
-        return key.data();
     std::memcpy(room, key.data(), key.size());
     std::memset(room + key.size(), 0, size_ - key.size());
     if (reads_numbers_)
         turn_to_native(type_, {room, size_});
-    return room;
 }
 
 int ValueOrder::answer(const std::uint8_t *first, const std::uint8_t *second) const
@@ -99,7 +96,9 @@ int ValueOrder::compare(Key first, Key second) const
 {
     if (asks_) {
         Room<usual_size> rooms[] = {Room<usual_size>(size_), Room<usual_size>(size_)};
-        const int order = answer(asked(first, rooms[0].data()), asked(second, rooms[1].data()));
+        write_asked(first, rooms[0].data());
+        write_asked(second, rooms[1].data());
+        const int order = answer(rooms[0].data(), rooms[1].data());
         if (order != 0)
             return order;
     }

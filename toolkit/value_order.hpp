@@ -35,8 +35,8 @@ public:
     /// Negative, 0 or positive.
     int compare(Key first, Key second) const;
 
-    /// What Compare is asked about, in the room unless it is the key itself. The room is of a value's size.
-    const std::uint8_t *asked(Key key, std::uint8_t *room) const;
+    /// Writes what Compare is asked about, of a value's size.
+    void write_asked(Key key, std::uint8_t *room) const;
     /// Compare's answer: -1 or 1 where it orders the two, else 0.
     int answer(const std::uint8_t *first, const std::uint8_t *second) const;
 
