@@ -86,6 +86,14 @@ void ValueOrder::write_asked(Key key, std::uint8_t *room) const
         turn_to_native(type_, {room, size_});
 }
 
+const std::uint8_t *ValueOrder::asked(Key key, std::uint8_t *room) const
+{
+    if (!reads_numbers_ && key.size() == size_)
+        return key.data();
+    write_asked(key, room);
+    return room;
+}
+
 int ValueOrder::answer(const std::uint8_t *first, const std::uint8_t *second) const
 {
     const int order = compared(type_, first, second);
@@ -96,9 +104,7 @@ int ValueOrder::compare(Key first, Key second) const
 {
     if (asks_) {
         Room<usual_size> rooms[] = {Room<usual_size>(size_), Room<usual_size>(size_)};
-        write_asked(first, rooms[0].data());
-        write_asked(second, rooms[1].data());
-        const int order = answer(rooms[0].data(), rooms[1].data());
+        const int order = answer(asked(first, rooms[0].data()), asked(second, rooms[1].data()));
         if (order != 0)
             return order;
     }

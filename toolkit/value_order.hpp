@@ -41,6 +41,9 @@ public:
     int answer(const std::uint8_t *first, const std::uint8_t *second) const;
 
 private:
+    /// The same, which is the key itself where that is all of it.
+    const std::uint8_t *asked(Key key, std::uint8_t *room) const;
+
     const SYSDT_Record &type_;
     const std::size_t size_;
     const bool asks_; ///< Compare orders some values
