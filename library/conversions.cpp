@@ -151,7 +151,7 @@ int bgpdt_why(const bgpdt_type *type, const char *text, size_t text_size, bgpdt_
 {
     const Call call{type, BGPDT_PARSE, error};
     const bool sense = type != nullptr && is_buffer(text, text_size) && error != nullptr;
-    Room<BGPDT_VALUE_ROOM> value(0);
+    Room value(0);
     return parse_or_tell(call, sense, {text, text_size}, value.data());
 }
 
@@ -187,10 +187,7 @@ int bgpdt_order(const bgpdt_type *type, const uint8_t *first, size_t first_size,
     const bool sense = type != nullptr && first != nullptr && second != nullptr && order != nullptr &&
                        first_size == type->size && second_size == type->size;
     return answer({.type = type}, sense, [&] {
-        Room<BGPDT_VALUE_ROOM> first_room(type->order.key_size());
-        Room<BGPDT_VALUE_ROOM> second_room(type->order.key_size());
-        const int answered = type->order.compare(type->order.key_of_target(first, first_room.data()),
-                                                 type->order.key_of_target(second, second_room.data()));
+        const int answered = type->order.compare({first, first_size}, {second, second_size});
         *order = (answered > 0) - (answered < 0);
         return BGPDT_OK;
     });

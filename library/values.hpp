@@ -15,26 +15,13 @@
 #include "library.hpp"
 #include "toolkit/bytes.hpp"
 #include "toolkit/display_record.hpp"
+#include "toolkit/room.hpp"
 
 namespace bgpdt::library {
 
 using Value = std::span<const std::uint8_t>;
 
-/// Room for bytes, which is taken from the heap for what is longer than any of the router's.
-template <std::size_t usual>
-class Room {
-public:
-    explicit Room(std::size_t size)
-    {
-        if (size > usual)
-            more_.resize(size);
-    }
-    std::uint8_t *data() { return more_.empty() ? bytes_ : more_.data(); }
-
-private:
-    std::uint8_t bytes_[usual]; // left as they are
-    toolkit::Bytes more_;
-};
+using Room = toolkit::Room<BGPDT_VALUE_ROOM>;
 
 /// A value in the machine's order.
 class NativeValue {
@@ -47,7 +34,7 @@ public:
     std::span<std::uint8_t> bytes() { return {room_.data(), size_}; }
 
 private:
-    Room<BGPDT_VALUE_ROOM> room_;
+    Room room_;
     const std::size_t size_;
 };
 
@@ -103,7 +90,7 @@ public:
 private:
     const bgpdt_type &type_;
     host::Converter converter_;
-    Room<BGPDT_VALUE_ROOM> room_;
+    Room room_;
     toolkit::Bytes record_; ///< around a bitmap
 };
 

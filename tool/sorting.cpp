@@ -6,10 +6,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <numeric>
 #include <queue>
 #include <string>
 #include <system_error>
@@ -29,17 +31,32 @@ constexpr std::size_t most_runs = 64; ///< that are merged at a time, each with 
 constexpr std::size_t buffer_size = std::size_t{1} << 16;
 constexpr std::uint64_t least_memory = buffer_size; ///< with less, runs would be shorter than what is read of one
 
-using LineLength = std::uint32_t;
+/// An entry begins with it; behind it stand the key and the line.
+struct Head {
+    std::uint32_t line;
+    std::uint32_t key;
 
-LineLength load_length(const std::uint8_t *entry)
+    static Head of(const std::uint8_t *entry)
+    {
+        Head head;
+        std::memcpy(&head, entry, sizeof head);
+        return head;
+    }
+    std::size_t entry_size() const { return sizeof(Head) + key + line; }
+};
+
+ValueOrder::Key key_of(const std::uint8_t *entry) { return {entry + sizeof(Head), Head::of(entry).key}; }
+
+std::string_view line_of(const std::uint8_t *entry)
 {
-    LineLength length = 0;
-    std::memcpy(&length, entry, sizeof length);
-    return length;
+    const Head head = Head::of(entry);
+    return {reinterpret_cast<const char *>(entry) + sizeof head + head.key, head.line};
 }
 
-/// The value of an entry in the target's order.
-const std::uint8_t *target(const std::uint8_t *entry) { return entry + sizeof(LineLength); }
+std::string_view bytes_of(const std::uint8_t *entry)
+{
+    return {reinterpret_cast<const char *>(entry), Head::of(entry).entry_size()};
+}
 
 /// Sets the bits in which the two differ, a machine word at a time.
 void add_differences(const std::uint8_t *first, const std::uint8_t *second, std::span<std::uint8_t> differences)
@@ -129,17 +146,16 @@ private:
 /// Reads the entries of a run.
 class Sorter::Run {
 public:
-    Run(int file, Runs::Place place, std::size_t key_size) : file_(file), left_(place), key_size_(key_size) {}
+    Run(int file, Runs::Place place) : file_(file), left_(place) {}
 
     /// Goes on to the next entry; false at the end.
     bool next()
     {
         at_ += size_;
-        size_ = sizeof(LineLength) + key_size_;
         if (at_ == filled_ && left_.begin == left_.end)
             return false;
-        require(size_);
-        size_ += load_length(entry());
+        require(sizeof(Head));
+        size_ = Head::of(entry()).entry_size();
         require(size_);
         return true;
     }
@@ -167,7 +183,6 @@ private:
 
     int file_;
     Runs::Place left_; ///< to read
-    std::size_t key_size_;
     Bytes buffer_;
     std::size_t filled_ = 0;
     std::size_t at_ = 0;   ///< the entry
@@ -175,101 +190,176 @@ private:
 };
 
 Sorter::Sorter(Session &session, const SYSDT_Record &type, Settings settings)
-    : order_(session, type), settings_{std::max(settings.memory, least_memory), settings.unique, settings.reverse}
+    : order_(session, type), settings_{std::max(settings.memory, least_memory), settings.unique, settings.reverse},
+      value_size_(value_size(type))
 {
 }
 
 Sorter::~Sorter() = default;
 
-bool Sorter::less(const std::uint8_t *first, const std::uint8_t *second) const
+/// As it was asked for: negative where the first comes first.
+int Sorter::compare(const std::uint8_t *first, const std::uint8_t *second) const
 {
-    const int order = order_.compare(order_.key(first + sizeof(LineLength)), order_.key(second + sizeof(LineLength)));
-    return settings_.reverse ? order > 0 : order < 0;
+    return settings_.reverse ? order_.compare(key_of(second), key_of(first))
+                             : order_.compare(key_of(first), key_of(second));
 }
 
-const std::uint8_t *Sorter::store(Value value, std::string_view line)
+void Sorter::note_differences(const std::uint8_t *value)
 {
-    const std::size_t size = sizeof(LineLength) + order_.key_size() + line.size();
-    if (size > chunk_left_) {
-        chunk_left_ = std::max(size, chunk_size);
-        chunks_.emplace_back(new std::uint8_t[chunk_left_]);
+    if (count_ == 0) {
+        first_.assign(value, value + value_size_);
+        differences_.assign(value_size_, 0);
     }
-    // A chunk is filled from its end.
-    std::uint8_t *const entry = chunks_.back().get() + (chunk_left_ -= size);
-    const auto length = static_cast<LineLength>(line.size());
-    std::memcpy(entry, &length, sizeof length);
-    order_.make_key(value, entry + sizeof length);
-    std::ranges::copy(line, entry + sizeof length + order_.key_size());
-    used_ += size;
-    return entry;
+    add_differences(first_.data(), value, differences_);
+}
+
+void Sorter::store(Value value, std::string_view line)
+{
+    const std::size_t room = sizeof(Head) + value_size_ + line.size();
+    if (room > chunk_left_) {
+        chunk_left_ = std::max(room, chunk_size);
+        chunks_.push_back({std::unique_ptr<std::uint8_t[]>(new std::uint8_t[chunk_left_]), 0});
+    }
+    Chunk &chunk = chunks_.back();
+    std::uint8_t *const entry = chunk.bytes.get() + chunk.size;
+    const std::size_t key = order_.make_key(value, entry + sizeof(Head));
+    note_differences(entry + sizeof(Head));
+    const Head head{static_cast<std::uint32_t>(line.size()), static_cast<std::uint32_t>(key)};
+    std::memcpy(entry, &head, sizeof head);
+    std::memcpy(entry + sizeof head + key, line.data(), line.size());
+    chunk.size += head.entry_size();
+    chunk_left_ -= head.entry_size();
+    used_ += head.entry_size();
+    ++count_;
 }
 
 void Sorter::add(Value value, std::string_view line)
 {
-    // There is room for two of an entry, which is half of what a growing list takes, and for one in sorting.
-    constexpr std::size_t bookkeeping = 4 * sizeof(Entry);
-    entries_.push_back({store(value, line)});
-    if (used_ + entries_.size() * bookkeeping > settings_.memory)
+    // Of an entry, in the list and in sorting.
+    const std::size_t bookkeeping = 2 * sizeof(Entry) + (order_.is_of_bytes() ? 0 : value_size_);
+    store(value, line);
+    if (used_ + count_ * bookkeeping > settings_.memory)
         spill();
 }
 
-/// Where values differ.
-std::vector<std::size_t> Sorter::varying_bytes() const
+/// @param word_bytes  the places of the bytes in a value that make the words
+void Sorter::list_entries(std::span<const std::size_t> word_bytes)
 {
-    const std::size_t size = order_.target_size();
-    const std::uint8_t *const first = target(entries_.front().bytes);
-    Bytes differences(size);
-    for (const Entry &entry : entries_)
-        add_differences(first, target(entry.bytes), differences);
-    std::vector<std::size_t> varying;
-    for (std::size_t i = 0; i < size; ++i)
-        if (differences[i] != 0)
-            varying.push_back(i);
-    return varying;
+    entries_.clear();
+    entries_.reserve(count_);
+    for (const Chunk &chunk : chunks_) {
+        for (std::size_t at = 0; at != chunk.size; at += Head::of(chunk.bytes.get() + at).entry_size()) {
+            const std::uint8_t *const entry = chunk.bytes.get() + at;
+            const ValueOrder::Key key = key_of(entry);
+            std::uint64_t word = 0;
+            for (const std::size_t place : word_bytes)
+                word = word << 8 | (place < key.size() ? key[place] : 0);
+            entries_.push_back({entry, is_descending() ? ~word : word});
+        }
+    }
+}
+
+/// Byte after byte, from the last on; equal ones stay in their order.
+/// @param size  how many of the words' bytes count
+void Sorter::sort_by_words(std::size_t size)
+{
+    std::vector<Entry> sorted(entries_.size());
+    for (std::size_t shift = 0; shift != 8 * size; shift += 8) {
+        const auto byte = [shift](const Entry &entry) { return static_cast<std::uint8_t>(entry.word >> shift); };
+        std::array<std::size_t, 256> places{};
+        for (const Entry &entry : entries_)
+            ++places[byte(entry)];
+        std::exclusive_scan(places.begin(), places.end(), places.begin(), std::size_t{0});
+        for (const Entry &entry : entries_)
+            sorted[places[byte(entry)]++] = entry;
+        entries_.swap(sorted);
+    }
 }
 
 /// The bytes that all have in common decide nothing, so that the first eight of the others are the word.
 void Sorter::sort_by_bytes()
 {
-    std::vector<std::size_t> varying = varying_bytes();
-    const bool decides = varying.size() <= sizeof(Entry::word);
-    varying.resize(std::min(varying.size(), sizeof(Entry::word)));
-    for (Entry &entry : entries_) {
-        entry.word = 0;
-        for (const std::size_t at : varying)
-            entry.word = entry.word << 8 | target(entry.bytes)[at];
-        entry.word = settings_.reverse ? ~entry.word : entry.word;
+    std::vector<std::size_t> varying;
+    for (std::size_t i = 0; i < differences_.size(); ++i)
+        if (differences_[i] != 0)
+            varying.push_back(i);
+    const std::size_t size = std::min(varying.size(), sizeof(Entry::word));
+    list_entries(std::span(varying).first(size));
+    sort_by_words(size);
+    if (size != varying.size())
+        sort_equal_words();
+}
+
+/// Those with the same word by all of their bytes.
+void Sorter::sort_equal_words()
+{
+    for (auto begin = entries_.begin(), end = begin; begin != entries_.end(); begin = end) {
+        end = std::find_if(begin, entries_.end(), [&](const Entry &entry) { return entry.word != begin->word; });
+        std::stable_sort(begin, end, [this](const Entry &first, const Entry &second) {
+            const int order = compare_keys(key_of(first.bytes), key_of(second.bytes));
+            return is_descending() ? order > 0 : order < 0;
+        });
+    }
+}
+
+/// Fetches an entry that will soon be looked at, since in order they lie anywhere. Inline, as compilers leave out calls
+/// of a function that does nothing else.
+[[gnu::always_inline]] inline void Sorter::fetch_after(std::size_t place) const
+{
+    constexpr std::size_t ahead = 16;
+    constexpr std::size_t cache_line = 64;
+    if (place + ahead >= entries_.size())
+        return;
+    __builtin_prefetch(entries_[place + ahead].bytes);
+    __builtin_prefetch(entries_[place + ahead].bytes + cache_line);
+}
+
+/// Whether all neighbours are.
+bool Sorter::is_in_order() const
+{
+    if (order_.is_of_bytes())
+        return true;
+    Bytes asked[] = {Bytes(value_size_), Bytes(value_size_)};
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        fetch_after(i);
+        order_.write_asked(key_of(entries_[i].bytes), asked[i % 2].data());
+        if (i == 0)
+            continue;
+        const int own = order_.answer(asked[(i - 1) % 2].data(), asked[i % 2].data());
+        const int order = own != 0 ? own : compare_keys(key_of(entries_[i - 1].bytes), key_of(entries_[i].bytes));
+        if (settings_.reverse ? order < 0 : order > 0)
+            return false;
+    }
+    return true;
+}
+
+/// Asks the type about every two that are compared, which are in the order of their bytes: few are far from their place.
+/// What it is asked about is made once, and found by the word.
+void Sorter::sort_by_asking()
+{
+    Bytes asked(entries_.size() * value_size_);
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        entries_[i].word = i * value_size_;
+        order_.write_asked(key_of(entries_[i].bytes), asked.data() + entries_[i].word);
     }
     std::ranges::stable_sort(entries_, [&](const Entry &first, const Entry &second) {
-        if (first.word != second.word || decides)
-            return first.word < second.word;
-        const int order = std::memcmp(target(first.bytes), target(second.bytes), order_.target_size());
+        const int own = order_.answer(asked.data() + first.word, asked.data() + second.word);
+        const int order = own != 0 ? own : compare_keys(key_of(first.bytes), key_of(second.bytes));
         return settings_.reverse ? order > 0 : order < 0;
     });
 }
 
-bool Sorter::is_in_order() const
-{
-    return std::ranges::is_sorted(
-        entries_, [this](const Entry &first, const Entry &second) { return less(first.bytes, second.bytes); });
-}
-
-/// The type is asked about neighbours alone, as long as its order is that of the bytes, which many types' is: where no two
-/// neighbours are in disorder, none are, since the order is total.
+/// The type is asked about neighbours alone, as long as its order is that of the bytes, which most types' is, or that the
+/// other way round: where no two neighbours are in disorder, none are, since the order is total.
 void Sorter::sort()
 {
-    if (by_bytes_ && !entries_.empty()) {
+    sort_by_bytes();
+    while (by_ != By::asking && !is_in_order()) {
+        by_ = by_ == By::bytes ? By::bytes_reversed : By::asking;
         sort_by_bytes();
-        by_bytes_ = is_in_order();
     }
-    if (!by_bytes_)
-        std::ranges::stable_sort(
-            entries_, [this](const Entry &first, const Entry &second) { return less(first.bytes, second.bytes); });
-}
-
-std::string_view Sorter::bytes(const std::uint8_t *entry) const
-{
-    return {reinterpret_cast<const char *>(entry), sizeof(LineLength) + order_.key_size() + load_length(entry)};
+    if (by_ == By::asking)
+        sort_by_asking();
 }
 
 void Sorter::spill()
@@ -278,12 +368,12 @@ void Sorter::spill()
         runs_ = std::make_unique<Runs>();
     sort();
     for (const Entry &entry : entries_)
-        runs_->write(bytes(entry.bytes));
+        runs_->write(bytes_of(entry.bytes));
     runs_->end_run();
-    entries_.clear();
     chunks_.clear();
     chunk_left_ = 0;
     used_ = 0;
+    count_ = 0;
 }
 
 /// The entries of neighbouring runs in order; of equal ones those of the earlier run first.
@@ -291,14 +381,13 @@ void Sorter::merge(std::size_t first_run, std::size_t count, const Take &take)
 {
     std::vector<Run> runs;
     const auto later = [this, &runs](std::size_t first, std::size_t second) {
-        const std::uint8_t *const a = runs[first].entry();
-        const std::uint8_t *const b = runs[second].entry();
-        return less(b, a) || (!less(a, b) && first > second);
+        const int order = compare(runs[first].entry(), runs[second].entry());
+        return order > 0 || (order == 0 && first > second);
     };
     std::priority_queue<std::size_t, std::vector<std::size_t>, decltype(later)> queue(later);
     runs.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        runs.emplace_back(runs_->file(), runs_->places()[first_run + i], order_.key_size());
+        runs.emplace_back(runs_->file(), runs_->places()[first_run + i]);
         if (runs.back().next())
             queue.push(i);
     }
@@ -318,7 +407,7 @@ void Sorter::merge_in_passes()
         auto longer = std::make_unique<Runs>();
         for (std::size_t first = 0, all = runs_->places().size(); first < all; first += most_runs) {
             merge(first, std::min(most_runs, all - first),
-                  [&](const std::uint8_t *entry) { longer->write(bytes(entry)); });
+                  [&](const std::uint8_t *entry) { longer->write(bytes_of(entry)); });
             longer->end_run();
         }
         runs_ = std::move(longer);
@@ -329,11 +418,13 @@ void Sorter::each_in_order(const Take &take)
 {
     if (!runs_) {
         sort();
-        for (const Entry &entry : entries_)
-            take(entry.bytes);
+        for (std::size_t i = 0; i < entries_.size(); ++i) {
+            fetch_after(i);
+            take(entries_[i].bytes);
+        }
         return;
     }
-    if (!entries_.empty())
+    if (count_ != 0)
         spill();
     merge_in_passes();
     merge(0, runs_->places().size(), take);
@@ -342,15 +433,15 @@ void Sorter::each_in_order(const Take &take)
 void Sorter::finish(const Write &write)
 {
     Bytes last;
-    const std::size_t key_size = order_.key_size();
+    bool begun = false;
     each_in_order([&](const std::uint8_t *entry) {
-        const std::uint8_t *const key = entry + sizeof(LineLength);
+        const ValueOrder::Key key = key_of(entry);
         if (settings_.unique) {
-            if (!last.empty() && order_.same(order_.key(last.data()), order_.key(key)))
+            if (std::exchange(begun, true) && std::ranges::equal(last, key))
                 return;
-            last.assign(key, key + key_size);
+            last.assign(key.begin(), key.end());
         }
-        write({reinterpret_cast<const char *>(key + key_size), load_length(entry)});
+        write(line_of(entry));
     });
 }
 

@@ -39,31 +39,50 @@ private:
     class Run;
     using Take = std::function<void(const std::uint8_t *entry)>;
 
-    /// An entry in memory, and eight bytes of its value beside the address, which mostly decide which of two comes first.
-    struct Entry {
-        const std::uint8_t *bytes; ///< line length, key, line
-        std::uint64_t word = 0;
+    /// Bytes of entries, one behind the other.
+    struct Chunk {
+        std::unique_ptr<std::uint8_t[]> bytes;
+        std::size_t size; ///< of the entries
     };
 
-    const std::uint8_t *store(toolkit::Value value, std::string_view line);
-    bool less(const std::uint8_t *first, const std::uint8_t *second) const;
-    std::vector<std::size_t> varying_bytes() const;
+    /// An entry in memory, and eight bytes of its value beside the address, which mostly decide which of two comes first.
+    struct Entry {
+        const std::uint8_t *bytes;
+        std::uint64_t word;
+    };
+
+    /// What the order was found to be until now: that of the bytes, that the other way round, or one that is asked for.
+    enum class By : std::uint8_t { bytes, bytes_reversed, asking };
+
+    /// Whether the bytes' order is from the greatest to the least.
+    bool is_descending() const { return settings_.reverse != (by_ == By::bytes_reversed); }
+    void store(toolkit::Value value, std::string_view line);
+    void note_differences(const std::uint8_t *value);
+    int compare(const std::uint8_t *first, const std::uint8_t *second) const;
+    void list_entries(std::span<const std::size_t> word_bytes);
     void sort_by_bytes();
+    void sort_by_words(std::size_t size);
+    void sort_equal_words();
+    void fetch_after(std::size_t place) const;
     bool is_in_order() const;
+    void sort_by_asking();
     void sort();
     void spill();
-    std::string_view bytes(const std::uint8_t *entry) const;
     void merge(std::size_t first_run, std::size_t count, const Take &take);
     void merge_in_passes();
     void each_in_order(const Take &take);
 
     toolkit::ValueOrder order_;
     const Settings settings_;
-    std::vector<std::unique_ptr<std::uint8_t[]>> chunks_;
+    const std::size_t value_size_;
+    std::vector<Chunk> chunks_;
     std::size_t chunk_left_ = 0;
     std::uint64_t used_ = 0;
-    std::vector<Entry> entries_;
-    bool by_bytes_ = true;       ///< the order was that of the bytes until now
+    std::size_t count_ = 0;      ///< of the entries in the chunks
+    toolkit::Bytes first_;       ///< of their values, in the target's order
+    toolkit::Bytes differences_; ///< the bits in which values differ from that
+    std::vector<Entry> entries_; ///< in order, once they are sorted
+    By by_ = By::bytes;
     std::unique_ptr<Runs> runs_; ///< if memory has not sufficed
 };
 

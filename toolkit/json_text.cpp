@@ -128,7 +128,7 @@ void append_json(Buffer &out, std::string_view text)
     *to = '"';
     out.grown(1);
     if (are_plain(text)) {
-        std::ranges::copy(text, to + 1); // there may be none
+        text.copy(to + 1, text.size()); // there may be none
         out.grown(text.size());
     } else {
         append_escaped(out, text);

@@ -7,9 +7,12 @@
 #include <cstring>
 
 #include "kinds.hpp"
+#include "room.hpp"
 
 namespace bgpdt::toolkit {
 namespace {
+
+constexpr std::size_t usual_size = 1280; ///< in bytes, of a value with room for more
 
 /// A value of zeros but for one of its numbers, in the machine's order; empty if it has no number of two bytes or more.
 Bytes with_number(const SYSDT_Record &type, std::uint16_t number)
@@ -27,6 +30,20 @@ Bytes with_number(const SYSDT_Record &type, std::uint16_t number)
     if (std::endian::native == std::endian::little)
         std::reverse(value.data() + (plain ? 0 : field->offset), value.data() + end);
     return value;
+}
+
+/// Without those at the end, which are looked for a machine word at a time.
+std::size_t size_without_zeros(Value value)
+{
+    std::size_t size = value.size();
+    for (std::uint64_t word = 0; size >= sizeof word; size -= sizeof word) {
+        std::memcpy(&word, value.data() + size - sizeof word, sizeof word);
+        if (word != 0)
+            break;
+    }
+    while (size != 0 && value[size - 1] == 0)
+        --size;
+    return size;
 }
 
 int compared(const SYSDT_Record &type, const void *first, const void *second)
@@ -51,35 +68,53 @@ ValueOrder::ValueOrder(Session &session, const SYSDT_Record &type)
 {
 }
 
-void ValueOrder::make_key(Value value, std::uint8_t *key)
+std::size_t ValueOrder::make_key(Value value, std::uint8_t *room)
 {
     const std::uint16_t *const positions = target_.positions(value);
-    for (std::size_t i = 0; i < size_; ++i)
-        key[i] = value[positions[i]];
-    if (reads_numbers_)
-        std::memcpy(key + size_, value.data(), size_);
+    const std::size_t size = std::min(size_, size_without_zeros(value) + target_.reach());
+    for (std::size_t i = 0; i < size; ++i)
+        room[i] = value[positions[i]];
+    std::memset(room + size, 0, size_ - size);
+    return size_without_zeros({room, size});
 }
 
-ValueOrder::Key ValueOrder::key_of_target(const std::uint8_t *value, std::uint8_t *room) const
+void ValueOrder::write_asked(Key key, std::uint8_t *room) const
 {
-    if (!reads_numbers_)
-        return Key(value);
-    std::memcpy(room, value, size_);
-    std::memcpy(room + size_, value, size_);
-    turn_to_native(type_, {room + size_, size_});
-    return Key(room);
+    std::memcpy(room, key.data(), key.size());
+    std::memset(room + key.size(), 0, size_ - key.size());
+    if (reads_numbers_)
+        turn_to_native(type_, {room, size_});
+}
+
+const std::uint8_t *ValueOrder::asked(Key key, std::uint8_t *room) const
+{
+    if (!reads_numbers_ && key.size() == size_)
+        return key.data();
+    write_asked(key, room);
+    return room;
+}
+
+int ValueOrder::answer(const std::uint8_t *first, const std::uint8_t *second) const
+{
+    const int order = compared(type_, first, second);
+    return order == 1 || order == -1 ? order : 0;
 }
 
 int ValueOrder::compare(Key first, Key second) const
 {
     if (asks_) {
-        const int order = compared(type_, first.compared(*this), second.compared(*this));
-        if (order == 1 || order == -1)
+        Room<usual_size> rooms[] = {Room<usual_size>(size_), Room<usual_size>(size_)};
+        const int order = answer(asked(first, rooms[0].data()), asked(second, rooms[1].data()));
+        if (order != 0)
             return order;
     }
-    return std::memcmp(first.target(), second.target(), size_);
+    return compare_keys(first, second);
 }
 
-bool ValueOrder::same(Key first, Key second) const { return std::memcmp(first.target(), second.target(), size_) == 0; }
+int compare_keys(ValueOrder::Key first, ValueOrder::Key second)
+{
+    const int order = std::memcmp(first.data(), second.data(), std::min(first.size(), second.size()));
+    return order != 0 ? order : (first.size() > second.size()) - (first.size() < second.size());
+}
 
 } // namespace bgpdt::toolkit

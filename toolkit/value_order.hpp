@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "session.hpp"
 #include "stream_values.hpp"
@@ -21,37 +22,28 @@ namespace bgpdt::toolkit {
 /// lexicographic product of weak orders by group, by Compare and by bytes, the last of which is total.
 class ValueOrder {
 public:
+    /// A value's bytes in the target's order. Zeros at its end may be left out: they decide nothing.
+    using Key = std::span<const std::uint8_t>;
+
     ValueOrder(Session &session, const SYSDT_Record &type);
 
-    /// A value as it is compared. What is turned for that is turned once.
-    class Key {
-    public:
-        const std::uint8_t *target() const { return bytes_; }
-        const std::uint8_t *compared(const ValueOrder &order) const
-        {
-            return order.reads_numbers_ ? bytes_ + order.size_ : bytes_;
-        }
-
-    private:
-        friend class ValueOrder;
-        explicit Key(const std::uint8_t *bytes) : bytes_(bytes) {}
-        const std::uint8_t *bytes_;
-    };
-
-    /// The size of the value in the target's order, which a key begins with.
-    std::size_t target_size() const { return size_; }
-    /// The size of a key in bytes, whatever the value.
-    std::size_t key_size() const { return reads_numbers_ ? 2 * size_ : size_; }
-    void make_key(Value value, std::uint8_t *key);
-    Key key(const std::uint8_t *bytes) const { return Key(bytes); }
-    /// The key of a value in the target's order. The room, of a key's size, is taken where a key is more than that.
-    Key key_of_target(const std::uint8_t *value, std::uint8_t *room) const;
+    /// Whether the order is that of the keys' bytes, whatever the values.
+    bool is_of_bytes() const { return !asks_; }
+    /// Writes a value in the target's order and answers how many of its bytes are its key.
+    std::size_t make_key(Value value, std::uint8_t *room);
 
     /// Negative, 0 or positive.
     int compare(Key first, Key second) const;
-    bool same(Key first, Key second) const;
+
+    /// Writes what Compare is asked about, of a value's size.
+    void write_asked(Key key, std::uint8_t *room) const;
+    /// Compare's answer: -1 or 1 where it orders the two, else 0.
+    int answer(const std::uint8_t *first, const std::uint8_t *second) const;
 
 private:
+    /// The same, which is the key itself where that is all of it.
+    const std::uint8_t *asked(Key key, std::uint8_t *room) const;
+
     const SYSDT_Record &type_;
     const std::size_t size_;
     const bool asks_; ///< Compare orders some values
@@ -59,6 +51,9 @@ private:
         reads_numbers_; ///< Compare reads numbers of the machine's order, so that the target's answer is its answer
     ByteOrder target_;
 };
+
+/// The order of two keys' bytes: negative, 0 or positive.
+int compare_keys(ValueOrder::Key first, ValueOrder::Key second);
 
 /// Whether the type's Compare reads the values' numbers. If not it reads bytes, and answers as on the target if they
 /// are in the target's order.

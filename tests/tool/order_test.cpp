@@ -23,12 +23,12 @@ int sign(int number) { return (number > 0) - (number < 0); }
 struct Table {
     explicit Table(const SYSDT_Record &type, const std::vector<Bytes> &list) : order(session(), type), size(list.size())
     {
-        std::vector<Bytes> keys(size, Bytes(order.key_size()));
+        std::vector<Bytes> keys = list;
         for (std::size_t i = 0; i < size; ++i)
-            order.make_key(list[i], keys[i].data());
+            keys[i].resize(order.make_key(list[i], keys[i].data()));
         for (const Bytes &first : keys)
             for (const Bytes &second : keys)
-                signs.push_back(sign(order.compare(order.key(first.data()), order.key(second.data()))));
+                signs.push_back(sign(order.compare(first, second)));
     }
     int at(std::size_t first, std::size_t second) const { return signs[first * size + second]; }
 
