@@ -67,6 +67,8 @@ STEPS = (
     Step("recipes", "the vectors and tables with an invented type and an invented kind of route key"),
     Step("recipes-whole", "(only when named) the suite with these"),
     Step("answers", "the three processors answer alike", ("release", "i686 bgpdt_answers", "ppc")),
+    Step("small", "built for size, the plug-in answers alike, and is as small on the target as it should be",
+         ("release", "ppc", "small", "small-ppc")),
     Step("web", "(only when named) WebAssembly answers as the native build, its npm package and its page work",
          ("release bgpdt_web_answers",)),
     Step("size", "(only when named) prints the footprint on the target", ("ppc",)),

@@ -18,17 +18,17 @@ run_tests() {
         --output-junit "results-$step.xml" "$@"
 }
 
-# answers PRESET [EMULATOR...]: the answers of that build, beside it
+# answers NAME PRESET [EMULATOR...]: the answers of that build's program, for the step under the name
 answers() {
-    preset=$1
-    shift
-    "$@" "$top/build/$preset/tests/bgpdt_answers" >"$top/build/$preset/answers.txt"
+    to=$top/build/steps/$step-$1.txt preset=$2
+    shift 2
+    "$@" "$top/build/$preset/tests/bgpdt_answers" >"$to"
 }
 
-# same_answers PRESET: as those of the release build
+# same_answers NAME: as those of the release build
 same_answers() {
-    cmp "$top/build/release/answers.txt" "$top/build/$1/answers.txt" || {
-        diff "$top/build/release/answers.txt" "$top/build/$1/answers.txt" | head -n 20
+    cmp "$top/build/steps/$step-release.txt" "$top/build/steps/$step-$1.txt" || {
+        diff "$top/build/steps/$step-release.txt" "$top/build/steps/$step-$1.txt" | head -n 20
         fail "the $1 build answers differently"
     }
 }
@@ -76,12 +76,26 @@ sweeps)
     BGPDT_TEST_SHARE=5 run_tests ppc -R '^(faults|mistakes)$'
     ;;
 answers)
-    answers release
-    answers i686 /usr/i686-linux-gnu/lib/ld-linux.so.2 --library-path /usr/i686-linux-gnu/lib
-    answers ppc qemu-ppc -L /usr/powerpc-linux-gnu
+    answers release release
+    answers i686 i686 /usr/i686-linux-gnu/lib/ld-linux.so.2 --library-path /usr/i686-linux-gnu/lib
+    answers ppc ppc qemu-ppc -L /usr/powerpc-linux-gnu
     same_answers i686
     same_answers ppc
-    echo "proved: $(wc -l <"$top/build/release/answers.txt") answers are the same on all three processors"
+    echo "proved: $(wc -l <"$top/build/steps/answers-release.txt") answers are the same on all three processors"
+    ;;
+small)
+    answers release release
+    export BGPDT_PLUGIN="$top/build/small/src/libbgp_datatype.so"
+    answers small release
+    BGPDT_PLUGIN=$top/build/small-ppc/src/libbgp_datatype.so
+    answers small-ppc ppc qemu-ppc -L /usr/powerpc-linux-gnu
+    same_answers small
+    same_answers small-ppc
+    sizes=$(python3 "$top/tests/footprint/footprint.py" "$BGPDT_PLUGIN" "$top/src" "$top/tests/footprint/limits.toml") || {
+        echo "$sizes"
+        fail "built for size the plug-in is too large"
+    }
+    echo "proved: built for size it answers alike, and has $(echo "$sizes" | awk '$2 == "text" { print $1 }') bytes of text on the target"
     ;;
 packages)
     "$top/packaging/debian.sh" quick "$top/build/packages"
