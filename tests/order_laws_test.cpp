@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The bgpdt authors
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// The laws of every Compare, the records' and the dispatch rows', over the values of the vectors and changed ones: it is
-/// antisymmetric and transitive wherever it orders, values are equal to their copies, and different values are unequal.
-/// Where a Compare orders some values only, or looks at a part of them, the table here says which.
+/// The laws of every Compare, the records' and the dispatch rows', over the values of the vectors and changed ones: it
+/// is antisymmetric and transitive wherever it orders, values are equal to their copies, and different values are
+/// unequal. Where a Compare orders some values only, or looks at a part of them, the table here says which.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -215,8 +215,8 @@ private:
             fail(i, j, equal ? "they are equal" : "they are ordered and unequal");
     }
 
-    /// Where each value stands among those that it is ordered with is how many of them are smaller. Answers that are the
-    /// order of these places are antisymmetric and transitive, and others are not.
+    /// Where each value stands among those that it is ordered with is how many of them are smaller. Answers that are
+    /// the order of these places are antisymmetric and transitive, and others are not.
     void expect_order()
     {
         std::vector<std::ptrdiff_t> places(values_.size());

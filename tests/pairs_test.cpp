@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the values print as that hold a 16-bit code and a form: for every pair of the two, with several values behind
-/// the code, what the tables here say. With BGPDT_TEST_SHARE=1 these are all 2^32 pairs of each type; otherwise the forms
-/// at the limits with every code, all forms with the codes that a table names, and some of the other pairs, others by the
-/// day.
+/// the code, what the tables here say. With BGPDT_TEST_SHARE=1 these are all 2^32 pairs of each type, minutes for each;
+/// otherwise the forms at the limits with every code, all forms with the codes that a table names, and some of the
+/// other pairs, others by the day.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -282,7 +282,8 @@ constexpr std::array<std::uint8_t, 6> values[] = {
 };
 
 /// The forms tried with every code: what is produced and its neighbours, also where the second of two bytes is the
-/// wildcard; limits; what would be a produced form if only 8 or 16 bits of the word were looked at, or in the other order.
+/// wildcard; limits; what would be a produced form if only 8 or 16 bits of the word were looked at, or in the other
+/// order.
 constexpr std::uint32_t forms_at_limits[] = {
     0,       1,       2,       3,       4,       5,          6,          7,          8,          255,    256,
     0x0101,  0x0102,  0x0200,  0x0201,  0x0300,  0x0301,     0x0400,     0x0401,     0x0402,     0x0500, 0xFFFF,
