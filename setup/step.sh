@@ -72,7 +72,7 @@ asan-fronts) run_tests asan-fronts -R '^(modules|lua[.].*|sqlite[.].*)$' ;;
 abi) "$top/tests/library/abi.sh" ;;
 valgrind) run_tests release -R '^valgrind' ;;
 sweeps)
-    BGPDT_TEST_SHARE=1 run_tests release -R '^(sweep|printers|formats|tool[.](files|stream)|grammar[.]large)$'
+    BGPDT_TEST_SHARE=1 run_tests release -R '^(sweep|printers|formats|order_laws|tool[.](files|stream)|grammar[.]large)$'
     BGPDT_TEST_SHARE=5 run_tests ppc -R '^(faults|mistakes)$'
     ;;
 answers)
@@ -111,7 +111,7 @@ coverage) "$top/setup/coverage.sh" "$top/build/coverage" "$top/build/release" ;;
 coverage-rooms)
     rm -rf "$top/build/coverage/profiles" # earlier runs' counts
     # Not those that look at the plug-in alone, or at what the compiler makes without instruments.
-    plugin='vectors|plugin|faults|mistakes|sweep|threads|printers|common|formats|format[.].*'
+    plugin='vectors|plugin|faults|mistakes|sweep|threads|printers|order_laws|pairs|common|formats|format[.].*'
     LLVM_PROFILE_FILE=$top/build/coverage/profiles/%2m.profraw BGPDT_TEST_SEED=0 \
         run_tests coverage -E "^($plugin|links[.].*|install|grammar.*|dialects|library[.](exports|threads))\$"
     "$top/setup/coverage_rooms.sh" "$top/build/coverage"
