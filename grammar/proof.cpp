@@ -17,14 +17,12 @@ constexpr std::size_t shown_differences = 5;
 /// The digits of the next number.
 void count_up(std::string &digits, unsigned base)
 {
-    const std::string all = "0123456789abcdef";
-    for (std::size_t at = digits.size(); at-- != 0;) {
-        if (digits[at] != all[base - 1]) {
-            digits[at] = all[all.find(digits[at]) + 1];
+    const char highest = base == 16 ? 'f' : '9';
+    for (std::size_t at = digits.size(); at-- != 0; digits[at] = '0')
+        if (digits[at] != highest) {
+            digits[at] = static_cast<char>(digits[at] == '9' ? 'a' : digits[at] + 1);
             return;
         }
-        digits[at] = '0';
-    }
     digits.insert(digits.begin(), '1');
 }
 
@@ -169,12 +167,17 @@ void try_every_number(const Automaton &automaton, const Judge &takes, const Plac
     constexpr std::uint64_t beyond = 70'000;
     const std::uint64_t first = place.number.low - std::min(place.number.low, beyond);
     const std::uint64_t last = place.number.high + beyond;
+    const unsigned base = place.number.base;
     const State state = automaton.run(automaton.start, place.front);
+    State before_last = state; // of the digits, which change with every tenth or sixteenth value alone
     std::string text;
-    std::string digits = digits_of(first, place.number.base);
-    for (std::uint64_t value = first; value <= last; ++value, count_up(digits, place.number.base)) {
+    std::string digits = digits_of(first, base);
+    for (std::uint64_t value = first; value <= last; ++value, count_up(digits, base)) {
         (text = place.front).append(digits).append(place.behind);
-        const State behind = automaton.run(automaton.run(state, digits), place.behind);
+        if (value == first || value % base == 0)
+            before_last = automaton.run(state, std::string_view(digits).substr(0, digits.size() - 1));
+        const State behind =
+            automaton.run(before_last, std::string_view(text).substr(text.size() - place.behind.size() - 1));
         trial.add(text, takes(text) == automaton.accepting[behind]);
     }
 }

@@ -222,10 +222,17 @@ auto try_frame(const Grammar &grammar, const Frame &frame, const std::string &na
         const auto left = static_cast<unsigned>(grammar.room - frame.front.size() - frame.behind.size());
         part = limited(part, {0, left});
     }
+    std::string whole;
     const Judge takes = [&](std::string_view text) {
-        return !(others && others->accepts(text)) && judge(frame.front + std::string(text) + frame.behind);
+        (whole = frame.front).append(text).append(frame.behind);
+        return !(others && others->accepts(text)) && judge(whole);
     };
     return attempt(Subject{part, run_length(part), takes, places(grammar, name)});
+}
+
+auto proving(const Settings &settings)
+{
+    return [&](const Subject &subject) { return prove(subject, settings); };
 }
 
 /// A word so many times in a row: more than it may be, too.
@@ -278,12 +285,11 @@ void add(Outcome &sum, const Outcome &one)
 Outcome prove_fields(Parser &parser, Printing &printing, const Grammar &grammar, const Settings &settings)
 {
     Outcome fields{0, 0, ~0U, 1, {}};
-    const auto attempt = [&](const Subject &subject) { return prove(subject, settings); };
     for (const Frame &frame : grammar.frames) {
         if (frame.part.empty())
             continue;
         const Frame whole = filled(grammar, frame, automaton_of(grammar, frame.part));
-        add(fields, try_frame(grammar, whole, frame.part, following(parser, printing), attempt));
+        add(fields, try_frame(grammar, whole, frame.part, following(parser, printing), proving(settings)));
     }
     return fields;
 }
@@ -295,11 +301,10 @@ Outcome prove_printed_parts(Printing &printing, const Grammar &grammar, const Se
     if (std::ranges::all_of(grammar.frames, &std::string::empty, &Frame::canonical))
         return prove_canonical(printing, grammar, digits, settings);
     const Judge prints = [&](std::string_view text) { return printing.prints_as_it_is(text); };
-    const auto attempt = [&](const Subject &subject) { return prove(subject, settings); };
     Outcome parts{0, 0, ~0U, 1, {}};
     for (const Frame &frame : grammar.frames)
         if (!frame.canonical.empty())
-            add(parts, try_frame(grammar, frame, frame.canonical, prints, attempt));
+            add(parts, try_frame(grammar, frame, frame.canonical, prints, proving(settings)));
     return parts;
 }
 
