@@ -113,21 +113,35 @@ constexpr auto min_element(Range &&range)
     return std::min_element(std::begin(range), std::end(range));
 }
 
+template <class Range, class Projection>
+constexpr auto adjacent_find(Range &&range, std::equal_to<> /*alike*/, Projection projection)
+{
+    const auto alike = [&projection](const auto &first, const auto &second) {
+        return std::invoke(projection, first) == std::invoke(projection, second);
+    };
+    return std::adjacent_find(std::begin(range), std::end(range), alike);
+}
+
+template <class Projection>
+constexpr auto less_by(Projection &projection)
+{
+    return [&projection](const auto &first, const auto &second) {
+        return std::invoke(projection, first) < std::invoke(projection, second);
+    };
+}
+
 /// By insertion: the lists are short, and std::stable_sort would be some kilobytes for each of them.
 template <class Range, class Projection>
 constexpr void stable_sort(Range &&range, std::less<> /*order*/, Projection projection)
 {
-    const auto less = [&projection](const auto &first, const auto &second) {
-        return std::invoke(projection, first) < std::invoke(projection, second);
-    };
     for (auto at = std::begin(range); at != std::end(range); ++at)
-        std::rotate(std::upper_bound(std::begin(range), at, *at, less), at, std::next(at));
+        std::rotate(std::upper_bound(std::begin(range), at, *at, less_by(projection)), at, std::next(at));
 }
 
 template <class Range, class Projection>
-constexpr void sort(Range &&range, std::less<> order, Projection projection)
+constexpr void sort(Range &&range, std::less<> /*order*/, Projection projection)
 {
-    ranges::stable_sort(range, order, projection);
+    std::sort(std::begin(range), std::end(range), less_by(projection));
 }
 
 } // namespace std::ranges
