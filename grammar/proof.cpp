@@ -14,17 +14,25 @@ using State = Automaton::State;
 
 constexpr std::size_t shown_differences = 5;
 
-/// The digits of the next number.
-void count_up(std::string &digits, unsigned base)
-{
-    const char highest = base == 16 ? 'f' : '9';
-    for (std::size_t at = digits.size(); at-- != 0; digits[at] = '0')
-        if (digits[at] != highest) {
-            digits[at] = static_cast<char>(digits[at] == '9' ? 'a' : digits[at] + 1);
-            return;
-        }
-    digits.insert(digits.begin(), '1');
-}
+/// What stands in front of a number, its digits, and what stands behind.
+struct NumberText {
+    std::string text;
+    std::size_t begin; ///< of the digits
+    std::size_t end;
+
+    /// The same with the next number.
+    void count_up(unsigned base)
+    {
+        const char highest = base == 16 ? 'f' : '9';
+        for (std::size_t at = end; at-- != begin; text[at] = '0')
+            if (text[at] != highest) {
+                text[at] = static_cast<char>(text[at] == '9' ? 'a' : text[at] + 1);
+                return;
+            }
+        text.insert(begin, 1, '1');
+        ++end;
+    }
+};
 
 std::vector<unsigned char> all_samples(const Automaton &automaton)
 {
@@ -168,16 +176,14 @@ void try_every_number(const Automaton &automaton, const Judge &takes, const Plac
     const std::uint64_t first = place.number.low - std::min(place.number.low, beyond);
     const std::uint64_t last = place.number.high + beyond;
     const unsigned base = place.number.base;
-    const State state = automaton.run(automaton.start, place.front);
-    State before_last = state; // of the digits, which change with every tenth or sixteenth value alone
-    std::string text;
-    std::string digits = digits_of(first, base);
-    for (std::uint64_t value = first; value <= last; ++value, count_up(digits, base)) {
-        (text = place.front).append(digits).append(place.behind);
+    const std::string digits = digits_of(first, base);
+    NumberText number{place.front + digits + place.behind, place.front.size(), place.front.size() + digits.size()};
+    State before_last = 0; // of the digits: it changes with every tenth or sixteenth value alone
+    for (std::uint64_t value = first; value <= last; ++value, number.count_up(base)) {
+        const std::string_view text = number.text;
         if (value == first || value % base == 0)
-            before_last = automaton.run(state, std::string_view(digits).substr(0, digits.size() - 1));
-        const State behind =
-            automaton.run(before_last, std::string_view(text).substr(text.size() - place.behind.size() - 1));
+            before_last = automaton.run(automaton.start, text.substr(0, number.end - 1));
+        const State behind = automaton.run(before_last, text.substr(number.end - 1));
         trial.add(text, takes(text) == automaton.accepting[behind]);
     }
 }
