@@ -74,9 +74,9 @@ void ScriptRecord::create_table() noexcept
 
 void ScriptRecord::pop(std::int32_t count) noexcept
 {
-    if (count < 0 || count >= top_) // the table to store in stays
+    if (count < 0 || count >= top()) // the table to store in stays
         return give_up();
-    top_ -= count;
+    top_ -= static_cast<std::size_t>(count);
 }
 
 void ScriptRecord::push(std::string_view text) noexcept
@@ -89,8 +89,8 @@ void ScriptRecord::push(std::string_view text) noexcept
 /// The table at the index, with so many values above it; null if there is none.
 inline ScriptRecord::Table *ScriptRecord::table_at(std::int32_t index, std::int32_t operands)
 {
-    const std::int32_t at = index < 0 ? top_ + index : index - 1;
-    const bool there = complete_ && at >= 0 && at < top_ - operands;
+    const std::int32_t at = index < 0 ? top() + index : index - 1;
+    const bool there = complete_ && at >= 0 && at < top() - operands;
     if (!there || stack_[static_cast<std::size_t>(at)].kind != Kind::table)
         return nullptr;
     return &tables_[static_cast<std::size_t>(stack_[static_cast<std::size_t>(at)].number)];
@@ -129,7 +129,7 @@ void ScriptRecord::set_field(std::int32_t index, const char *key) noexcept
         return;
     if (std::strcmp(entry->key.c_str(), key) != 0) [[unlikely]]
         rename(*table, *entry, key);
-    entry->value = operand(-1);
+    entry->value = from_top(1);
     --top_;
 }
 
@@ -138,14 +138,14 @@ void ScriptRecord::set_entry(std::int32_t index) noexcept
     Table *const table = table_at(index, 2);
     if (table == nullptr || (!table->is_array && table->size != 0))
         return give_up();
-    const Value &key = operand(-2);
+    const Value &key = from_top(2);
     if (key.kind != Kind::number || key.number != static_cast<std::int64_t>(table->size) + 1)
         return give_up();
     Entry *const entry = next_entry(*table);
     if (entry == nullptr)
         return;
     table->is_array = true;
-    entry->value = operand(-1);
+    entry->value = from_top(1);
     top_ -= 2;
 }
 

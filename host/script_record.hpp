@@ -55,7 +55,7 @@ public:
     bool finish(std::string_view name);
 
     // The services.
-    std::int32_t top() const { return top_; }
+    std::int32_t top() const { return static_cast<std::int32_t>(top_); }
     void create_table() noexcept;
     void pop(std::int32_t count) noexcept;
     void push(std::int64_t number) noexcept { push({Kind::number, 0, number}); }
@@ -84,13 +84,13 @@ private:
     const Table &table_of(const Value &table) const { return tables_[static_cast<std::size_t>(table.number)]; }
     void push(const Value &value) noexcept
     {
-        if (complete_ && top_ < static_cast<std::int32_t>(stack_.size()))
-            stack_[static_cast<std::size_t>(top_++)] = value;
+        if (complete_ && top_ < stack_.size())
+            stack_[top_++] = value;
         else
             give_up();
     }
     Table *table_at(std::int32_t index, std::int32_t operands);
-    const Value &operand(std::int32_t index) const { return stack_[static_cast<std::size_t>(top_ + index)]; }
+    const Value &from_top(std::size_t count) const { return stack_[top_ - count]; }
     void grow(Table &table) noexcept;
     Entry *next_entry(Table &table) noexcept;
     void rename(Table &table, Entry &entry, const char *key) noexcept;
@@ -99,7 +99,7 @@ private:
     void work(const Work &work) noexcept;
 
     std::array<Value, 32> stack_{}; ///< what is pushed beyond that is left to an engine
-    std::int32_t top_ = 0;
+    std::size_t top_ = 0;
     std::vector<Table> tables_; ///< those in use, then those that may be used again
     std::size_t used_ = 0;
     std::string characters_; ///< of all texts

@@ -106,18 +106,15 @@ void append_ipv4(std::string &out, std::uint64_t address)
 /// An IS-IS node's system identifier and pseudonode number, or one or two addresses of OSPF's.
 void append_router_id(std::string &out, std::uint64_t protocol, Value octets)
 {
-    const auto address = [octets](std::size_t at) {
-        return std::uint64_t{octets[at]} << 24 | octets[at + 1] << 16 | octets[at + 2] << 8 | octets[at + 3];
-    };
     switch (protocol) {
     case SYSDT_LS_ISIS_LEVEL_1:
     case SYSDT_LS_ISIS_LEVEL_2: out += grouped(octets.first(6), 2, '.') + "." + to_hex(octets.subspan(6, 1)); return;
     case SYSDT_LS_OSPFV2:
     case SYSDT_LS_OSPFV3:
-        append_ipv4(out, address(0));
-        if (address(4) != 0) {
+        append_ipv4(out, network_number(octets.first(4)));
+        if (const std::uint64_t second = network_number(octets.subspan(4, 4)); second != 0) {
             out += '/';
-            append_ipv4(out, address(4));
+            append_ipv4(out, second);
         }
         return;
     default: out += octets_text(octets);
