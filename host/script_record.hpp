@@ -4,9 +4,9 @@
 /// A script value as plain data: what the script services make where their state is no engine.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,19 +26,24 @@ public:
         std::uint32_t size;  ///< of a text
         std::int64_t number; ///< itself, where the text begins, or which table it is
     };
-    struct Entry {
-        Value key; ///< a text; of an array its position
-        Value value;
-    };
 
     /// What came of it.
-    const Value &value() const { return entries(root).front().value; }
-    /// By name, or by position.
-    std::span<const Entry> entries(const Value &table) const { return table_of(table).entries; }
+    const Value &value() const { return table_of(root).entries.front().value; }
     bool is_array(const Value &table) const { return table_of(table).is_array; }
+    bool is_empty(const Value &table) const { return table_of(table).size == 0; }
+    /// Gives the keys and values in the order of the keys, which are names; those of an array, by position, mean nothing.
+    template <class Take>
+    void each(const Value &table, const Take &take) const
+    {
+        const Table &all = table_of(table);
+        for (std::size_t i = 0; i < all.size; ++i) {
+            const Entry &entry = all.entries[all.is_array ? i : all.order[i]];
+            take(std::string_view(entry.key), entry.value);
+        }
+    }
     std::string_view text(const Value &text) const
     {
-        return std::string_view(characters_).substr(static_cast<std::size_t>(text.number), text.size);
+        return {characters_.data() + static_cast<std::size_t>(text.number), text.size};
     }
 
     /// Empty, but for a table on the stack to store one value in.
@@ -50,32 +55,51 @@ public:
     bool finish(std::string_view name);
 
     // The services.
-    std::int32_t top() const { return static_cast<std::int32_t>(stack_.size()); }
+    std::int32_t top() const { return static_cast<std::int32_t>(top_); }
     void create_table() noexcept;
     void pop(std::int32_t count) noexcept;
-    void push(std::int64_t number) noexcept;
+    void push(std::int64_t number) noexcept { push({Kind::number, 0, number}); }
     void push(std::string_view text) noexcept;
-    void set_field(std::int32_t index, std::string_view key) noexcept;
+    void set_field(std::int32_t index, const char *key) noexcept;
     void set_entry(std::int32_t index) noexcept;
     /// Takes part in nothing more.
     void give_up() noexcept { complete_ = false; }
 
 private:
+    struct Entry {
+        std::string key;
+        Value value;
+    };
+    /// Its entries keep their keys for the next one: values of one type mostly have the same, in one order.
     struct Table {
         bool is_array = false;
-        std::vector<Entry> entries = {};
+        std::size_t size = 0;             ///< how many entries are stored
+        std::size_t sorted = 0;           ///< the order is that of the keys of so many
+        std::vector<std::uint32_t> order; ///< which entry comes first, next, ...; not shorter than the entries
+        std::vector<Entry> entries;       ///< those stored, then those that may be used again
     };
 
     static constexpr Value root{Kind::table, 0, 0};
 
     const Table &table_of(const Value &table) const { return tables_[static_cast<std::size_t>(table.number)]; }
+    void push(const Value &value) noexcept
+    {
+        if (complete_ && top_ < stack_.size())
+            stack_[top_++] = value;
+        else
+            give_up();
+    }
     Table *table_at(std::int32_t index, std::int32_t operands);
-    Value kept(std::string_view text);
-    bool sort(Table &table) const;
+    const Value &from_top(std::size_t count) const { return stack_[top_ - count]; }
+    void grow(Table &table) noexcept;
+    Entry *next_entry(Table &table) noexcept;
+    void rename(Table &table, Entry &entry, const char *key) noexcept;
+    static bool sort(Table &table);
     template <class Work>
     void work(const Work &work) noexcept;
 
-    std::vector<Value> stack_;
+    std::array<Value, 32> stack_{}; ///< what is pushed beyond that is left to an engine
+    std::size_t top_ = 0;
     std::vector<Table> tables_; ///< those in use, then those that may be used again
     std::size_t used_ = 0;
     std::string characters_; ///< of all texts

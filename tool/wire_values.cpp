@@ -87,12 +87,9 @@ JsonObject ItemWriter::json(const wire::Form &form, const wire::Item &item, wire
                             const std::optional<Frame> &frame)
 {
     const SYSDT_Record &type = record_of(session_, form);
-    Buffer table;
-    const bool has_table = script_.append(table, session_.host(), type, item.value);
-    const std::string hex = to_json(hex_of(session_, type, item.value));
-    const JsonObject fields = fields_json(named_values(session_, type, item.value));
-    JsonObject line = line_json(text_of(session_, type, item.value),
-                                has_table ? std::optional(JsonView{table.text()}) : std::nullopt, fields, {hex});
+    const auto table = [&](Buffer &out) { return script_.append(out, session_.host(), type, item.value); };
+    JsonObject line = line_json(text_of(session_, type, item.value), table, named_values(session_, type, item.value),
+                                hex_of(session_, type, item.value));
     add_wire(line, item.beside, octets);
     if (frame)
         add_frame(line.add("type", name_of(type)), frame->number, frame->withdrawn);

@@ -51,6 +51,8 @@ public:
         *room(1) = character;
         grown(1);
     }
+    /// Leaves so many characters.
+    void cut(std::size_t size) { size_ = size; }
     void clear() { size_ = 0; }
 
     std::size_t size() const { return size_; }

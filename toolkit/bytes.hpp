@@ -27,4 +27,13 @@ void turn_to_native(const SYSDT_Record &type, std::span<std::uint8_t> value);
 /// From the machine's byte order to the target's.
 void turn_to_target(const SYSDT_Record &type, std::span<std::uint8_t> value);
 
+/// Of up to eight bytes in network order.
+inline std::uint64_t network_number(std::span<const std::uint8_t> bytes)
+{
+    std::uint64_t number = 0;
+    for (const std::uint8_t byte : bytes)
+        number = number << 8 | byte;
+    return number;
+}
+
 } // namespace bgpdt::toolkit

@@ -56,14 +56,6 @@ const char *sub_type_name(const Field &field, Value octets)
     return field.form == Form::rd || found == std::end(sub_types) ? "type" : found->name;
 }
 
-std::uint64_t network_number(Value bytes)
-{
-    std::uint64_t number = 0;
-    for (const std::uint8_t byte : bytes)
-        number = number << 8 | byte;
-    return number;
-}
-
 void set_number(NamedValue &value, Value bytes)
 {
     char digits[20];

@@ -103,28 +103,30 @@ void append_ipv4(std::string &out, std::uint64_t address)
     out += PAL_IpAddrToStr(static_cast<std::uint32_t>(address), buffer.data());
 }
 
-std::string dotted(Value octets)
-{
-    return std::to_string(octets[0]) + "." + std::to_string(octets[1]) + "." + std::to_string(octets[2]) + "." +
-           std::to_string(octets[3]);
-}
-
 /// An IS-IS node's system identifier and pseudonode number, or one or two addresses of OSPF's.
-std::string router_id(std::uint64_t protocol, Value octets)
+void append_router_id(std::string &out, std::uint64_t protocol, Value octets)
 {
     switch (protocol) {
     case SYSDT_LS_ISIS_LEVEL_1:
-    case SYSDT_LS_ISIS_LEVEL_2: return grouped(octets.first(6), 2, '.') + "." + to_hex(octets.subspan(6, 1));
+    case SYSDT_LS_ISIS_LEVEL_2: out += grouped(octets.first(6), 2, '.') + "." + to_hex(octets.subspan(6, 1)); return;
     case SYSDT_LS_OSPFV2:
-    case SYSDT_LS_OSPFV3: {
-        const bool second = std::ranges::any_of(octets.subspan(4, 4), [](std::uint8_t byte) { return byte != 0; });
-        return dotted(octets) + (second ? "/" + dotted(octets.subspan(4)) : "");
-    }
-    default: return octets_text(octets);
+    case SYSDT_LS_OSPFV3:
+        append_ipv4(out, network_number(octets.first(4)));
+        if (const std::uint64_t second = network_number(octets.subspan(4, 4)); second != 0) {
+            out += '/';
+            append_ipv4(out, second);
+        }
+        return;
+    default: out += octets_text(octets);
     }
 }
 
 bool is_community(const Field &field) { return field.name == std::string_view("community"); }
+
+bool is_large_community(const Field &field)
+{
+    return field.count == 3 && field.key == std::string_view("largeCommunity");
+}
 
 } // namespace
 
@@ -150,6 +152,8 @@ Field whole_field(const SYSDT_Record &type)
     return {.name = "value", .width = 1, .count = 1, .form = Form::bytes};
 }
 
+bool has_pieces(const Field &field) { return is_coded(field) || is_community(field) || is_large_community(field); }
+
 /// The two halves of a community (RFC 1997), the three numbers of a large one (RFC 8092).
 void add_pieces(const Field &field, Value bytes, const AddNamed &add)
 {
@@ -165,7 +169,7 @@ void add_pieces(const Field &field, Value bytes, const AddNamed &add)
         piece("community", number);
         piece("AS number", number >> 16);
         piece("local value", number & 0xffff);
-    } else if (field.count == 3 && field.key == std::string_view("largeCommunity")) {
+    } else if (is_large_community(field)) {
         const char *const names[] = {"administrator", "local data 1", "local data 2"};
         const char *const *name = names;
         each_number(field, bytes, [&](std::uint64_t number) { piece(*name++, number); });
@@ -193,7 +197,7 @@ FieldValue FieldReader::read(const Field &field, Value bytes) const
     FieldValue result{meaning(field, bytes), "", numbers_of(field, bytes)};
     result.in_words = word(field, bytes).has_value();
     result.pieces = pieces_of(field, bytes);
-    append_shown(result.shown, field, bytes);
+    result.shown = shown(field, bytes);
     return result;
 }
 
@@ -224,23 +228,27 @@ std::string FieldReader::meaning(const Field &field, Value bytes) const
     return is_coded(field) ? coded_meaning(field, bytes) : std::string(word(field, bytes).value_or(reading(field)));
 }
 
-void FieldReader::append_shown(std::string &out, const Field &field, Value bytes) const
+std::string FieldReader::shown(const Field &field, Value bytes) const
 {
-    std::array<char, 46> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written where it is read
     if (is_coded(field)) {
         const std::vector<NamedValue> pieces = pieces_of(field, bytes);
-        out += pieces[1].text + (pieces.size() > 2 ? ", " + pieces[2].text : "");
-        return;
-    }
-    if (is_router_id(field)) {
-        out += router_id(protocol_, bytes);
-        return;
+        return pieces[1].text + (pieces.size() > 2 ? ", " + pieces[2].text : "");
     }
     if (is_community(field)) {
         const std::uint64_t number = number_at(bytes);
-        out += std::to_string(number) + " = " + std::to_string(number >> 16) + ", " + std::to_string(number & 0xffff);
-        return;
+        return std::to_string(number) + " = " + std::to_string(number >> 16) + ", " + std::to_string(number & 0xffff);
     }
+    std::string text;
+    append_shown(text, field, bytes);
+    return text;
+}
+
+/// Of a field that is read as a whole.
+void FieldReader::append_shown(std::string &out, const Field &field, Value bytes) const
+{
+    std::array<char, 46> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written where it is read
+    if (is_router_id(field))
+        return append_router_id(out, protocol_, bytes);
     switch (field.form) {
     case Form::bytes: out += octets_text(bytes); return;
     case Form::text: out += text(bytes); return;

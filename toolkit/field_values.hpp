@@ -49,8 +49,8 @@ public:
 
     // Parts of that.
     std::string meaning(const Field &field, Value bytes) const;
-    void append_shown(std::string &out, const Field &field, Value bytes) const;
-    /// Into a cleared value of its name: what its number stands for, else what is shown, and the number if that is one.
+    /// Of a field without pieces into a cleared value of its name: what its number stands for, else what is shown, and the
+    /// number if that is one.
     void read(const Field &field, Value bytes, NamedValue &into) const;
 
     /// How many entries of the layout's list are told, which are not like all behind them; or hold nothing.
@@ -64,13 +64,17 @@ public:
 
 private:
     std::optional<std::string_view> word(const Field &field, Value bytes) const;
+    std::string shown(const Field &field, Value bytes) const;
+    void append_shown(std::string &out, const Field &field, Value bytes) const;
     bool is_empty(const Layout &layout, std::size_t entry) const;
 
     std::string_view kind_;
     std::uint64_t protocol_ = 0; ///< of a BGP-LS key
 };
 
-/// What the field's value is made of, if of more than one piece.
+/// Whether the field's values are made of more than one piece.
+bool has_pieces(const Field &field);
+/// Those pieces; none of any other field.
 void add_pieces(const Field &field, std::span<const std::uint8_t> bytes, const AddNamed &add);
 
 /// In hexadecimal; a long row of zeros at the end is cut.

@@ -107,7 +107,7 @@ void ValueFields::plan(const Layout &layout, std::size_t size)
         const std::string_view address = address_of(*field);
         const bool is_family = !address.empty();
         if (is_family || !is_of_family(fields, *field))
-            rows_.push_back({field, address});
+            rows_.push_back({field, field->name, has_pieces(*field), address});
         if (is_family) {
             rows_.back().of_family[0] = field_of(fields, address, ipv4_suffix);
             rows_.back().of_family[1] = field_of(fields, address, ipv6_suffix);
@@ -127,8 +127,18 @@ std::string_view ValueFields::kind(Value value)
     return kind_;
 }
 
-/// Under a name that no other value of the entry has: what goes with another field, as its notation does, is named after
-/// that.
+/// Gives the next a name that no other value of the entry has: what goes with another field, as its notation does, is
+/// named after that.
+void ValueFields::name_next(std::string_view name)
+{
+    std::string &own = values_[used_].name;
+    own.assign(name).append(index_);
+    const auto others = std::span(values_).subspan(entry_begin_, used_ - entry_begin_);
+    if (std::ranges::find(others, own, &NamedValue::name) != others.end())
+        own = std::string(before_) + index_ + " " + own;
+    named_ = index_.empty() ? used_ + 1 : 0;
+}
+
 NamedValue &ValueFields::add(std::string_view name)
 {
     if (used_ == values_.size())
@@ -136,11 +146,8 @@ NamedValue &ValueFields::add(std::string_view name)
     NamedValue &value = values_[used_];
     value.text.clear();
     value.number.reset();
-    if (value.name != name || !index_.empty()) // mostly it is what the value before had there
-        value.name.assign(name).append(index_);
-    const auto others = std::span(values_).subspan(entry_begin_, used_ - entry_begin_);
-    if (std::ranges::find(others, value.name, &NamedValue::name) != others.end())
-        value.name = std::string(before_) + index_ + " " + value.name;
+    if (used_ >= named_ || value.name != name || !index_.empty()) // mostly it is what the value before had there
+        name_next(name);
     ++used_;
     return value;
 }
@@ -155,10 +162,10 @@ void ValueFields::add_row(const FieldReader &reader, const Row &row, std::size_t
             if (field != nullptr && std::string_view(field->name).ends_with(family))
                 return reader.read(*field, bytes_of(*field), add(row.address));
     }
-    const std::size_t before = used_;
-    add_pieces(*row.field, bytes, [this](std::string_view name) -> NamedValue & { return add(name); });
-    if (used_ == before)
-        reader.read(*row.field, bytes, add(row.field->name));
+    if (row.has_pieces)
+        add_pieces(*row.field, bytes, [this](std::string_view name) -> NamedValue & { return add(name); });
+    else
+        reader.read(*row.field, bytes, add(row.name));
 }
 
 void ValueFields::add_entry(const FieldReader &reader, std::size_t entry)
@@ -167,7 +174,7 @@ void ValueFields::add_entry(const FieldReader &reader, std::size_t entry)
     before_ = {};
     for (const Row &row : rows_) {
         add_row(reader, row, entry * layout_->stride);
-        before_ = row.field->name;
+        before_ = row.name;
     }
 }
 

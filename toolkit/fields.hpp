@@ -34,6 +34,8 @@ private:
     /// A field, or the family of an address with the fields that it decides between.
     struct Row {
         const Field *field;
+        std::string_view name;
+        bool has_pieces;
         std::string_view address = {};
         const Field *of_family[2] = {};
     };
@@ -43,6 +45,7 @@ private:
     void add_entry(const FieldReader &reader, std::size_t entry);
     void add_row(const FieldReader &reader, const Row &row, std::size_t offset);
     NamedValue &add(std::string_view name);
+    void name_next(std::string_view name);
 
     Session &session_;
     const SYSDT_Record &type_;
@@ -53,6 +56,7 @@ private:
     std::string kind_;               ///< the name of that number
     std::vector<NamedValue> values_; ///< those of this value, then those that may be used again
     std::size_t used_ = 0;
+    std::size_t named_ = 0;       ///< so many in front have names of their own, without an index
     std::size_t entry_begin_ = 0; ///< where the values of this entry begin
     std::string index_;           ///< behind the names of a list's entry
     std::string_view before_;     ///< the field in front

@@ -86,9 +86,9 @@ const char *storage_of(const SYSDT_Record &type)
     }
 }
 
-JsonObject json_answer(Buffer room)
+JsonObject json_answer(Buffer before)
 {
-    JsonObject answer(std::move(room));
+    JsonObject answer(std::move(before));
     answer.add("schema", json_schema);
     return answer;
 }
@@ -213,30 +213,16 @@ void add_notes(JsonObject &answer, const std::vector<std::string> &notes)
         answer.add("notes", notes);
 }
 
-JsonObject fields_json(std::span<const NamedValue> fields, Buffer room)
+JsonObject fields_json(std::span<const NamedValue> fields, Buffer before)
 {
-    JsonObject object(std::move(room));
+    JsonObject object(std::move(before));
     for (const NamedValue &field : fields) {
         if (field.number)
-            object.add(field.name, *field.number);
+            object.add(field.name, [&field](Buffer &out) { out.append(field.text); });
         else
             object.add(field.name, field.text);
     }
     return object;
-}
-
-JsonObject line_json(const std::optional<std::string_view> &text, const std::optional<JsonView> &table,
-                     const JsonObject &fields, JsonView hex, Buffer room)
-{
-    JsonObject line = json_answer(std::move(room));
-    if (text)
-        line.add("text", *text);
-    if (table)
-        line.add("table", *table);
-    if (!fields.empty())
-        line.add("fields", fields);
-    line.add("hex", hex);
-    return line;
 }
 
 void add_wire(JsonObject &value, std::span<const NamedValue> beside, std::span<const std::uint8_t> octets)

@@ -5,12 +5,14 @@
 /// them; docs/bgpdt.schema.json says what.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <exception>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "dialects.hpp"
@@ -27,7 +29,8 @@ namespace bgpdt::toolkit {
 /// Begins every answer: it is raised when a member is gone or means something else.
 inline constexpr int json_schema = 2;
 
-JsonObject json_answer(Buffer room = {});
+/// @param before  what stands in front of it
+JsonObject json_answer(Buffer before = {});
 /// Of a type.
 JsonObject json_answer(const SYSDT_Record &type);
 
@@ -61,10 +64,24 @@ JsonObject candidates_json(const std::vector<std::string> &candidates);
 void add_notes(JsonObject &answer, const std::vector<std::string> &notes);
 
 /// The fields by their names.
-JsonObject fields_json(std::span<const NamedValue> fields, Buffer room = {});
+/// @param before  what stands in front of them
+JsonObject fields_json(std::span<const NamedValue> fields, Buffer before = {});
 /// A value in a line of a stream, with the members that it has.
-JsonObject line_json(const std::optional<std::string_view> &text, const std::optional<JsonView> &table,
-                     const JsonObject &fields, JsonView hex, Buffer room = {});
+/// @param table   writes it in place; false, with nothing written, if there is none
+/// @param before  what stands in front of the line
+template <std::predicate<Buffer &> Table, class Hex>
+JsonObject line_json(const std::optional<std::string_view> &text, const Table &table,
+                     std::span<const NamedValue> fields, const Hex &hex, Buffer before = {})
+{
+    JsonObject line = json_answer(std::move(before));
+    if (text)
+        line.add("text", *text);
+    line.add_some("table", table);
+    if (!fields.empty())
+        line.add("fields", [fields](Buffer &out) { out = fields_json(fields, std::move(out)).taken(); });
+    line.add("hex", hex);
+    return line;
+}
 
 /// Adds to a value what of it stood on the wire.
 /// @param beside  what the value has no room for

@@ -3,6 +3,7 @@
 #include "json_text.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -11,45 +12,61 @@
 namespace bgpdt::toolkit {
 namespace {
 
-constexpr bool is_plain(char c)
+/// A bit in the first byte, the lowest as a number, that does not stand in a string as it is, and maybe bits in bytes
+/// behind it; 0 if all do.
+template <class Word>
+constexpr Word odd_bytes(Word bytes)
 {
-    const auto byte = static_cast<std::uint8_t>(c);
-    return byte >= ' ' && byte < 0x7f && byte != '"' && byte != '\\';
+    constexpr auto each = [](unsigned byte) { return static_cast<Word>(Word(~Word{0}) / 0xff * byte); };
+    constexpr unsigned exchange = '"' ^ ' '; // a quote is then the next behind the control characters
+    const auto from_del = static_cast<Word>(bytes | (bytes + each(1)));
+    const auto to_quote = static_cast<Word>((bytes ^ each(exchange)) - each(' ' + 1));
+    const auto backslash = static_cast<Word>((bytes ^ each('\\')) - each(1));
+    return static_cast<Word>((from_del | to_quote | backslash) & each(0x80));
 }
 
-/// Whether all of eight are; of some that are it says no.
-bool are_plain(const char *eight)
+bool is_plain(char c) { return odd_bytes(static_cast<std::uint8_t>(c)) == 0; }
+
+template <class Word>
+Word copy_word(char *to, const char *from)
 {
-    constexpr std::uint64_t ones = 0x0101010101010101;
-    constexpr std::uint64_t tops = 0x80 * ones;
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, eight, sizeof bytes);
-    const auto zeros = [](std::uint64_t word) {
-        return (word - ones) & ~word;
-    }; // in the top bits, of the lowest at least
-    const std::uint64_t beyond = bytes | (bytes + ones);
-    const std::uint64_t below = (bytes - ' ' * ones) & ~bytes;
-    return ((beyond | below | zeros(bytes ^ '"' * ones) | zeros(bytes ^ '\\' * ones)) & tops) == 0;
+    Word bytes = 0;
+    std::memcpy(&bytes, from, sizeof bytes);
+    std::memcpy(to, &bytes, sizeof bytes);
+    return odd_bytes(bytes);
 }
 
-bool are_plain(std::string_view text)
+/// @param text  at least a word
+template <class Word>
+bool copy_words(char *to, std::string_view text)
 {
-    constexpr std::size_t word = sizeof(std::uint64_t);
-    if (text.size() < word)
-        return std::ranges::all_of(text, is_plain);
-    bool plain = are_plain(text.data() + text.size() - word);
-    for (std::size_t at = 0; plain && at + word < text.size(); at += word)
-        plain = are_plain(text.data() + at);
-    return plain;
+    const std::size_t last = text.size() - sizeof(Word);
+    Word odd = copy_word<Word>(to + last, text.data() + last);
+    for (std::size_t at = 0; at < last; at += sizeof(Word))
+        odd = static_cast<Word>(odd | copy_word<Word>(to + at, text.data() + at));
+    return odd == 0;
 }
 
-/// How many characters in front are.
+/// Copies the text. Whether it stands in a string as it is.
+bool copy_plain(char *to, std::string_view text)
+{
+    if (text.size() >= sizeof(std::uint64_t))
+        return copy_words<std::uint64_t>(to, text);
+    if (text.size() >= sizeof(std::uint32_t))
+        return copy_words<std::uint32_t>(to, text);
+    return text.empty() || copy_words<std::uint8_t>(to, text);
+}
+
+/// How many characters in front do.
 std::size_t plain_size(std::string_view text)
 {
-    constexpr std::size_t word = sizeof(std::uint64_t);
+    std::uint64_t word = 0;
     std::size_t at = 0;
-    while (at + word <= text.size() && are_plain(text.data() + at))
-        at += word;
+    for (; at + sizeof word <= text.size(); at += sizeof word) {
+        std::memcpy(&word, text.data() + at, sizeof word);
+        if (odd_bytes(word) != 0)
+            break;
+    }
     return static_cast<std::size_t>(std::ranges::find_if_not(text.substr(at), is_plain) - text.begin());
 }
 
@@ -80,16 +97,23 @@ Character character_in(std::string_view text)
 template <std::size_t Size>
 void append(Buffer &out, const char (&characters)[Size])
 {
-    out.append(std::string_view(characters, Size));
+    std::memcpy(out.room(Size), characters, Size);
+    out.grown(Size);
 }
+
+/// Those of characters that have one of their own; else 0.
+constexpr auto escape_letters = [] {
+    std::array<char, 256> letters{};
+    constexpr std::string_view named = "\b\t\n\f\r\"\\";
+    for (std::size_t i = 0; i < named.size(); ++i)
+        letters[static_cast<std::uint8_t>(named[i])] = "btnfr\"\\"[i];
+    return letters;
+}();
 
 void append_escape(Buffer &out, std::uint8_t code)
 {
-    constexpr std::string_view named = "\b\t\n\f\r\"\\";
-    constexpr std::string_view letters = "btnfr\"\\";
-    const std::size_t name = named.find(static_cast<char>(code));
-    if (name != std::string_view::npos)
-        append(out, {'\\', letters[name]});
+    if (const char letter = escape_letters[code]; letter != 0)
+        append(out, {'\\', letter});
     else
         append(out, {'\\', 'u', '0', '0', hex_digits[code >> 4], hex_digits[code & 0x0f]});
 }
@@ -106,13 +130,13 @@ void append_character(Buffer &out, std::string_view character, bool whole)
         out.append(character);
 }
 
-void append_escaped(Buffer &out, std::string_view text)
+[[gnu::noinline]] void append_escaped(Buffer &out, std::string_view text)
 {
     while (!text.empty()) {
         const std::size_t plain = plain_size(text);
         out.append(text.substr(0, plain));
         text.remove_prefix(plain);
-        if (!text.empty()) {
+        while (!text.empty() && !is_plain(text.front())) {
             const auto [size, whole] = character_in(text);
             append_character(out, text.substr(0, size), whole);
             text.remove_prefix(size);
@@ -126,13 +150,13 @@ void append_json(Buffer &out, std::string_view text)
 {
     char *const to = out.room(text.size() + 2);
     *to = '"';
-    out.grown(1);
-    if (are_plain(text)) {
-        text.copy(to + 1, text.size()); // there may be none
-        out.grown(text.size());
-    } else {
-        append_escaped(out, text);
+    if (copy_plain(to + 1, text)) [[likely]] {
+        to[1 + text.size()] = '"';
+        out.grown(text.size() + 2);
+        return;
     }
+    out.grown(1);
+    append_escaped(out, text);
     out.append('"');
 }
 

@@ -29,13 +29,6 @@ void append_json(Buffer &out, std::string_view text);
 
 inline void append_json(Buffer &out, const JsonText &value) { out.append(value.text); }
 
-/// JSON that stands elsewhere.
-struct JsonView {
-    std::string_view text;
-};
-
-inline void append_json(Buffer &out, JsonView value) { out.append(value.text); }
-
 template <std::integral Number>
 void append_json(Buffer &out, Number number)
 {
@@ -61,6 +54,13 @@ void append_json(Buffer &out, const std::vector<Value> &values)
     out.append(values.empty() ? "[]" : "]");
 }
 
+/// What is written in place.
+template <std::invocable<Buffer &> Write>
+void append_json(Buffer &out, const Write &write)
+{
+    write(out);
+}
+
 template <class Value>
 std::string to_json(const Value &value)
 {
@@ -73,8 +73,8 @@ std::string to_json(const Value &value)
 class JsonObject {
 public:
     JsonObject() = default;
-    /// @param room  what is there no more, whose memory serves for this one
-    explicit JsonObject(Buffer room) : text_(std::move(room)) { text_.clear(); }
+    /// @param before  what stands in front of it
+    explicit JsonObject(Buffer before) : text_(std::move(before)), begin_(text_.size()) {}
 
     template <class Value>
     JsonObject &add(std::string_view name, const Value &value)
@@ -85,15 +85,26 @@ public:
         append_json(text_, value);
         return *this;
     }
+    /// No member where nothing is written in place: `write` tells, and has then written nothing.
+    template <std::predicate<Buffer &> Write>
+    JsonObject &add_some(std::string_view name, const Write &write)
+    {
+        const std::size_t before = text_.size();
+        bool written = false;
+        add(name, [&](Buffer &out) { written = write(out); });
+        if (!written)
+            text_.cut(before);
+        return *this;
+    }
     /// No member for what there is not.
     JsonObject &add_some(std::string_view name, std::string_view text)
     {
         return text.empty() ? *this : add(name, text);
     }
 
-    bool empty() const { return text_.size() == 0; }
+    bool empty() const { return text_.size() == begin_; }
     std::string text() const { return to_json(*this); }
-    /// The text, which is then no longer here.
+    /// What stands in front of it and the text, which are then no longer here.
     Buffer taken()
     {
         text_.append(empty() ? "{}" : "}");
@@ -102,12 +113,13 @@ public:
 
     friend void append_json(Buffer &out, const JsonObject &object)
     {
-        out.append(object.empty() ? "{" : object.text_.text());
+        out.append(object.empty() ? "{" : object.text_.text().substr(object.begin_));
         out.append('}');
     }
 
 private:
     Buffer text_; ///< without the end
+    std::size_t begin_ = 0;
 };
 
 } // namespace bgpdt::toolkit

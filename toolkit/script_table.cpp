@@ -85,22 +85,8 @@ void append_table(Buffer &out, lua_State *lua, int table)
     out.append(brackets[1]);
 }
 
-void append_record(Buffer &out, const host::ScriptRecord &record, const host::ScriptRecord::Value &value);
-
-void append_record_table(Buffer &out, const host::ScriptRecord &record, const host::ScriptRecord::Value &table)
-{
-    const bool is_array = record.is_array(table);
-    char before = is_array ? '[' : '{';
-    for (const auto &[key, value] : record.entries(table)) {
-        out.append(std::exchange(before, ','));
-        if (!is_array) {
-            append_json(out, record.text(key));
-            out.append(':');
-        }
-        append_record(out, record, value);
-    }
-    out.append(record.entries(table).empty() ? "{}" : is_array ? "]" : "}");
-}
+[[gnu::noinline]] void append_record_table(Buffer &out, const host::ScriptRecord &record,
+                                           const host::ScriptRecord::Value &table);
 
 void append_record(Buffer &out, const host::ScriptRecord &record, const host::ScriptRecord::Value &value)
 {
@@ -110,6 +96,21 @@ void append_record(Buffer &out, const host::ScriptRecord &record, const host::Sc
     case Kind::text: return append_json(out, record.text(value));
     case Kind::table: return append_record_table(out, record, value);
     }
+}
+
+void append_record_table(Buffer &out, const host::ScriptRecord &record, const host::ScriptRecord::Value &table)
+{
+    const bool is_array = record.is_array(table);
+    char before = is_array ? '[' : '{';
+    record.each(table, [&](std::string_view key, const host::ScriptRecord::Value &value) {
+        out.append(std::exchange(before, ','));
+        if (!is_array) {
+            append_json(out, key);
+            out.append(':');
+        }
+        append_record(out, record, value);
+    });
+    out.append(record.is_empty(table) ? "{}" : is_array ? "]" : "}");
 }
 
 /// Whether there is a table.

@@ -233,8 +233,9 @@ void ValueReader::require_agreement(const ordered_json &given, Value value)
     };
     if (const auto text = lines_->text(value))
         require(text_member, to_json(*text));
-    if (const auto table = lines_->table(value))
-        require(table_member, std::string(table->text));
+    written_.clear();
+    if (lines_->append_table(written_, value))
+        require(table_member, std::string(written_.text()));
 }
 
 /// A line as it would be written: its members agree.
@@ -250,7 +251,9 @@ bool ValueReader::read_written(std::string_view line)
         return false;
     if (!session_.settings().native)
         turn_to_native(type_, value_);
-    return lines_->line(value_, value_) == line;
+    written_.clear();
+    lines_->append(written_, value_, value_);
+    return written_.text() == line;
 }
 
 Value ValueReader::read_json(std::string_view text)

@@ -67,7 +67,7 @@ private:
     Bytes halves_; ///< the positions' low bytes, then the high ones, while they are worked out
 };
 
-/// Writes values as JSON, one thread's own. Each text stays until the next of its kind.
+/// Writes values as JSON, one thread's own.
 class JsonLines {
 public:
     /// @param columns  the fields; all of them if empty
@@ -75,11 +75,14 @@ public:
 
     /// Without the line's end.
     /// @param printed  the value in the notation of the text
-    std::string_view line(Value value, Value printed);
+    void append(Buffer &out, Value value, Value printed);
 
     // The members that say the value in another way than by its bytes, as far as the type has them.
+
+    /// Stays until the next.
     std::optional<std::string_view> text(Value value);
-    std::optional<JsonView> table(Value value);
+    /// False, with nothing appended, if there is none.
+    bool append_table(Buffer &out, Value value);
 
 private:
     std::span<const NamedValue> fields(Value value);
@@ -92,10 +95,6 @@ private:
     ValueFields fields_;
     const std::vector<std::string> columns_;
     std::vector<NamedValue> asked_;
-    Buffer table_;
-    Buffer hex_; ///< with its quotes
-    Buffer members_;
-    Buffer line_;
 };
 
 /// Reads values, one thread's own.
@@ -129,6 +128,7 @@ private:
     const std::size_t size_;
     host::Converter converter_;
     std::optional<JsonLines> lines_;
+    Buffer written_; ///< by them
     LuaState lua_{nullptr, nullptr};
     Bytes value_;
     std::uint32_t status_ = 0;

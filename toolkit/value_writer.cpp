@@ -111,12 +111,7 @@ std::optional<std::string_view> JsonLines::text(Value value)
     return printed.ok() && printed.kind == SYSDT_KIND_STRING ? std::optional(printed.text()) : std::nullopt;
 }
 
-std::optional<JsonView> JsonLines::table(Value value)
-{
-    table_.clear();
-    return script_.append(table_, session_.host(), type_, value) ? std::optional(JsonView{table_.text()})
-                                                                 : std::nullopt;
-}
+bool JsonLines::append_table(Buffer &out, Value value) { return script_.append(out, session_.host(), type_, value); }
 
 std::span<const NamedValue> JsonLines::fields(Value value)
 {
@@ -130,17 +125,16 @@ std::span<const NamedValue> JsonLines::fields(Value value)
     return asked_;
 }
 
-std::string_view JsonLines::line(Value value, Value printed)
+void JsonLines::append(Buffer &out, Value value, Value printed)
 {
-    hex_.clear();
-    hex_.append('"');
-    put_hex(hex_.room(2 * value.size()), value, order_);
-    hex_.grown(2 * value.size());
-    hex_.append('"');
-    JsonObject members = fields_json(fields(value), std::move(members_));
-    line_ = line_json(text(printed), table(value), members, {hex_.text()}, std::move(line_)).taken();
-    members_ = members.taken();
-    return line_.text();
+    const auto table = [&](Buffer &to) { return append_table(to, value); };
+    const auto hex = [&](Buffer &to) {
+        to.append('"');
+        put_hex(to.room(2 * value.size()), value, order_);
+        to.grown(2 * value.size());
+        to.append('"');
+    };
+    out = line_json(text(printed), table, fields(value), hex, std::move(out)).taken();
 }
 
 // ------------------------------------------------------------------------------------------------ all formats
@@ -219,7 +213,7 @@ std::string ValueWriter::hex_of(Value value)
 void ValueWriter::write_json(Value value, Buffer &out)
 {
     value = filled_up(type_, value, filled_);
-    out.append(lines_->line(value, in_asked_notation(session_, type_, value, changed_)));
+    lines_->append(out, value, in_asked_notation(session_, type_, value, changed_));
     out.append('\n');
 }
 

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <initializer_list>
 #include <limits>
 #include <lua.hpp>
 #include <map>
@@ -81,6 +82,16 @@ constexpr std::int32_t holder = 1;
 constexpr const char *name = "value";
 constexpr Call store = set_field(holder, name);
 
+/// So many numbers from 0, of which the last is stored.
+Calls pushed(std::uint32_t count)
+{
+    Calls calls;
+    for (std::uint32_t number = 0; number < count; ++number)
+        calls.push_back(push(number));
+    calls.push_back(store);
+    return calls;
+}
+
 void make(const Call &call, void *state, std::int32_t table)
 {
     const auto number = static_cast<std::int32_t>(call.number);
@@ -119,9 +130,12 @@ std::string told(const ScriptRecord &record, const ScriptRecord::Value &value)
     case ScriptRecord::Kind::table: break;
     }
     std::vector<std::pair<std::string, std::string>> entries;
-    for (const auto &[key, entry] : record.entries(value))
-        entries.emplace_back(told(record, key), told(record, entry));
-    return told(record.is_array(value), entries);
+    const bool is_array = record.is_array(value);
+    record.each(value, [&](std::string_view key, const ScriptRecord::Value &entry) {
+        entries.emplace_back(is_array ? std::to_string(entries.size() + 1) : told(key), told(record, entry));
+    });
+    EXPECT_EQ(record.is_empty(value), entries.empty());
+    return told(is_array, entries);
 }
 
 /// Numbers are integers.
@@ -294,6 +308,46 @@ TEST_F(Recording, HoldsWhatIsStoredWhateverElseIsPushed)
     expect_held({create_table, push(1u), push(2u), set_field(-3, "a"), pop(1), store}, "{'a'=2}");
 }
 
+/// What a table with other names, or fewer, or in another order leaves behind says nothing of the next.
+TEST_F(Recording, HoldsTablesByNameAfterOthers)
+{
+    const auto fields = [](std::string_view names) {
+        static constexpr const char *known[] = {"a", "b", "c", "d name that no string has room for within itself"};
+        Calls calls{create_table};
+        for (const char letter : names) {
+            calls.push_back(push(static_cast<std::uint32_t>(letter)));
+            calls.push_back(set_field(-2, known[letter - 'a']));
+        }
+        calls.push_back(store);
+        return calls;
+    };
+    constexpr const char *both = "{'a'=97, 'b'=98}";
+    constexpr const char *all = "{'a'=97, 'b'=98, 'c'=99}";
+    for (const auto &[names, expected] : std::initializer_list<std::pair<const char *, const char *>>{
+             {"ba", both},
+             {"ba", both},
+             {"ab", both},
+             {"b", "{'b'=98}"},
+             {"ba", both},
+             {"bac", all},
+             {"bca", all},
+             {"", "{}"},
+             {"bca", all},
+             {"bc", "{'b'=98, 'c'=99}"},
+             {"bca", all},
+             {"bda", "{'a'=97, 'b'=98, 'd name that no string has room for within itself'=100}"},
+             {"bca", all}}) {
+        SCOPED_TRACE(names);
+        expect_held(fields(names), expected);
+        EXPECT_EQ(record(fields("aa")), std::nullopt);
+        EXPECT_EQ(record(fields("aa")), std::nullopt);
+        expect_held(fields(names), expected);
+        expect_held({create_table, push(1u), push("x"), set_table(-3), store}, "[1='x']");
+        EXPECT_EQ(record(fields(names), SYSDT_ERR_FAIL), std::optional<std::uint32_t>(SYSDT_ERR_FAIL));
+        expect_held(fields(names), expected);
+    }
+}
+
 TEST_F(Recording, AnswersTheTypesStatus)
 {
     const Calls calls{create_table, push(1u)}; // left behind
@@ -344,6 +398,7 @@ TEST_F(Recording, LeavesTheRestToAnEngine)
          {create_table, push(1u), push(7u), set_table(-3), push(1u), set_field(-2, "a"), store},
          "{'a'=1, 1=7}"},
         {"no text", {no_text, store}, "nil"},
+        {"more is pushed than there is room for", pushed(40), "39"},
     };
     for (const auto &[what, calls, expected] : cases) {
         SCOPED_TRACE(what);
@@ -462,15 +517,22 @@ TEST_F(Recording, HoldsWhatAnEngineHoldsOrNothing)
 
 // ------------------------------------------------------------------------------------------------ memory
 
-const Calls some_of_all{create_table,  push(1u),           push("a text that no string has room for within itself"),
-                        set_table(-3), push(2u),           create_table,
-                        push_wide(-1), set_field(-2, "n"), set_table(-3),
+const Calls some_of_all{create_table,
+                        push(1u),
+                        push("a text that no string has room for within itself"),
+                        set_table(-3),
+                        push(2u),
+                        create_table,
+                        push_wide(-1),
+                        set_field(-2, "a name that no string has room for within itself"),
+                        set_table(-3),
                         store};
 
 TEST_F(Recording, TakesNoMemoryForWhatItOnceHadRoomFor)
 {
     memory.requests = 0;
-    expect_held(some_of_all, "[1='a text that no string has room for within itself', 2={'n'=-1}]");
+    expect_held(some_of_all, "[1='a text that no string has room for within itself', "
+                             "2={'a name that no string has room for within itself'=-1}]");
     EXPECT_GT(memory.requests, 0);
     memory.requests = 0;
     const auto answered = record(some_of_all);

@@ -8,6 +8,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -49,6 +50,21 @@ TEST(JsonText, EveryPairOfBytes)
     }
 }
 
+/// Texts are copied in words: those of every length up to some of them, with every byte at each place.
+TEST(JsonText, EveryByteAtEachPlace)
+{
+    for (std::size_t size = 1; size <= 20; ++size) {
+        for (std::size_t at = 0; at < size; ++at) {
+            for (int byte = 0; byte < 256; ++byte) {
+                std::string text(size, '~');
+                text[at] = static_cast<char>(byte);
+                ASSERT_EQ(to_json(text), expected(text)) << size << " " << at << " " << byte;
+            }
+        }
+    }
+    EXPECT_EQ(to_json(std::string()), R"("")");
+}
+
 /// Characters of up to four bytes, whole, cut and spoilt.
 TEST(JsonText, AnyBytes)
 {
@@ -74,6 +90,34 @@ TEST(JsonText, ValuesOfEachSort)
     object.add("rows", std::vector<JsonObject>{JsonObject(), JsonObject().add("a", 1)});
     EXPECT_EQ(object.text(), R"({"text":"a\n\u007f","none":null,"yes":true,"least":-1,"most":18446744073709551615,)"
                              R"("numbers":[1,255],"texts":[],"rows":[{},{"a":1}]})");
+}
+
+TEST(JsonText, MembersInPlace)
+{
+    const auto nothing = [](Buffer &) { return false; };
+    const auto array = [](Buffer &out) {
+        out.append("[]");
+        return true;
+    };
+    JsonObject object;
+    EXPECT_TRUE(object.add_some("none", nothing).empty());
+    object.add_some("some", array).add_some("none", nothing).add("written", [](Buffer &out) { out.append("{}"); });
+    EXPECT_EQ(object.text(), R"({"some":[],"written":{}})");
+}
+
+TEST(JsonText, ObjectsBehindWhatStands)
+{
+    Buffer text;
+    text.append("front");
+    JsonObject object(std::move(text));
+    EXPECT_TRUE(object.empty());
+    EXPECT_EQ(object.text(), "{}");
+    object.add("a", 1);
+    EXPECT_FALSE(object.empty());
+    EXPECT_EQ(object.text(), R"({"a":1})");
+    Buffer both = object.taken();
+    EXPECT_EQ(both.text(), R"(front{"a":1})");
+    EXPECT_EQ(JsonObject(std::move(both)).taken().text(), R"(front{"a":1}{})");
 }
 
 } // namespace
