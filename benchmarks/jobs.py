@@ -61,7 +61,7 @@ OTHERS = {
 
 # What is put together to hostile texts.
 PIECES = (": . [ ] [] 1: 0 1 a :: [[ ( \" 1. - , / 65535: 0x [1] 00: target: \\ ? * % 1- a: 0000- 1/ as64496 [NODE] [UNKNOWN"
-          " [PREFIX][ 192.0.2.1: é").split(" ") + [" ", "1 2 ", "1:1 "]
+          " [PREFIX][ 192.0.2.1: a_ é").split(" ") + [" ", "1 2 ", "1:1 "]
 SIZES = (1000, 65_000, 1_000_000)
 LIMIT = 0.050  # seconds of a processor that nobody else uses
 BUSY = 4  # how much slower one may be

@@ -204,13 +204,18 @@ int Sorter::compare(const std::uint8_t *first, const std::uint8_t *second) const
                              : order_.compare(key_of(first), key_of(second));
 }
 
-void Sorter::note_differences(const std::uint8_t *value)
+/// @param key  with room for a value
+void Sorter::note_differences(std::uint8_t *key, std::size_t size)
 {
     if (count_ == 0) {
-        first_.assign(value, value + value_size_);
+        first_.assign(value_size_, 0);
+        std::copy(key, key + size, first_.begin());
+        first_key_ = size;
         differences_.assign(value_size_, 0);
     }
-    add_differences(first_.data(), value, differences_);
+    const std::size_t longer = std::max(size, first_key_); // behind it both are zeros
+    std::memset(key + size, 0, longer - size);
+    add_differences(first_.data(), key, std::span(differences_).first(longer));
 }
 
 void Sorter::store(Value value, std::string_view line)
@@ -223,7 +228,7 @@ void Sorter::store(Value value, std::string_view line)
     Chunk &chunk = chunks_.back();
     std::uint8_t *const entry = chunk.bytes.get() + chunk.size;
     const std::size_t key = order_.make_key(value, entry + sizeof(Head));
-    note_differences(entry + sizeof(Head));
+    note_differences(entry + sizeof(Head), key);
     const Head head{static_cast<std::uint32_t>(line.size()), static_cast<std::uint32_t>(key)};
     std::memcpy(entry, &head, sizeof head);
     std::memcpy(entry + sizeof head + key, line.data(), line.size());
@@ -236,7 +241,7 @@ void Sorter::store(Value value, std::string_view line)
 void Sorter::add(Value value, std::string_view line)
 {
     // Of an entry, in the list and in sorting.
-    const std::size_t bookkeeping = 2 * sizeof(Entry) + (order_.is_of_bytes() ? 0 : value_size_);
+    const std::size_t bookkeeping = 2 * sizeof(Entry) + (order_.reads_numbers() ? value_size_ : 0);
     store(value, line);
     if (used_ + count_ * bookkeeping > settings_.memory)
         spill();
@@ -295,6 +300,8 @@ void Sorter::sort_equal_words()
 {
     for (auto begin = entries_.begin(), end = begin; begin != entries_.end(); begin = end) {
         end = std::find_if(begin, entries_.end(), [&](const Entry &entry) { return entry.word != begin->word; });
+        if (end - begin == 1) // as most are
+            continue;
         std::stable_sort(begin, end, [this](const Entry &first, const Entry &second) {
             const int order = compare_keys(key_of(first.bytes), key_of(second.bytes));
             return is_descending() ? order > 0 : order < 0;
@@ -308,58 +315,80 @@ void Sorter::sort_equal_words()
 {
     constexpr std::size_t ahead = 16;
     constexpr std::size_t cache_line = 64;
+    constexpr std::size_t most = 5 * cache_line; // few entries have more
     if (place + ahead >= entries_.size())
         return;
-    __builtin_prefetch(entries_[place + ahead].bytes);
-    __builtin_prefetch(entries_[place + ahead].bytes + cache_line);
+    const std::uint8_t *const bytes = entries_[place + ahead].bytes;
+    for (std::size_t at = 0; at < most; at += cache_line)
+        __builtin_prefetch(bytes + at);
 }
 
-/// Whether all neighbours are.
-bool Sorter::is_in_order() const
+/// Which entries are, as far as neighbours tell.
+Sorter::Misplaced Sorter::misplaced() const
 {
+    Misplaced found{entries_.size(), 0, 0};
     if (order_.is_of_bytes())
-        return true;
-    Bytes asked[] = {Bytes(value_size_), Bytes(value_size_)};
+        return found;
+    Bytes rooms[] = {Bytes(value_size_), Bytes(value_size_)};
+    ValueOrder::Asked before{};
     for (std::size_t i = 0; i < entries_.size(); ++i) {
         fetch_after(i);
-        order_.write_asked(key_of(entries_[i].bytes), asked[i % 2].data());
-        if (i == 0)
-            continue;
-        const int own = order_.answer(asked[(i - 1) % 2].data(), asked[i % 2].data());
-        const int order = own != 0 ? own : compare_keys(key_of(entries_[i - 1].bytes), key_of(entries_[i].bytes));
+        const ValueOrder::Asked asked = order_.asked(key_of(entries_[i].bytes), rooms[i % 2].data());
+        const int order = i == 0 ? 0 : order_.compare(before, asked);
         if (settings_.reverse ? order < 0 : order > 0)
-            return false;
+            found = {std::min(found.first, i), i, found.count + 1};
+        before = asked;
     }
-    return true;
+    return found;
 }
 
-/// Asks the type about every two that are compared, which are in the order of their bytes: few are far from their place.
-/// What it is asked about is made once, and found by the word.
-void Sorter::sort_by_asking()
+/// Sorts those from the first misplaced one's neighbour to the last, then finds their place among the others.
+void Sorter::sort_by_asking(const Misplaced &misplaced)
 {
-    Bytes asked(entries_.size() * value_size_);
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-        entries_[i].word = i * value_size_;
-        order_.write_asked(key_of(entries_[i].bytes), asked.data() + entries_[i].word);
+    const auto first = entries_.begin() + static_cast<std::ptrdiff_t>(misplaced.first) - 1;
+    const auto behind = entries_.begin() + static_cast<std::ptrdiff_t>(misplaced.last) + 1;
+    const auto less = [this](const Entry &one, const Entry &other) { return compare(one.bytes, other.bytes) < 0; };
+    if (order_.reads_numbers())
+        sort_asking_once({first, behind});
+    else
+        std::stable_sort(first, behind, less);
+    std::inplace_merge(std::upper_bound(entries_.begin(), first, *first, less), first, behind, less);
+    std::inplace_merge(entries_.begin(), behind, std::lower_bound(behind, entries_.end(), behind[-1], less), less);
+}
+
+/// What the type is asked about is made once for each, and found by the word.
+void Sorter::sort_asking_once(std::span<Entry> entries) const
+{
+    Bytes asked(entries.size() * value_size_);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i].word = i * value_size_;
+        static_cast<void>(order_.asked(key_of(entries[i].bytes), asked.data() + entries[i].word));
     }
-    std::ranges::stable_sort(entries_, [&](const Entry &first, const Entry &second) {
-        const int own = order_.answer(asked.data() + first.word, asked.data() + second.word);
-        const int order = own != 0 ? own : compare_keys(key_of(first.bytes), key_of(second.bytes));
+    const auto asked_about = [&](const Entry &entry) {
+        return ValueOrder::Asked{key_of(entry.bytes), asked.data() + entry.word};
+    };
+    std::ranges::stable_sort(entries, [&](const Entry &first, const Entry &second) {
+        const int order = order_.compare(asked_about(first), asked_about(second));
         return settings_.reverse ? order > 0 : order < 0;
     });
 }
 
 /// The type is asked about neighbours alone, as long as its order is that of the bytes, which most types' is, or that the
-/// other way round: where no two neighbours are in disorder, none are, since the order is total.
+/// other way round: where no two neighbours are in disorder, none are, since the order is total. Else it is asked about
+/// those between the first and the last in disorder: few where only one kind of its values has an order of its own.
 void Sorter::sort()
 {
     sort_by_bytes();
-    while (by_ != By::asking && !is_in_order()) {
-        by_ = by_ == By::bytes ? By::bytes_reversed : By::asking;
+    Misplaced found = misplaced();
+    if (by_ == By::bytes && found.count != 0 && found.count == entries_.size() - 1) {
+        by_ = By::bytes_reversed;
         sort_by_bytes();
+        found = misplaced();
     }
-    if (by_ == By::asking)
-        sort_by_asking();
+    if (found.count != 0) {
+        by_ = By::asking;
+        sort_by_asking(found);
+    }
 }
 
 void Sorter::spill()

@@ -54,18 +54,26 @@ private:
     /// What the order was found to be until now: that of the bytes, that the other way round, or one that is asked for.
     enum class By : std::uint8_t { bytes, bytes_reversed, asking };
 
+    /// The entries that come before the one in front of them.
+    struct Misplaced {
+        std::size_t first;
+        std::size_t last;
+        std::size_t count;
+    };
+
     /// Whether the bytes' order is from the greatest to the least.
     bool is_descending() const { return settings_.reverse != (by_ == By::bytes_reversed); }
     void store(toolkit::Value value, std::string_view line);
-    void note_differences(const std::uint8_t *value);
+    void note_differences(std::uint8_t *key, std::size_t size);
     int compare(const std::uint8_t *first, const std::uint8_t *second) const;
     void list_entries(std::span<const std::size_t> word_bytes);
     void sort_by_bytes();
     void sort_by_words(std::size_t size);
     void sort_equal_words();
     void fetch_after(std::size_t place) const;
-    bool is_in_order() const;
-    void sort_by_asking();
+    Misplaced misplaced() const;
+    void sort_by_asking(const Misplaced &misplaced);
+    void sort_asking_once(std::span<Entry> entries) const;
     void sort();
     void spill();
     void merge(std::size_t first_run, std::size_t count, const Take &take);
@@ -79,7 +87,8 @@ private:
     std::size_t chunk_left_ = 0;
     std::uint64_t used_ = 0;
     std::size_t count_ = 0;      ///< of the entries in the chunks
-    toolkit::Bytes first_;       ///< of their values, in the target's order
+    toolkit::Bytes first_;       ///< of their values, in the target's order, with all zeros
+    std::size_t first_key_ = 0;  ///< its size without the zeros at its end
     toolkit::Bytes differences_; ///< the bits in which values differ from that
     std::vector<Entry> entries_; ///< in order, once they are sorted
     By by_ = By::bytes;

@@ -106,6 +106,11 @@ Found Refused::found(const Edit &edit, std::string reason) const
     return Diagnosis{text, edit.at, edit.length, std::move(reason), edited(text, edit)};
 }
 
+Found Refused::rewritten(const std::string &by, const std::string &reason)
+{
+    return by != text && takes(by) ? found(difference(text, by), reason) : Found{};
+}
+
 Found Refused::told(Range place, std::string reason) const
 {
     return Diagnosis{text, place.begin, place.size(), std::move(reason)};

@@ -86,6 +86,8 @@ struct Refused {
     std::optional<std::uint64_t> greatest(const std::string &whole, Range run);
 
     Found found(const Edit &edit, std::string reason) const;
+    /// With what differs from the rewritten text, if the type takes that.
+    Found rewritten(const std::string &by, const std::string &reason);
     /// Without a repair.
     Found told(Range place, std::string reason) const;
     /// What the first of the edits that makes a text of the type tells. The reason is told of the piece that is edited

@@ -47,11 +47,14 @@ bool begins_number(const std::string &text, std::size_t at)
     return is_digit(text[at]) && (at == 0 || (!is_inner(text[at - 1]) && text[at - 1] != '.'));
 }
 
-/// The groups in brackets behind one another, brackets and all.
+constexpr std::size_t most_groups = 64; // more than any key has
+
+/// The groups in brackets behind one another, brackets and all; one more than the most of those that no key has.
 Texts groups_in(const std::string &text)
 {
     Texts groups;
-    for (std::size_t at = 0; at < text.size() && text[at] == '['; at += groups.back().size()) {
+    for (std::size_t at = 0; at < text.size() && text[at] == '[' && groups.size() <= most_groups;
+         at += groups.back().size()) {
         const std::size_t close = closing(text, at);
         if (close == std::string::npos)
             break;
@@ -160,7 +163,6 @@ Found router_id_groups(Refused &refused)
 
 Found missing_groups(Refused &refused)
 {
-    constexpr std::size_t most_groups = 64; // more than any key has
     const Texts mine = groups_in(refused.text);
     if (mine.empty() || mine.size() > most_groups)
         return {};

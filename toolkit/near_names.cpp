@@ -3,7 +3,6 @@
 #include "near_names.hpp"
 
 #include <algorithm>
-#include <cctype>
 #include <numeric>
 
 namespace bgpdt::toolkit {
@@ -25,7 +24,8 @@ std::vector<std::size_t> distances(std::string_view word, std::string_view text)
 std::string lower(std::string_view text)
 {
     std::string result(text);
-    std::ranges::transform(result, result.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    for (char &c : result)
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     return result;
 }
 

@@ -21,6 +21,17 @@ bool is_small(const std::string &addition, const std::string &text)
     return addition.size() <= std::max<std::size_t>(text.size(), 3);
 }
 
+std::string quoted(const std::string &text) { return "\"" + text + "\""; }
+
+std::string unquoted(const std::string &text)
+{
+    std::string result = text;
+    std::erase(result, '"');
+    return result;
+}
+
+std::string in_small_letters(const std::string &text) { return lower(text); }
+
 /// Without the blanks between its ends, but for those that keep two numbers or words apart.
 std::string unspaced(const std::string &text)
 {
@@ -144,14 +155,13 @@ std::vector<std::size_t> word_beginnings(const std::string &text, Range window)
     return places;
 }
 
-std::vector<Rewriting> rewritings(const std::string &text)
+std::span<const Rewriting> rewritings()
 {
-    std::string unquoted = text;
-    std::erase(unquoted, '"');
-    return {{"\"" + text + "\"", "the text must stand in double quotes here"},
-            {unquoted, "double quotes cannot stand here"},
-            {lower(text), "capital letters cannot stand here"},
-            {unspaced(text), "blanks cannot stand here"}};
+    static constexpr Rewriting all[] = {{quoted, "the text must stand in double quotes here"},
+                                        {unquoted, "double quotes cannot stand here"},
+                                        {in_small_letters, "capital letters cannot stand here"},
+                                        {unspaced, "blanks cannot stand here"}};
+    return all;
 }
 
 std::vector<WordEdit> words_like(const std::string &text, std::size_t at, const Texts &words)

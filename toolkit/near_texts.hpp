@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -29,10 +30,10 @@ std::vector<std::size_t> word_beginnings(const std::string &text, Range window);
 
 /// The whole text written in another way.
 struct Rewriting {
-    std::string text;
+    std::string (*of)(const std::string &text);
     const char *reason;
 };
-std::vector<Rewriting> rewritings(const std::string &text);
+std::span<const Rewriting> rewritings();
 
 /// A word in the place of one that is like it.
 struct WordEdit {

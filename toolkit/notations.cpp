@@ -45,19 +45,15 @@ std::span<const Written> names_written(std::uint16_t type_id)
     }
 }
 
+constexpr std::size_t longest_word = 32; ///< more than any that is known here has
+
+/// Where the word that begins at the place ends, or has more characters than any that is known.
 std::size_t word_end(const std::string &text, std::size_t at)
 {
-    while (at < text.size() && (is_inner(text[at]) || text[at] == '-' || text[at] == '_'))
+    const std::size_t last = std::min(text.size(), at + longest_word);
+    while (at < last && (is_inner(text[at]) || text[at] == '-' || text[at] == '_'))
         ++at;
     return at;
-}
-
-/// What the rewritten text tells, with what differs marked.
-Found rewritten(Refused &refused, const std::string &by, const std::string &reason)
-{
-    if (by == refused.text || !refused.takes(by))
-        return {};
-    return refused.found(difference(refused.text, by), reason);
 }
 
 struct Entries {
@@ -92,10 +88,11 @@ std::string field_written(const std::string &shown)
 /// What stands in brackets, if a text is nothing else but for ":" between them.
 Texts fields_in_brackets(const std::string &text)
 {
+    constexpr std::size_t most_fields = 16; // more than any route has
     Texts fields;
     for (std::size_t at = 0; at < text.size(); at += at < text.size() && text[at] == ':' ? 1 : 0) {
         const std::size_t end = text[at] == '[' ? text.find(']', at) : std::string::npos;
-        if (end == std::string::npos)
+        if (end == std::string::npos || fields.size() == most_fields)
             return {};
         fields.push_back(text.substr(at + 1, end - at - 1));
         at = end + 1;
@@ -194,7 +191,7 @@ Found label(Refused &refused)
     constexpr std::string_view labels[] = {"as",     "asn",          "rt",        "rd",    "soo",
                                            "target", "route-target", "community", "large", "ext"};
     const std::size_t end = word_end(refused.text, 0);
-    const std::size_t letters = std::min(refused.text.find_first_of(digits), end);
+    const std::size_t letters = std::min(refused.text.substr(0, end).find_first_of(digits), end);
     const std::size_t behind = refused.text.find_first_not_of(": ", letters);
     const std::string word = lower(refused.text.substr(0, letters));
     if (std::ranges::find(labels, word) == std::end(labels) || behind == std::string::npos)
@@ -235,7 +232,7 @@ Found list_separators(Refused &refused)
     std::string entries;
     for (const auto &[begin, end] : Entries(text).places)
         entries.append(entries.empty() ? "" : " ").append(text, begin, end - begin);
-    return rewritten(refused, entries, "blanks alone separate the entries of a list");
+    return refused.rewritten(entries, "blanks alone separate the entries of a list");
 }
 
 Found too_many_entries(Refused &refused)
@@ -261,7 +258,7 @@ Found other_brackets(Refused &refused)
         const bool closes = c == ')' || c == '}' || c == '>';
         c = opens ? '[' : closes ? ']' : c;
     }
-    return rewritten(refused, text, "brackets are square here");
+    return refused.rewritten(text, "brackets are square here");
 }
 
 Found route_in_brackets(Refused &refused)
@@ -273,8 +270,8 @@ Found route_in_brackets(Refused &refused)
         std::swap(fields.back(), fields[fields.size() - 2]);
     fields.erase(fields.begin());
     std::ranges::transform(fields, fields.begin(), field_written);
-    return rewritten(refused, joined(fields, ":"),
-                     "fields stand without brackets here, and without the type of the route");
+    return refused.rewritten(joined(fields, ":"),
+                             "fields stand without brackets here, and without the type of the route");
 }
 
 Found hexadecimal_number(Refused &refused)
@@ -420,7 +417,7 @@ std::optional<Spans> spans_of(const std::string &text)
         const bool bare = spans.numbers.empty() && end == text.size();
         const std::size_t begin = std::min(text.find_first_not_of(' ', end), text.size());
         const std::size_t behind = bare ? end : std::min(text.find_first_of(" 0123456789", begin), text.size());
-        const std::string word = bare ? "s" : lower(text.substr(begin, behind - begin));
+        const std::string word = bare ? "s" : lower(text.substr(begin, std::min(behind - begin, longest_word)));
         const auto *const unit = std::ranges::find_if(
             units, [&word](const Unit &row) { return !word.empty() && std::string_view(row.name).starts_with(word); });
         constexpr std::size_t most_digits = 10;
@@ -488,11 +485,15 @@ Found duration(Refused &refused)
 
 namespace {
 
-std::vector<std::size_t> places_of(const std::string &text, char c)
+/// Where the character stands, if not at more places than so many.
+std::vector<std::size_t> places_of(const std::string &text, char c, std::size_t most)
 {
     std::vector<std::size_t> places;
-    for (std::size_t at = text.find(c); at != std::string::npos; at = text.find(c, at + 1))
+    for (std::size_t at = text.find(c); at != std::string::npos; at = text.find(c, at + 1)) {
+        if (places.size() == most)
+            return {};
         places.push_back(at);
+    }
     return places;
 }
 
@@ -523,8 +524,8 @@ Found other_separators(Refused &refused)
     for (const char from : {':', '-', '/', ',', ';', '_', '.'}) {
         if (from == '.' && dots) // they do not separate parts
             continue;
-        const std::vector<std::size_t> places = places_of(refused.text, from);
-        if (places.size() < 2 || places.size() > most_places)
+        const std::vector<std::size_t> places = places_of(refused.text, from, most_places);
+        if (places.size() < 2)
             continue;
         for (const char to : {'/', '-', ':'})
             if (Found found = replaced(refused, places, from, to))

@@ -60,7 +60,6 @@ Value filled_up(const SYSDT_Record &type, Value value, Bytes &room)
 void ByteOrder::work_out(const Layout &layout, std::size_t size)
 {
     layout_ = &layout;
-    reach_ = 0;
     positions_.resize(size);
     std::iota(positions_.begin(), positions_.end(), std::uint16_t{0});
     if (native_ || std::endian::native == std::endian::big || size < type_.dataLength)
@@ -76,10 +75,8 @@ void ByteOrder::work_out(const Layout &layout, std::size_t size)
     }
     reverse_numbers(layout, low);
     reverse_numbers(layout, high);
-    for (std::size_t i = 0; i < size; ++i) {
+    for (std::size_t i = 0; i < size; ++i)
         positions_[i] = static_cast<std::uint16_t>(high[i] << 8 | low[i]);
-        reach_ = std::max(reach_, i - std::min<std::size_t>(i, positions_[i]));
-    }
 }
 
 // ------------------------------------------------------------------------------------------------ reading

@@ -53,8 +53,6 @@ public:
             work_out(layout, value.size());
         return positions_.data();
     }
-    /// How far in front of its place in that order a byte of the last value stands at most.
-    std::size_t reach() const { return reach_; }
 
 private:
     void work_out(const Layout &layout, std::size_t size);
@@ -63,7 +61,6 @@ private:
     const bool native_;
     const Layout *layout_ = nullptr; ///< of the positions
     std::vector<std::uint16_t> positions_;
-    std::size_t reach_ = 0;
     Bytes halves_; ///< the positions' low bytes, then the high ones, while they are worked out
 };
 

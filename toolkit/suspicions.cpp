@@ -26,9 +26,9 @@ std::string nothing_can(const std::string &piece, const std::string &) { return 
 /// Quotes, capitals or blanks all over the text.
 Found whole_text(Refused &refused)
 {
-    for (const auto &[rewriting, reason] : rewritings(refused.text))
-        if (rewriting != refused.text && refused.takes(rewriting))
-            return refused.found(difference(refused.text, rewriting), reason);
+    for (const auto &[of, reason] : rewritings())
+        if (Found found = refused.rewritten(of(refused.text), reason))
+            return found;
     return {};
 }
 

@@ -32,18 +32,34 @@ Bytes with_number(const SYSDT_Record &type, std::uint16_t number)
     return value;
 }
 
-/// Without those at the end, which are looked for a machine word at a time.
+/// How many of the bytes are left without the blocks at the end that are zeros.
+template <std::size_t block>
+std::size_t size_without_zeros(const std::uint8_t *bytes, std::size_t size)
+{
+    constexpr std::uint8_t zeros[block] = {};
+    while (size >= block && std::memcmp(bytes + size - block, zeros, block) == 0)
+        size -= block;
+    return size;
+}
+
 std::size_t size_without_zeros(Value value)
 {
-    std::size_t size = value.size();
-    for (std::uint64_t word = 0; size >= sizeof word; size -= sizeof word) {
-        std::memcpy(&word, value.data() + size - sizeof word, sizeof word);
-        if (word != 0)
-            break;
+    std::size_t size = size_without_zeros<64>(value.data(), value.size());
+    size = size_without_zeros<8>(value.data(), size);
+    return size_without_zeros<1>(value.data(), size);
+}
+
+/// Writes a number's bytes the other way round.
+void copy_turned(const std::uint8_t *from, std::size_t width, std::uint8_t *to)
+{
+    std::uint32_t usual = 0;
+    if (width != sizeof usual) {
+        std::reverse_copy(from, from + width, to);
+        return;
     }
-    while (size != 0 && value[size - 1] == 0)
-        --size;
-    return size;
+    std::memcpy(&usual, from, sizeof usual);
+    usual = __builtin_bswap32(usual);
+    std::memcpy(to, &usual, sizeof usual);
 }
 
 int compared(const SYSDT_Record &type, const void *first, const void *second)
@@ -64,51 +80,65 @@ bool compares_numbers(const SYSDT_Record &type)
 
 ValueOrder::ValueOrder(Session &session, const SYSDT_Record &type)
     : type_(type), size_(value_size(type)), asks_(type.compare != nullptr && !has_kinds(session, type)),
-      reads_numbers_(asks_ && compares_numbers(type)), target_(type, false)
+      reads_numbers_(asks_ && compares_numbers(type))
 {
+}
+
+const std::vector<ValueOrder::Number> &ValueOrder::numbers_of(Value value)
+{
+    const Layout &layout = layout_of(type_.typeId, value, std::endian::native);
+    const auto known = std::ranges::find_if(
+        numbers_, [&](const Numbers &numbers) { return numbers.layout == &layout && numbers.size == value.size(); });
+    if (known != numbers_.end())
+        return known->numbers;
+    std::vector<Number> &numbers = numbers_.emplace_back(Numbers{&layout, value.size(), {}}).numbers;
+    ByteOrder target(type_, false);
+    const std::uint16_t *const positions = target.positions(value);
+    for (std::size_t at = 0, width = 1; at < value.size(); at += width) {
+        width = std::size_t{1} + positions[at] - at; // the byte that comes first is the number's last
+        if (width > 1)
+            numbers.push_back({static_cast<std::uint16_t>(at), static_cast<std::uint16_t>(width)});
+    }
+    return numbers;
 }
 
 std::size_t ValueOrder::make_key(Value value, std::uint8_t *room)
 {
-    const std::uint16_t *const positions = target_.positions(value);
-    const std::size_t size = std::min(size_, size_without_zeros(value) + target_.reach());
-    for (std::size_t i = 0; i < size; ++i)
-        room[i] = value[positions[i]];
-    std::memset(room + size, 0, size_ - size);
-    return size_without_zeros({room, size});
+    const std::size_t size = size_without_zeros(value);
+    std::size_t end = 0;
+    std::memcpy(room, value.data(), size);
+    for (const auto [at, width] : numbers_of(value)) {
+        if (at >= size)
+            break;
+        copy_turned(value.data() + at, width, room + at);
+        end = std::size_t{at} + width;
+    }
+    return size_without_zeros<1>(room, std::max(size, end)); // fewer than a number has bytes
 }
 
-void ValueOrder::write_asked(Key key, std::uint8_t *room) const
+ValueOrder::Asked ValueOrder::asked(Key key, std::uint8_t *room) const
 {
+    if (!reads_numbers_ && key.size() == size_)
+        return {key, key.data()};
     std::memcpy(room, key.data(), key.size());
     std::memset(room + key.size(), 0, size_ - key.size());
     if (reads_numbers_)
         turn_to_native(type_, {room, size_});
+    return {key, room};
 }
 
-const std::uint8_t *ValueOrder::asked(Key key, std::uint8_t *room) const
+int ValueOrder::compare(Asked first, Asked second) const
 {
-    if (!reads_numbers_ && key.size() == size_)
-        return key.data();
-    write_asked(key, room);
-    return room;
-}
-
-int ValueOrder::answer(const std::uint8_t *first, const std::uint8_t *second) const
-{
-    const int order = compared(type_, first, second);
-    return order == 1 || order == -1 ? order : 0;
+    const int order = compared(type_, first.bytes, second.bytes);
+    return order == 1 || order == -1 ? order : compare_keys(first.key, second.key);
 }
 
 int ValueOrder::compare(Key first, Key second) const
 {
-    if (asks_) {
-        Room<usual_size> rooms[] = {Room<usual_size>(size_), Room<usual_size>(size_)};
-        const int order = answer(asked(first, rooms[0].data()), asked(second, rooms[1].data()));
-        if (order != 0)
-            return order;
-    }
-    return compare_keys(first, second);
+    if (!asks_)
+        return compare_keys(first, second);
+    Room<usual_size> rooms[] = {Room<usual_size>(size_), Room<usual_size>(size_)};
+    return compare(asked(first, rooms[0].data()), asked(second, rooms[1].data()));
 }
 
 int compare_keys(ValueOrder::Key first, ValueOrder::Key second)

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "session.hpp"
 #include "stream_values.hpp"
@@ -27,29 +28,47 @@ public:
 
     ValueOrder(Session &session, const SYSDT_Record &type);
 
+    /// A key, and what Compare is asked about it: bytes of a value's size.
+    struct Asked {
+        Key key;
+        const std::uint8_t *bytes;
+    };
+
     /// Whether the order is that of the keys' bytes, whatever the values.
     bool is_of_bytes() const { return !asks_; }
-    /// Writes a value in the target's order and answers how many of its bytes are its key.
+    /// Whether Compare reads numbers of the machine's order. The target's answer is its answer to values in that order.
+    bool reads_numbers() const { return reads_numbers_; }
+    /// Writes a value's key and answers its size.
+    /// @param value  at most of the type's size
+    /// @param room   for a value of that size
     std::size_t make_key(Value value, std::uint8_t *room);
+    /// What Compare is asked about is written to room for a value, or is the key itself where that is all of it.
+    Asked asked(Key key, std::uint8_t *room) const;
 
     /// Negative, 0 or positive.
     int compare(Key first, Key second) const;
-
-    /// Writes what Compare is asked about, of a value's size.
-    void write_asked(Key key, std::uint8_t *room) const;
-    /// Compare's answer: -1 or 1 where it orders the two, else 0.
-    int answer(const std::uint8_t *first, const std::uint8_t *second) const;
+    /// The same of a type whose order is not that of the bytes whatever the values.
+    int compare(Asked first, Asked second) const;
 
 private:
-    /// The same, which is the key itself where that is all of it.
-    const std::uint8_t *asked(Key key, std::uint8_t *room) const;
+    /// A number that is the other way round on the target.
+    struct Number {
+        std::uint16_t at;
+        std::uint16_t width;
+    };
+    struct Numbers {
+        const Layout *layout;
+        std::size_t size;            ///< of the value
+        std::vector<Number> numbers; ///< the first in front
+    };
+
+    const std::vector<Number> &numbers_of(Value value);
 
     const SYSDT_Record &type_;
     const std::size_t size_;
     const bool asks_; ///< Compare orders some values
-    const bool
-        reads_numbers_; ///< Compare reads numbers of the machine's order, so that the target's answer is its answer
-    ByteOrder target_;
+    const bool reads_numbers_;
+    std::vector<Numbers> numbers_; ///< of values as there were until now
 };
 
 /// The order of two keys' bytes: negative, 0 or positive.

@@ -167,7 +167,8 @@ TEST_F(DiagnosisTest, FindsOneWrongCharacterOfEverySample)
 TEST_F(DiagnosisTest, EndsSoon)
 {
     std::vector<std::string> texts;
-    for (const char *piece : {"x", "1:", "[", "]", "[NODE", "64496 ", "0011.", "1-", "\xc3\xa4", "%", "no-export "}) {
+    for (const char *piece :
+         {"x", "1:", "[", "]", "[NODE", "64496 ", "0011.", "1-", "\xc3\xa4", "%", "no-export ", "[]", "a_"}) {
         for (const std::size_t length : {100U, 300U, 1000U, 4000U, 65000U}) {
             std::string text;
             while (text.size() < length)

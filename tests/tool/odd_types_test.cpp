@@ -3,6 +3,7 @@
 /// @file
 /// Types that the router has none of, and values and texts at the edge of what there is room for.
 #include <algorithm>
+#include <bit>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -156,6 +157,23 @@ TEST(OddType, ComparesValuesOfOneLength)
     };
     EXPECT_EQ(compare({1}, {1, 2}), "ODD compares values of one length only: the first has 1 byte, the second 2");
     EXPECT_EQ(compare({1, 2}, {1, 2}), "nothing is refused");
+}
+
+/// A shorter value is none whose numbers are known.
+TEST(OddType, HasKeysOfShorterValuesAsTheyStand)
+{
+    const SYSDT_Record type = type_of(SYSDT_KIND_BINARY, 4);
+    ValueOrder order(session(), type);
+    const auto key_of = [&order](const Bytes &value) {
+        Bytes key(4);
+        key.resize(order.make_key(value, key.data()));
+        return key;
+    };
+    EXPECT_EQ(key_of({1, 2}), (Bytes{1, 2}));
+    const bool turned = std::endian::native == std::endian::little;
+    EXPECT_EQ(key_of({1, 2, 0, 0}), turned ? (Bytes{0, 0, 2, 1}) : (Bytes{1, 2}));
+    EXPECT_EQ(key_of({1, 2, 0}), (Bytes{1, 2}));
+    EXPECT_EQ(key_of({0, 0, 0, 0}), Bytes());
 }
 
 template <std::uint32_t Status>

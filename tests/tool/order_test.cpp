@@ -53,6 +53,21 @@ protected:
     const std::vector<Bytes> list = values().contains(GetParam()) ? values().at(GetParam()) : std::vector<Bytes>{};
 };
 
+/// Whatever value of which layout was asked for before.
+TEST_P(Order, HasKeysInTheTargetsOrder)
+{
+    ValueOrder order(session(), type);
+    for (const Bytes &value : list) {
+        Bytes wanted = value;
+        turn_to_target(type, wanted);
+        Bytes key(value.size(), 0xff);
+        key.resize(order.make_key(value, key.data()));
+        ASSERT_TRUE(key.empty() || key.back() != 0);
+        key.resize(value.size());
+        ASSERT_EQ(key, wanted);
+    }
+}
+
 TEST_P(Order, IsTotal)
 {
     const Table table(type, list);
