@@ -52,11 +52,9 @@ Lines expected(const SYSDT_Record &type, const std::vector<Bytes> &values, Setti
     std::ranges::stable_sort(places, [&](std::size_t first, std::size_t second) {
         return settings.reverse ? compare(first, second) > 0 : compare(first, second) < 0;
     });
-    if (settings.unique) {
-        const auto rest = std::ranges::unique(
-            places, [&](std::size_t first, std::size_t second) { return compare(first, second) == 0; });
-        places.erase(rest.begin(), rest.end());
-    }
+    const auto same = [&](std::size_t first, std::size_t second) { return compare(first, second) == 0; };
+    if (settings.unique)
+        places.erase(std::unique(places.begin(), places.end(), same), places.end());
     Lines lines;
     for (const std::size_t place : places)
         lines.push_back(std::to_string(place));
@@ -142,7 +140,7 @@ TEST_F(Sorting, FindsTheFewThatAreMisplaced)
         std::vector<Bytes> of_octets;
         std::vector<Bytes> of_numbers;
         for (std::size_t i = 0, count = 2 + below(300); i < count; ++i) {
-            const std::uint32_t number = static_cast<std::uint32_t>(below(256));
+            const auto number = static_cast<std::uint32_t>(below(256));
             of_octets.push_back({static_cast<std::uint8_t>(number), 0, static_cast<std::uint8_t>(below(3)), 0});
             of_numbers.emplace_back(sizeof number);
             std::memcpy(of_numbers.back().data(), &number, sizeof number);
