@@ -18,6 +18,8 @@ import re
 import statistics
 import sys
 
+from plot import COLOURS, Line, Panel, plot
+
 LOOP = re.compile(r"measured_|_M_invoke|bench::\(anonymous namespace\)::(count|parse_once)")
 COMMON = re.compile(r"^(SYSDT_BTrim|PAL_StrTrim|NCF_IsSpaceInString|SYS_DataType\w+)$")
 TAKE = re.compile(r"^SYS_DataTypeMalloc")
@@ -178,7 +180,6 @@ def check(counts, path):
     return 1 if problems else 0
 
 
-SERIES_COLOURS = ("#1f77b4", "#d62728", "#2ca02c", "#9467bd")
 NS_PER_BYTE = 1000 / 16
 
 
@@ -192,37 +193,10 @@ def read_growth(path):
     return series
 
 
-def plot(series, path):
-    """Each series in a panel of its own, with the limit as a dashed line."""
-    width, height, margin = 360, 240, 56
-    parts = [f'<svg xmlns="http://www.w3.org/2000/svg" width="{(width + margin) * len(series) + margin}" '
-             f'height="{height + 2 * margin}" font-family="sans-serif" font-size="11">']
-    for number, (name, points) in enumerate(series.items()):
-        left, bottom = margin + number * (width + margin), margin + height
-        most_bytes, most_ns = max(size for size, _ in points), 1.1 * max(cost for _, cost in points)
-
-        def place(size, cost):
-            return f"{left + width * size / most_bytes:.1f},{bottom - height * cost / most_ns:.1f}"
-
-        line = " ".join(place(*point) for point in points)
-        limit_end = min(most_bytes, most_ns / NS_PER_BYTE)
-        parts.append(f'<text x="{left}" y="{margin - 12}" font-size="13">{name}</text>')
-        parts.append(f'<path d="M{left},{margin} V{bottom} H{left + width}" fill="none" stroke="black"/>')
-        parts.append(f'<text x="{left}" y="{margin - 1}" dx="3" dy="9">{most_ns:.0f} ns</text>')
-        parts.append(f'<text x="{left + width}" y="{bottom + 14}" text-anchor="end">{most_bytes} bytes</text>')
-        parts.append(f'<polyline points="{place(0, 0)} {place(limit_end, limit_end * NS_PER_BYTE)}" fill="none" '
-                     f'stroke="gray" stroke-dasharray="4"/>')
-        parts.append(f'<polyline points="{line}" fill="none" stroke="{SERIES_COLOURS[number]}" stroke-width="2"/>')
-        for row, (words, colour) in enumerate((("measured", SERIES_COLOURS[number]), ("the limit", "gray"))):
-            parts.append(f'<text x="{left + width - 4}" y="{bottom - 24 + 14 * row}" text-anchor="end" '
-                         f'fill="{colour}">{words}</text>')
-    parts.append("</svg>\n")
-    with open(path, "w", encoding="utf-8") as file:
-        file.write("\n".join(parts))
-
-
 def print_growth(series, path):
-    plot({name: points for name, points in series.items() if not name.startswith("limit ")}, path)
+    shown = {name: points for name, points in series.items() if not name.startswith("limit ")}
+    plot([Panel(name, ("bytes", "ns"), [Line("measured", colour, points)], limit=NS_PER_BYTE)
+          for (name, points), colour in zip(shown.items(), COLOURS)], path)
     too_slow = False
     rows = []
     for name, points in series.items():

@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include "bgp_datatype/bgp_datatype.h"
+#include "support/attack_host.hpp"
+#include "support/conversion.hpp"
 #include "support/guarded.hpp"
 #include "support/plugin_test.hpp"
 
@@ -158,6 +160,26 @@ TEST_F(AsNumberParserTest, OnlyTheExtendedOneTakesZero)
 {
     expect("SYSDT_Str2AsNum", {{"0", SYSDT_ERR_FAIL, untouched, untouched}});
     expect("SYSDT_Str2AsNumExt", {{"0", 0, 0, 0}});
+}
+
+// Where there is no memory: what no name can be is refused, or read, before a copy is taken.
+TEST_F(ContractTest, OnlyTheNameOfACommunityTakesMemory)
+{
+    auto *parse = exported<decltype(SYSDT_Str2Community)>("SYSDT_Str2Community");
+    AttackHost &services = AttackHost::instance();
+    const auto expect = [&](const std::string &sample, std::uint32_t status) {
+        SYSDT_Community value{};
+        Guarded text = guarded_text(sample);
+        services.begin({.first = 1, .onward = true});
+        EXPECT_EQ(status, parse(owner_handle, reinterpret_cast<char *>(text.data()), &value)) << sample;
+        EXPECT_EQ(status == SYSDT_ERR_NO_MEMORY ? 1U : 0U, services.requests()) << sample;
+    };
+    for (const std::string &name : {std::string("no-export"), std::string("a"), std::string(19, 'a')})
+        expect(name, SYSDT_ERR_NO_MEMORY);
+    for (const std::string &none : {std::string(), std::string(" \t"), std::string("no export"), std::string(20, 'a'),
+                                    std::string("1:2:3"), std::string("4294967296")})
+        expect(none, SYSDT_ERR_FAIL);
+    expect("64496:100", SYSDT_OK);
 }
 
 TEST_F(ContractTest, SeparatorsOfAnExtendedRouteTarget)

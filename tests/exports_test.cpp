@@ -301,11 +301,16 @@ TEST_F(ExportsTest, ATimeRangeThatTheHostDoesNotTrimIsNone)
 TEST_F(ExportsTest, ParsersNeedTheirPointers)
 {
     char text[] = "1:2:3";
+    char refused[] = "no export";
+    char unknown[] = "no-such-name";
     const char *const constant = text;
     SYSDT_Community community{};
     SYSDT_LargeCommunity large{};
     expect_pointers_needed<decltype(SYSDT_Str2Community)>("SYSDT_Str2Community", SYSDT_ERR_NULL_PTR, 7U, text,
                                                           &community);
+    for (char *none : {refused, unknown}) // whatever else is wrong
+        expect_pointers_needed<decltype(SYSDT_Str2Community)>("SYSDT_Str2Community", SYSDT_ERR_NULL_PTR, 7U, none,
+                                                              &community);
     expect_pointers_needed<decltype(SYSDT_Str2CommunitySetCmty)>("SYSDT_Str2CommunitySetCmty", SYSDT_ERR_NULL_PTR, 1U,
                                                                  constant, &community);
     expect_pointers_needed<decltype(BRM_GetWellKnownCmyVal)>("BRM_GetWellKnownCmyVal", SYSDT_ERR_NULL_PTR, 7U, 5U,

@@ -61,6 +61,7 @@ static_assert(gives<"%d", i32>("-2147483648", INT32_MIN) && fails<"%d", i32>("-2
 static_assert(gives<"%x">("fF", 255U) && gives<"%x">("0x1f", 31U) && fails<"%x">("0x") && fails<"%x">("0xg"));
 static_assert(gives<"%llx", u64>("ffffffffffffffff", UINT64_MAX) && fails<"%llx", u64>("10000000000000000"));
 static_assert(gives<"%2x">("123", 0x12U) && gives<"%2x">("1g", 1U) && gives<"%2x">("-1", 0xFFFFFFFFU));
+static_assert(fails<"%1x">("-0x5") && gives<"%2x">("-0x5", 0U) && fails<"%3x">("-0x5") && gives<"%4x">("+0x5", 5U));
 static_assert(fails<"%2x">("g1") && fails<"%2x">(".1") && fails<"%2x">("0x1") && fails<"%2x">("-"));
 
 // An address is four octets, each as "%u" reads it, in one number; it counts once, and only as a whole.
