@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "host/ascii.hpp"
+
 namespace bgpdt::toolkit {
 std::vector<std::size_t> distances(std::string_view word, std::string_view text)
 {
@@ -24,8 +26,7 @@ std::vector<std::size_t> distances(std::string_view word, std::string_view text)
 std::string lower(std::string_view text)
 {
     std::string result(text);
-    for (char &c : result)
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    std::ranges::transform(result, result.begin(), host::to_lower);
     return result;
 }
 
