@@ -88,6 +88,7 @@ class Job:
     needs: list["Job"] = field(default_factory=list)
     state: str = "waiting"  # running, passed, failed, left out, kept
     seconds: float = 0
+    processor_seconds: float = 0  # which a busy machine hardly changes
     proved: list[str] = field(default_factory=list)
 
     @property
@@ -179,16 +180,19 @@ class Runner:
     def run_job(self, job: Job) -> None:
         began = time.monotonic()
         with open(job.log, "wb") as log:
-            status = subprocess.call(job.command, stdout=log, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
+            process = subprocess.Popen(job.command, stdout=log, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL)
+            _, status, usage = os.wait4(process.pid, 0)
+            process.returncode = os.waitstatus_to_exitcode(status)
         with self.changed:
             job.seconds = time.monotonic() - began
+            job.processor_seconds = usage.ru_utime + usage.ru_stime
             job.state = "passed" if status == 0 else "failed"
             self.tell(job)
             self.changed.notify()
 
     def tell(self, job: Job) -> None:
         self.clear_progress()
-        say(f"{job.state} {job.name}, {duration(job.seconds)}")
+        say(f"{job.state} {job.name}, {duration(job.seconds)} ({duration(job.processor_seconds)} of processor)")
         if self.verbose or job.state == "failed":
             lines = job.log.read_text(errors="replace").splitlines()
             for line in lines if self.verbose else lines[-SHOWN_LINES:]:
