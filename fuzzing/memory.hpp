@@ -68,8 +68,9 @@ public:
 
 private:
     static constexpr std::size_t gap = 16;
-    static constexpr std::size_t arena_size = std::size_t{1} << 20;
-    static constexpr std::size_t most_blocks = 4096;
+    // A listing takes four blocks for each entry of its record.
+    static constexpr std::size_t arena_size = std::size_t{4} << 20;
+    static constexpr std::size_t most_blocks = 16384;
 
     Memory();
     Block &reserve(std::size_t size, Owner owner, std::size_t shift = 0);
