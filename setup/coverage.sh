@@ -10,7 +10,7 @@ cd "$(dirname -- "$0")/.."
 rm -f "$coverage"/*.profraw # earlier runs' counts
 export BGPDT_PLUGIN="$coverage/src/libbgp_datatype.so" BGPDT_TEST_SEED=0 LLVM_PROFILE_FILE="$coverage/%p.profraw"
 for program in vectors plugin faults mistakes; do
-    BGPDT_TEST_SHARE=1 "$release/tests/bgpdt_${program}_test" --gtest_brief=1
+    BGPDT_TEST_SHARE=7 "$release/tests/bgpdt_${program}_test" --gtest_brief=1
 done
 for program in printers sweep; do
     BGPDT_TEST_SHARE=100 "$release/tests/bgpdt_${program}_test" --gtest_brief=1

@@ -46,7 +46,7 @@ STEPS = (
     Step("i686-whole", "(only when named) the plug-in's suite as that build", ("i686",)),
     Step("fuzz", "ten seconds with each fuzzer of records, library and wire"),
     Step("fuzz-fronts", "(only when named) ten seconds with each fuzzer of command lines, lines, names, Lua, SQL and sequences of calls"),
-    Step("sweeps", "every case that other steps thin out, of the target one in five", ("release", "ppc")),
+    Step("sweeps", "what other steps thin out or leave out: all cases, one in three, or on the target one in eleven", ("release", "ppc")),
     Step("coverage", "the suite reaches each line, branch and condition of the plug-in", ("release", "coverage bgp_datatype")),
     Step("coverage-rooms", "(only when named) the suite reaches nearly all of host, toolkit, wire, library, tool and modules", ("coverage",)),
     Step("tsan", "every vector line and libbgpdt's functions from eight threads at once, under TSan",
@@ -226,7 +226,7 @@ def duration(seconds: float) -> str:
 
 def results_of(job: Job) -> list[xml.etree.ElementTree.Element]:
     """The tests that the step ran."""
-    files = sorted(TOP.glob(f"build/*/results-{job.name}.xml"))
+    files = sorted(TOP.glob(f"build/*/results-{job.name}.*.xml"))
     return [case for file in files for case in xml.etree.ElementTree.parse(file).getroot().iter("testcase")]
 
 

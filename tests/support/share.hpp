@@ -21,9 +21,9 @@ namespace bgpdt::test {
 
 /// Odd and prime, so that no digit or byte value is always left out.
 #if defined(__powerpc__)
-inline constexpr const char *usual_share = "47";
+inline constexpr const char *usual_share = "97";
 #elif defined(__SANITIZE_ADDRESS__) || defined(__i386__)
-inline constexpr const char *usual_share = "19";
+inline constexpr const char *usual_share = "37";
 #else
 inline constexpr const char *usual_share = "7";
 #endif

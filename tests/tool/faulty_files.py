@@ -20,7 +20,7 @@ from dataclasses import dataclass
 
 BGPDT, LAYER = (str(pathlib.Path(path).resolve()) for path in sys.argv[1:3])
 FOLDER = pathlib.Path(sys.argv[3]).resolve()
-SHARE = int(os.environ.get("BGPDT_TEST_SHARE", "7"))
+SHARE = int(os.environ.get("BGPDT_TEST_SHARE", "13"))
 SEED = int(os.environ.get("BGPDT_TEST_SEED", datetime.date.today().toordinal()))
 SECONDS = 60  # for what hangs
 
