@@ -20,6 +20,7 @@
 #include "toolkit/samples.hpp"
 #include "toolkit/session.hpp"
 #include "toolkit/shown_text.hpp"
+#include "vector_values.hpp"
 
 namespace bgpdt::toolkit {
 namespace {
@@ -107,7 +108,7 @@ protected:
         }
     }
 
-    Session session_{Settings{}};
+    Session &session_ = test::session();
     std::size_t limits_ = 0;
     std::size_t repairs_ = 0;
     std::clock_t longest_ = 0; ///< of processor time, that a diagnosis took

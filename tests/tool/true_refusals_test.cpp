@@ -12,6 +12,7 @@
 #include "toolkit/errors.hpp"
 #include "toolkit/other_types.hpp"
 #include "toolkit/session.hpp"
+#include "vector_values.hpp"
 
 namespace bgpdt::toolkit {
 namespace {
@@ -211,9 +212,8 @@ void expect_row(Session &session, const Row &row)
 
 TEST(TrueRefusals, TeachWhatIsTrue)
 {
-    Session session{Settings{}};
     for (const Row &row : rows())
-        expect_row(session, row);
+        expect_row(test::session(), row);
 }
 
 } // namespace
