@@ -22,7 +22,7 @@ web_test_packages="chromium libgtest-dev"
 speaker_packages="gobgpd frr bird2 exabgp tshark python3"
 test_packages="$tool_packages $fuzz_packages $target_packages libgtest-dev googletest clang-format clang-tidy
     g++-i686-linux-gnu abigail-tools valgrind clang-19 libclang-rt-19-dev llvm-19 python3 libyang-tools lua5.4
-    libsqlite3-dev sqlite3 zsh fish mandoc groff-base file time luarocks python3-dev python3-venv $deb_packages"
+    libsqlite3-dev sqlite3 zsh fish mandoc groff-base file time python3-dev python3-venv"
 
 # missing_packages PACKAGE...: those that are not installed
 missing_packages() {

@@ -104,7 +104,10 @@ packages)
     "$top/tests/install/packages.sh" "$top/build/packages" "$top/build/packages/tried"
     ;;
 debian) "$top/packaging/debian.sh" clean "$top/build/debian/packages" ;;
-luarocks) "$top/tests/lua/luarocks.sh" ;;
+luarocks)
+    need_packages luarocks
+    "$top/tests/lua/luarocks.sh"
+    ;;
 python) "$top/tests/python/run.sh" core ;;
 python-columns | python-everywhere) "$top/tests/python/run.sh" "${step#python-}" ;;
 recipes) "$top/tests/recipes/recipes.py" "$top/build/recipes" ;;
