@@ -17,7 +17,8 @@ import sys
 here = pathlib.Path(__file__).resolve().parent
 top = here.parent.parent
 recipes = {"type": 4, "row": 5}  # how many files may be written by hand
-options = ["-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_UNITY_BUILD=ON", "-DBGPDT_HOST=ON", "-DBGPDT_TESTS=ON"]
+options = ["-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DCMAKE_UNITY_BUILD=ON", "-DBGPDT_HOST=ON",
+           "-DBGPDT_TESTS=ON"]
 whole = [*options, "-DBGPDT_TOOL=ON", "-DBGPDT_LUA_MODULE=ON"]
 # Where a table is told of what is new.
 targets = ["bgp_datatype", "bgpdt_vectors_test", "bgpdt_plugin_test", "bgpdt_interface"]
