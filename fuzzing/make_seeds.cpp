@@ -3,7 +3,8 @@
 /// @file
 /// make_seeds FOLDER: writes the fuzzers' seeds and their dictionary, made of the tests' vectors and of the wire's samples.
 ///
-/// The folder gets a folder for each fuzzer, a file a seed, and the dictionary records.dict.
+/// The folder gets a folder for each fuzzer, a file a seed, and the dictionary records.dict. In a fuzzer's folder `kept` is
+/// the corpus of fuzzing/corpus, a text a line.
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
@@ -24,6 +25,7 @@
 #include "seeds.hpp"
 #include "subjects.hpp"
 #include "support/setting.hpp"
+#include "support/words.hpp"
 
 namespace bgpdt::fuzzing {
 
@@ -305,6 +307,18 @@ private:
     std::map<std::string, int> words_;
 };
 
+// ------------------------------------------------------------------------------------------------ kept corpus
+
+/// A file of texts, as the vectors write them, to a folder in that of its fuzzer's seeds.
+std::size_t add_kept(const std::filesystem::path &folder, const std::filesystem::path &texts)
+{
+    Seeds seeds(folder / texts.stem() / "kept");
+    std::ifstream file(texts);
+    for (std::string line; std::getline(file, line);)
+        seeds.add(in_bytes(test::Words(line).text()));
+    return seeds.count();
+}
+
 void make_seeds(const std::filesystem::path &folder)
 {
     const test::Vectors vectors = test::read_vector_folder(test::vectors_folder());
@@ -320,7 +334,10 @@ void make_seeds(const std::filesystem::path &folder)
     dictionary.write(folder / "records.dict");
     Seeds wire_seeds(folder / "wire");
     add_wire_seeds(wire_seeds, BGPDT_WIRE_SAMPLES);
-    std::printf("%s, %zu of the wire\n", seeds.summary().c_str(), wire_seeds.count());
+    std::size_t kept = 0;
+    for (const auto &entry : std::filesystem::directory_iterator(BGPDT_FUZZING_CORPUS))
+        kept += add_kept(folder, entry.path());
+    std::printf("%s, %zu of the wire, %zu kept\n", seeds.summary().c_str(), wire_seeds.count(), kept);
 }
 
 } // namespace
