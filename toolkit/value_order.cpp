@@ -125,7 +125,8 @@ ValueOrder::Asked ValueOrder::asked(Key key, std::uint8_t *room) const
     if (!asks_ || is_asked(key))
         return {key, key.data()};
     std::memcpy(room, key.data(), key.size());
-    std::memset(room + key.size(), 0, size_ - key.size());
+    if (key.size() != size_)
+        std::memset(room + key.size(), 0, size_ - key.size());
     if (!reads_numbers_)
         return {key, room};
     const Layout &layout = layout_of(type_.typeId, {room, size_}, std::endian::big);
