@@ -327,10 +327,11 @@ void Sorter::sort_by(const Places &places, std::span<Entry> entries)
     sort_by_words(by.word_size(), entries);
     for (auto begin = entries.begin(), end = begin; by.has_more() && begin != entries.end(); begin = end) {
         end = std::find_if(begin, entries.end(), [&](const Entry &entry) { return entry.word != begin->word; });
-        if (end - begin > 1) // few are
-            std::stable_sort(begin, end, [&by](const Entry &first, const Entry &second) {
-                return by.is_less(key_of(first.bytes), key_of(second.bytes));
-            });
+        if (end - begin == 1) // as most are
+            continue;
+        std::stable_sort(begin, end, [&by](const Entry &first, const Entry &second) {
+            return by.is_less(key_of(first.bytes), key_of(second.bytes));
+        });
     }
 }
 

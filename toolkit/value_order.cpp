@@ -130,11 +130,12 @@ ValueOrder::Asked ValueOrder::asked(Key key, std::uint8_t *room) const
     if (!reads_numbers_)
         return {key, room};
     const Layout &layout = layout_of(type_.typeId, {room, size_}, std::endian::big);
-    if (const Numbers *known = known_numbers(layout, size_))
+    if (const Numbers *known = known_numbers(layout, size_)) {
         for (const auto [at, width] : known->numbers)
             copy_turned(room + at, width, room + at);
-    else
+    } else {
         turn_to_native(type_, {room, size_});
+    }
     return {key, room};
 }
 
