@@ -281,7 +281,10 @@ void Sorter::store(Value value, std::string_view line)
     const std::size_t room = sizeof(Head) + value_size_ + line.size();
     if (room > chunk_left_) {
         chunk_left_ = std::max(room, chunk_size);
-        chunks_.push_back({std::unique_ptr<std::uint8_t[]>(new std::uint8_t[chunk_left_]), 0});
+        if (idle_.empty() || room > chunk_size)
+            idle_.emplace_back(new std::uint8_t[chunk_left_]);
+        chunks_.push_back({std::move(idle_.back()), 0});
+        idle_.pop_back();
     }
     Chunk &chunk = chunks_.back();
     std::uint8_t *const entry = chunk.bytes.get() + chunk.size;
@@ -487,6 +490,8 @@ void Sorter::spill()
     for (const Entry &entry : entries_)
         runs_->write(bytes_of(entry.bytes));
     runs_->end_run();
+    for (Chunk &chunk : chunks_)
+        idle_.push_back(std::move(chunk.bytes));
     chunks_.clear();
     chunk_left_ = 0;
     used_ = 0;
@@ -543,6 +548,7 @@ void Sorter::each_in_order(const Take &take)
     }
     if (count_ != 0)
         spill();
+    idle_.clear();
     merge_in_passes();
     merge(0, runs_->places().size(), take);
 }

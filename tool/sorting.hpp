@@ -87,6 +87,7 @@ private:
     const Settings settings_;
     const std::size_t value_size_;
     std::vector<Chunk> chunks_;
+    std::vector<std::unique_ptr<std::uint8_t[]>> idle_; ///< chunks of the run before
     std::size_t chunk_left_ = 0;
     std::uint64_t used_ = 0;
     std::size_t count_ = 0;      ///< of the entries in the chunks
