@@ -145,6 +145,11 @@ std::optional<int> ValueOrder::answer(Asked first, Asked second) const
     return answer >= -1 && answer <= 1 ? std::optional(answer) : std::nullopt;
 }
 
+int ValueOrder::compare(Asked first, Asked second) const
+{
+    return asks_ ? decide(answer(first, second), first.key, second.key) : compare_keys(first.key, second.key);
+}
+
 int ValueOrder::compare(Key first, Key second) const
 {
     if (!asks_ || (is_asked(first) && is_asked(second)))

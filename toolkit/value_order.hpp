@@ -49,10 +49,7 @@ public:
 
     /// Negative, 0 or positive.
     int compare(Key first, Key second) const;
-    int compare(Asked first, Asked second) const
-    {
-        return asks_ ? decide(answer(first, second), first.key, second.key) : compare_keys(first.key, second.key);
-    }
+    int compare(Asked first, Asked second) const;
     /// What Compare answers: negative, 0 or positive, or nothing where it has no order.
     std::optional<int> answer(Asked first, Asked second) const;
     /// The order by what Compare answers, else by the bytes.
