@@ -31,6 +31,9 @@ constexpr std::size_t most_runs = 64; ///< that are merged at a time, each with 
 constexpr std::size_t buffer_size = std::size_t{1} << 16;
 constexpr std::uint64_t least_memory = buffer_size; ///< with less, runs would be shorter than what is read of one
 
+using Place = ValueOrder::Place;
+using Places = ValueOrder::Places;
+
 /// An entry begins with it; behind it stand the key and the line.
 struct Head {
     std::uint32_t line;
@@ -58,23 +61,95 @@ std::string_view bytes_of(const std::uint8_t *entry)
     return {reinterpret_cast<const char *>(entry), Head::of(entry).entry_size()};
 }
 
-/// Sets the bits in which the two differ, a machine word at a time.
-void add_differences(const std::uint8_t *first, const std::uint8_t *second, std::span<std::uint8_t> differences)
+template <class Word>
+Word load(const std::uint8_t *from)
 {
-    const auto add = [&]<class Word>(std::size_t at, Word word) {
-        Word words[] = {word, word, word};
-        std::memcpy(&words[0], first + at, sizeof word);
-        std::memcpy(&words[1], second + at, sizeof word);
-        std::memcpy(&words[2], &differences[at], sizeof word);
-        words[2] = static_cast<Word>(words[2] | (words[0] ^ words[1]));
-        std::memcpy(&differences[at], &words[2], sizeof word);
-    };
-    std::size_t at = 0;
-    for (; at + sizeof(std::uint64_t) <= differences.size(); at += sizeof(std::uint64_t))
-        add(at, std::uint64_t{});
-    for (; at < differences.size(); ++at)
-        add(at, std::uint8_t{});
+    Word word;
+    std::memcpy(&word, from, sizeof word);
+    return word;
 }
+
+/// Adds the bits in which the two differ, a machine word at a time; behind its end a key is zeros.
+void add_differences(ValueOrder::Key first, ValueOrder::Key second, std::uint8_t *differences)
+{
+    const auto add = [&]<class Word>(std::size_t at, Word, auto... keys) {
+        Word sum = load<Word>(differences + at);
+        sum = static_cast<Word>(sum | (load<Word>(keys + at) ^ ...));
+        std::memcpy(differences + at, &sum, sizeof sum);
+    };
+    const auto add_all = [&](std::size_t at, std::size_t end, auto... keys) {
+        for (; at + sizeof(std::uint64_t) <= end; at += sizeof(std::uint64_t))
+            add(at, std::uint64_t{}, keys...);
+        for (; at < end; ++at)
+            add(at, std::uint8_t{}, keys...);
+    };
+    const ValueOrder::Key longer = first.size() > second.size() ? first : second;
+    const std::size_t common = std::min(first.size(), second.size());
+    add_all(0, common, first.data(), second.data());
+    add_all(common, longer.size(), longer.data());
+}
+
+/// Those in which there are differences.
+Places places_of(const Bytes &differences)
+{
+    Places places;
+    for (std::size_t i = 0; i < differences.size(); ++i)
+        if (differences[i] != 0)
+            places.push_back({static_cast<std::uint16_t>(i), false});
+    return places;
+}
+
+void reverse(Places &places)
+{
+    for (Place &place : places)
+        place.descending = !place.descending;
+}
+
+std::uint8_t byte_at(ValueOrder::Key key, std::size_t at) { return at < key.size() ? key[at] : 0; }
+
+/// The order of the bytes in the places.
+class ByPlaces {
+public:
+    explicit ByPlaces(std::span<const Place> places)
+        : first_(places.first(std::min(places.size(), sizeof reversed_))), rest_(places.subspan(first_.size())),
+          as_they_stand_(std::ranges::is_sorted(places, {}, &Place::at) &&
+                         std::ranges::adjacent_find(places, std::not_equal_to(), &Place::descending) == places.end())
+    {
+        for (const Place place : first_)
+            reversed_ = reversed_ << 8 | (place.descending ? 0xff : 0);
+    }
+
+    /// How many bytes make a word.
+    std::size_t word_size() const { return first_.size(); }
+    bool has_more() const { return !rest_.empty(); }
+
+    /// A number in the order of the first bytes.
+    std::uint64_t word_of(ValueOrder::Key key) const
+    {
+        std::uint64_t word = 0;
+        for (const Place place : first_)
+            word = word << 8 | byte_at(key, place.at);
+        return word ^ reversed_;
+    }
+
+    /// Of keys with the same word.
+    bool is_less(ValueOrder::Key first, ValueOrder::Key second) const
+    {
+        const int order = compare_keys(first, second);
+        if (order == 0 || as_they_stand_)
+            return rest_.front().descending ? order > 0 : order < 0;
+        for (const Place place : rest_)
+            if (const int bytes = byte_at(first, place.at) - byte_at(second, place.at); bytes != 0)
+                return place.descending ? bytes > 0 : bytes < 0;
+        return false;
+    }
+
+private:
+    const std::span<const Place> first_;
+    const std::span<const Place> rest_;
+    const bool as_they_stand_; ///< all in one direction
+    std::uint64_t reversed_ = 0;
+};
 
 /// A file that is gone with its descriptor, however the program ends.
 Descriptor temporary_file()
@@ -146,10 +221,10 @@ private:
 /// Reads the entries of a run.
 class Sorter::Run {
 public:
-    Run(int file, Runs::Place place) : file_(file), left_(place) {}
+    Run(int file, Runs::Place place, std::size_t value_size) : file_(file), left_(place), room_(value_size) {}
 
     /// Goes on to the next entry; false at the end.
-    bool next()
+    bool next(const ValueOrder &order)
     {
         at_ += size_;
         if (at_ == filled_ && left_.begin == left_.end)
@@ -157,10 +232,12 @@ public:
         require(sizeof(Head));
         size_ = Head::of(entry()).entry_size();
         require(size_);
+        asked_ = order.asked(key_of(entry()), room_.data());
         return true;
     }
 
     const std::uint8_t *entry() const { return buffer_.data() + at_; }
+    ValueOrder::Asked asked() const { return asked_; }
 
 private:
     /// Reads so far that so many bytes of the entry are there.
@@ -187,6 +264,8 @@ private:
     std::size_t filled_ = 0;
     std::size_t at_ = 0;   ///< the entry
     std::size_t size_ = 0; ///< of the entry
+    ValueOrder::Asked asked_{};
+    Bytes room_; ///< for what is asked
 };
 
 Sorter::Sorter(Session &session, const SYSDT_Record &type, Settings settings)
@@ -197,40 +276,24 @@ Sorter::Sorter(Session &session, const SYSDT_Record &type, Settings settings)
 
 Sorter::~Sorter() = default;
 
-/// As it was asked for: negative where the first comes first.
-int Sorter::compare(const std::uint8_t *first, const std::uint8_t *second) const
-{
-    return settings_.reverse ? order_.compare(key_of(second), key_of(first))
-                             : order_.compare(key_of(first), key_of(second));
-}
-
-/// @param key  with room for a value
-void Sorter::note_differences(std::uint8_t *key, std::size_t size)
-{
-    if (count_ == 0) {
-        first_.assign(value_size_, 0);
-        std::copy(key, key + size, first_.begin());
-        first_key_ = size;
-        differences_.assign(value_size_, 0);
-    }
-    const std::size_t longer = std::max(size, first_key_); // behind it both are zeros
-    std::memset(key + size, 0, longer - size);
-    add_differences(first_.data(), key, std::span(differences_).first(longer));
-}
-
 void Sorter::store(Value value, std::string_view line)
 {
     const std::size_t room = sizeof(Head) + value_size_ + line.size();
     if (room > chunk_left_) {
         chunk_left_ = std::max(room, chunk_size);
-        chunks_.push_back({std::unique_ptr<std::uint8_t[]>(new std::uint8_t[chunk_left_]), 0});
+        if (idle_.empty() || room > chunk_size)
+            idle_.emplace_back(new std::uint8_t[chunk_left_]);
+        chunks_.push_back({std::move(idle_.back()), 0});
+        idle_.pop_back();
     }
     Chunk &chunk = chunks_.back();
     std::uint8_t *const entry = chunk.bytes.get() + chunk.size;
     const std::size_t key = order_.make_key(value, entry + sizeof(Head));
-    note_differences(entry + sizeof(Head), key);
     const Head head{static_cast<std::uint32_t>(line.size()), static_cast<std::uint32_t>(key)};
     std::memcpy(entry, &head, sizeof head);
+    if (count_ == 0)
+        differences_.assign(value_size_, 0);
+    add_differences(key_of(chunks_.front().bytes.get()), key_of(entry), differences_.data());
     std::memcpy(entry + sizeof head + key, line.data(), line.size());
     chunk.size += head.entry_size();
     chunk_left_ -= head.entry_size();
@@ -240,154 +303,182 @@ void Sorter::store(Value value, std::string_view line)
 
 void Sorter::add(Value value, std::string_view line)
 {
-    // Of an entry, in the list and in sorting.
-    const std::size_t bookkeeping = 2 * sizeof(Entry) + (order_.reads_numbers() ? value_size_ : 0);
+    constexpr std::size_t bookkeeping = 2 * sizeof(Entry); // of an entry, in the list and in sorting
     store(value, line);
     if (used_ + count_ * bookkeeping > settings_.memory)
         spill();
 }
 
-/// @param word_bytes  the places of the bytes in a value that make the words
-void Sorter::list_entries(std::span<const std::size_t> word_bytes)
+/// Fetches an entry that will soon be looked at, since in order they lie anywhere. Inline, as compilers leave out calls
+/// of a function that does nothing else.
+[[gnu::always_inline]] inline void Sorter::fetch_after(std::span<const Entry> entries, std::size_t place)
 {
+    constexpr std::size_t ahead = 16;
+    constexpr std::size_t cache_line = 64;
+    constexpr std::size_t most = 5 * cache_line; // few entries have more
+    if (place + ahead >= entries.size())
+        return;
+    const std::uint8_t *const bytes = entries[place + ahead].bytes;
+    for (std::size_t at = 0; at < most; at += cache_line)
+        __builtin_prefetch(bytes + at);
+}
+
+/// Equal ones stay in their order.
+void Sorter::sort_by(const Places &places, std::span<Entry> entries)
+{
+    const ByPlaces by(places);
+    sort_by_words(by.word_size(), entries);
+    for (auto begin = entries.begin(), end = begin; by.has_more() && begin != entries.end(); begin = end) {
+        end = std::find_if(begin, entries.end(), [&](const Entry &entry) { return entry.word != begin->word; });
+        if (end - begin == 1) // as most are
+            continue;
+        std::stable_sort(begin, end, [&by](const Entry &first, const Entry &second) {
+            return by.is_less(key_of(first.bytes), key_of(second.bytes));
+        });
+    }
+}
+
+/// Byte after byte, from the last on.
+/// @param size  how many of the words' bytes count
+void Sorter::sort_by_words(std::size_t size, std::span<Entry> entries)
+{
+    std::vector<Entry> room(entries.size());
+    std::span<Entry> from = entries;
+    std::span<Entry> to = room;
+    for (std::size_t shift = 0; shift != 8 * size; shift += 8) {
+        const auto byte = [shift](const Entry &entry) { return static_cast<std::uint8_t>(entry.word >> shift); };
+        std::array<std::size_t, 256> places{};
+        for (const Entry &entry : from)
+            ++places[byte(entry)];
+        std::exclusive_scan(places.begin(), places.end(), places.begin(), std::size_t{0});
+        for (const Entry &entry : from)
+            to[places[byte(entry)]++] = entry;
+        std::swap(from, to);
+    }
+    if (from.data() != entries.data())
+        std::ranges::copy(from, entries.begin());
+}
+
+auto Sorter::in_order() const
+{
+    return [this](const Entry &first, const Entry &second) {
+        return compare(key_of(first.bytes), key_of(second.bytes)) < 0;
+    };
+}
+
+/// The parts in which neighbours are misplaced.
+std::vector<Sorter::Part> Sorter::disordered() const
+{
+    std::vector<Part> parts;
+    if (order_.is_of_bytes() || entries_.empty())
+        return parts;
+    Bytes rooms[] = {Bytes(value_size_), Bytes(value_size_)};
+    ValueOrder::Asked before = order_.asked(key_of(entries_.front().bytes), rooms[0].data());
+    std::size_t begin = 0;
+    for (std::size_t i = 1; i < entries_.size(); ++i) {
+        fetch_after(entries_, i);
+        const ValueOrder::Asked asked = order_.asked(key_of(entries_[i].bytes), rooms[i % 2].data());
+        const std::optional<int> answer = order_.answer(before, asked);
+        const int order = ValueOrder::decide(answer, before.key, asked.key);
+        if (!answer)
+            begin = i;
+        if (settings_.reverse ? order < 0 : order > 0) {
+            if (parts.empty() || parts.back().begin != begin)
+                parts.push_back({begin, begin, i, i});
+            parts.back().last = i;
+        }
+        if (!parts.empty() && parts.back().begin == begin)
+            parts.back().end = i + 1;
+        before = asked;
+    }
+    return parts;
+}
+
+/// The places whose bytes seem to decide in a part, in their order.
+ValueOrder::Places Sorter::learn(const Part &part) const
+{
+    const std::span<const Entry> entries = std::span(entries_).subspan(part.begin, part.end - part.begin);
+    Bytes differences(value_size_);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        fetch_after(entries, i);
+        add_differences(key_of(entries.front().bytes), key_of(entries[i].bytes), differences.data());
+    }
+    const std::size_t wanted =
+        std::min<std::size_t>(entries.size() / 16, 16); // to learn costs less than to ask about all
+    std::vector<ValueOrder::Key> samples{key_of(entries_[part.first - 1].bytes), key_of(entries_[part.first].bytes)};
+    for (std::size_t i = part.first; i <= part.last; i += (part.last - part.first) / wanted + 1)
+        samples.push_back(key_of(entries_[i].bytes));
+    Places places = order_.guess(places_of(differences), samples);
+    if (settings_.reverse)
+        reverse(places);
+    return places;
+}
+
+void Sorter::sort_part(const Part &part)
+{
+    constexpr std::size_t few = 64; // asking about them costs less than learning
+    const std::span<Entry> entries = std::span(entries_).subspan(part.begin, part.end - part.begin);
+    if (part.last - part.first < few)
+        return sort_by_asking(part.first, part.last);
+    const Places places = learn(part);
+    const ByPlaces by(places);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        fetch_after(entries, i);
+        entries[i].word = by.word_of(key_of(entries[i].bytes));
+    }
+    sort_by(places, entries);
+    if (entries.size() == entries_.size())
+        learned_ = places;
+}
+
+/// Sorts those from the first misplaced one's neighbour to the last, then finds their place among the others.
+void Sorter::sort_by_asking(std::size_t first_misplaced, std::size_t last_misplaced)
+{
+    const auto first = entries_.begin() + static_cast<std::ptrdiff_t>(first_misplaced) - 1;
+    const auto behind = entries_.begin() + static_cast<std::ptrdiff_t>(last_misplaced) + 1;
+    const auto less = in_order();
+    std::stable_sort(first, behind, less);
+    std::inplace_merge(std::upper_bound(entries_.begin(), first, *first, less), first, behind, less);
+    std::inplace_merge(entries_.begin(), behind, std::lower_bound(behind, entries_.end(), behind[-1], less), less);
+}
+
+void Sorter::list_entries(const Places &places)
+{
+    const ByPlaces by(places);
     entries_.clear();
     entries_.reserve(count_);
     for (const Chunk &chunk : chunks_) {
         for (std::size_t at = 0; at != chunk.size; at += Head::of(chunk.bytes.get() + at).entry_size()) {
             const std::uint8_t *const entry = chunk.bytes.get() + at;
-            const ValueOrder::Key key = key_of(entry);
-            std::uint64_t word = 0;
-            for (const std::size_t place : word_bytes)
-                word = word << 8 | (place < key.size() ? key[place] : 0);
-            entries_.push_back({entry, is_descending() ? ~word : word});
+            entries_.push_back({entry, by.word_of(key_of(entry))});
         }
     }
 }
 
-/// Byte after byte, from the last on; equal ones stay in their order.
-/// @param size  how many of the words' bytes count
-void Sorter::sort_by_words(std::size_t size)
-{
-    std::vector<Entry> sorted(entries_.size());
-    for (std::size_t shift = 0; shift != 8 * size; shift += 8) {
-        const auto byte = [shift](const Entry &entry) { return static_cast<std::uint8_t>(entry.word >> shift); };
-        std::array<std::size_t, 256> places{};
-        for (const Entry &entry : entries_)
-            ++places[byte(entry)];
-        std::exclusive_scan(places.begin(), places.end(), places.begin(), std::size_t{0});
-        for (const Entry &entry : entries_)
-            sorted[places[byte(entry)]++] = entry;
-        entries_.swap(sorted);
-    }
-}
-
-/// The bytes that all have in common decide nothing, so that the first eight of the others are the word.
-void Sorter::sort_by_bytes()
-{
-    std::vector<std::size_t> varying;
-    for (std::size_t i = 0; i < differences_.size(); ++i)
-        if (differences_[i] != 0)
-            varying.push_back(i);
-    const std::size_t size = std::min(varying.size(), sizeof(Entry::word));
-    list_entries(std::span(varying).first(size));
-    sort_by_words(size);
-    if (size != varying.size())
-        sort_equal_words();
-}
-
-/// Those with the same word by all of their bytes.
-void Sorter::sort_equal_words()
-{
-    for (auto begin = entries_.begin(), end = begin; begin != entries_.end(); begin = end) {
-        end = std::find_if(begin, entries_.end(), [&](const Entry &entry) { return entry.word != begin->word; });
-        if (end - begin == 1) // as most are
-            continue;
-        std::stable_sort(begin, end, [this](const Entry &first, const Entry &second) {
-            const int order = compare_keys(key_of(first.bytes), key_of(second.bytes));
-            return is_descending() ? order > 0 : order < 0;
-        });
-    }
-}
-
-/// Fetches an entry that will soon be looked at, since in order they lie anywhere. Inline, as compilers leave out calls
-/// of a function that does nothing else.
-[[gnu::always_inline]] inline void Sorter::fetch_after(std::size_t place) const
-{
-    constexpr std::size_t ahead = 16;
-    constexpr std::size_t cache_line = 64;
-    constexpr std::size_t most = 5 * cache_line; // few entries have more
-    if (place + ahead >= entries_.size())
-        return;
-    const std::uint8_t *const bytes = entries_[place + ahead].bytes;
-    for (std::size_t at = 0; at < most; at += cache_line)
-        __builtin_prefetch(bytes + at);
-}
-
-/// Which entries are, as far as neighbours tell.
-Sorter::Misplaced Sorter::misplaced() const
-{
-    Misplaced found{entries_.size(), 0, 0};
-    if (order_.is_of_bytes())
-        return found;
-    Bytes rooms[] = {Bytes(value_size_), Bytes(value_size_)};
-    ValueOrder::Asked before{};
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-        fetch_after(i);
-        const ValueOrder::Asked asked = order_.asked(key_of(entries_[i].bytes), rooms[i % 2].data());
-        const int order = i == 0 ? 0 : order_.compare(before, asked);
-        if (settings_.reverse ? order < 0 : order > 0)
-            found = {std::min(found.first, i), i, found.count + 1};
-        before = asked;
-    }
-    return found;
-}
-
-/// Sorts those from the first misplaced one's neighbour to the last, then finds their place among the others.
-void Sorter::sort_by_asking(const Misplaced &misplaced)
-{
-    const auto first = entries_.begin() + static_cast<std::ptrdiff_t>(misplaced.first) - 1;
-    const auto behind = entries_.begin() + static_cast<std::ptrdiff_t>(misplaced.last) + 1;
-    const auto less = [this](const Entry &one, const Entry &other) { return compare(one.bytes, other.bytes) < 0; };
-    if (order_.reads_numbers())
-        sort_asking_once({first, behind});
-    else
-        std::stable_sort(first, behind, less);
-    std::inplace_merge(std::upper_bound(entries_.begin(), first, *first, less), first, behind, less);
-    std::inplace_merge(entries_.begin(), behind, std::lower_bound(behind, entries_.end(), behind[-1], less), less);
-}
-
-/// What the type is asked about is made once for each, and found by the word.
-void Sorter::sort_asking_once(std::span<Entry> entries) const
-{
-    Bytes asked(entries.size() * value_size_);
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        entries[i].word = i * value_size_;
-        static_cast<void>(order_.asked(key_of(entries[i].bytes), asked.data() + entries[i].word));
-    }
-    const auto asked_about = [&](const Entry &entry) {
-        return ValueOrder::Asked{key_of(entry.bytes), asked.data() + entry.word};
-    };
-    std::ranges::stable_sort(entries, [&](const Entry &first, const Entry &second) {
-        const int order = order_.compare(asked_about(first), asked_about(second));
-        return settings_.reverse ? order > 0 : order < 0;
-    });
-}
-
-/// The type is asked about neighbours alone, as long as its order is that of the bytes, which most types' is, or that the
-/// other way round: where no two neighbours are in disorder, none are, since the order is total. Else it is asked about
-/// those between the first and the last in disorder: few where only one kind of its values has an order of its own.
+/// What the type is asked about neighbours tells of all, since its order is total: where no two are in disorder, none are.
+/// That of most types is the order of the bytes, and they are asked no more. Of others it is learned which bytes decide.
 void Sorter::sort()
 {
-    sort_by_bytes();
-    Misplaced found = misplaced();
-    if (by_ == By::bytes && found.count != 0 && found.count == entries_.size() - 1) {
-        by_ = By::bytes_reversed;
-        sort_by_bytes();
-        found = misplaced();
+    if (!learned_.empty()) { // from the run before
+        list_entries(learned_);
+        sort_by(learned_, entries_);
+        if (disordered().empty())
+            return;
+        learned_.clear();
     }
-    if (found.count != 0) {
-        by_ = By::asking;
-        sort_by_asking(found);
+    Places places = places_of(differences_);
+    if (settings_.reverse)
+        reverse(places);
+    list_entries(places);
+    sort_by(places, entries_);
+    const std::vector<Part> parts = disordered();
+    for (const Part &part : parts)
+        sort_part(part);
+    if (parts.empty())
+        return;
+    if (const std::vector<Part> left = disordered(); !left.empty()) {
+        learned_.clear();
+        sort_by_asking(left.front().first, left.back().last);
     }
 }
 
@@ -399,6 +490,8 @@ void Sorter::spill()
     for (const Entry &entry : entries_)
         runs_->write(bytes_of(entry.bytes));
     runs_->end_run();
+    for (Chunk &chunk : chunks_)
+        idle_.push_back(std::move(chunk.bytes));
     chunks_.clear();
     chunk_left_ = 0;
     used_ = 0;
@@ -410,21 +503,21 @@ void Sorter::merge(std::size_t first_run, std::size_t count, const Take &take)
 {
     std::vector<Run> runs;
     const auto later = [this, &runs](std::size_t first, std::size_t second) {
-        const int order = compare(runs[first].entry(), runs[second].entry());
+        const int order = compare(runs[first].asked(), runs[second].asked());
         return order > 0 || (order == 0 && first > second);
     };
     std::priority_queue<std::size_t, std::vector<std::size_t>, decltype(later)> queue(later);
     runs.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        runs.emplace_back(runs_->file(), runs_->places()[first_run + i]);
-        if (runs.back().next())
+        runs.emplace_back(runs_->file(), runs_->places()[first_run + i], value_size_);
+        if (runs.back().next(order_))
             queue.push(i);
     }
     while (!queue.empty()) {
         const std::size_t first = queue.top();
         take(runs[first].entry());
         queue.pop();
-        if (runs[first].next())
+        if (runs[first].next(order_))
             queue.push(first);
     }
 }
@@ -448,13 +541,14 @@ void Sorter::each_in_order(const Take &take)
     if (!runs_) {
         sort();
         for (std::size_t i = 0; i < entries_.size(); ++i) {
-            fetch_after(i);
+            fetch_after(entries_, i);
             take(entries_[i].bytes);
         }
         return;
     }
     if (count_ != 0)
         spill();
+    idle_.clear();
     merge_in_passes();
     merge(0, runs_->places().size(), take);
 }

@@ -51,29 +51,32 @@ private:
         std::uint64_t word;
     };
 
-    /// What the order was found to be until now: that of the bytes, that the other way round, or one that is asked for.
-    enum class By : std::uint8_t { bytes, bytes_reversed, asking };
-
-    /// The entries that come before the one in front of them.
-    struct Misplaced {
-        std::size_t first;
-        std::size_t last;
-        std::size_t count;
+    /// Entries in a row that Compare orders, some of them before the one in front of them.
+    struct Part {
+        std::size_t begin;
+        std::size_t end;
+        std::size_t first; ///< that is misplaced
+        std::size_t last;  ///< that is misplaced
     };
 
-    /// Whether the bytes' order is from the greatest to the least.
-    bool is_descending() const { return settings_.reverse != (by_ == By::bytes_reversed); }
+    using Places = toolkit::ValueOrder::Places;
+
     void store(toolkit::Value value, std::string_view line);
-    void note_differences(std::uint8_t *key, std::size_t size);
-    int compare(const std::uint8_t *first, const std::uint8_t *second) const;
-    void list_entries(std::span<const std::size_t> word_bytes);
-    void sort_by_bytes();
-    void sort_by_words(std::size_t size);
-    void sort_equal_words();
-    void fetch_after(std::size_t place) const;
-    Misplaced misplaced() const;
-    void sort_by_asking(const Misplaced &misplaced);
-    void sort_asking_once(std::span<Entry> entries) const;
+    /// In the order that is wanted, of keys or what is asked about them: negative where the first comes first.
+    template <class Of>
+    int compare(Of first, Of second) const
+    {
+        return settings_.reverse ? order_.compare(second, first) : order_.compare(first, second);
+    }
+    auto in_order() const;
+    void list_entries(const Places &places);
+    static void fetch_after(std::span<const Entry> entries, std::size_t place);
+    static void sort_by(const Places &places, std::span<Entry> entries);
+    static void sort_by_words(std::size_t size, std::span<Entry> entries);
+    std::vector<Part> disordered() const;
+    Places learn(const Part &part) const;
+    void sort_part(const Part &part);
+    void sort_by_asking(std::size_t first_misplaced, std::size_t last_misplaced);
     void sort();
     void spill();
     void merge(std::size_t first_run, std::size_t count, const Take &take);
@@ -84,14 +87,13 @@ private:
     const Settings settings_;
     const std::size_t value_size_;
     std::vector<Chunk> chunks_;
+    std::vector<std::unique_ptr<std::uint8_t[]>> idle_; ///< chunks of the run before
     std::size_t chunk_left_ = 0;
     std::uint64_t used_ = 0;
     std::size_t count_ = 0;      ///< of the entries in the chunks
-    toolkit::Bytes first_;       ///< of their values, in the target's order, with all zeros
-    std::size_t first_key_ = 0;  ///< its size without the zeros at its end
-    toolkit::Bytes differences_; ///< the bits in which values differ from that
+    toolkit::Bytes differences_; ///< the bits in which their keys differ from the first
     std::vector<Entry> entries_; ///< in order, once they are sorted
-    By by_ = By::bytes;
+    Places learned_;             ///< by which the last ones were sorted, if not by the bytes as they stand
     std::unique_ptr<Runs> runs_; ///< if memory has not sufficed
 };
 

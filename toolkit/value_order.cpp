@@ -12,8 +12,6 @@
 namespace bgpdt::toolkit {
 namespace {
 
-constexpr std::size_t usual_size = 1280; ///< in bytes, of a value with room for more
-
 /// A value of zeros but for one of its numbers, in the machine's order; empty if it has no number of two bytes or more.
 Bytes with_number(const SYSDT_Record &type, std::uint16_t number)
 {
@@ -49,12 +47,13 @@ std::size_t size_without_zeros(Value value)
     return size_without_zeros<1>(value.data(), size);
 }
 
-/// Writes a number's bytes the other way round.
+/// Writes a number's bytes the other way round, be it in place.
 void copy_turned(const std::uint8_t *from, std::size_t width, std::uint8_t *to)
 {
     std::uint32_t usual = 0;
     if (width != sizeof usual) {
-        std::reverse_copy(from, from + width, to);
+        std::memmove(to, from, width);
+        std::reverse(to, to + width);
         return;
     }
     std::memcpy(&usual, from, sizeof usual);
@@ -82,14 +81,19 @@ ValueOrder::ValueOrder(Session &session, const SYSDT_Record &type)
     : type_(type), size_(value_size(type)), asks_(type.compare != nullptr && !has_kinds(session, type)),
       reads_numbers_(asks_ && compares_numbers(type))
 {
+    // Known beforehand, since the order may be shared by threads: of several layouts a byte of the head tells which.
+    constexpr std::size_t head = 8;
+    constexpr std::uint8_t most_layouts = 16;
+    Bytes value(reads_numbers_ ? size_ : 0);
+    for (std::size_t at = 0; at < std::min(head, value.size()); value[at++] = 0)
+        for (value[at] = 0; value[at] < most_layouts; ++value[at])
+            static_cast<void>(numbers_of(value));
 }
 
 const std::vector<ValueOrder::Number> &ValueOrder::numbers_of(Value value)
 {
     const Layout &layout = layout_of(type_.typeId, value, std::endian::native);
-    const auto known = std::ranges::find_if(
-        numbers_, [&](const Numbers &numbers) { return numbers.layout == &layout && numbers.size == value.size(); });
-    if (known != numbers_.end())
+    if (const Numbers *known = known_numbers(layout, value.size()))
         return known->numbers;
     std::vector<Number> &numbers = numbers_.emplace_back(Numbers{&layout, value.size(), {}}).numbers;
     ByteOrder target(type_, false);
@@ -118,27 +122,124 @@ std::size_t ValueOrder::make_key(Value value, std::uint8_t *room)
 
 ValueOrder::Asked ValueOrder::asked(Key key, std::uint8_t *room) const
 {
-    if (!reads_numbers_ && key.size() == size_)
+    if (!asks_ || is_asked(key))
         return {key, key.data()};
     std::memcpy(room, key.data(), key.size());
-    std::memset(room + key.size(), 0, size_ - key.size());
-    if (reads_numbers_)
+    if (key.size() != size_)
+        std::memset(room + key.size(), 0, size_ - key.size());
+    if (!reads_numbers_)
+        return {key, room};
+    const Layout &layout = layout_of(type_.typeId, {room, size_}, std::endian::big);
+    if (const Numbers *known = known_numbers(layout, size_)) {
+        for (const auto [at, width] : known->numbers)
+            copy_turned(room + at, width, room + at);
+    } else {
         turn_to_native(type_, {room, size_});
+    }
     return {key, room};
+}
+
+std::optional<int> ValueOrder::answer(Asked first, Asked second) const
+{
+    const int answer = compared(type_, first.bytes, second.bytes);
+    return answer >= -1 && answer <= 1 ? std::optional(answer) : std::nullopt;
 }
 
 int ValueOrder::compare(Asked first, Asked second) const
 {
-    const int order = compared(type_, first.bytes, second.bytes);
-    return order == 1 || order == -1 ? order : compare_keys(first.key, second.key);
+    return asks_ ? decide(answer(first, second), first.key, second.key) : compare_keys(first.key, second.key);
 }
 
 int ValueOrder::compare(Key first, Key second) const
 {
-    if (!asks_)
-        return compare_keys(first, second);
+    if (!asks_ || (is_asked(first) && is_asked(second)))
+        return compare({first, first.data()}, {second, second.data()});
     Room<usual_size> rooms[] = {Room<usual_size>(size_), Room<usual_size>(size_)};
     return compare(asked(first, rooms[0].data()), asked(second, rooms[1].data()));
+}
+
+/// A sample, about which Compare is asked which of its bytes decide, by copies with their lowest bits set and cleared.
+class ValueOrder::Trial {
+public:
+    Trial(const ValueOrder &order, Key sample, std::span<const Place> places)
+        : order_(order), places_(places), sample_(order.size_)
+    {
+        std::ranges::copy(sample, sample_.begin());
+        for (const Place &place : places) {
+            begin();
+            set(place, greater_, lesser_);
+            effects_.push_back(answer());
+        }
+    }
+
+    /// Positive if the greater byte comes last, negative if it comes first, 0 if either may.
+    int effect(std::size_t place) const { return effects_[place]; }
+
+    /// Which of two decides where they say different things: positive if the first does, 0 if that is not known.
+    int stronger(std::size_t first, std::size_t second)
+    {
+        if (effect(first) == 0 || effect(second) == 0)
+            return 0;
+        begin();
+        set(directed(first), greater_, lesser_);
+        set(directed(second), lesser_, greater_);
+        return answer();
+    }
+
+private:
+    void begin() { greater_ = lesser_ = sample_; }
+
+    static void set(Place place, Bytes &greater, Bytes &lesser)
+    {
+        (place.descending ? lesser : greater)[place.at] |= 1;
+        (place.descending ? greater : lesser)[place.at] &= 0xfe;
+    }
+
+    int answer()
+    {
+        rooms_[0].resize(order_.size_);
+        rooms_[1].resize(order_.size_);
+        return order_.answer(order_.asked(greater_, rooms_[0].data()), order_.asked(lesser_, rooms_[1].data()))
+            .value_or(0);
+    }
+
+    Place directed(std::size_t place) const { return {places_[place].at, effect(place) < 0}; }
+
+    const ValueOrder &order_;
+    const std::span<const Place> places_;
+    Bytes sample_;
+    Bytes greater_;
+    Bytes lesser_;
+    Bytes rooms_[2];
+    std::vector<int> effects_;
+};
+
+ValueOrder::Places ValueOrder::guess(std::span<const Place> places, std::span<const Key> samples) const
+{
+    std::vector<Trial> trials;
+    for (const Key sample : samples)
+        trials.emplace_back(*this, sample, places);
+    const auto effect = [&](std::size_t place) {
+        const auto some = std::ranges::find_if(trials, [&](const Trial &trial) { return trial.effect(place) != 0; });
+        return some == trials.end() ? 0 : some->effect(place);
+    };
+    const auto is_stronger = [&](std::size_t first, std::size_t second) {
+        for (Trial &trial : trials)
+            if (const int stronger = trial.stronger(first, second); stronger != 0)
+                return stronger > 0;
+        return effect(first) != 0 && effect(second) == 0;
+    };
+    std::vector<std::size_t> order; // not by std::sort, since answers may contradict each other
+    for (std::size_t place = 0; place < places.size(); ++place) {
+        auto behind = order.end();
+        while (behind != order.begin() && is_stronger(place, behind[-1]))
+            --behind;
+        order.insert(behind, place);
+    }
+    Places sorted;
+    for (const std::size_t place : order)
+        sorted.push_back({places[place].at, effect(place) < 0});
+    return sorted;
 }
 
 int compare_keys(ValueOrder::Key first, ValueOrder::Key second)

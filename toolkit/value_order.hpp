@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -13,6 +14,9 @@
 #include "stream_values.hpp"
 
 namespace bgpdt::toolkit {
+
+/// The order of two keys' bytes: negative, 0 or positive.
+int compare_keys(std::span<const std::uint8_t> first, std::span<const std::uint8_t> second);
 
 /// A total order of a type's values, the same on every machine: by Compare as the target answers it, and what is equal or
 /// without an order by its bytes in the target's order.
@@ -36,8 +40,6 @@ public:
 
     /// Whether the order is that of the keys' bytes, whatever the values.
     bool is_of_bytes() const { return !asks_; }
-    /// Whether Compare reads numbers of the machine's order. The target's answer is its answer to values in that order.
-    bool reads_numbers() const { return reads_numbers_; }
     /// Writes a value's key and answers its size.
     /// @param value  at most of the type's size
     /// @param room   for a value of that size
@@ -47,10 +49,31 @@ public:
 
     /// Negative, 0 or positive.
     int compare(Key first, Key second) const;
-    /// The same of a type whose order is not that of the bytes whatever the values.
     int compare(Asked first, Asked second) const;
+    /// What Compare answers: negative, 0 or positive, or nothing where it has no order.
+    std::optional<int> answer(Asked first, Asked second) const;
+    /// The order by what Compare answers, else by the bytes.
+    static int decide(std::optional<int> answer, Key first, Key second)
+    {
+        return answer.value_or(0) != 0 ? *answer : compare_keys(first, second);
+    }
+
+    /// A byte of keys by which they can be sorted.
+    struct Place {
+        std::uint16_t at;
+        bool descending; ///< the greater first
+    };
+    using Places = std::vector<Place>;
+
+    /// Puts places into the order in which they seem to decide, by what Compare answers about samples with other bytes in
+    /// one place or two. It is a guess, since what one byte means may depend on others.
+    /// @param places   ascending
+    /// @param samples  keys of values that Compare orders
+    Places guess(std::span<const Place> places, std::span<const Key> samples) const;
 
 private:
+    class Trial;
+
     /// A number that is the other way round on the target.
     struct Number {
         std::uint16_t at;
@@ -62,17 +85,26 @@ private:
         std::vector<Number> numbers; ///< the first in front
     };
 
+    static constexpr std::size_t usual_size = 1280; ///< in bytes, of a value with room for more
+
+    const Numbers *known_numbers(const Layout &layout, std::size_t size) const
+    {
+        for (const Numbers &known : numbers_)
+            if (known.layout == &layout && known.size == size)
+                return &known;
+        return nullptr;
+    }
     const std::vector<Number> &numbers_of(Value value);
+    /// Whether the key is what Compare is asked about.
+    bool is_asked(Key key) const { return !reads_numbers_ && key.size() == size_; }
 
     const SYSDT_Record &type_;
     const std::size_t size_;
     const bool asks_; ///< Compare orders some values
+    /// Compare reads numbers of the machine's order. The target's answer is its answer to values in that order.
     const bool reads_numbers_;
     std::vector<Numbers> numbers_; ///< of values as there were until now
 };
-
-/// The order of two keys' bytes: negative, 0 or positive.
-int compare_keys(ValueOrder::Key first, ValueOrder::Key second);
 
 /// Whether the type's Compare reads the values' numbers. If not it reads bytes, and answers as on the target if they
 /// are in the target's order.

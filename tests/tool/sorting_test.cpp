@@ -151,6 +151,56 @@ TEST_F(Sorting, FindsTheFewThatAreMisplaced)
     }
 }
 
+std::size_t questions = 0;
+
+int sign_of(int number) { return (number > 0) - (number < 0); }
+
+/// By the last byte, then by the second, the greater first.
+std::int32_t compare_two_bytes(const void *, std::uint32_t, const void *first, const void *second)
+{
+    ++questions;
+    const auto *a = static_cast<const std::uint8_t *>(first);
+    const auto *b = static_cast<const std::uint8_t *>(second);
+    return a[3] != b[3] ? sign_of(a[3] - b[3]) : sign_of(b[1] - a[1]);
+}
+
+/// By the last byte, which tells what decides then.
+std::int32_t compare_in_turn(const void *, std::uint32_t, const void *first, const void *second)
+{
+    const auto *a = static_cast<const std::uint8_t *>(first);
+    const auto *b = static_cast<const std::uint8_t *>(second);
+    const std::size_t then = (a[3] & 2) != 0 ? 1 : 2;
+    return a[3] != b[3] ? sign_of(a[3] - b[3]) : sign_of(a[then] - b[then]);
+}
+
+/// Where other bytes decide than the first, they are found, and neighbours alone are asked about.
+TEST_F(Sorting, LearnsWhichBytesDecide)
+{
+    constexpr std::size_t count = 20000;
+    const SYSDT_Record type = type_of(SYSDT_KIND_EXTEND, compare_two_bytes);
+    const auto some = [this] { return static_cast<std::uint8_t>(below(256)); };
+    std::vector<Bytes> values;
+    for (std::size_t i = 0; i < count; ++i)
+        values.push_back({some(), some(), some(), some()});
+    for (const bool reverse : {false, true}) {
+        questions = 0;
+        sorted(type, values, {plenty, false, reverse});
+        EXPECT_LT(questions, 2 * count + 1000);
+    }
+    expect_sorted(type, values);
+}
+
+/// No order of the bytes is that of such values.
+TEST_F(Sorting, AsksWhereNothingIsLearned)
+{
+    const SYSDT_Record type = type_of(SYSDT_KIND_EXTEND, compare_in_turn);
+    const auto some = [this] { return static_cast<std::uint8_t>(below(8)); };
+    std::vector<Bytes> values;
+    for (std::size_t i = 0; i < 3000; ++i)
+        values.push_back({some(), some(), some(), some()});
+    expect_sorted(type, values);
+}
+
 /// What an order of the bytes from the greatest to the least is taken for in one run need not hold in the next.
 TEST_F(Sorting, LearnsFromRunToRun)
 {
