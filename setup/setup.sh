@@ -66,11 +66,11 @@ configure() {
     (cd "$top" && cmake --preset "$1" -G Ninja) >&2 || fail "cmake --preset $1 failed"
 }
 
-# build PRESET [TARGET...]
+# build PRESET [TARGET...]; other builds may run beside it
 build() {
     preset=$1
     shift
-    (cd "$top" && cmake --build --preset "$preset" ${1:+--target "$@"}) >&2 || fail "the $preset build failed"
+    (cd "$top" && cmake --build --preset "$preset" -j "$(nproc)" ${1:+--target "$@"}) >&2 || fail "the $preset build failed"
 }
 
 # The playground and the npm package, by the tools that web/package-lock.json names.
