@@ -21,7 +21,7 @@ namespace bgpdt::test {
 
 /// Odd and prime, so that no digit or byte value is always left out.
 #if defined(__powerpc__)
-inline constexpr const char *usual_share = "193";
+inline constexpr const char *usual_share = "397";
 #elif defined(__SANITIZE_ADDRESS__) || defined(__i386__)
 inline constexpr const char *usual_share = "37";
 #else

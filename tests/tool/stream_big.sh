@@ -5,7 +5,7 @@
 # Usage: stream_big.sh BGPDT
 set -eu
 bgpdt=$1
-lines=200000
+lines=100000
 [ "${BGPDT_TEST_SHARE-}" != 1 ] || lines=1000000
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -56,7 +56,7 @@ fi
 sort -n numbers >sorted
 "$bgpdt" sort ASNUM numbers >out
 equal out sorted "sorting in memory"
-"$bgpdt" sort ASNUM --memory 256K - <numbers >out # more runs than are open at a time
+"$bgpdt" sort ASNUM --memory 64K - <numbers >out # more runs than are open at a time
 equal out sorted "sorting in files"
 cat numbers numbers | "$bgpdt" sort ASNUM --unique --memory 1M >out
 equal out sorted "each once"
