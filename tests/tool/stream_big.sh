@@ -68,10 +68,13 @@ equal out sorted "sorting with few descriptors"
 # Ended by a signal while it sorts, nothing is left; the file that would have been written is as it was.
 mkdir temporary outputs
 echo old >outputs/out
-{ cat numbers; sleep 10; } | TMPDIR=temporary "$bgpdt" sort ASNUM --memory 256K -o outputs/out --rejects outputs/new &
+mkfifo pipe
+{ cat numbers; exec sleep 10; } >pipe &
+feeder=$!
+TMPDIR=temporary "$bgpdt" sort ASNUM --memory 256K -o outputs/out --rejects outputs/new <pipe &
 pid=$!
 sleep 1
-kill "$pid"
+kill "$pid" "$feeder"
 wait "$pid" 2>/dev/null || true
 [ -z "$(ls -A temporary)" ] || fail "temporary files are left"
 [ "$(ls -A outputs)$(cat outputs/out)" = outold ] || fail "an output is touched before all is written"
@@ -80,9 +83,10 @@ wait "$pid" 2>/dev/null || true
 named() { BGPDT_FAULTS=unnamed:1+:95 LD_PRELOAD=$FAULTY_FILES TMPDIR=temporary "$bgpdt" "$@" -o outputs/out; }
 if [ "${FAULTY_FILES:-}" != "" ]; then
     { cat numbers; sleep 2; } | named sort ASNUM --memory 256K &
+    pid=$!
     sleep 1
     ls -A outputs | grep -q bgpdt || fail "files need no names"
-    wait
+    wait "$pid"
     equal outputs/out sorted "sorting without unnamed files"
     named convert ASNUM numbers no_such_file 2>told && fail "a file that is not there is read"
     equal outputs/out sorted "an output that is not whole, without unnamed files"
