@@ -93,15 +93,13 @@ public:
 private:
     void change_character(std::size_t at)
     {
-        for (int character = 0; character < 256; ++character) {
-            std::string text = line_.text;
-            text[at] = static_cast<char>(character);
-            try_text(text);
-        }
-        try_text(std::string(line_.text).erase(at, 1));
-        try_text(std::string(line_.text).insert(at, 1, line_.text[at]));
-        try_text(line_.text.substr(0, at));
-        try_text(line_.text.substr(at + 1));
+        const std::string &text = line_.text;
+        for (int character = 0; character < 256; ++character)
+            try_text([&] { return std::string(text).replace(at, 1, 1, static_cast<char>(character)); });
+        try_text([&] { return std::string(text).erase(at, 1); });
+        try_text([&] { return std::string(text).insert(at, 1, text[at]); });
+        try_text([&] { return text.substr(0, at); });
+        try_text([&] { return text.substr(at + 1); });
     }
 
     void change_numbers(bool (*is_digit)(char), bool hex)
@@ -117,10 +115,12 @@ private:
         }
     }
 
-    void try_text(const std::string &text)
+    /// The text is made if it is its turn: in most sweeps few are.
+    template <class Make>
+    void try_text(Make make)
     {
         if (tally_.turns.next())
-            expect_answer(text);
+            expect_answer(make());
     }
 
     void expect_answer(const std::string &text)
