@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 
 namespace bgpdt::fuzzing {
 
@@ -110,18 +111,41 @@ Engine::Engine() : lua_(lua_newstate(allocate, this)) {}
 void *Engine::allocate(void *self, void *block, std::size_t old_size, std::size_t new_size)
 {
     auto &engine = *static_cast<Engine *>(self);
-    if (new_size == 0) {
-        std::free(block);
-        return nullptr;
-    }
-    if (engine.watching_ && engine.failing_.first != 0 && (block == nullptr || new_size > old_size)) {
+    if (engine.watching_ && engine.failing_.first != 0 && new_size != 0 && (block == nullptr || new_size > old_size)) {
         // The engine tries a refused request again behind a collection.
         if (++engine.requests_ >= engine.failing_.first) {
             engine.failed_ = true;
             return nullptr;
         }
     }
-    return std::realloc(block, new_size);
+    return engine.granted(block, old_size, new_size);
+}
+
+void *Engine::granted(void *block, std::size_t old_size, std::size_t new_size)
+{
+    // Of a new block the engine says what it is for.
+    const bool is_seen = block == nullptr ? old_size == LUA_TSTRING || old_size == LUA_TUSERDATA : !is_pooled(block);
+    if (is_seen && new_size != 0)
+        return std::realloc(block, new_size);
+    if (is_seen) {
+        std::free(block);
+        return nullptr;
+    }
+    void *const moved = new_size == 0               ? nullptr
+                        : new_size > largest_pooled ? std::malloc(new_size)
+                                                    : pool_.allocate(new_size, alignment);
+    if (block == nullptr)
+        return moved;
+    if (moved != nullptr)
+        std::memcpy(moved, block, std::min(old_size, new_size));
+    pool_.deallocate(block, old_size, alignment);
+    return moved;
+}
+
+bool Engine::is_pooled(const void *block) const
+{
+    const auto *const at = static_cast<const std::byte *>(block);
+    return std::less_equal{}(room_.data(), at) && std::less{}(at, room_.data() + room_.size());
 }
 
 void push_value(lua_State *lua, std::span<const std::uint8_t> bytes)

@@ -11,8 +11,11 @@
 /// 255 for as many of them as the next byte says. What is missing at the end reads as zeros.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <lua.hpp>
+#include <memory_resource>
 #include <span>
 
 #include "memory.hpp"
@@ -58,9 +61,21 @@ public:
     bool failed() const { return failed_; }
 
 private:
+    static constexpr std::size_t largest_pooled = 1024;
+    static constexpr std::size_t alignment = alignof(lua_Number); ///< that the engine asks for
+
     Engine();
     static void *allocate(void *self, void *block, std::size_t old_size, std::size_t new_size);
+    /// A request that does not fail.
+    void *granted(void *block, std::size_t old_size, std::size_t new_size);
+    bool is_pooled(const void *block) const;
 
+    /// The room for small blocks that no callback sees into, all but strings: blocks of the sanitizer's would take more
+    /// time than the plug-in.
+    alignas(std::max_align_t) std::array<std::byte, std::size_t{64} << 20> room_;
+    std::pmr::monotonic_buffer_resource chunks_{room_.data(), room_.size(), std::pmr::null_memory_resource()};
+    std::pmr::unsynchronized_pool_resource pool_{
+        {.max_blocks_per_chunk = 0, .largest_required_pool_block = largest_pooled}, &chunks_};
     lua_State *lua_;
     Failing failing_;
     std::size_t requests_ = 0;
