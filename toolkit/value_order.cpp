@@ -61,9 +61,9 @@ void copy_turned(const std::uint8_t *from, std::size_t width, std::uint8_t *to)
     std::memcpy(to, &usual, sizeof usual);
 }
 
-int compared(const SYSDT_Record &type, const void *first, const void *second)
+int compared(const SYSDT_Record &type, std::size_t size, const void *first, const void *second)
 {
-    return type.compare(&type, static_cast<std::uint32_t>(value_size(type)), first, second);
+    return type.compare(&type, static_cast<std::uint32_t>(size), first, second);
 }
 
 } // namespace
@@ -74,7 +74,7 @@ bool compares_numbers(const SYSDT_Record &type)
     const Bytes two = with_number(type, 2);
     const Bytes more = with_number(type, 0x0100); // its low byte is less than theirs
     return type.compare != nullptr && !one.empty() &&
-           compared(type, one.data(), two.data()) == compared(type, one.data(), more.data());
+           compared(type, one.size(), one.data(), two.data()) == compared(type, one.size(), one.data(), more.data());
 }
 
 ValueOrder::ValueOrder(Session &session, const SYSDT_Record &type)
@@ -141,7 +141,7 @@ ValueOrder::Asked ValueOrder::asked(Key key, std::uint8_t *room) const
 
 std::optional<int> ValueOrder::answer(Asked first, Asked second) const
 {
-    const int answer = compared(type_, first.bytes, second.bytes);
+    const int answer = compared(type_, size_, first.bytes, second.bytes);
     return answer >= -1 && answer <= 1 ? std::optional(answer) : std::nullopt;
 }
 
@@ -154,6 +154,11 @@ int ValueOrder::compare(Key first, Key second) const
 {
     if (!asks_ || (is_asked(first) && is_asked(second)))
         return compare({first, first.data()}, {second, second.data()});
+    return compare_asking(first, second);
+}
+
+int ValueOrder::compare_asking(Key first, Key second) const
+{
     Room<usual_size> rooms[] = {Room<usual_size>(size_), Room<usual_size>(size_)};
     return compare(asked(first, rooms[0].data()), asked(second, rooms[1].data()));
 }

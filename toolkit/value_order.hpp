@@ -95,6 +95,8 @@ private:
         return nullptr;
     }
     const std::vector<Number> &numbers_of(Value value);
+    /// By what is made of the keys to ask Compare about.
+    int compare_asking(Key first, Key second) const;
     /// Whether the key is what Compare is asked about.
     bool is_asked(Key key) const { return !reads_numbers_ && key.size() == size_; }
 
