@@ -39,9 +39,14 @@ private:
     class Run;
     using Take = std::function<void(const std::uint8_t *entry)>;
 
-    /// Bytes of entries, one behind the other.
+    struct Free {
+        void operator()(std::uint8_t *room) const;
+    };
+    using Room = std::unique_ptr<std::uint8_t, Free>;
+
+    /// Room for entries, one behind the other.
     struct Chunk {
-        std::unique_ptr<std::uint8_t[]> bytes;
+        Room room;
         std::size_t size; ///< of the entries
     };
 
@@ -61,6 +66,7 @@ private:
 
     using Places = toolkit::ValueOrder::Places;
 
+    Room new_room(std::size_t size) const;
     void store(toolkit::Value value, std::string_view line);
     /// In the order that is wanted, of keys or what is asked about them: negative where the first comes first.
     template <class Of>
@@ -87,7 +93,7 @@ private:
     const Settings settings_;
     const std::size_t value_size_;
     std::vector<Chunk> chunks_;
-    std::vector<std::unique_ptr<std::uint8_t[]>> idle_; ///< chunks of the run before
+    std::vector<Room> idle_; ///< of the run before
     std::size_t chunk_left_ = 0;
     std::uint64_t used_ = 0;
     std::size_t count_ = 0;      ///< of the entries in the chunks
