@@ -49,6 +49,8 @@ SQL = {
     "SQL: bgp_text of it": "SELECT sum(length(bgp_text('{0}', bgp_value('{0}', line)))) FROM lines",
     "SQL: bgp_json of it": "SELECT sum(length(bgp_json('{0}', bgp_value('{0}', line)))) FROM lines",
     "SQL: ORDER BY line COLLATE": "SELECT line FROM lines ORDER BY line COLLATE bgp_{0}",
+    "SQL: index of bgp_value": "CREATE INDEX known ON lines(bgp_value('{0}', line))",
+    "SQL: index by COLLATE": "CREATE INDEX known ON lines(line COLLATE bgp_{0})",
 }
 
 OTHERS = {

@@ -90,7 +90,7 @@ private:
 
     Cache(const bgpdt_type *type, std::size_t text_room, std::size_t stride, std::size_t count)
         : type_(type), text_room_(text_room), stride_(stride), count_(count),
-          places_(reinterpret_cast<std::uint8_t *>(rounded(reinterpret_cast<std::uintptr_t>(this + 1))))
+          places_(reinterpret_cast<std::uint8_t *>(this) + 2 * stride - reinterpret_cast<std::uintptr_t>(this) % line)
     {
     }
 
