@@ -52,32 +52,28 @@ public:
     {
         const std::size_t value_size = bgpdt_about(type)->value_size;
         const std::size_t text_room = std::max(least_text_room, value_size * 3 / 2);
-        const std::size_t stride = rounded(sizeof(Place) + text_room + value_size);
+        const std::size_t stride = rounded(sizeof(Place) + value_size + text_room);
         const std::size_t count = std::min(most_places, most_bytes / stride);
         void *const room = std::calloc(count + 2, stride);
-        return room == nullptr ? nullptr : new (room) Cache{type, stride - sizeof(Place) - value_size, stride, count};
+        return room == nullptr ? nullptr : new (room) Cache{type, value_size, stride, count};
     }
 
     int compare(std::string_view first, std::string_view second) const
     {
         Place &a = place_of(first);
         Place &b = place_of(second);
-        if (&a == &b || std::max(first.size(), second.size()) > text_room_)
+        if (&a == &b || std::max(first.size(), second.size()) > text_room())
             return order_anew(type_, first, second);
         return order_of(type_, first, value_of(first, a), second, value_of(second, b));
     }
 
 private:
-    /// The text stands behind it, and the value behind the room for that.
+    /// The value stands behind it, and the text behind that.
     struct Place {
         std::uint16_t text_size;
         enum class State : std::uint8_t { unused, refused, valid } state;
 
-        char *text() { return reinterpret_cast<char *>(this + 1); }
-        bool is(std::string_view other)
-        {
-            return state != State::unused && std::string_view(text(), text_size) == other;
-        }
+        std::uint8_t *value() { return reinterpret_cast<std::uint8_t *>(this + 1); }
     };
 
     static constexpr std::size_t line = 64;            ///< that a processor fetches at a time
@@ -88,11 +84,13 @@ private:
 
     static std::size_t rounded(std::size_t size) { return (size + line - 1) / line * line; }
 
-    Cache(const bgpdt_type *type, std::size_t text_room, std::size_t stride, std::size_t count)
-        : type_(type), text_room_(text_room), stride_(stride), count_(count),
+    Cache(const bgpdt_type *type, std::size_t value_size, std::size_t stride, std::size_t count)
+        : type_(type), value_size_(value_size), stride_(stride), count_(count),
           places_(reinterpret_cast<std::uint8_t *>(this) + 2 * stride - reinterpret_cast<std::uintptr_t>(this) % line)
     {
     }
+
+    std::size_t text_room() const { return stride_ - sizeof(Place) - value_size_; }
 
     Place &place_of(std::string_view text) const
     {
@@ -100,25 +98,25 @@ private:
         return *reinterpret_cast<Place *>(places_ + within * count_ / reach * stride_);
     }
 
-    std::uint8_t *value_in(Place &place) const { return reinterpret_cast<std::uint8_t *>(place.text() + text_room_); }
+    char *text_in(Place &place) const { return reinterpret_cast<char *>(place.value() + value_size_); }
 
     /// Null for a text that the type refuses.
-    const std::uint8_t *value_of(std::string_view text, Place &place) const
+    [[gnu::always_inline]] const std::uint8_t *value_of(std::string_view text, Place &place) const
     {
-        if (!place.is(text))
+        if (place.state == Place::State::unused || std::string_view(text_in(place), place.text_size) != text)
             put(text, place);
-        return place.state == Place::State::valid ? value_in(place) : nullptr;
+        return place.state == Place::State::valid ? place.value() : nullptr;
     }
 
     void put(std::string_view text, Place &place) const
     {
-        text.copy(place.text(), text.size());
+        text.copy(text_in(place), text.size());
         place.text_size = static_cast<std::uint16_t>(text.size());
-        place.state = parse(type_, text, value_in(place)) ? Place::State::valid : Place::State::refused;
+        place.state = parse(type_, text, place.value()) ? Place::State::valid : Place::State::refused;
     }
 
     const bgpdt_type *const type_;
-    const std::size_t text_room_;
+    const std::size_t value_size_;
     const std::size_t stride_;
     const std::size_t count_;
     std::uint8_t *const places_;
