@@ -80,7 +80,7 @@ private:
     static constexpr std::size_t least_text_room = 40; ///< texts are seldom longer, nor half as long again as a value
     static constexpr std::size_t reach = std::size_t{1} << 21; ///< of the texts that SQLite sorts in memory
     static constexpr std::size_t most_places = std::size_t{1} << 16;
-    static constexpr std::size_t most_bytes = std::size_t{1} << 23;
+    static constexpr std::size_t most_bytes = std::size_t{12} << 20;
 
     static std::size_t rounded(std::size_t size) { return (size + line - 1) / line * line; }
 
